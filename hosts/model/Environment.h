@@ -1,0 +1,77 @@
+// The development environment in memory: the object model behind addin/host, and what a person does
+// in the environment itself. Files are the workspace host's business (hosts/workspace).
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "addin/host/VBE.h"
+#include "platform/Platform.h"
+
+namespace tessel::model {
+
+class Vbe;
+
+/// One window that the environment has open.
+struct WindowInfo {
+  std::intptr_t Handle = 0;
+  String Class;  ///< "VbaWindow", "DesignerWindow", "wndclass_desked_gsk", ...
+  String Caption;
+  bool Visible = false;
+};
+
+/// Owns the object model. Everything a user does by hand goes through here and raises the host's
+/// events. Names are found without regard to case; a missing one fails with 9 and says which. An
+/// empty project name means the active project.
+class Environment {
+ public:
+  /// `platform` (not owned) gives PasteFace its clipboard.
+  explicit Environment(platform::Platform& platform);
+  virtual ~Environment();
+  Environment(const Environment&) = delete;
+  Environment& operator=(const Environment&) = delete;
+
+  [[nodiscard]] std::shared_ptr<host::VBE> VBE() const;
+
+  std::shared_ptr<host::VBProject> NewProject(StringView name, host::vbext_ProjectType type);
+  void RemoveProject(StringView name);
+  void ActivateProject(StringView name);
+  std::shared_ptr<host::VBComponent> AddComponent(StringView project,
+                                                  host::vbext_ComponentType type, StringView name,
+                                                  StringView text);
+  void RemoveComponent(StringView project, StringView name);
+  void RenameComponent(StringView project, StringView name, StringView newName);
+  /// Empty: none.
+  void SelectComponent(StringView name);
+  [[nodiscard]] std::shared_ptr<host::VBComponent> Component(StringView name) const;
+
+  std::shared_ptr<host::VBControl> AddControl(
+      StringView component, StringView className, StringView name,
+      const std::vector<std::pair<String, String>>& properties);
+  /// `index` is the element of a control array, -1 for a control that is none.
+  void RenameControl(StringView component, StringView name, StringView newName, int index = -1);
+  void RemoveControl(StringView component, StringView name, int index = -1);
+
+  /// The whole text of a module, lines separated by CR LF.
+  [[nodiscard]] String Text(StringView component) const;
+  void SetText(StringView component, StringView text);
+  /// Opens the pane, brings it to the front and selects.
+  void SetCaret(StringView component, const host::Selection& selection);
+  /// Closes the pane; the one below it comes to the front.
+  void ClosePane(StringView component);
+
+  [[nodiscard]] std::vector<WindowInfo> OpenWindows() const;
+
+  /// Called ahead of every host operation with its name ("CodeModule.InsertLines"); what it throws is
+  /// that call's failure.
+  void SetOperationHook(std::function<void(std::string_view)> hook);
+
+ protected:
+  std::shared_ptr<Vbe> vbe_;
+};
+
+}  // namespace tessel::model

@@ -1,0 +1,47 @@
+// Projects on disk behind the host interface.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "hosts/model/Environment.h"
+
+namespace tessel::workspace {
+
+/// How files are read and written.
+struct Options {
+  /// Code page of files that have no byte order mark: 1252, 1251, 932, 65001 ...; 0 guesses for each
+  /// project from its bytes.
+  int CodePage = 0;
+};
+
+/// The environment over project files. A load followed by a save changes no byte; every file keeps
+/// its line ends, code page, byte order mark and last line end; what is not understood stays as it is.
+/// Failures are vb::Failure whose description names the file, and the line where there is one.
+class Workspace : public model::Environment {
+ public:
+  explicit Workspace(platform::Platform& platform, Options options = {});
+  ~Workspace() override;
+
+  /// Opens a project (.vbp), a group (.vbg), or one component file in a project of its own that is
+  /// never written. A project that fails to open leaves nothing behind.
+  void Open(const std::filesystem::path& file);
+
+  /// Writes every changed file, each to a temporary file beside it that is flushed and renamed over
+  /// it. All texts are encoded before the first file is touched. Answers the files written.
+  std::vector<std::filesystem::path> Save();
+  /// The files that `Save` would write.
+  [[nodiscard]] std::vector<std::filesystem::path> ChangedFiles() const;
+  /// The bytes that `Save` would write for a component.
+  [[nodiscard]] std::string Bytes(StringView component) const;
+  /// Writes one component; no effect when it is unchanged.
+  void SaveComponent(StringView project, StringView component);
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace tessel::workspace

@@ -1,0 +1,50 @@
+// The root of the host's object model.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "addin/host/CodeModule.h"
+#include "addin/host/CommandBars.h"
+#include "addin/host/Designer.h"
+#include "addin/host/Events.h"
+#include "addin/host/Project.h"
+
+namespace tessel::host {
+
+class Window {
+ public:
+  virtual ~Window() = default;
+  [[nodiscard]] virtual bool Visible() = 0;
+  virtual void SetVisible(bool value) = 0;
+  [[nodiscard]] virtual String Caption() = 0;
+  /// The operating system's handle of the window.
+  [[nodiscard]] virtual std::intptr_t HWnd() = 0;
+};
+
+class Windows {
+ public:
+  virtual ~Windows() = default;
+  /// The dockable window around the document class `progId`; its place is remembered under
+  /// `guidPosition`.
+  virtual std::shared_ptr<Window> CreateToolWindow(StringView progId, StringView caption,
+                                                   StringView guidPosition) = 0;
+};
+
+class VBE {
+ public:
+  virtual ~VBE() = default;
+  /// Text form, e.g. "6.00".
+  [[nodiscard]] virtual String Version() = 0;
+  [[nodiscard]] virtual std::shared_ptr<host::VBProjects> VBProjects() = 0;
+  [[nodiscard]] virtual std::shared_ptr<host::CommandBars> CommandBars() = 0;
+  [[nodiscard]] virtual std::shared_ptr<host::Windows> Windows() = 0;
+  [[nodiscard]] virtual std::shared_ptr<host::Events> Events() = 0;
+  /// Each of these four may be nothing but the main window.
+  [[nodiscard]] virtual std::shared_ptr<VBProject> ActiveVBProject() = 0;
+  [[nodiscard]] virtual std::shared_ptr<VBComponent> SelectedVBComponent() = 0;
+  [[nodiscard]] virtual std::shared_ptr<Window> MainWindow() = 0;
+  [[nodiscard]] virtual std::shared_ptr<host::CodePane> ActiveCodePane() = 0;
+};
+
+}  // namespace tessel::host

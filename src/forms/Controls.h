@@ -1,0 +1,242 @@
+// The plain control kinds. Grid.h and RichTextBox.h hold the two large ones.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "forms/Control.h"
+
+namespace tessel::forms {
+
+/// First values of a control.
+struct Init {
+  String Caption{};
+  String Text{};
+  String ToolTipText{};
+  bool Enabled = true;
+  bool Visible = true;
+};
+
+/// A captioned control: "&" ahead of a letter makes it the access key.
+class CaptionedControl : public Control {
+ public:
+  CaptionedControl(Form* owner, std::string_view name, const Init& init);
+  [[nodiscard]] const String& Caption() const { return caption_; }
+  void SetCaption(StringView caption);
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ private:
+  String caption_, designCaption_;
+};
+
+class Label : public CaptionedControl {
+ public:
+  Label(Form* owner, std::string_view name, const Init& init = {});
+  [[nodiscard]] std::string_view Kind() const override { return "Label"; }
+  [[nodiscard]] bool TakesFocus() const override { return false; }
+};
+
+class Button : public CaptionedControl {
+ public:
+  Button(Form* owner, std::string_view name, const Init& init = {});
+  [[nodiscard]] std::string_view Kind() const override { return "Button"; }
+  /// Pressed by Enter or by Escape from anywhere on the form.
+  bool Default = false, Cancel = false;
+  std::function<void()> Click;
+};
+
+/// A button with a list of keyed items below it.
+class DropDownButton : public CaptionedControl {
+ public:
+  struct Item {
+    String Key;
+    String Text;  ///< "-" is a separator
+  };
+  DropDownButton(Form* owner, std::string_view name, const Init& init = {});
+  [[nodiscard]] std::string_view Kind() const override { return "DropDownButton"; }
+  [[nodiscard]] const std::vector<Item>& Items() const { return items_; }
+  void AddItem(StringView key, StringView text);
+  void ClearItems();
+  std::function<void()> Click;
+  std::function<void(StringView key)> DropdownItemClick;
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ private:
+  std::vector<Item> items_, designItems_;
+};
+
+/// Value 0 or 1. Setting another value raises Click.
+class CheckBox : public CaptionedControl {
+ public:
+  CheckBox(Form* owner, std::string_view name, const Init& init = {});
+  [[nodiscard]] std::string_view Kind() const override { return "CheckBox"; }
+  [[nodiscard]] int Value() const { return value_; }
+  void SetValue(int value);
+  std::function<void()> Click;
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ private:
+  int value_ = 0, designValue_ = 0;
+};
+
+/// One of a group: switching it on switches the others of its group off. Click is raised when it
+/// goes on.
+class OptionButton : public CaptionedControl {
+ public:
+  /// `group` tells the groups of a form apart.
+  OptionButton(Form* owner, std::string_view name, int group, const Init& init = {});
+  [[nodiscard]] std::string_view Kind() const override { return "OptionButton"; }
+  [[nodiscard]] bool Value() const { return value_; }
+  void SetValue(bool value);
+  [[nodiscard]] int Group() const { return group_; }
+  std::function<void()> Click;
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ private:
+  int group_;
+  bool value_ = false, designValue_ = false;
+};
+
+/// Setting another text raises Change.
+class TextBox : public Control {
+ public:
+  TextBox(Form* owner, std::string_view name, const Init& init = {});
+  [[nodiscard]] std::string_view Kind() const override { return "TextBox"; }
+  [[nodiscard]] const String& Text() const { return text_; }
+  void SetText(StringView text);
+  bool MultiLine = false;
+  bool Locked = false;
+  std::function<void()> Change;
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ private:
+  String text_, designText_;
+};
+
+/// The list part of a combo box and a list box; indexes count from 0, -1 is none.
+class ListControl : public Control {
+ public:
+  ListControl(Form* owner, std::string_view name, const Init& init);
+  [[nodiscard]] const std::vector<String>& List() const { return list_; }
+  void AddItem(StringView text);
+  /// Fails with 5 when there is no such item.
+  void RemoveItem(int index);
+  virtual void Clear();
+  [[nodiscard]] int ListIndex() const { return listIndex_; }
+  /// Setting another index raises Click; fails with 380 outside -1 to the last one.
+  virtual void SetListIndex(int index);
+  [[nodiscard]] virtual String Text() const;
+  std::function<void()> Click;
+  std::function<void()> DblClick;
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ protected:
+  std::vector<String> list_, designList_;
+  int listIndex_ = -1, designListIndex_ = -1;
+};
+
+class ListBox : public ListControl {
+ public:
+  ListBox(Form* owner, std::string_view name, const Init& init = {});
+  [[nodiscard]] std::string_view Kind() const override { return "ListBox"; }
+};
+
+/// A drop-down list, or an editable one. The text of a list-only box is that of its item.
+class ComboBox : public ListControl {
+ public:
+  enum class Style { Editable, List };
+  ComboBox(Form* owner, std::string_view name, Style style = Style::List, const Init& init = {});
+  [[nodiscard]] std::string_view Kind() const override { return "ComboBox"; }
+  [[nodiscard]] ComboBox::Style BoxStyle() const { return style_; }
+  [[nodiscard]] String Text() const override;
+  /// Editable: another text raises Change. List: selects the item of that text, fails with 383 when
+  /// there is none.
+  void SetText(StringView text);
+  void Clear() override;
+  void SetListIndex(int index) override;
+  std::function<void()> Change;
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ private:
+  Style style_;
+  String text_, designText_;
+};
+
+/// Pages told apart by index from 0; controls belong to a page by the layout.
+class TabControl : public Control {
+ public:
+  struct Page {
+    String Name;
+    String Caption;
+  };
+  TabControl(Form* owner, std::string_view name, std::vector<Page> pages);
+  [[nodiscard]] std::string_view Kind() const override { return "TabControl"; }
+  [[nodiscard]] const std::vector<Page>& Pages() const { return pages_; }
+  [[nodiscard]] int CurrTab() const { return current_; }
+  /// Another page raises Switch; fails with 380 when there is no such page.
+  void SetCurrTab(int index);
+  std::function<void()> Switch;
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ private:
+  std::vector<Page> pages_;
+  int current_ = 0, designCurrent_ = 0;
+};
+
+/// Setting another value raises Change; values are pulled into the bounds.
+class SpinButton : public Control {
+ public:
+  SpinButton(Form* owner, std::string_view name, int min, int max);
+  [[nodiscard]] std::string_view Kind() const override { return "SpinButton"; }
+  [[nodiscard]] int Min() const { return min_; }
+  [[nodiscard]] int Max() const { return max_; }
+  [[nodiscard]] int Value() const { return value_; }
+  void SetValue(int value);
+  std::function<void()> Change;
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ private:
+  int min_, max_, value_, designValue_;
+};
+
+/// Value in per cent, 0 to 100.
+class ProgressBar : public Control {
+ public:
+  ProgressBar(Form* owner, std::string_view name);
+  [[nodiscard]] std::string_view Kind() const override { return "ProgressBar"; }
+  [[nodiscard]] bool TakesFocus() const override { return false; }
+  [[nodiscard]] double Value() const { return value_; }
+  void SetValue(double percent);
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ private:
+  double value_ = 0, designValue_ = 0;
+};
+
+/// Shows one of the program's pictures (101 to 153), 0 for none.
+class PictureBox : public Control {
+ public:
+  PictureBox(Form* owner, std::string_view name, int picture = 0);
+  [[nodiscard]] std::string_view Kind() const override { return "PictureBox"; }
+  [[nodiscard]] bool TakesFocus() const override { return false; }
+  [[nodiscard]] int Picture() const { return picture_; }
+  void SetPicture(int picture);
+  std::function<void()> Click;
+  void SaveDesign() override;
+  void RestoreDesign() override;
+
+ private:
+  int picture_, designPicture_;
+};
+
+}  // namespace tessel::forms

@@ -1,0 +1,33 @@
+// Where controls sit: a tree of rows, columns, groups and tab pages.
+#pragma once
+
+#include <initializer_list>
+#include <vector>
+
+#include "vb/Text.h"
+
+namespace tessel::forms {
+
+class Control;
+class TabControl;
+
+struct Layout {
+  enum class Kind { Item, Row, Column, Group, Tabs, Page, Space };
+  Kind Type = Kind::Column;
+  String Caption;              ///< of a group
+  Control* Content = nullptr;  ///< of an item, or the TabControl of Tabs
+  std::vector<Layout> Children;
+  int Stretch = 0;  ///< share of the room that is left over; 0 takes none
+};
+
+/// Layout of one control.
+[[nodiscard]] Layout Item(Control& control, int stretch = 0);
+[[nodiscard]] Layout Row(std::vector<Layout> children, int stretch = 0);
+[[nodiscard]] Layout Column(std::vector<Layout> children, int stretch = 0);
+[[nodiscard]] Layout Group(StringView caption, std::vector<Layout> children, int stretch = 0);
+/// One child for each page, in order.
+[[nodiscard]] Layout Tabs(TabControl& control, std::vector<Layout> pages, int stretch = 1);
+/// Room that pushes its neighbours apart.
+[[nodiscard]] Layout Space();
+
+}  // namespace tessel::forms

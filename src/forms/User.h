@@ -1,0 +1,50 @@
+// The door through which a user acts on a form: renderers, tests and the automation channel alike.
+#pragma once
+
+#include <vector>
+
+#include "forms/Controls.h"
+#include "forms/Form.h"
+#include "forms/Grid.h"
+#include "forms/RichTextBox.h"
+
+namespace tessel::forms::user {
+
+// Every action first moves the focus to the control. Each fails, with a vb::Failure (380) whose text
+// names the control and changes nothing, when the control is disabled or hidden, when it is of a kind
+// that knows no such action, or when the item, row or text isn't there. The form stays alive for
+// the length of the call.
+
+/// Text box, editable combo box, rich text (the plain text is replaced).
+void Type(Control& control, StringView text);
+/// Combo box and list box, by text (exact, else without regard to case) or by index.
+void Pick(Control& control, StringView text);
+void Pick(Control& control, int index);
+/// Check box: 0 or 1.
+void Check(Control& control, int value);
+/// Button, option button, drop-down button (its own click), picture.
+void Press(Control& control);
+/// An item of a drop-down button by key.
+void PressItem(Control& control, StringView key);
+/// Value of a spin control.
+void Spin(Control& control, int value);
+void SelectPage(Control& control, int index);
+/// Makes a cell of a grid current; raises AfterSelChange and Click.
+void SelectRow(Control& control, int row, int col);
+/// Edits a cell: BeforeEdit may refuse (then a failure), AfterEdit follows. The row becomes current.
+void EditCell(Control& control, int row, int col, StringView text);
+void Tick(Control& control, int row, bool ticked);
+void Expand(Control& control, int row);
+void Collapse(Control& control, int row);
+void DoubleClick(Control& control, int row);
+void RightClick(Control& control, int row);
+/// Selects `length` characters from `start` (0-based) in rich text.
+void SelectText(Control& control, int start, int length);
+void Focus(Control& control);
+/// Enter (13) and Escape (27) press the default and the cancel button when the control leaves them.
+void Key(Control& control, int ascii);
+void Drop(Control& control, int row, const std::vector<String>& files);
+/// Closes by the frame.
+void Close(Form& form);
+
+}  // namespace tessel::forms::user
