@@ -90,9 +90,9 @@ void VirtualClock::StopTimer(platform::TimerId timer) {
 }
 
 bool VirtualClock::RunOneDue(std::int64_t limit) {
-  const auto next = std::min_element(timers_.begin(), timers_.end(), [](const Timer& a, const Timer& b) {
-    return a.Due != b.Due ? a.Due < b.Due : a.Id < b.Id;
-  });
+  const auto next = std::min_element(
+      timers_.begin(), timers_.end(),
+      [](const Timer& a, const Timer& b) { return a.Due != b.Due ? a.Due < b.Due : a.Id < b.Id; });
   if (next == timers_.end() || next->Due > limit) return false;
   const Timer timer = std::move(*next);
   timers_.erase(next);
@@ -203,9 +203,7 @@ void ScriptedDesktop::ClearClipboard() {
   clipboardPicture_ = 0;
 }
 
-void ScriptedDesktop::SendKeys(StringView keys) {
-  Journal.push_back("keys " + vb::ToUtf8(keys));
-}
+void ScriptedDesktop::SendKeys(StringView keys) { Journal.push_back("keys " + vb::ToUtf8(keys)); }
 
 void ScriptedDesktop::Beep() { Journal.emplace_back("beep"); }
 

@@ -78,8 +78,9 @@ class ScriptedDesktop : public platform::Desktop {
   };
   // What was seen, oldest first.
   std::vector<Message> Messages;
-  std::vector<std::string> Journal;  ///< "beep", "keys ...", "help FILE TOPIC", "open VERB TARGET", ...
-  std::vector<forms::Form*> Shown;   ///< forms that show, topmost last
+  std::vector<std::string>
+      Journal;  ///< "beep", "keys ...", "help FILE TOPIC", "open VERB TARGET", ...
+  std::vector<forms::Form*> Shown;  ///< forms that show, topmost last
 
   // What the user does. An empty queue answers OK, Cancel, Abort or No: the first that the box has.
   std::deque<platform::MessageAnswer> Answers;

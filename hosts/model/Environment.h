@@ -66,8 +66,8 @@ class Environment {
 
   [[nodiscard]] std::vector<WindowInfo> OpenWindows() const;
 
-  /// Called ahead of every host operation with its name ("CodeModule.InsertLines"); what it throws is
-  /// that call's failure.
+  /// Called ahead of every host operation with its name ("CodeModule.InsertLines"); what it throws
+  /// is that call's failure.
   void SetOperationHook(std::function<void(std::string_view)> hook);
 
  protected:

@@ -12,14 +12,14 @@ namespace tessel::workspace {
 
 /// How files are read and written.
 struct Options {
-  /// Code page of files that have no byte order mark: 1252, 1251, 932, 65001 ...; 0 guesses for each
-  /// project from its bytes.
+  /// Code page of files that have no byte order mark: 1252, 1251, 932, 65001 ...; 0 guesses for
+  /// each project from its bytes.
   int CodePage = 0;
 };
 
 /// The environment over project files. A load followed by a save changes no byte; every file keeps
-/// its line ends, code page, byte order mark and last line end; what is not understood stays as it is.
-/// Failures are vb::Failure whose description names the file, and the line where there is one.
+/// its line ends, code page, byte order mark and last line end; what is not understood stays as it
+/// is. Failures are vb::Failure whose description names the file, and the line where there is one.
 class Workspace : public model::Environment {
  public:
   explicit Workspace(platform::Platform& platform, Options options = {});

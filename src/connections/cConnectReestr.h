@@ -29,7 +29,8 @@ class cConnectReestr {
   /// In the store's order; nothing when there are none.
   [[nodiscard]] std::optional<std::vector<RegisteredConnection>> GetAllConnect() const;
   void SaveConnect(StringView name, StringView fileName);
-  /// Registers a file under the first free "UserConnect" number; false when it is registered already.
+  /// Registers a file under the first free "UserConnect" number; false when it is registered
+  /// already.
   [[nodiscard]] bool AddNewConnection(StringView fileName);
   /// Removes the entry of that path by writing the others anew.
   void DeleteConnection(StringView fileName);

@@ -23,8 +23,8 @@ class CSQLFormating {
  public:
   /// Takes the connection "PersonalMarlow" from `gConnectionMDBs`; fails when it is absent.
   CSQLFormating();
-  /// One element for each row, those with empty words left out and the rest empty; nothing for a table
-  /// of fewer than two rows.
+  /// One element for each row, those with empty words left out and the rest empty; nothing for a
+  /// table of fewer than two rows.
   [[nodiscard]] std::optional<std::vector<FormatRule>> GetTable() const;
 
  private:

@@ -12,35 +12,38 @@
 
 namespace tessel::mFormatText {
 
-// Run variables, set just before a run. Each thread has its own, so that the batch command can format
-// components side by side.
+// Run variables, set just before a run. Each thread has its own, so that the batch command can
+// format components side by side.
 
-extern thread_local bool IndentEntire;         ///< the body of a member stands one level in
-extern thread_local bool IndentCase;           ///< Case blocks stand one level in
-extern thread_local bool InsertBlank;          ///< blank lines, and the switch of the whole rule table
-extern thread_local bool EnableCodeLines;      ///< wrapping and compacting
-extern thread_local bool CompactWrapped;       ///< compacting rather than wrapping
-extern thread_local std::int16_t LineCharacters;   ///< 40 to 140: where wrapping starts
-extern thread_local std::int16_t AdditionalTabs;   ///< 0 to 10: tab characters ahead of a continuation
-extern thread_local bool UseTabCharacters;     ///< a level is as wide as the editor's tab
-extern thread_local bool UseSpaceCharacters;   ///< a level is `SpacesPerLevel` wide
-extern thread_local std::int32_t SpacesPerLevel;   ///< 1 to 20
+extern thread_local bool IndentEntire;     ///< the body of a member stands one level in
+extern thread_local bool IndentCase;       ///< Case blocks stand one level in
+extern thread_local bool InsertBlank;      ///< blank lines, and the switch of the whole rule table
+extern thread_local bool EnableCodeLines;  ///< wrapping and compacting
+extern thread_local bool CompactWrapped;   ///< compacting rather than wrapping
+extern thread_local std::int16_t LineCharacters;  ///< 40 to 140: where wrapping starts
+extern thread_local std::int16_t
+    AdditionalTabs;                           ///< 0 to 10: tab characters ahead of a continuation
+extern thread_local bool UseTabCharacters;    ///< a level is as wide as the editor's tab
+extern thread_local bool UseSpaceCharacters;  ///< a level is `SpacesPerLevel` wide
+extern thread_local std::int32_t SpacesPerLevel;  ///< 1 to 20
 
 // State of the run.
 
 extern thread_local bool MarkerFound;               ///< a key comment belongs to the present member
 extern thread_local std::int32_t MarkerBlankLines;  ///< its blank lines, held back
-extern std::int32_t SelStartLine;      ///< caret when the dialog opened
-extern std::int32_t SelStartColumn;    ///< stored, not used
-extern String ActiveMemberName;        ///< member at the caret, empty when none
-extern std::int32_t ActiveMemberKind;  ///< its kind
+extern std::int32_t SelStartLine;                   ///< caret when the dialog opened
+extern std::int32_t SelStartColumn;                 ///< stored, not used
+extern String ActiveMemberName;                     ///< member at the caret, empty when none
+extern std::int32_t ActiveMemberKind;               ///< its kind
 
-/// The rules in force. Written by `SetRules` only, which also builds the index that the look-ups use.
+/// The rules in force. Written by `SetRules` only, which also builds the index that the look-ups
+/// use.
 extern thread_local std::vector<FormatRule> mRecord_FormatText;
 void SetRules(std::vector<FormatRule> rules);
 /// Reads the rules from the shared database; without a table the rules stay as they are.
 void Init_mRecord_FormatText();
-/// True when an enabled rule applies to `key` (without regard to case); gives its counts, else 0 and 0.
+/// True when an enabled rule applies to `key` (without regard to case); gives its counts, else 0
+/// and 0.
 [[nodiscard]] bool ReturnBeforeAfter(StringView key, std::int32_t& before, std::int32_t& after);
 
 /// Null, one text, or several.

@@ -20,8 +20,8 @@ struct Font {
 };
 
 /// A control of a form. It registers itself with the form in the order of construction, which is
-/// the tab order. Setters raise the control's events as their originals do and tell the form's view.
-/// What a user does goes through forms/User.h.
+/// the tab order. Setters raise the control's events as their originals do and tell the form's
+/// view. What a user does goes through forms/User.h.
 class Control {
  public:
   Control(Form* owner, std::string_view name);

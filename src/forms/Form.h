@@ -24,8 +24,9 @@ class View {
 enum class BorderStyle { Dialog, Sizable, ToolWindow };
 
 /// Base of all dialogs, made with std::make_shared so that a form lives as long as a handler of it
-/// runs. Life: loaded on first `Show` or `Load` (Form_Load), shown (Form_Activate), hidden, unloaded
-/// (Form_Unload; the controls then go back to their design, and a later Show loads afresh).
+/// runs. Life: loaded on first `Show` or `Load` (Form_Load), shown (Form_Activate), hidden,
+/// unloaded (Form_Unload; the controls then go back to their design, and a later Show loads
+/// afresh).
 class Form : public std::enable_shared_from_this<Form> {
  public:
   Form(std::string_view name, StringView caption);
@@ -41,8 +42,8 @@ class Form : public std::enable_shared_from_this<Form> {
   [[nodiscard]] bool IsModal() const { return modal_; }
 
   void Load();
-  /// Modal: comes back when the form was hidden or unloaded. Fails with 400 when it already shows and
-  /// is asked to be modal.
+  /// Modal: comes back when the form was hidden or unloaded. Fails with 400 when it already shows
+  /// and is asked to be modal.
   void Show(platform::ShowStyle style = platform::ShowStyle::Modeless);
   void Hide();
   void Unload();

@@ -24,9 +24,9 @@ struct ColoredText {
   bool operator==(const ColoredText&) const = default;
 };
 
-/// Reads a rich-text document (Rich Text Format 1.9: groups, \par, \line, \tab, \'hh by the code page
-/// of the document, \u with \uc, colour and font tables, skipped destinations). Text that is no such
-/// document is taken as plain text. Damaged input gives what can be read; never fails.
+/// Reads a rich-text document (Rich Text Format 1.9: groups, \par, \line, \tab, \'hh by the code
+/// page of the document, \u with \uc, colour and font tables, skipped destinations). Text that is
+/// no such document is taken as plain text. Damaged input gives what can be read; never fails.
 [[nodiscard]] ColoredText ReadRichText(StringView document);
 /// Writes a document that `ReadRichText` gives back unchanged.
 [[nodiscard]] String WriteRichText(const ColoredText& text, const Font& font);

@@ -10,10 +10,10 @@
 
 namespace tessel::forms::user {
 
-// Every action first moves the focus to the control. Each fails, with a vb::Failure (380) whose text
-// names the control and changes nothing, when the control is disabled or hidden, when it is of a kind
-// that knows no such action, or when the item, row or text isn't there. The form stays alive for
-// the length of the call.
+// Every action first moves the focus to the control. Each fails, with a vb::Failure (380) whose
+// text names the control and changes nothing, when the control is disabled or hidden, when it is of
+// a kind that knows no such action, or when the item, row or text isn't there. The form stays alive
+// for the length of the call.
 
 /// Text box, editable combo box, rich text (the plain text is replaced).
 void Type(Control& control, StringView text);
@@ -31,7 +31,8 @@ void Spin(Control& control, int value);
 void SelectPage(Control& control, int index);
 /// Makes a cell of a grid current; raises AfterSelChange and Click.
 void SelectRow(Control& control, int row, int col);
-/// Edits a cell: BeforeEdit may refuse (then a failure), AfterEdit follows. The row becomes current.
+/// Edits a cell: BeforeEdit may refuse (then a failure), AfterEdit follows. The row becomes
+/// current.
 void EditCell(Control& control, int row, int col, StringView text);
 void Tick(Control& control, int row, bool ticked);
 void Expand(Control& control, int row);

@@ -33,7 +33,8 @@ class CAppSettings {
   [[nodiscard]] std::uint32_t RootKey() const { return static_cast<std::uint32_t>(rootKey_); }
   void SetRootKey(std::uint32_t value);
 
-  /// Deletes the key of the section, or its subkey `key` when that isn't empty; values are not touched.
+  /// Deletes the key of the section, or its subkey `key` when that isn't empty; values are not
+  /// touched.
   void DeleteSetting(StringView section, StringView key);
   /// Value names of the section in the store's order.
   [[nodiscard]] std::vector<String> GetAllKeys(StringView section);

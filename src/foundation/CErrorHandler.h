@@ -56,8 +56,8 @@ class CErrorHandler {
   void CallStackPop();
   /// Enters a routine given by its full name.
   void CallStackPush(StringView routine, StringView params);
-  /// Enters "Tessel." and `routine`, a literal that outlives the call. No allocation while the stack
-  /// is no deeper than before.
+  /// Enters "Tessel." and `routine`, a literal that outlives the call. No allocation while the
+  /// stack is no deeper than before.
   void CallStackPushLiteral(StringView routine);
   /// Deletes the log files whose argument is above 0; a missing file is no failure.
   void Clear(int clearErrorLog, int clearTracingLog);

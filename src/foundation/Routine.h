@@ -15,8 +15,8 @@ struct RoutineAborted {};
 /// Runs the statements of one routine.
 class Statements {
  public:
-  /// Runs one statement and hands back its value; a default one when its failure was ignored. Without
-  /// a failure service the failure goes on to the caller.
+  /// Runs one statement and hands back its value; a default one when its failure was ignored.
+  /// Without a failure service the failure goes on to the caller.
   template <class F>
   std::invoke_result_t<F> operator()(F&& statement) const {
     for (;;) {
@@ -37,8 +37,8 @@ class Statements {
   }
 
  private:
-  /// Inside a catch block: asks the failure service. True: again; false: go on behind it. Abort throws
-  /// RoutineAborted.
+  /// Inside a catch block: asks the failure service. True: again; false: go on behind it. Abort
+  /// throws RoutineAborted.
   static bool RetryAfterFailure();
 };
 
@@ -55,9 +55,10 @@ class StackEntry {
 };
 }  // namespace detail
 
-/// Runs `body` as the routine "Tessel." + `name`; `name` is a literal. The body gets the Statements; a
-/// failure that leaves it outside any of them counts as that of its last statement, the body as a
-/// whole, so a body of one effect needs no `run`. Abort clears the call stack and leaves.
+/// Runs `body` as the routine "Tessel." + `name`; `name` is a literal. The body gets the
+/// Statements; a failure that leaves it outside any of them counts as that of its last statement,
+/// the body as a whole, so a body of one effect needs no `run`. Abort clears the call stack and
+/// leaves.
 template <class Body>
 void Routine(StringView name, Body&& body) {
   const detail::StackEntry entry(name);

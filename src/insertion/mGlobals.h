@@ -11,8 +11,9 @@ namespace tessel::mGlobals {
 /// Where `InsertTextActiveVbComponent` puts its text.
 enum InsertMode : int { EndOfModule = 1, EndOfDeclarations = 2 };
 
-/// Puts `text` into the component of that name in the active project, made with `newComponentType` when
-/// there is none; the caret goes `caretOffset` lines below the first line. `reserved` is empty.
+/// Puts `text` into the component of that name in the active project, made with `newComponentType`
+/// when there is none; the caret goes `caretOffset` lines below the first line. `reserved` is
+/// empty.
 void InsertTextActiveVbComponent(const std::shared_ptr<host::VBE>& vbe, StringView componentName,
                                  StringView text, int mode, StringView reserved,
                                  host::vbext_ComponentType newComponentType, int caretOffset);

@@ -23,8 +23,8 @@ class App {
   [[nodiscard]] virtual String Title() = 0;
   [[nodiscard]] virtual Version ProgramVersion() = 0;
   virtual void LogEvent(StringView text, LogEventType type) = 0;
-  /// Platform identifier of the operating system (2: the NT family), asked for with a version record
-  /// of `recordSize` bytes; nothing when the system refuses that size.
+  /// Platform identifier of the operating system (2: the NT family), asked for with a version
+  /// record of `recordSize` bytes; nothing when the system refuses that size.
   [[nodiscard]] virtual std::optional<int> PlatformId(int recordSize) = 0;
   /// A path of the system ("\" between folders) in the form that this machine's files have.
   [[nodiscard]] virtual String NativePath(StringView path) = 0;

@@ -14,7 +14,8 @@ namespace tessel::platform {
 /// Roots of the tree, with the operating system's numbers.
 enum class RootKey : std::uint32_t { CurrentUser = 0x80000001, LocalMachine = 0x80000002 };
 
-/// A value: text (REG_SZ, without its closing NUL), 32-bit number (REG_DWORD) or bytes (any other type).
+/// A value: text (REG_SZ, without its closing NUL), 32-bit number (REG_DWORD) or bytes (any other
+/// type).
 using RegistryValue = std::variant<String, std::uint32_t, std::vector<std::byte>>;
 
 /// Keys are paths separated by "\", found without regard to case, as are value names. Every call

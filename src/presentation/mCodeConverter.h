@@ -7,12 +7,13 @@
 
 namespace tessel::mCodeConverter {
 
-/// The keyword table: a leading blank means that a blank must stand ahead, a trailing one behind, and a
-/// closing "(" a function that is coloured without its bracket.
+/// The keyword table: a leading blank means that a blank must stand ahead, a trailing one behind,
+/// and a closing "(" a function that is coloured without its bracket.
 [[nodiscard]] std::span<const StringView> Keywords();
 
-/// The document for `text` (lines separated by CR LF). `charset` is that of the target control's font
-/// and chooses the suffix of the font's name. Work is linear in the text and the marks that it holds.
+/// The document for `text` (lines separated by CR LF). `charset` is that of the target control's
+/// font and chooses the suffix of the font's name. Work is linear in the text and the marks that it
+/// holds.
 [[nodiscard]] String MakeRTF(StringView text, int charset);
 
 }  // namespace tessel::mCodeConverter

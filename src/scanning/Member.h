@@ -15,11 +15,11 @@ inline constexpr int MemberKindControlEvent = 99;
 
 /// One row of the member table; lines count from 1.
 struct Member {
-  String Name;            ///< as `CodeModule.ProcOfLine` gives it
-  int Kind = 0;           ///< 0 to 3, 99
-  int StartLine = 0;      ///< `ProcStartLine`
-  int BodyLine = 0;       ///< `ProcBodyLine`
-  int CountLines = 0;     ///< `ProcCountLines`
+  String Name;         ///< as `CodeModule.ProcOfLine` gives it
+  int Kind = 0;        ///< 0 to 3, 99
+  int StartLine = 0;   ///< `ProcStartLine`
+  int BodyLine = 0;    ///< `ProcBodyLine`
+  int CountLines = 0;  ///< `ProcCountLines`
   bool operator==(const Member&) const = default;
 };
 

@@ -20,7 +20,8 @@ inline constexpr StringView KeyCommentHead = u"'errMarker: ";
 
 // Source text
 
-/// `text` with its continuation lines joined: " _" CR LF becomes one blank, and what follows is trimmed.
+/// `text` with its continuation lines joined: " _" CR LF becomes one blank, and what follows is
+/// trimmed.
 [[nodiscard]] String DeleteUnderline(StringView text);
 /// How many lines at the head of `text` end in "_".
 [[nodiscard]] int DopLine(StringView text);

@@ -30,15 +30,16 @@ class Connection {
   String DataSource;
   store::CursorLocation CursorLocation = store::CursorLocation::Client;
 
-  /// Opens `DataSource`, which must exist. Fails with `StoreFailure` and a description that names the
-  /// file when it is missing, unreadable, damaged, no database, or a genuine Jet file (recognised by
-  /// its header, never touched).
+  /// Opens `DataSource`, which must exist. Fails with `StoreFailure` and a description that names
+  /// the file when it is missing, unreadable, damaged, no database, or a genuine Jet file
+  /// (recognised by its header, never touched).
   void Open();
   /// No effect when it isn't open.
   void Close();
   [[nodiscard]] bool IsOpen() const { return db_ != nullptr; }
 
-  /// Runs a statement without a result. Fails with `StoreFailure`, the engine's text and the statement.
+  /// Runs a statement without a result. Fails with `StoreFailure`, the engine's text and the
+  /// statement.
   void Execute(StringView statement);
 
   /// The engine's handle, for Recordset, Command and Transaction.

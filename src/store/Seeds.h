@@ -7,9 +7,9 @@
 
 namespace tessel::store {
 
-/// Writes "VBCode.MDB" and "Personal.MDB" into the folder (created when needed), each complete or not
-/// at all (temporary file beside it, then rename); a file that exists is never touched. Fails with a
-/// vb::Failure that names the file.
+/// Writes "VBCode.MDB" and "Personal.MDB" into the folder (created when needed), each complete or
+/// not at all (temporary file beside it, then rename); a file that exists is never touched. Fails
+/// with a vb::Failure that names the file.
 void WriteStandardDatabases(const std::filesystem::path& folder);
 
 /// The bytes of an empty snippet database (the built-in resource ETALONVBCODE, number 101).

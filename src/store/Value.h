@@ -12,7 +12,8 @@ struct Null {
   bool operator==(const Null&) const = default;
 };
 
-/// Null, truth value, whole number, number or text. A column declared as a truth value reads as bool.
+/// Null, truth value, whole number, number or text. A column declared as a truth value reads as
+/// bool.
 using Value = std::variant<Null, bool, std::int64_t, double, String>;
 
 /// The value as text: "" for Null, "True"/"False" for a truth value.

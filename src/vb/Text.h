@@ -28,7 +28,8 @@ template <class T>
 concept Temporary = std::same_as<T, String>;
 
 /// Position of `what` in `text`, 0 if absent. An empty `what` is found at `start`.
-[[nodiscard]] std::size_t InStr(StringView text, StringView what, Compare compare = Compare::Binary);
+[[nodiscard]] std::size_t InStr(StringView text, StringView what,
+                                Compare compare = Compare::Binary);
 /// The same from position `start` (1 or more; else a failure 5) on.
 [[nodiscard]] std::size_t InStr(std::size_t start, StringView text, StringView what,
                                 Compare compare = Compare::Binary);
@@ -63,7 +64,8 @@ StringView RTrim(T&&) = delete;
 [[nodiscard]] String UCase(StringView text);
 [[nodiscard]] String LCase(StringView text);
 
-/// `text` with every `what` replaced by `with`, from left to right. An empty `what` changes nothing.
+/// `text` with every `what` replaced by `with`, from left to right. An empty `what` changes
+/// nothing.
 [[nodiscard]] String Replace(StringView text, StringView what, StringView with,
                              Compare compare = Compare::Binary);
 

@@ -12,8 +12,8 @@ class VBComponent;
 class Window;
 class CodePane;
 
-/// Lines count from 1. In texts that go in, CR LF, a lone CR and a lone LF each end a line; the text
-/// behind the last line end is one more line, even when it is empty.
+/// Lines count from 1. In texts that go in, CR LF, a lone CR and a lone LF each end a line; the
+/// text behind the last line end is one more line, even when it is empty.
 class CodeModule {
  public:
   virtual ~CodeModule() = default;
@@ -31,14 +31,16 @@ class CodeModule {
   virtual void DeleteLines(int startLine, int count) = 0;
   virtual void ReplaceLine(int line, StringView text) = 0;
   /// First line of the member, counting the blank and comment lines ahead that belong to it. These
-  /// three find the name without regard to case and fail with 35 when the module has no such member.
+  /// three find the name without regard to case and fail with 35 when the module has no such
+  /// member.
   [[nodiscard]] virtual int ProcStartLine(StringView name, vbext_ProcKind kind) = 0;
-  /// Number of lines from ProcStartLine to the member's end; the last member holds the module's rest.
+  /// Number of lines from ProcStartLine to the member's end; the last member holds the module's
+  /// rest.
   [[nodiscard]] virtual int ProcCountLines(StringView name, vbext_ProcKind kind) = 0;
   /// First line of the member's declaring statement.
   [[nodiscard]] virtual int ProcBodyLine(StringView name, vbext_ProcKind kind) = 0;
-  /// Name of the member that holds `line`, empty in the declarations and past the end; `kind` is set
-  /// when there is one.
+  /// Name of the member that holds `line`, empty in the declarations and past the end; `kind` is
+  /// set when there is one.
   [[nodiscard]] virtual String ProcOfLine(int line, vbext_ProcKind& kind) = 0;
   /// Lines up to the last declaring statement ahead of the first member; all lines without members.
   [[nodiscard]] virtual int CountOfDeclarationLines() = 0;

@@ -38,7 +38,8 @@ class CommandBarControl {
   [[nodiscard]] virtual std::shared_ptr<CommandBarControls> Controls() = 0;
 };
 
-/// Items by caption ("&" ignored, without regard to case) or position from 1; fails with 5 when absent.
+/// Items by caption ("&" ignored, without regard to case) or position from 1; fails with 5 when
+/// absent.
 class CommandBarControls {
  public:
   virtual ~CommandBarControls() = default;
