@@ -1,0 +1,266 @@
+#include "vb/Text.h"
+
+#include <utf8proc.h>
+
+#include <algorithm>
+#include <functional>
+
+#include "vb/Failure.h"
+
+namespace tessel::vb {
+namespace {
+
+/// Simple case folding of one unit; what lies beyond the basic plane has no case that matters here.
+char16_t Fold(char16_t unit) {
+  if (unit < 0x80) {
+    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit;
+  }
+  if (unit >= 0xD800 && unit <= 0xDFFF) return unit;
+  const utf8proc_int32_t lower = utf8proc_tolower(unit);
+  return lower > 0xFFFF ? unit : static_cast<char16_t>(lower);
+}
+
+char16_t Upper(char16_t unit) {
+  if (unit < 0x80) {
+    return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
+  }
+  if (unit >= 0xD800 && unit <= 0xDFFF) return unit;
+  const utf8proc_int32_t upper = utf8proc_toupper(unit);
+  return upper > 0xFFFF ? unit : static_cast<char16_t>(upper);
+}
+
+bool FoldsEqual(StringView left, StringView right) {
+  for (std::size_t at = 0; at < left.size(); ++at) {
+    if (left[at] != right[at] && Fold(left[at]) != Fold(right[at])) return false;
+  }
+  return true;
+}
+
+constexpr std::size_t None = StringView::npos;
+
+/// Index of `what` at or behind `from`, npos if absent.
+std::size_t FindText(StringView text, StringView what, std::size_t from) {
+  if (what.empty()) return from <= text.size() ? from : None;
+  const char16_t first = Fold(what.front());
+  for (std::size_t at = from; at + what.size() <= text.size(); ++at) {
+    if (Fold(text[at]) == first && FoldsEqual(text.substr(at, what.size()), what)) return at;
+  }
+  return None;
+}
+
+std::size_t Find(StringView text, StringView what, std::size_t from, Compare compare) {
+  return compare == Compare::Binary ? text.find(what, from) : FindText(text, what, from);
+}
+
+template <class Piece>
+std::vector<Piece> SplitInto(StringView text, StringView separator) {
+  std::vector<Piece> pieces;
+  if (text.empty()) return pieces;
+  if (separator.empty()) return {Piece(text)};
+  std::size_t start = 0;
+  for (;;) {
+    const std::size_t end = text.find(separator, start);
+    if (end == None) break;
+    pieces.emplace_back(text.substr(start, end - start));
+    start = end + separator.size();
+  }
+  pieces.emplace_back(text.substr(start));
+  return pieces;
+}
+
+template <class Piece>
+String JoinPieces(const std::vector<Piece>& pieces, StringView separator) {
+  std::size_t length = 0;
+  for (const auto& piece : pieces) length += piece.size() + separator.size();
+  String result;
+  result.reserve(length);
+  for (std::size_t at = 0; at < pieces.size(); ++at) {
+    if (at > 0) result += separator;
+    result += pieces[at];
+  }
+  return result;
+}
+
+void AppendUtf8(std::string& out, char32_t point) {
+  const auto byte = [&](char32_t value) {
+    out += static_cast<char>(static_cast<unsigned char>(value));
+  };
+  if (point < 0x80) {
+    byte(point);
+  } else if (point < 0x800) {
+    byte(0xC0 | (point >> 6));
+    byte(0x80 | (point & 0x3F));
+  } else if (point < 0x10000) {
+    byte(0xE0 | (point >> 12));
+    byte(0x80 | ((point >> 6) & 0x3F));
+    byte(0x80 | (point & 0x3F));
+  } else {
+    byte(0xF0 | (point >> 18));
+    byte(0x80 | ((point >> 12) & 0x3F));
+    byte(0x80 | ((point >> 6) & 0x3F));
+    byte(0x80 | (point & 0x3F));
+  }
+}
+
+constexpr char16_t Replacement = 0xFFFD;
+
+bool IsHigh(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+bool IsLow(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
+}  // namespace
+
+std::size_t InStr(StringView text, StringView what, Compare compare) {
+  return InStr(1, text, what, compare);
+}
+
+std::size_t InStr(std::size_t start, StringView text, StringView what, Compare compare) {
+  if (start == 0) throw RuntimeFailure(InvalidCall);
+  if (text.empty() || start > text.size()) return 0;
+  const std::size_t found = Find(text, what, start - 1, compare);
+  return found == None ? 0 : found + 1;
+}
+
+std::size_t InStrRev(StringView text, StringView what) {
+  if (text.empty()) return 0;
+  if (what.empty()) return text.size();
+  const std::size_t found = text.rfind(what);
+  return found == None ? 0 : found + 1;
+}
+
+StringView Mid(StringView text, std::size_t start) { return Mid(text, start, text.size()); }
+
+StringView Mid(StringView text, std::size_t start, std::size_t length) {
+  if (start == 0) throw RuntimeFailure(InvalidCall);
+  return start > text.size() ? StringView() : text.substr(start - 1, length);
+}
+
+StringView Left(StringView text, std::size_t length) { return text.substr(0, length); }
+
+StringView Right(StringView text, std::size_t length) {
+  return text.substr(text.size() - std::min(length, text.size()));
+}
+
+StringView LTrim(StringView text) {
+  const std::size_t first = text.find_first_not_of(u' ');
+  return first == None ? StringView() : text.substr(first);
+}
+
+StringView RTrim(StringView text) {
+  const std::size_t last = text.find_last_not_of(u' ');
+  return last == None ? StringView() : text.substr(0, last + 1);
+}
+
+StringView Trim(StringView text) { return LTrim(RTrim(text)); }
+
+String UCase(StringView text) {
+  String result(text);
+  std::transform(result.begin(), result.end(), result.begin(), Upper);
+  return result;
+}
+
+String LCase(StringView text) {
+  String result(text);
+  std::transform(result.begin(), result.end(), result.begin(), Fold);
+  return result;
+}
+
+String Replace(StringView text, StringView what, StringView with, Compare compare) {
+  if (what.empty()) return String(text);
+  String result;
+  std::size_t start = 0;
+  for (;;) {
+    const std::size_t found = Find(text, what, start, compare);
+    if (found == None) break;
+    if (result.empty()) result.reserve(text.size() + with.size());
+    result += text.substr(start, found - start);
+    result += with;
+    start = found + what.size();
+  }
+  if (start == 0) return String(text);
+  result += text.substr(start);
+  return result;
+}
+
+std::vector<String> Split(StringView text, StringView separator) {
+  return SplitInto<String>(text, separator);
+}
+
+std::vector<StringView> SplitViews(StringView text, StringView separator) {
+  return SplitInto<StringView>(text, separator);
+}
+
+String Join(const std::vector<String>& pieces, StringView separator) {
+  return JoinPieces(pieces, separator);
+}
+
+String Join(const std::vector<StringView>& pieces, StringView separator) {
+  return JoinPieces(pieces, separator);
+}
+
+int StrComp(StringView left, StringView right, Compare compare) {
+  if (compare == Compare::Binary) return left.compare(right);
+  const std::size_t shorter = std::min(left.size(), right.size());
+  for (std::size_t at = 0; at < shorter; ++at) {
+    const int difference = Fold(left[at]) - Fold(right[at]);
+    if (difference != 0) return difference;
+  }
+  return left.size() < right.size() ? -1 : left.size() > right.size() ? 1 : 0;
+}
+
+bool SameText(StringView left, StringView right) {
+  return left.size() == right.size() && FoldsEqual(left, right);
+}
+
+bool StartsWithText(StringView text, StringView head) {
+  return text.size() >= head.size() && FoldsEqual(text.substr(0, head.size()), head);
+}
+
+String Space(std::ptrdiff_t count) { return Repeat(count, u' '); }
+
+String Repeat(std::ptrdiff_t count, char16_t unit) {
+  if (count < 0) throw RuntimeFailure(InvalidCall);
+  return String(static_cast<std::size_t>(count), unit);
+}
+
+String FromUtf8(std::string_view bytes) {
+  String result;
+  result.reserve(bytes.size());
+  const auto* at = reinterpret_cast<const utf8proc_uint8_t*>(bytes.data());
+  auto left = static_cast<utf8proc_ssize_t>(bytes.size());
+  while (left > 0) {
+    utf8proc_int32_t point = 0;
+    utf8proc_ssize_t used = *at < 0x80 ? 1 : utf8proc_iterate(at, left, &point);
+    if (*at < 0x80) point = *at;
+    if (used <= 0) {
+      used = 1;
+      point = Replacement;
+    }
+    if (point > 0xFFFF) {
+      result += static_cast<char16_t>(0xD7C0 + (point >> 10));
+      result += static_cast<char16_t>(0xDC00 + (point & 0x3FF));
+    } else {
+      result += static_cast<char16_t>(point);
+    }
+    at += used;
+    left -= used;
+  }
+  return result;
+}
+
+std::string ToUtf8(StringView text) {
+  std::string result;
+  result.reserve(text.size());
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    char32_t point = text[at];
+    if (IsHigh(text[at]) && at + 1 < text.size() && IsLow(text[at + 1])) {
+      point = 0x10000 + ((point - 0xD800) << 10) + (text[at + 1] - 0xDC00U);
+      ++at;
+    } else if (IsHigh(text[at]) || IsLow(text[at])) {
+      point = Replacement;
+    }
+    AppendUtf8(result, point);
+  }
+  return result;
+}
+
+}  // namespace tessel::vb
