@@ -1,0 +1,278 @@
+#include "forms/User.h"
+
+#include <memory>
+#include <string>
+
+#include "vb/Failure.h"
+
+namespace tessel::forms::user {
+namespace {
+
+constexpr std::int32_t Refused = 380;
+
+[[noreturn]] void Refuse(const Control& control, StringView why) {
+  throw vb::Failure(Refused, u"Control \"" + control.Name() + u"\" " + String(why));
+}
+
+String KindText(const Control& control) {
+  const std::string_view kind = control.Kind();
+  return String(kind.begin(), kind.end());
+}
+
+/// Keeps the form of a control alive for the length of an action, and checks what every action
+/// needs.
+class Action {
+ public:
+  explicit Action(Control& control) : form_(control.Owner().weak_from_this().lock()) {
+    if (!control.Enabled()) Refuse(control, u"is disabled");
+    if (!control.Visible()) Refuse(control, u"is hidden");
+  }
+
+ private:
+  std::shared_ptr<Form> form_;
+};
+
+/// The control as the kind that an action needs.
+template <class Kind>
+Kind& As(Control& control, StringView action) {
+  auto* const wanted = dynamic_cast<Kind*>(&control);
+  if (wanted == nullptr) {
+    Refuse(control, u"is a " + KindText(control) + u": it cannot be " + String(action));
+  }
+  return *wanted;
+}
+
+Grid& RowOf(Control& control, int row) {
+  Grid& grid = As<Grid>(control, u"used by rows");
+  if (row < 0 || row >= grid.Rows()) Refuse(control, u"has no row " + vb::Str(row));
+  return grid;
+}
+
+void Raise(const std::function<void()>& event) {
+  if (const auto handler = event) handler();
+}
+
+int IndexOf(const std::vector<String>& list, StringView text) {
+  for (std::size_t at = 0; at < list.size(); ++at) {
+    if (list[at] == text) return static_cast<int>(at);
+  }
+  for (std::size_t at = 0; at < list.size(); ++at) {
+    if (vb::SameText(list[at], text)) return static_cast<int>(at);
+  }
+  return -1;
+}
+
+Button* ButtonThat(Form& form, bool Button::*flag) {
+  for (Control* control : form.Controls()) {
+    auto* const button = dynamic_cast<Button*>(control);
+    if (button != nullptr && button->*flag && button->Enabled() && button->Visible()) return button;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void Type(Control& control, StringView text) {
+  const Action action(control);
+  if (auto* const box = dynamic_cast<TextBox*>(&control)) {
+    if (box->Locked) Refuse(control, u"is read-only");
+    box->SetFocus();
+    box->SetText(text);
+  } else if (auto* const rich = dynamic_cast<RichTextBox*>(&control)) {
+    if (rich->Locked) Refuse(control, u"is read-only");
+    rich->SetFocus();
+    rich->SetText(text);
+  } else {
+    ComboBox& combo = As<ComboBox>(control, u"typed into");
+    if (combo.BoxStyle() == ComboBox::Style::List) Refuse(control, u"is a list: pick an item");
+    combo.SetFocus();
+    combo.SetText(text);
+  }
+}
+
+void Pick(Control& control, StringView text) {
+  const Action action(control);
+  const ListControl& list = As<ListControl>(control, u"picked from");
+  const int index = IndexOf(list.List(), text);
+  if (index < 0) Refuse(control, u"has no item \"" + String(text) + u"\"");
+  Pick(control, index);
+}
+
+void Pick(Control& control, int index) {
+  const Action action(control);
+  auto& list = As<ListControl>(control, u"picked from");
+  if (index < 0 || index >= static_cast<int>(list.List().size())) {
+    Refuse(control, u"has no item " + vb::Str(index));
+  }
+  list.SetFocus();
+  list.SetListIndex(index);
+}
+
+void Check(Control& control, int value) {
+  const Action action(control);
+  auto& box = As<CheckBox>(control, u"ticked");
+  if (value != 0 && value != 1) Refuse(control, u"takes 0 or 1");
+  box.SetFocus();
+  box.SetValue(value);
+}
+
+void Press(Control& control) {
+  const Action action(control);
+  if (auto* const option = dynamic_cast<OptionButton*>(&control)) {
+    option->SetFocus();
+    option->SetValue(true);
+  } else if (auto* const drop = dynamic_cast<DropDownButton*>(&control)) {
+    drop->SetFocus();
+    Raise(drop->Click);
+  } else if (auto* const picture = dynamic_cast<PictureBox*>(&control)) {
+    Raise(picture->Click);
+  } else {
+    auto& button = As<Button>(control, u"pressed");
+    button.SetFocus();
+    Raise(button.Click);
+  }
+}
+
+void PressItem(Control& control, StringView key) {
+  const Action action(control);
+  auto& drop = As<DropDownButton>(control, u"opened");
+  for (const auto& item : drop.Items()) {
+    if (!item.Key.empty() && item.Key == key) {
+      if (const auto handler = drop.DropdownItemClick) handler(String(key));
+      return;
+    }
+  }
+  Refuse(control, u"has no item with the key \"" + String(key) + u"\"");
+}
+
+void Spin(Control& control, int value) {
+  const Action action(control);
+  auto& spin = As<SpinButton>(control, u"turned");
+  spin.SetFocus();
+  spin.SetValue(value);
+}
+
+void SelectPage(Control& control, int index) {
+  const Action action(control);
+  auto& tabs = As<TabControl>(control, u"paged");
+  if (index < 0 || index >= static_cast<int>(tabs.Pages().size())) {
+    Refuse(control, u"has no page " + vb::Str(index));
+  }
+  tabs.SetFocus();
+  tabs.SetCurrTab(index);
+}
+
+void SelectRow(Control& control, int row, int col) {
+  const Action action(control);
+  Grid& grid = RowOf(control, row);
+  if (row < grid.FixedRows()) Refuse(control, u"row " + vb::Str(row) + u" is a heading");
+  if (col < 0 || col >= grid.Cols()) Refuse(control, u"has no column " + vb::Str(col));
+  grid.SetFocus();
+  grid.Select(row, col);
+  Raise(grid.Click);
+}
+
+void EditCell(Control& control, int row, int col, StringView text) {
+  const Action action(control);
+  Grid& grid = RowOf(control, row);
+  const String cell = u"row " + vb::Str(row) + u", column " + vb::Str(col);
+  if (col < 0 || col >= grid.Cols()) Refuse(control, u"has no column " + vb::Str(col));
+  if (!grid.Editable) Refuse(control, u"cannot be edited");
+  if (row < grid.FixedRows() || col < grid.FixedCols()) Refuse(control, cell + u" is a heading");
+  grid.SetFocus();
+  grid.Select(row, col);
+  bool cancel = false;
+  if (const auto handler = grid.BeforeEdit) handler(row, col, cancel);
+  if (cancel) Refuse(control, u"refuses an edit of " + cell);
+  grid.SetTextMatrix(row, col, text);
+  if (const auto handler = grid.AfterEdit) handler(row, col);
+}
+
+void Tick(Control& control, int row, bool ticked) {
+  const Action action(control);
+  Grid& grid = RowOf(control, row);
+  if (!grid.RowAt(row).Ticked) Refuse(control, u"has no tick box in row " + vb::Str(row));
+  grid.SetFocus();
+  grid.SetTicked(row, ticked);
+}
+
+void Expand(Control& control, int row) {
+  const Action action(control);
+  RowOf(control, row).SetCollapsed(row, false);
+}
+
+void Collapse(Control& control, int row) {
+  const Action action(control);
+  RowOf(control, row).SetCollapsed(row, true);
+}
+
+void DoubleClick(Control& control, int row) {
+  const Action action(control);
+  if (auto* const list = dynamic_cast<ListControl*>(&control)) {
+    Pick(control, row);
+    Raise(list->DblClick);
+    return;
+  }
+  Grid& grid = RowOf(control, row);
+  if (row >= grid.FixedRows()) SelectRow(control, row, grid.Col());
+  Raise(grid.DblClick);
+}
+
+void RightClick(Control& control, int row) {
+  const Action action(control);
+  Grid& grid = As<Grid>(control, u"right-clicked");
+  if (row < -1 || row >= grid.Rows()) Refuse(control, u"has no row " + vb::Str(row));
+  grid.SetFocus();
+  if (const auto handler = grid.MouseDown) handler(2, row);
+}
+
+void SelectText(Control& control, int start, int length) {
+  const Action action(control);
+  auto& rich = As<RichTextBox>(control, u"selected in");
+  const auto size = static_cast<int>(rich.Text().size());
+  if (start < 0 || length < 0 || start > size || length > size - start) {
+    Refuse(control, u"has no such text: it is " + vb::Str(size) + u" long");
+  }
+  rich.SetFocus();
+  rich.SetSelStart(start);
+  rich.SetSelLength(length);
+}
+
+void Focus(Control& control) {
+  const Action action(control);
+  if (!control.TakesFocus()) Refuse(control, u"cannot have the focus");
+  control.SetFocus();
+}
+
+void Key(Control& control, int ascii) {
+  const Action action(control);
+  Form& form = control.Owner();
+  control.SetFocus();
+  int key = ascii;
+  if (const auto handler = control.KeyPress) handler(key);
+  if (!form.Visible()) return;
+  if (key == 13) {
+    auto* const own = dynamic_cast<Button*>(&control);
+    if (Button* const pressed = own != nullptr ? own : ButtonThat(form, &Button::Default)) {
+      Press(*pressed);
+    }
+  } else if (key == 27) {
+    if (Button* const pressed = ButtonThat(form, &Button::Cancel)) Press(*pressed);
+  }
+}
+
+void Drop(Control& control, int row, const std::vector<String>& files) {
+  const Action action(control);
+  Grid& grid = RowOf(control, row);
+  if (!grid.FilesDropped) Refuse(control, u"takes no files");
+  const auto handler = grid.FilesDropped;
+  handler(row, files);
+}
+
+void Close(Form& form) {
+  const auto self = form.weak_from_this().lock();
+  if (!form.Visible()) throw vb::Failure(Refused, u"Form \"" + form.Name() + u"\" is not open");
+  form.CloseByFrame();
+}
+
+}  // namespace tessel::forms::user
