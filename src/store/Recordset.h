@@ -3,7 +3,7 @@
 
 #include <cstddef>
 #include <memory>
-#include <optional>
+#include <string>
 #include <vector>
 
 #include "store/Connection.h"
@@ -12,7 +12,7 @@ namespace tessel::store {
 
 /// Holds a copy of all rows. Changed fields of the current row are pending until `Update` or until
 /// the row is left; `Update` writes them to the row's table, and fails when another writer has
-/// changed or deleted that row since it was read.
+/// changed or deleted that row since it was read. Only a query over one table can be updated.
 class Recordset {
  public:
   Recordset() = default;
@@ -47,15 +47,18 @@ class Recordset {
 
  private:
   struct Pending {
-    std::size_t column;
-    Value before;
+    std::size_t Column;
+    Value Before;
   };
   [[nodiscard]] std::size_t ColumnOf(StringView name) const;
+  void FindTable(const std::string& sql);
+  void ReadRowIds();
 
   bool open_ = false;
   std::shared_ptr<Connection> connection_;
+  std::string tail_;   // "FROM table ..." of a query over one table
+  std::string table_;  // empty for any other query
   std::vector<String> names_;
-  std::vector<std::string> origins_;  // "table\0column" of each field, empty when it is no column
   std::vector<std::vector<Value>> rows_;
   std::vector<std::int64_t> rowIds_;
   std::vector<Pending> pending_;

@@ -1,0 +1,21 @@
+# tessel_embed(TARGET HEADER NAMESPACE FILE...): texts built into a program. Each file becomes a std::string_view
+# named after it ("personal.sql" -> personal_sql) in the generated header.
+function(tessel_embed target header namespace)
+  set(out "// Generated from the files named below.\n#pragma once\n\n#include <string_view>\n\nnamespace ${namespace} {\n")
+  foreach(file ${ARGN})
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+    file(READ ${file} hex HEX)
+    string(LENGTH "${hex}" digits)
+    math(EXPR length "${digits} / 2")
+    # Sixteen bytes a literal; the compiler joins them.
+    string(REPEAT "[0-9a-f]" 32 line)
+    string(REGEX REPLACE "(${line})" "\\1\"\n    \"" bytes "${hex}")
+    string(REGEX REPLACE "([0-9a-f][0-9a-f])" "\\\\x\\1" bytes "${bytes}")
+    get_filename_component(name ${file} NAME)
+    string(MAKE_C_IDENTIFIER ${name} name)
+    string(APPEND out "inline constexpr std::string_view ${name}{\n    \"${bytes}\", ${length}};\n")
+  endforeach()
+  string(APPEND out "}  // namespace ${namespace}\n")
+  file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/generated/${header} CONTENT "${out}" @ONLY)
+  target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/generated)
+endfunction()

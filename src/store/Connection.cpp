@@ -1,0 +1,97 @@
+#include "store/Connection.h"
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+
+#include "store/Engine.h"
+#include "store/Statements.h"
+
+namespace tessel::store {
+namespace {
+
+constexpr int BusyTimeoutMs = 5000;
+
+[[noreturn]] void Fail(const std::filesystem::path& file, StringView why) {
+  throw vb::Failure(StoreFailure, file.u16string() + u": " + String(why), u"Tessel.store");
+}
+
+/// A genuine Jet file says so behind its first four bytes.
+bool IsJet(std::string_view head) {
+  const std::string_view mark = head.substr(4);
+  return mark.rfind("Standard Jet DB", 0) == 0 || mark.rfind("Standard ACE DB", 0) == 0;
+}
+
+/// Looks at the file before the engine does, so that nothing foreign is touched and the message
+/// fits.
+void CheckFile(const std::filesystem::path& file) {
+  std::error_code error;
+  if (!std::filesystem::exists(file, error)) Fail(file, u"the file does not exist");
+  if (std::filesystem::is_directory(file, error)) Fail(file, u"is a folder, not a database");
+  std::ifstream in(file, std::ios::binary);
+  if (!in) Fail(file, u"the file cannot be read");
+  std::array<char, 20> head{};
+  in.read(head.data(), static_cast<std::streamsize>(head.size()));
+  const std::string_view read(head.data(), static_cast<std::size_t>(in.gcount()));
+  if (read.size() == head.size() && IsJet(read)) {
+    Fail(file,
+         u"is a Microsoft Jet database, which can't be read here; it was left as it is. Export its "
+         u"contents and import them into a new database");
+  }
+  if (read.rfind("SQLite format 3", 0) != 0) Fail(file, u"the file is damaged or is no database");
+}
+
+}  // namespace
+
+Connection::~Connection() { Close(); }
+
+void Connection::Open() {
+  Close();
+  const std::filesystem::path file(DataSource);
+  CheckFile(file);
+  sqlite3* opened = nullptr;
+  const std::string name = vb::ToUtf8(file.u16string());
+  const int result = sqlite3_open_v2(name.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+  db_ = opened;
+  try {
+    if (result != SQLITE_OK) throw engine::Error(db_, name);
+    sqlite3_busy_timeout(db_, BusyTimeoutMs);
+    engine::Run(db_, "PRAGMA foreign_keys = ON");
+    // The first real look at the file: damage and locks show here and not in some later tool.
+    engine::Run(db_, "SELECT count(*) FROM sqlite_master");
+  } catch (const vb::Failure& failure) {
+    const String why = failure.Description();
+    Close();
+    Fail(file, why);
+  }
+}
+
+void Connection::Close() {
+  if (db_ != nullptr) sqlite3_close_v2(db_);
+  db_ = nullptr;
+}
+
+void Connection::Execute(StringView statement) {
+  sqlite3* const db = engine::Need(this);
+  const auto prepared = engine::Prepare(db, TranslateStatement(statement));
+  while (engine::Step(db, prepared.get())) {
+  }
+}
+
+Transaction::Transaction(Connection& connection) : connection_(&connection) {
+  engine::Run(engine::Need(connection_), "BEGIN IMMEDIATE");
+}
+
+Transaction::~Transaction() {
+  if (connection_ != nullptr && connection_->IsOpen()) {
+    sqlite3_exec(connection_->Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+  }
+}
+
+void Transaction::Commit() {
+  engine::Run(engine::Need(connection_), "COMMIT");
+  connection_ = nullptr;
+}
+
+}  // namespace tessel::store
