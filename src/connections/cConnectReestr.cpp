@@ -1,0 +1,91 @@
+#include "connections/cConnectReestr.h"
+
+#include <algorithm>
+
+#include "foundation/ServiceClass.h"
+
+namespace tessel {
+
+std::shared_ptr<cConnectReestr> gConnectReestr;
+
+namespace {
+
+constexpr std::uint32_t NotInitialized = 0x80044511, InvalidSettings = 0x80044512,
+                        InvalidKeyName = 0x80044513, ComponentFailure = 0x80044514;
+constexpr ServiceClass Service{u"cConnectReestr", NotInitialized, ComponentFailure,
+                               u"cConnectReestr component failure"};
+
+void Need(const std::shared_ptr<CAppSettings>& settings) {
+  if (!settings) throw Service.Own(NotInitialized, u"Object not properly initialized");
+}
+
+}  // namespace
+
+void cConnectReestr::Init(const std::shared_ptr<CAppSettings>& appSettings) {
+  SetAppSettings(appSettings);
+}
+
+void cConnectReestr::SetAppSettings(const std::shared_ptr<CAppSettings>& value) {
+  if (!value) throw Service.Own(InvalidSettings, u"Invalid AppSettings object");
+  appSettings_ = value;
+}
+
+void cConnectReestr::SetKeyName(StringView value) {
+  if (value.empty()) throw Service.Own(InvalidKeyName, u"Invalid KeyName value");
+  keyName_ = value;
+}
+
+std::optional<std::vector<RegisteredConnection>> cConnectReestr::GetAllConnect() const {
+  return Service.Guard([&]() -> std::optional<std::vector<RegisteredConnection>> {
+    Need(appSettings_);
+    std::vector<String> names;
+    // A key that was never written holds no names.
+    try {
+      names = appSettings_->GetAllKeys(keyName_);
+    } catch (const vb::Failure&) {
+      return std::nullopt;
+    }
+    if (names.empty()) return std::nullopt;
+    std::vector<RegisteredConnection> rows;
+    for (String& name : names) {
+      String file = appSettings_->GetText(keyName_, name, u"");
+      rows.push_back({std::move(name), std::move(file)});
+    }
+    return rows;
+  });
+}
+
+void cConnectReestr::SaveConnect(StringView name, StringView fileName) {
+  Service.Guard([&] {
+    Need(appSettings_);
+    appSettings_->SaveSetting(keyName_, name, String(fileName));
+  });
+}
+
+bool cConnectReestr::AddNewConnection(StringView fileName) {
+  return Service.Guard([&] {
+    const auto known = GetAllConnect().value_or(std::vector<RegisteredConnection>{});
+    const auto has = [&](auto&& test) { return std::any_of(known.begin(), known.end(), test); };
+    if (has([&](const auto& row) { return vb::SameText(row.FileName, fileName); })) return false;
+    // Numbers that deleted entries left are used again.
+    for (int number = 1;; ++number) {
+      const String name = u"UserConnect" + vb::Str(number);
+      if (has([&](const auto& row) { return vb::SameText(row.Name, name); })) continue;
+      SaveConnect(name, fileName);
+      return true;
+    }
+  });
+}
+
+void cConnectReestr::DeleteConnection(StringView fileName) {
+  Service.Guard([&] {
+    const auto known = GetAllConnect();
+    if (!known) return;
+    appSettings_->DeleteSetting(keyName_, u"");
+    for (const RegisteredConnection& row : *known) {
+      if (!vb::SameText(row.FileName, fileName)) SaveConnect(row.Name, row.FileName);
+    }
+  });
+}
+
+}  // namespace tessel

@@ -1,0 +1,63 @@
+#include "connections/cConnectionMDB.h"
+
+#include "connections/cConnectionMDBs.h"
+#include "platform/Platform.h"
+#include "store/Recordset.h"
+
+namespace tessel {
+namespace {
+
+struct NeededTable {
+  StringView Name, Statement;
+};
+/// A snippet database has at least these columns; more columns and tables are welcome.
+constexpr NeededTable NeededTables[] = {
+    {u"Tree", u"SELECT ID, Name, lft, rgt, Root FROM Tree"},
+    {u"List",
+     u"SELECT Id, Text, TitleObj, TextObj, CompObj, NameObj, ClassObj, TextUserNotes FROM List"},
+    {u"NameMDB", u"SELECT Name FROM NameMDB"}};
+
+void Report(StringView text) {
+  platform::Platform& services = platform::Current();
+  services.Desktop().ShowMessage(text, services.App().Title(), platform::OKOnly);
+}
+
+}  // namespace
+
+bool cConnectionMDB::OpenConnection() {
+  CloseConnection();
+  if (FileName.empty() || NameConnect.empty()) return false;
+  try {
+    auto opened = std::make_shared<store::Connection>();
+    opened->Provider = u"Microsoft.Jet.OLEDB.4.0";
+    opened->DataSource = platform::Current().App().NativePath(FileName);
+    opened->CursorLocation = store::CursorLocation::Client;
+    opened->Open();
+    mConnectMDB = std::move(opened);
+  } catch (...) {
+    Report(vb::CurrentFailure().Description());
+    return false;
+  }
+  return NameConnect == SharedConnection || CheckStructureMDB();
+}
+
+void cConnectionMDB::CloseConnection() {
+  if (mConnectMDB) mConnectMDB->Close();
+  mConnectMDB.reset();
+}
+
+bool cConnectionMDB::CheckStructureMDB() const {
+  for (const NeededTable& table : NeededTables) {
+    try {
+      store::Recordset records;
+      records.Open(table.Statement, mConnectMDB);
+    } catch (...) {
+      Report(vb::CurrentFailure().Description() + u"\r\nFile: " + FileName + u"\r\nTable: " +
+             String(table.Name));
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace tessel
