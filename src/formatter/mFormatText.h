@@ -70,8 +70,16 @@ bool CheckTextLabel(String& text);
 
 /// The scopes that a run can have, separated by "|"; also notes the caret and its member.
 [[nodiscard]] String GetProjectForFormated(const std::shared_ptr<host::VBE>& vbe);
-/// Formats the bodies of a module and writes them back; false when there was nothing to write.
-bool FormatModuleBodies(const std::shared_ptr<host::CodeModule>& codeModule);
+/// The bodies of a module: everything behind its declarations.
+struct ModuleBodies {
+  int FirstLine = 1;  ///< in the module
+  String Text;
+};
+/// Nothing for a module that holds declarations only.
+[[nodiscard]] std::optional<ModuleBodies> ReadModuleBodies(
+    const std::shared_ptr<host::CodeModule>& codeModule);
+/// Replaces the bodies of a module by `formatted`.
+void WriteModuleBodies(const std::shared_ptr<host::CodeModule>& codeModule, StringView formatted);
 /// Formats a scope (a text of `GetProjectForFormated`) with the progress window up.
 void RunFormatText(const std::shared_ptr<host::VBComponents>& components, StringView scope);
 

@@ -1,0 +1,174 @@
+// A run over a scope: reads code from the host, formats it, writes it back.
+
+#include <algorithm>
+
+#include "formatter/mFormatText.h"
+#include "foundation/ProgressBarWindow.h"
+#include "foundation/Routine.h"
+#include "insertion/ReplaceLines.h"
+#include "platform/Platform.h"
+#include "scanning/mFunctions.h"
+
+namespace tessel::mFormatText {
+namespace {
+
+using ModulePtr = std::shared_ptr<host::CodeModule>;
+using ComponentsPtr = std::shared_ptr<host::VBComponents>;
+
+constexpr StringView MethodScope = u"Current Method   ", ComponentScope = u"Current Component",
+                     ProjectScope = u"Current Project  ";
+
+String ScopeText(StringView word, StringView name) {
+  return String(word) + u" [" + String(name) + u"]";
+}
+
+bool IsScope(StringView scope, StringView word) {
+  return vb::SameText(vb::Left(scope, word.size()), word);
+}
+
+/// The name in the brackets.
+StringView TargetOf(StringView scope) {
+  const std::size_t open = scope.find(u'[');
+  if (open == StringView::npos || open + 2 > scope.size()) return {};
+  return scope.substr(open + 1, scope.size() - open - 2);
+}
+
+void DoEvents() { platform::Current().Clock().DoEvents(); }
+
+/// Puts a line at the top of the module's pane, with the caret in it.
+void ShowLine(host::CodeModule& module, int line) {
+  const auto pane = module.CodePane();
+  pane->SetTopLine(line);
+  pane->SetSelection({line, 1, line, 1});
+}
+
+/// Formats what stands behind the declarations; true when text was written.
+bool FormatBodies(const Statements& run, const ModulePtr& module) {
+  const auto bodies = run([&] { return ReadModuleBodies(module); });
+  if (!bodies) return false;
+  const String formatted = FormatTextComponent(bodies->Text);
+  if (formatted.empty()) return false;
+  run([&] { WriteModuleBodies(module, formatted); });
+  return true;
+}
+
+void FormatProject(const Statements& run, host::VBComponents& components,
+                   ProgressBarWindow& progress) {
+  const int count = run([&] { return components.Count(); });
+  for (int index = 1; index <= count; ++index) {
+    const auto component = run([&] { return components.Item(index); });
+    if (!component) continue;
+    run([&] { progress.SetMessage1(component->Name()); });
+    run(DoEvents);
+    if (const auto module = run([&] { return component->CodeModule(); })) {
+      FormatBodies(run, module);
+    }
+    if (progress.ProgressBarStop()) return;
+    progress.SetPRBsi1(progress.PRBsi1() + 1);
+  }
+}
+
+void FormatComponent(const Statements& run, host::VBComponents& components, StringView target,
+                     ProgressBarWindow& progress) {
+  const int count = run([&] { return components.Count(); });
+  for (int index = 1; index <= count; ++index) {
+    const auto component = run([&] { return components.Item(index); });
+    if (!component || !vb::SameText(run([&] { return component->Name(); }), target)) continue;
+    run([&] { progress.SetMessage1(component->Name()); });
+    progress.SetPRBCount1(1);
+    run(DoEvents);
+    const auto module = run([&] { return component->CodeModule(); });
+    if (module && FormatBodies(run, module)) {
+      run([&] { ShowLine(*module, std::max(1, module->CountOfDeclarationLines())); });
+    }
+    if (progress.ProgressBarStop()) return;
+  }
+}
+
+void FormatMember(const Statements& run, const ModulePtr& module, StringView target) {
+  const auto kind = static_cast<host::vbext_ProcKind>(ActiveMemberKind);
+  const int body = run([&] { return module->ProcBodyLine(target, kind); });
+  const int count = run([&] { return module->ProcCountLines(target, kind); });
+  const int start = run([&] { return module->ProcStartLine(target, kind); });
+  String key;
+  MarkerFound = mFunctions::GetKEYDeclare(module, body, key);
+  const bool marked = MarkerFound;
+  const int length = count - (body - start);
+  const String text = run([&] { return module->Lines(body, length); });
+  const String formatted = FormatTextComponent(text);
+  if (!formatted.empty()) {
+    run([&] { ReplaceLines(*module, body, length, body, formatted); });
+  }
+  if (marked) {
+    // The host's own line end makes up the last of the blank lines.
+    run([&] { module->InsertLines(body - 1, vb::Repeat(MarkerBlankLines - 1, u'\r')); });
+  }
+  const int line = run([&] { return module->ProcBodyLine(target, kind); }) + 1;
+  if (!formatted.empty()) run([&] { ShowLine(*module, line); });
+}
+
+}  // namespace
+
+String GetProjectForFormated(const std::shared_ptr<host::VBE>& vbe) {
+  String list;
+  Routine(u"mFormatText.GetProjectForFormated", [&](const Statements& run) {
+    list.clear();
+    ActiveMemberName.clear();
+    const auto project = run([&] { return vbe->ActiveVBProject(); });
+    if (!project) return;
+    if (const auto pane = run([&] { return vbe->ActiveCodePane(); })) {
+      const host::Selection selection = run([&] { return pane->GetSelection(); });
+      SelStartLine = selection.StartLine;
+      SelStartColumn = selection.StartColumn;
+      const auto module = run([&] { return pane->CodeModule(); });
+      host::vbext_ProcKind kind{};
+      ActiveMemberName = run([&] { return module->ProcOfLine(SelStartLine, kind); });
+      if (!ActiveMemberName.empty()) list += ScopeText(MethodScope, ActiveMemberName) + u"|";
+      list += ScopeText(ComponentScope, run([&] { return module->Name(); })) + u"|";
+      if (!ActiveMemberName.empty()) {
+        ActiveMemberKind =
+            mFunctions::MemberKindAtLine(module, ActiveMemberName, SelStartLine, false);
+      }
+    }
+    list += ScopeText(ProjectScope, run([&] { return project->Name(); }));
+  });
+  return list;
+}
+
+std::optional<ModuleBodies> ReadModuleBodies(const ModulePtr& codeModule) {
+  const int declarations = codeModule->CountOfDeclarationLines();
+  const int all = codeModule->CountOfLines();
+  if (all - declarations < 1 || all < 1) return std::nullopt;
+  return ModuleBodies{declarations + 1, codeModule->Lines(declarations + 1, all - declarations)};
+}
+
+void WriteModuleBodies(const ModulePtr& codeModule, StringView formatted) {
+  const int declarations = codeModule->CountOfDeclarationLines();
+  // Behind the only line of an empty module is its end.
+  ReplaceLines(*codeModule, declarations + 1, codeModule->CountOfLines() - declarations,
+               std::max(1, declarations) + 1, formatted);
+}
+
+void RunFormatText(const ComponentsPtr& components, StringView scope) {
+  Routine(u"mFormatText.RunFormatText", [&](const Statements& run) {
+    Init_mRecord_FormatText();
+    const String target(TargetOf(scope));
+    const auto progress = std::make_shared<ProgressBarWindow>(u"Format Text");
+    run([&] { progress->Show(platform::ShowStyle::Modeless); });
+    run([&] { progress->SetPRBCount1(components->Count()); });
+    progress->SetPRBsi1(0);
+    progress->C1ElaProgressBar2.SetVisible(false);
+    progress->lblMessage2.SetVisible(false);
+    if (IsScope(scope, ProjectScope)) {
+      FormatProject(run, *components, *progress);
+    } else if (IsScope(scope, ComponentScope)) {
+      FormatComponent(run, *components, target, *progress);
+    } else if (const auto pane = run([&] { return components->VBE()->ActiveCodePane(); })) {
+      FormatMember(run, run([&] { return pane->CodeModule(); }), target);
+    }
+    progress->Hide();
+    progress->Unload();
+  });
+}
+
+}  // namespace tessel::mFormatText
