@@ -15,6 +15,7 @@
 namespace tessel::model {
 
 class Vbe;
+class CodeModule;
 
 /// One window that the environment has open.
 struct WindowInfo {
@@ -71,6 +72,7 @@ class Environment {
   void SetOperationHook(std::function<void(std::string_view)> hook);
 
  protected:
+  static void SetModuleText(CodeModule& module, StringView text);
   std::shared_ptr<Vbe> vbe_;
 };
 

@@ -33,12 +33,12 @@ enum class MessageAnswer { OK = 1, Cancel = 2, Abort = 3, Retry = 4, Ignore = 5,
 
 struct FileDialogRequest {
   bool Save = false;
-  String Title;
+  String Title{};
   /// "caption|pattern|caption|pattern".
-  String Filter;
-  String InitialDir;
-  String FileName;
-  String DefaultExt;
+  String Filter{};
+  String InitialDir{};
+  String FileName{};
+  String DefaultExt{};
   bool MultiSelect = false;
 };
 

@@ -1,0 +1,204 @@
+#include "hosts/model/CodeModule.h"
+
+#include <algorithm>
+
+#include "hosts/model/Component.h"
+#include "hosts/model/Vbe.h"
+#include "vb/Failure.h"
+
+namespace tessel::model {
+namespace {
+
+constexpr std::int32_t NoSuchProcedure = 35;
+
+}  // namespace
+
+CodeModule::CodeModule(Hook hook, const std::shared_ptr<VBComponent>& component,
+                       std::function<LineBuffer()> load)
+    : hook_(std::move(hook)), component_(component), load_(std::move(load)) {}
+
+LineBuffer& CodeModule::Text() {
+  if (!buffer_) buffer_ = load_ ? load_() : LineBuffer();
+  return *buffer_;
+}
+
+const LineBuffer& CodeModule::Buffer() { return Text(); }
+
+MemberIndex& CodeModule::Index() {
+  if (!index_) index_.emplace(Text());
+  return *index_;
+}
+
+std::shared_ptr<host::VBComponent> CodeModule::Parent() {
+  (*hook_)("CodeModule.Parent");
+  return component_.lock();
+}
+
+std::shared_ptr<host::VBE> CodeModule::VBE() {
+  const auto component = component_.lock();
+  return component ? component->VBE() : nullptr;
+}
+
+String CodeModule::Name() {
+  (*hook_)("CodeModule.Name");
+  const auto component = component_.lock();
+  return component ? component->PlainName() : String();
+}
+
+String CodeModule::Lines(int startLine, int count) {
+  (*hook_)("CodeModule.Lines");
+  if (startLine < 1 || count < 0) throw vb::RuntimeFailure(vb::SubscriptOutOfRange);
+  const int there = Text().Count() - startLine + 1;
+  return there <= 0 ? String() : Text().Text(startLine, std::min(count, there));
+}
+
+int CodeModule::CountOfLines() {
+  (*hook_)("CodeModule.CountOfLines");
+  return Text().Count();
+}
+
+void CodeModule::InsertLines(int line, StringView text) {
+  (*hook_)("CodeModule.InsertLines");
+  if (line < 1) throw vb::RuntimeFailure(vb::SubscriptOutOfRange);
+  const int at = std::min(line, Text().Count() + 1);
+  Index();
+  const int added = Text().Insert(at, text);
+  index_->Edited(at, 0, added);
+  modified_ = true;
+}
+
+void CodeModule::DeleteLines(int startLine, int count) {
+  (*hook_)("CodeModule.DeleteLines");
+  if (startLine < 1 || count < 0 || count > Text().Count() - startLine + 1) {
+    throw vb::RuntimeFailure(vb::SubscriptOutOfRange);
+  }
+  if (count == 0) return;
+  Index();
+  Text().Delete(startLine, count);
+  index_->Edited(startLine, count, 0);
+  modified_ = true;
+}
+
+void CodeModule::ReplaceLine(int line, StringView text) {
+  (*hook_)("CodeModule.ReplaceLine");
+  if (line < 1 || line > Text().Count()) throw vb::RuntimeFailure(vb::SubscriptOutOfRange);
+  Index();
+  Text().Delete(line, 1);
+  const int added = Text().Insert(line, text);
+  index_->Edited(line, 1, added);
+  modified_ = true;
+}
+
+const MemberIndex::Span& CodeModule::SpanOf(StringView name, host::vbext_ProcKind kind) {
+  const MemberIndex::Span* const span = Index().Find(name, kind);
+  if (span == nullptr) {
+    throw vb::Failure(NoSuchProcedure, u"Sub or Function not defined: " + String(name), u"VBIDE");
+  }
+  return *span;
+}
+
+int CodeModule::ProcStartLine(StringView name, host::vbext_ProcKind kind) {
+  (*hook_)("CodeModule.ProcStartLine");
+  return SpanOf(name, kind).Start;
+}
+
+int CodeModule::ProcCountLines(StringView name, host::vbext_ProcKind kind) {
+  (*hook_)("CodeModule.ProcCountLines");
+  return SpanOf(name, kind).Count;
+}
+
+int CodeModule::ProcBodyLine(StringView name, host::vbext_ProcKind kind) {
+  (*hook_)("CodeModule.ProcBodyLine");
+  return SpanOf(name, kind).Body;
+}
+
+String CodeModule::ProcOfLine(int line, host::vbext_ProcKind& kind) {
+  (*hook_)("CodeModule.ProcOfLine");
+  return Index().ProcOfLine(line, kind);
+}
+
+int CodeModule::CountOfDeclarationLines() {
+  (*hook_)("CodeModule.CountOfDeclarationLines");
+  return Index().CountOfDeclarationLines();
+}
+
+std::shared_ptr<host::CodePane> CodeModule::CodePane() {
+  (*hook_)("CodeModule.CodePane");
+  return OwnPane();
+}
+
+std::shared_ptr<model::CodePane> CodeModule::OwnPane() {
+  if (auto pane = pane_.lock()) return pane;
+  const auto component = component_.lock();
+  const auto vbe = component ? component->Environment() : nullptr;
+  if (!vbe) throw vb::RuntimeFailure(vb::ObjectNotSet);
+  auto pane = std::make_shared<model::CodePane>(
+      hook_, shared_from_this(),
+      vbe->OwnWindows().Create(u"VbaWindow", component->PlainName() + u" (Code)"));
+  pane_ = pane;
+  vbe->KeepPane(pane);
+  return pane;
+}
+
+CodePane::CodePane(Hook hook, const std::shared_ptr<model::CodeModule>& module,
+                   std::shared_ptr<model::Window> window)
+    : hook_(std::move(hook)), module_(module), window_(std::move(window)) {}
+
+std::shared_ptr<host::Window> CodePane::Window() {
+  (*hook_)("CodePane.Window");
+  return window_;
+}
+
+int CodePane::ClampLine(int line) const {
+  const auto module = module_.lock();
+  return std::clamp(line, 1, module ? std::max(1, module->Buffer().Count()) : 1);
+}
+
+int CodePane::ClampColumn(int line, int column) const {
+  const auto module = module_.lock();
+  const bool there = module && line <= module->Buffer().Count();
+  const int length = there ? static_cast<int>(module->Buffer().Line(line).size()) : 0;
+  return std::clamp(column, 1, length + 1);
+}
+
+host::Selection CodePane::GetSelection() {
+  (*hook_)("CodePane.GetSelection");
+  // The text may have changed since.
+  selection_.StartLine = ClampLine(selection_.StartLine);
+  selection_.EndLine = ClampLine(selection_.EndLine);
+  selection_.StartColumn = ClampColumn(selection_.StartLine, selection_.StartColumn);
+  selection_.EndColumn = ClampColumn(selection_.EndLine, selection_.EndColumn);
+  return selection_;
+}
+
+void CodePane::SetSelection(const host::Selection& selection) {
+  (*hook_)("CodePane.SetSelection");
+  const int start = ClampLine(selection.StartLine), end = ClampLine(selection.EndLine);
+  selection_ = {start, ClampColumn(start, selection.StartColumn), end,
+                ClampColumn(end, selection.EndColumn)};
+}
+
+int CodePane::TopLine() {
+  (*hook_)("CodePane.TopLine");
+  return ClampLine(topLine_);
+}
+
+void CodePane::SetTopLine(int line) {
+  (*hook_)("CodePane.TopLine");
+  topLine_ = ClampLine(line);
+}
+
+std::shared_ptr<host::CodeModule> CodePane::CodeModule() {
+  (*hook_)("CodePane.CodeModule");
+  return module_.lock();
+}
+
+void CodePane::Show() {
+  (*hook_)("CodePane.Show");
+  const auto module = module_.lock();
+  const auto component = module ? module->Component() : nullptr;
+  if (!component || !component->Environment()) throw vb::RuntimeFailure(vb::ObjectNotSet);
+  component->Environment()->BringToFront(shared_from_this());
+}
+
+}  // namespace tessel::model

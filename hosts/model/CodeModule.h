@@ -1,0 +1,88 @@
+// The text of a component and its pane.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "addin/host/CodeModule.h"
+#include "hosts/model/LineBuffer.h"
+#include "hosts/model/MemberIndex.h"
+#include "hosts/model/OperationHook.h"
+#include "hosts/model/Windows.h"
+
+namespace tessel::model {
+
+class VBComponent;
+class Vbe;
+class CodePane;
+
+class CodeModule : public host::CodeModule, public std::enable_shared_from_this<CodeModule> {
+ public:
+  /// `load` gives the text when it is asked for first; without it the module is empty.
+  CodeModule(Hook hook, const std::shared_ptr<VBComponent>& component,
+             std::function<LineBuffer()> load);
+
+  [[nodiscard]] std::shared_ptr<host::VBComponent> Parent() override;
+  [[nodiscard]] std::shared_ptr<host::VBE> VBE() override;
+  [[nodiscard]] String Name() override;
+  [[nodiscard]] String Lines(int startLine, int count) override;
+  [[nodiscard]] int CountOfLines() override;
+  void InsertLines(int line, StringView text) override;
+  void DeleteLines(int startLine, int count) override;
+  void ReplaceLine(int line, StringView text) override;
+  [[nodiscard]] int ProcStartLine(StringView name, host::vbext_ProcKind kind) override;
+  [[nodiscard]] int ProcCountLines(StringView name, host::vbext_ProcKind kind) override;
+  [[nodiscard]] int ProcBodyLine(StringView name, host::vbext_ProcKind kind) override;
+  [[nodiscard]] String ProcOfLine(int line, host::vbext_ProcKind& kind) override;
+  [[nodiscard]] int CountOfDeclarationLines() override;
+  [[nodiscard]] std::shared_ptr<host::CodePane> CodePane() override;
+
+  [[nodiscard]] std::shared_ptr<VBComponent> Component() const { return component_.lock(); }
+  [[nodiscard]] std::shared_ptr<model::CodePane> OwnPane();
+  /// The lines, loaded when they weren't.
+  [[nodiscard]] const LineBuffer& Buffer();
+  MemberIndex& Index();
+  [[nodiscard]] bool IsLoaded() const { return buffer_.has_value(); }
+  [[nodiscard]] bool IsModified() const { return modified_; }
+  void SetModified(bool value) { modified_ = value; }
+
+ private:
+  LineBuffer& Text();
+  [[nodiscard]] const MemberIndex::Span& SpanOf(StringView name, host::vbext_ProcKind kind);
+  Hook hook_;
+  std::weak_ptr<VBComponent> component_;
+  std::function<LineBuffer()> load_;
+  std::optional<LineBuffer> buffer_;
+  std::optional<MemberIndex> index_;
+  std::weak_ptr<model::CodePane> pane_;
+  bool modified_ = false;
+};
+
+/// Keeps selection and top line. Open panes are held by the environment.
+class CodePane : public host::CodePane, public std::enable_shared_from_this<CodePane> {
+ public:
+  CodePane(Hook hook, const std::shared_ptr<model::CodeModule>& module,
+           std::shared_ptr<model::Window> window);
+  [[nodiscard]] std::shared_ptr<host::Window> Window() override;
+  [[nodiscard]] host::Selection GetSelection() override;
+  void SetSelection(const host::Selection& selection) override;
+  [[nodiscard]] int TopLine() override;
+  void SetTopLine(int line) override;
+  [[nodiscard]] std::shared_ptr<host::CodeModule> CodeModule() override;
+  void Show() override;
+
+  [[nodiscard]] std::shared_ptr<model::CodeModule> Module() const { return module_.lock(); }
+  [[nodiscard]] model::Window& OwnWindow() { return *window_; }
+
+ private:
+  [[nodiscard]] int ClampLine(int line) const;
+  [[nodiscard]] int ClampColumn(int line, int column) const;
+  Hook hook_;
+  std::weak_ptr<model::CodeModule> module_;
+  std::shared_ptr<model::Window> window_;
+  host::Selection selection_;
+  int topLine_ = 1;
+};
+
+}  // namespace tessel::model

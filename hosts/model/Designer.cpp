@@ -1,0 +1,203 @@
+#include "hosts/model/Designer.h"
+
+#include <algorithm>
+
+#include "hosts/model/Component.h"
+#include "hosts/model/Vbe.h"
+#include "vb/Failure.h"
+
+namespace tessel::model {
+namespace {
+
+constexpr std::size_t LongestName = 40;
+constexpr std::int32_t NotAName = 32813;
+
+class Property : public host::Property {
+ public:
+  Property(Hook hook, Properties::Entry entry) : hook_(std::move(hook)), entry_(std::move(entry)) {}
+  [[nodiscard]] String Name() override { return entry_.Name; }
+  [[nodiscard]] String Value() override {
+    (*hook_)("Property.Value");
+    return entry_.Get();
+  }
+  void SetValue(StringView value) override {
+    (*hook_)("Property.Value");
+    entry_.Set(value);
+  }
+
+ private:
+  Hook hook_;
+  Properties::Entry entry_;
+};
+
+[[noreturn]] void Missing(StringView what, StringView name) {
+  throw vb::Failure(vb::SubscriptOutOfRange,
+                    u"There is no " + String(what) + u" \"" + String(name) + u"\"", u"VBIDE");
+}
+
+}  // namespace
+
+bool IsName(StringView text) {
+  const auto letter = [](char16_t unit) {
+    return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') || unit >= 0x80;
+  };
+  return !text.empty() && text.size() <= LongestName && letter(text.front()) &&
+         std::all_of(text.begin(), text.end(), [&](char16_t unit) {
+           return letter(unit) || unit == u'_' || (unit >= u'0' && unit <= u'9');
+         });
+}
+
+std::shared_ptr<host::Property> Properties::Item(int index) {
+  (*hook_)("Properties.Item");
+  if (index < 1 || index > Count()) Missing(u"property", vb::Str(index));
+  return std::make_shared<Property>(hook_, entries_[static_cast<std::size_t>(index) - 1]);
+}
+
+std::shared_ptr<host::Property> Properties::Item(StringView name) {
+  (*hook_)("Properties.Item");
+  for (const Entry& entry : entries_) {
+    if (vb::SameText(entry.Name, name)) return std::make_shared<Property>(hook_, entry);
+  }
+  Missing(u"property", name);
+}
+
+void AddBlockEntries(std::vector<Properties::Entry>& entries,
+                     const std::shared_ptr<DesignerTree>& tree, DesignerNode* node) {
+  for (const auto& item : node->Items) {
+    if (item.Child || item.PropertyName.empty()) continue;
+    const String name = item.PropertyName;
+    entries.push_back(
+        {name, [node, name] { return PlainValue(node->RawValue(name).value_or(String())); },
+         [tree, node, name](StringView value) { tree->SetProperty(*node, name, value); }});
+  }
+}
+
+String VBControl::ClassName() { return node_ == nullptr ? lastClass_ : node_->Class; }
+
+String VBControl::ControlObjectName() {
+  (*hook_)("VBControl.ControlObject");
+  return node_ == nullptr ? lastName_ : node_->Name;
+}
+
+std::shared_ptr<host::Properties> VBControl::Properties() {
+  (*hook_)("VBControl.Properties");
+  std::vector<model::Properties::Entry> entries;
+  const auto self = shared_from_this();
+  entries.push_back({u"Name", [self] { return self->node_ ? self->node_->Name : self->lastName_; },
+                     [self](StringView value) {
+                       if (const auto owner = self->Owner()) owner->RenameControl(self, value);
+                     }});
+  const auto owner = Owner();
+  if (node_ != nullptr && owner) AddBlockEntries(entries, owner->SharedTree(), node_);
+  return std::make_shared<model::Properties>(hook_, std::move(entries));
+}
+
+std::shared_ptr<host::VBComponent> VBControl::ControlObjectParent() {
+  (*hook_)("VBControl.ControlObject");
+  const auto owner = Owner();
+  return owner ? owner->Parent() : nullptr;
+}
+
+std::shared_ptr<host::VBControls> VBControl::Collection() {
+  (*hook_)("VBControl.Collection");
+  return Owner();
+}
+
+void VBControl::Detach() {
+  lastClass_ = node_->Class;
+  lastName_ = node_->Name;
+  node_ = nullptr;
+}
+
+Designer::Designer(Hook hook, const std::shared_ptr<VBComponent>& component,
+                   std::shared_ptr<DesignerTree> tree)
+    : hook_(std::move(hook)), component_(component), tree_(std::move(tree)) {}
+
+std::shared_ptr<host::VBControls> Designer::VBControls() {
+  (*hook_)("Designer.VBControls");
+  return shared_from_this();
+}
+
+int Designer::Count() {
+  (*hook_)("VBControls.Count");
+  if (!orderKnown_) order_ = tree_->Controls();
+  orderKnown_ = true;
+  return static_cast<int>(order_.size());
+}
+
+std::shared_ptr<host::VBControl> Designer::Item(int index) {
+  (*hook_)("VBControls.Item");
+  if (index < 1 || index > Count()) Missing(u"control", vb::Str(index));
+  return ControlOf(order_[static_cast<std::size_t>(index) - 1]);
+}
+
+std::shared_ptr<host::VBComponent> Designer::Parent() {
+  (*hook_)("VBControls.Parent");
+  return component_.lock();
+}
+
+std::shared_ptr<VBControl> Designer::ControlOf(DesignerNode* node) {
+  auto& control = controls_[node];
+  if (!control) control = std::make_shared<VBControl>(hook_, shared_from_this(), node);
+  return control;
+}
+
+std::shared_ptr<VBControl> Designer::Find(StringView name, int index) {
+  for (DesignerNode* node : tree_->Controls()) {
+    if (vb::SameText(node->Name, name) && (index < 0 || node->ArrayIndex() == index)) {
+      return ControlOf(node);
+    }
+  }
+  Missing(u"control", name);
+}
+
+std::shared_ptr<VBControl> Designer::AddControl(StringView className, StringView name) {
+  if (!IsName(name)) {
+    throw vb::Failure(NotAName, u"\"" + String(name) + u"\" is not a valid name", u"VBIDE");
+  }
+  for (const DesignerNode* node : tree_->Controls()) {
+    if (vb::SameText(node->Name, name)) {
+      throw vb::Failure(NotAName, u"The form has a control \"" + String(name) + u"\" already",
+                        u"VBIDE");
+    }
+  }
+  const String full =
+      className.find(u'.') == StringView::npos ? u"VB." + String(className) : String(className);
+  DesignerNode& node = tree_->Add(*tree_->Root(), full, name);
+  orderKnown_ = false;
+  return ControlOf(&node);
+}
+
+void Designer::RenameControl(const std::shared_ptr<VBControl>& control, StringView name) {
+  DesignerNode* const node = control->Node();
+  if (node == nullptr || node->Name == name) return;
+  if (!IsName(name)) {
+    throw vb::Failure(NotAName, u"\"" + String(name) + u"\" is not a valid name", u"VBIDE");
+  }
+  for (const DesignerNode* other : tree_->Controls()) {
+    if (other != node && vb::SameText(other->Name, name)) {
+      throw vb::Failure(NotAName, u"The form has a control \"" + String(name) + u"\" already",
+                        u"VBIDE");
+    }
+  }
+  const String before = node->Name;
+  const int index = node->ArrayIndex();
+  tree_->Rename(*node, name);
+  if (const auto component = Component()) {
+    if (const auto vbe = component->Environment()) {
+      vbe->OwnEvents().ControlRenamed(control, before, index);
+    }
+  }
+}
+
+std::shared_ptr<VBControl> Designer::RemoveControl(StringView name, int index) {
+  const auto control = Find(name, index);
+  DesignerNode* const node = control->Node();
+  control->Detach();
+  controls_.erase(node);
+  tree_->Remove(*node);
+  orderKnown_ = false;
+  return control;
+}
+
+}  // namespace tessel::model

@@ -1,0 +1,64 @@
+// The head of a form file: what stands on the designer, as nested blocks of text lines.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "vb/Text.h"
+
+namespace tessel::model {
+
+/// One block from Begin to End. Every line is kept as the file has it (with its line end), so that
+/// writing the tree gives the file's text back, and an edit changes its own lines only.
+struct DesignerNode {
+  /// A line of the block, or a block inside it.
+  struct Item {
+    String Line;                          ///< raw; empty when `Child` is set
+    String PropertyName;                  ///< of a "Name = value" line
+    std::shared_ptr<DesignerNode> Child;  ///< a Begin ... End block
+  };
+  String BeginLine, EndLine;  ///< raw
+  String Class, Name;
+  std::vector<Item> Items;
+  DesignerNode* Parent = nullptr;
+
+  /// Value of a property as the file writes it; nothing when it isn't there.
+  [[nodiscard]] std::optional<String> RawValue(StringView property) const;
+  /// Index of a control array's element, -1 for a control that is none.
+  [[nodiscard]] int ArrayIndex() const;
+};
+
+/// The whole head, from VERSION to the End of the outermost block.
+class DesignerTree {
+ public:
+  /// Reads a head that ends behind the outermost End. Fails with a vb::Failure naming the line
+  /// (from 1) when a block never ends.
+  explicit DesignerTree(StringView head);
+
+  /// The outermost block; null when the head has none (a class).
+  [[nodiscard]] DesignerNode* Root() const { return root_.get(); }
+  /// All blocks below the outermost one that are controls, in the order of the file.
+  [[nodiscard]] std::vector<DesignerNode*> Controls() const;
+  [[nodiscard]] String Text() const;
+  [[nodiscard]] bool IsModified() const { return modified_; }
+  void SetModified(bool value) { modified_ = value; }
+
+  /// Sets a property; a text is written in quotes, a number or constant as it stands.
+  void SetProperty(DesignerNode& node, StringView property, StringView value);
+  void Rename(DesignerNode& node, StringView name);
+  DesignerNode& Add(DesignerNode& parent, StringView className, StringView name);
+  void Remove(DesignerNode& node);
+
+ private:
+  std::vector<String> lead_;  // raw lines ahead of the outermost block
+  std::shared_ptr<DesignerNode> root_;
+  String lineEnd_ = u"\r\n";
+  bool modified_ = false;
+};
+
+/// A raw value as callers see it: quotes taken off, comments behind the value dropped.
+[[nodiscard]] String PlainValue(StringView raw);
+
+}  // namespace tessel::model

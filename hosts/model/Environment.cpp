@@ -1,0 +1,256 @@
+#include "hosts/model/Environment.h"
+
+#include "hosts/model/Vbe.h"
+#include "vb/Failure.h"
+
+namespace tessel::model {
+namespace {
+
+[[noreturn]] void Missing(StringView what, StringView name) {
+  throw vb::Failure(vb::SubscriptOutOfRange,
+                    u"There is no " + String(what) + u" \"" + String(name) + u"\"", u"VBIDE");
+}
+
+std::shared_ptr<VBProject> ProjectNamed(Vbe& vbe, StringView name) {
+  auto project = name.empty() ? vbe.Active() : vbe.Projects().Find(name);
+  if (!project && name.empty()) Missing(u"open project", u"");
+  if (!project) Missing(u"project", name);
+  return project;
+}
+
+std::shared_ptr<VBComponent> ComponentNamed(Vbe& vbe, StringView project, StringView name) {
+  auto component = ProjectNamed(vbe, project)->Components().Find(name);
+  if (!component) Missing(u"component", name);
+  return component;
+}
+
+/// By name in the active project, else in any other.
+std::shared_ptr<VBComponent> ComponentAnywhere(Vbe& vbe, StringView name) {
+  if (const auto active = vbe.Active()) {
+    if (auto component = active->Components().Find(name)) return component;
+  }
+  for (const auto& project : vbe.Projects().All()) {
+    if (auto component = project->Components().Find(name)) return component;
+  }
+  Missing(u"component", name);
+}
+
+CodeModule& ModuleAnywhere(Vbe& vbe, StringView name) {
+  const auto component = ComponentAnywhere(vbe, name);
+  if (!component->Module()) Missing(u"code module in", name);
+  return *component->Module();
+}
+
+std::shared_ptr<Designer> DesignerOf(Vbe& vbe, StringView name) {
+  const auto component = ComponentAnywhere(vbe, name);
+  if (!component->OwnDesigner()) Missing(u"designer of", name);
+  return component->OwnDesigner();
+}
+
+constexpr StringView Menus[] = {u"&File",    u"&Edit",   u"&View",  u"&Project", u"F&ormat",
+                                u"&Debug",   u"&Run",    u"Q&uery", u"D&iagram", u"&Tools",
+                                u"&Add-Ins", u"&Window", u"&Help"};
+
+struct AddingCommand {
+  StringView Caption;
+  host::vbext_ComponentType Type;
+  StringView BaseName;  ///< empty: the type's own
+};
+/// The adding commands of the Project menu.
+constexpr AddingCommand AddingCommands[] = {
+    {u"Add &Form", host::vbext_ct_VBForm, u""},
+    {u"Add MD&I Form", host::vbext_ct_VBMDIForm, u""},
+    {u"Add &Module", host::vbext_ct_StdModule, u""},
+    {u"Add &Class Module", host::vbext_ct_ClassModule, u""},
+    {u"Add &User Control", host::vbext_ct_UserControl, u""},
+    {u"Add Pr&operty Page", host::vbext_ct_PropPage, u""},
+    {u"Add User &Document", host::vbext_ct_DocObject, u""},
+    {u"Add &WebClass", host::vbext_ct_ActiveXDesigner, u"WebClass"},
+    {u"Add Data &Report", host::vbext_ct_ActiveXDesigner, u"DataReport"},
+    {u"Add &HTML Page", host::vbext_ct_ActiveXDesigner, u"DHTMLPage"},
+    {u"Add Data &Environment", host::vbext_ct_ActiveXDesigner, u"DataEnvironment"}};
+
+/// A project holds one MDI form; documents, web classes and HTML pages belong into servers.
+bool CanAdd(Vbe& vbe, const AddingCommand& command) {
+  const auto project = vbe.Active();
+  if (!project) return false;
+  const bool server = project->ProjectType == host::vbext_pt_ActiveXExe ||
+                      project->ProjectType == host::vbext_pt_ActiveXDll;
+  if (command.Type == host::vbext_ct_VBMDIForm) {
+    for (const auto& component : project->Components().All()) {
+      if (component->PlainType() == host::vbext_ct_VBMDIForm) return false;
+    }
+    return project->ProjectType != host::vbext_pt_ActiveXControl;
+  }
+  if (command.Type == host::vbext_ct_DocObject || command.BaseName == u"DHTMLPage") return server;
+  if (command.BaseName == u"WebClass") return project->ProjectType == host::vbext_pt_ActiveXDll;
+  return true;
+}
+
+void AddByMenu(Vbe& vbe, const AddingCommand& command) {
+  const auto project = ProjectNamed(vbe, {});
+  auto& components = project->Components();
+  const String name = command.BaseName.empty() ? String() : components.FreeName(command.BaseName);
+  const auto component = components.Make(command.Type, name);
+  vbe.Select(component);
+  vbe.OwnEvents().ComponentAdded(component);
+}
+
+void BuildMenuBar(const std::shared_ptr<Vbe>& vbe) {
+  auto& menus = vbe->OwnBars().AddOwn(u"Menu Bar")->OwnControls();
+  for (const StringView caption : Menus) {
+    const auto menu = menus.AddOwn(host::msoControlPopup, caption);
+    if (caption != u"&Project") continue;
+    auto& items = dynamic_cast<CommandBarControls&>(*menu->Controls());
+    // The bars belong to the environment: a strong reference here would keep it alive for ever.
+    Vbe* const owner = vbe.get();
+    for (const AddingCommand& command : AddingCommands) {
+      const auto item = items.AddOwn(host::msoControlButton, command.Caption);
+      item->IsUsable = [owner, &command] { return CanAdd(*owner, command); };
+      item->Command = [owner, &command] { AddByMenu(*owner, command); };
+    }
+    const auto file = items.AddOwn(host::msoControlButton, u"&Add File...");
+    file->IsUsable = [owner] { return owner->Active() && owner->Active()->Importer; };
+  }
+}
+
+}  // namespace
+
+Environment::Environment(platform::Platform& platform) : vbe_(std::make_shared<Vbe>(platform)) {
+  BuildMenuBar(vbe_);
+  Vbe* const owner = vbe_.get();
+  auto& project = dynamic_cast<CommandBarControls&>(
+      *vbe_->OwnBars().Item(u"Menu Bar")->Controls()->Item(u"Project")->Controls());
+  auto& file = dynamic_cast<CommandBarControl&>(*project.Item(u"Add File..."));
+  file.Command = [owner, &platform] {
+    const auto chosen = platform.Desktop().FileDialog(
+        {.Title = u"Add File",
+         .Filter = u"VB Files (*.frm;*.ctl;*.pag;*.bas;*.cls;*.dob;*.dsr)|*.frm;*.ctl;*.pag;*.bas;"
+                   u"*.cls;*.dob;*.dsr|All Files (*.*)|*.*"});
+    if (!chosen.empty()) ProjectNamed(*owner, {})->Components().Import(chosen.front());
+  };
+}
+
+Environment::~Environment() = default;
+
+std::shared_ptr<host::VBE> Environment::VBE() const { return vbe_; }
+
+std::shared_ptr<host::VBProject> Environment::NewProject(StringView name,
+                                                         host::vbext_ProjectType type) {
+  if (!IsName(name)) {
+    throw vb::Failure(vb::InvalidCall, u"\"" + String(name) + u"\" is not a valid name", u"VBIDE");
+  }
+  if (vbe_->Projects().Find(name)) {
+    throw vb::Failure(vb::InvalidCall, u"There is a project \"" + String(name) + u"\" already",
+                      u"VBIDE");
+  }
+  auto project = std::make_shared<VBProject>(vbe_->OwnHook(), vbe_, name, type);
+  vbe_->Projects().All().push_back(project);
+  vbe_->Activate(project);
+  vbe_->OwnEvents().ProjectAdded(project);
+  return project;
+}
+
+void Environment::RemoveProject(StringView name) {
+  const auto project = ProjectNamed(*vbe_, name);
+  for (const auto& component : project->Components().All()) {
+    if (component->Module()) vbe_->ClosePane(*component->Module());
+  }
+  auto& all = vbe_->Projects().All();
+  std::erase(all, project);
+  if (vbe_->Active() == project) vbe_->Activate(all.empty() ? nullptr : all.front());
+}
+
+void Environment::ActivateProject(StringView name) { vbe_->Activate(ProjectNamed(*vbe_, name)); }
+
+std::shared_ptr<host::VBComponent> Environment::AddComponent(StringView project,
+                                                             host::vbext_ComponentType type,
+                                                             StringView name, StringView text) {
+  const auto owner = ProjectNamed(*vbe_, project);
+  auto component = owner->Components().Make(type, name);
+  if (!text.empty()) SetModuleText(*component->Module(), text);
+  vbe_->Select(component);
+  vbe_->OwnEvents().ComponentAdded(component);
+  return component;
+}
+
+void Environment::RemoveComponent(StringView project, StringView name) {
+  const auto component =
+      project.empty() ? ComponentAnywhere(*vbe_, name) : ComponentNamed(*vbe_, project, name);
+  const auto owner = component->Project();
+  if (component->Module()) vbe_->ClosePane(*component->Module());
+  owner->Components().Remove(component);
+  if (owner->OnRemoved) owner->OnRemoved(component);
+}
+
+void Environment::RenameComponent(StringView project, StringView name, StringView newName) {
+  const auto component =
+      project.empty() ? ComponentAnywhere(*vbe_, name) : ComponentNamed(*vbe_, project, name);
+  component->SetName(newName);
+}
+
+void Environment::SelectComponent(StringView name) {
+  vbe_->Select(name.empty() ? nullptr : ComponentAnywhere(*vbe_, name));
+}
+
+std::shared_ptr<host::VBComponent> Environment::Component(StringView name) const {
+  return ComponentAnywhere(*vbe_, name);
+}
+
+std::shared_ptr<host::VBControl> Environment::AddControl(
+    StringView component, StringView className, StringView name,
+    const std::vector<std::pair<String, String>>& properties) {
+  const auto designer = DesignerOf(*vbe_, component);
+  const auto control = designer->AddControl(className, name);
+  for (const auto& [property, value] : properties) {
+    if (!vb::SameText(property, u"Name")) {
+      designer->Tree().SetProperty(*control->Node(), property, value);
+    }
+  }
+  vbe_->OwnEvents().ControlAdded(control);
+  return control;
+}
+
+void Environment::RenameControl(StringView component, StringView name, StringView newName,
+                                int index) {
+  const auto designer = DesignerOf(*vbe_, component);
+  designer->RenameControl(designer->Find(name, index), newName);
+}
+
+void Environment::RemoveControl(StringView component, StringView name, int index) {
+  const auto designer = DesignerOf(*vbe_, component);
+  vbe_->OwnEvents().ControlRemoved(designer->RemoveControl(name, index));
+}
+
+String Environment::Text(StringView component) const {
+  const LineBuffer& buffer = ModuleAnywhere(*vbe_, component).Buffer();
+  return buffer.Count() == 0 ? String() : buffer.Text(1, buffer.Count());
+}
+
+void Environment::SetModuleText(CodeModule& module, StringView text) {
+  const int count = module.Buffer().Count();
+  if (count > 0) module.DeleteLines(1, count);
+  if (!text.empty()) module.InsertLines(1, text);
+}
+
+void Environment::SetText(StringView component, StringView text) {
+  SetModuleText(ModuleAnywhere(*vbe_, component), text);
+}
+
+void Environment::SetCaret(StringView component, const host::Selection& selection) {
+  const auto pane = ModuleAnywhere(*vbe_, component).OwnPane();
+  vbe_->BringToFront(pane);
+  pane->SetSelection(selection);
+}
+
+void Environment::ClosePane(StringView component) {
+  vbe_->ClosePane(ModuleAnywhere(*vbe_, component));
+}
+
+std::vector<WindowInfo> Environment::OpenWindows() const { return vbe_->OwnWindows().All(); }
+
+void Environment::SetOperationHook(std::function<void(std::string_view)> hook) {
+  vbe_->OwnHook()->Before = std::move(hook);
+}
+
+}  // namespace tessel::model

@@ -1,0 +1,172 @@
+#include "hosts/model/LineBuffer.h"
+
+#include <algorithm>
+
+namespace tessel::model {
+namespace {
+
+constexpr int MostLines = 512;
+
+/// The first line of `text` and its end; `text` goes on behind them. False without a line end.
+bool TakeLine(StringView& text, StringView& line, LineEnd& end) {
+  const std::size_t at = text.find_first_of(u"\r\n");
+  line = text.substr(0, at);
+  if (at == StringView::npos) {
+    text = {};
+    return false;
+  }
+  const bool both = text.substr(at, 2) == vb::CrLf;
+  end = both ? LineEnd::CrLf : text[at] == u'\n' ? LineEnd::Lf : LineEnd::Cr;
+  text.remove_prefix(at + (both ? 2 : 1));
+  return true;
+}
+
+}  // namespace
+
+std::vector<StringView> CutLines(StringView text) {
+  std::vector<StringView> lines;
+  StringView line;
+  LineEnd end{};
+  while (TakeLine(text, line, end)) lines.push_back(line);
+  lines.push_back(line);
+  return lines;
+}
+
+void LineBuffer::Block::Append(StringView line, LineEnd end) {
+  Text += line;
+  Ends.push_back(static_cast<std::uint32_t>(Text.size()));
+  LineEnds.push_back(end);
+}
+
+LineBuffer::LineBuffer(StringView text) {
+  StringView line;
+  LineEnd end = LineEnd::CrLf;
+  std::size_t seen[3] = {};
+  while (!text.empty()) {
+    endsLast_ = TakeLine(text, line, end);
+    if (endsLast_) ++seen[static_cast<std::size_t>(end)];
+    if (blocks_.empty() || blocks_.back().Count() == MostLines) {
+      if (!blocks_.empty()) blocks_.back().Text.shrink_to_fit();
+      blocks_.emplace_back();
+      blocks_.back().Ends.reserve(MostLines);
+      blocks_.back().LineEnds.reserve(MostLines);
+    }
+    blocks_.back().Append(line, end);
+    ++count_;
+  }
+  if (!blocks_.empty()) blocks_.back().Text.shrink_to_fit();
+  const auto* const most = std::max_element(std::begin(seen), std::end(seen));
+  defaultEnd_ = static_cast<LineEnd>(most - std::begin(seen));
+}
+
+LineBuffer::Place LineBuffer::Find(int line) const {
+  const int wanted = line - 1;
+  while (nearBlock_ > 0 && nearAhead_ > wanted) nearAhead_ -= blocks_[--nearBlock_].Count();
+  while (nearBlock_ + 1 < blocks_.size() && nearAhead_ + blocks_[nearBlock_].Count() <= wanted) {
+    nearAhead_ += blocks_[nearBlock_++].Count();
+  }
+  return {nearBlock_, wanted - nearAhead_};
+}
+
+StringView LineBuffer::Line(int line) const {
+  const Place place = Find(line);
+  const Block& block = blocks_[place.Block];
+  const std::size_t start = block.StartOf(place.Index);
+  return StringView(block.Text)
+      .substr(start, block.Ends[static_cast<std::size_t>(place.Index)] - start);
+}
+
+LineEnd LineBuffer::EndOf(int line) const {
+  const Place place = Find(line);
+  return blocks_[place.Block].LineEnds[static_cast<std::size_t>(place.Index)];
+}
+
+String LineBuffer::Text(int first, int count) const {
+  String text;
+  for (int line = first; line < first + count; ++line) {
+    if (line > first) text += vb::CrLf;
+    text += Line(line);
+  }
+  return text;
+}
+
+int LineBuffer::Insert(int line, StringView text) {
+  const std::vector<StringView> lines = CutLines(text);
+  if (blocks_.empty()) blocks_.emplace_back();
+  Place place{};
+  if (line > count_) {
+    place = {blocks_.size() - 1, blocks_.back().Count()};
+  } else {
+    place = Find(line);
+  }
+  InsertPieces(place, lines);
+  return static_cast<int>(lines.size());
+}
+
+void LineBuffer::InsertPieces(Place place, const std::vector<StringView>& lines) {
+  Block& block = blocks_[place.Block];
+  String text;
+  std::vector<std::uint32_t> ends;
+  const std::size_t start = block.StartOf(place.Index);
+  for (const StringView line : lines) {
+    text += line;
+    ends.push_back(static_cast<std::uint32_t>(start + text.size()));
+  }
+  const auto index = static_cast<std::ptrdiff_t>(place.Index);
+  for (auto end = block.Ends.begin() + index; end != block.Ends.end(); ++end) {
+    *end += static_cast<std::uint32_t>(text.size());
+  }
+  block.Text.insert(start, text);
+  block.Ends.insert(block.Ends.begin() + index, ends.begin(), ends.end());
+  block.LineEnds.insert(block.LineEnds.begin() + index, lines.size(), defaultEnd_);
+  count_ += static_cast<int>(lines.size());
+  if (block.Count() > 2 * MostLines) SplitBlock(place.Block);
+}
+
+void LineBuffer::SplitBlock(std::size_t at) {
+  Block whole = std::move(blocks_[at]);
+  std::vector<Block> parts;
+  for (int index = 0; index < whole.Count(); ++index) {
+    if (index % MostLines == 0) parts.emplace_back();
+    const std::size_t start = whole.StartOf(index);
+    parts.back().Append(
+        StringView(whole.Text).substr(start, whole.Ends[static_cast<std::size_t>(index)] - start),
+        whole.LineEnds[static_cast<std::size_t>(index)]);
+  }
+  blocks_[at] = std::move(parts.front());
+  blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(at) + 1,
+                 std::make_move_iterator(parts.begin() + 1), std::make_move_iterator(parts.end()));
+  nearBlock_ = 0;
+  nearAhead_ = 0;
+}
+
+void LineBuffer::Delete(int first, int count) {
+  count_ -= count;
+  std::size_t emptied = 0, firstEmptied = 0;
+  Place place = Find(first);
+  while (count > 0) {
+    Block& block = blocks_[place.Block];
+    const int here = std::min(count, block.Count() - place.Index);
+    const std::size_t start = block.StartOf(place.Index);
+    const std::size_t end = block.StartOf(place.Index + here);
+    block.Text.erase(start, end - start);
+    const auto from = static_cast<std::ptrdiff_t>(place.Index);
+    block.Ends.erase(block.Ends.begin() + from, block.Ends.begin() + from + here);
+    block.LineEnds.erase(block.LineEnds.begin() + from, block.LineEnds.begin() + from + here);
+    for (auto one = block.Ends.begin() + from; one != block.Ends.end(); ++one) {
+      *one -= static_cast<std::uint32_t>(end - start);
+    }
+    if (block.Count() == 0) {
+      if (emptied++ == 0) firstEmptied = place.Block;
+    }
+    count -= here;
+    place = {place.Block + 1, 0};
+  }
+  // Emptied blocks lie side by side.
+  const auto begin = blocks_.begin() + static_cast<std::ptrdiff_t>(firstEmptied);
+  blocks_.erase(begin, begin + static_cast<std::ptrdiff_t>(emptied));
+  nearBlock_ = 0;
+  nearAhead_ = 0;
+}
+
+}  // namespace tessel::model

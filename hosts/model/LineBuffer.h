@@ -1,0 +1,75 @@
+// The text of a module as lines, for modules of a million lines as well as for small ones.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "vb/Text.h"
+
+namespace tessel::model {
+
+/// How a line ends in its file.
+enum class LineEnd : std::uint8_t { CrLf, Lf, Cr };
+
+/// Lines count from 1. Texts lie in blocks of some hundred lines, so that an edit moves little and
+/// a walk from line to line costs nothing. Each line keeps the line end that it came with.
+class LineBuffer {
+ public:
+  LineBuffer() = default;
+  /// Takes the lines of a text; CR LF, CR and LF end lines, and what follows the last of them is a
+  /// line only when it isn't empty.
+  explicit LineBuffer(StringView text);
+
+  [[nodiscard]] int Count() const { return count_; }
+  /// Line `line`, which must exist; valid until the next edit.
+  [[nodiscard]] StringView Line(int line) const;
+  [[nodiscard]] LineEnd EndOf(int line) const;
+  /// `count` lines from `first`, all of which must exist, separated by CR LF.
+  [[nodiscard]] String Text(int first, int count) const;
+
+  /// Inserts ahead of `line` (1 to Count() + 1). What stands behind the last line end of `text` is
+  /// one more line, even when it is empty. Answers the number of lines.
+  int Insert(int line, StringView text);
+  /// Deletes lines, all of which must exist.
+  void Delete(int first, int count);
+
+  /// Line end of new lines.
+  void SetDefaultEnd(LineEnd end) { defaultEnd_ = end; }
+  [[nodiscard]] LineEnd DefaultEnd() const { return defaultEnd_; }
+  /// Whether the last line has a line end in the file.
+  [[nodiscard]] bool EndsLast() const { return endsLast_; }
+
+ private:
+  struct Block {
+    String Text;                      // the lines without their ends
+    std::vector<std::uint32_t> Ends;  // end of each line in Text
+    std::vector<LineEnd> LineEnds;
+    [[nodiscard]] int Count() const { return static_cast<int>(Ends.size()); }
+    [[nodiscard]] std::size_t StartOf(int index) const {
+      return index == 0 ? 0 : Ends[static_cast<std::size_t>(index) - 1];
+    }
+    void Append(StringView line, LineEnd end);
+  };
+  struct Place {
+    std::size_t Block;
+    int Index;
+  };
+
+  [[nodiscard]] Place Find(int line) const;
+  void InsertPieces(Place place, const std::vector<StringView>& lines);
+  void SplitBlock(std::size_t block);
+
+  std::vector<Block> blocks_;
+  int count_ = 0;
+  LineEnd defaultEnd_ = LineEnd::CrLf;
+  bool endsLast_ = true;
+  // Where the last look-up was: the block and the number of lines ahead of it.
+  mutable std::size_t nearBlock_ = 0;
+  mutable int nearAhead_ = 0;
+};
+
+/// The lines of a text as `Insert` takes them.
+[[nodiscard]] std::vector<StringView> CutLines(StringView text);
+
+}  // namespace tessel::model

@@ -1,0 +1,74 @@
+// The root of the object model.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "addin/host/VBE.h"
+#include "hosts/model/CodeModule.h"
+#include "hosts/model/CommandBars.h"
+#include "hosts/model/Events.h"
+#include "hosts/model/Project.h"
+#include "hosts/model/Windows.h"
+
+namespace tessel::model {
+
+class VBProjects : public host::VBProjects {
+ public:
+  VBProjects(Hook hook, Vbe* vbe) : hook_(std::move(hook)), vbe_(vbe) {}
+  [[nodiscard]] int Count() override;
+  [[nodiscard]] std::shared_ptr<host::VBProject> Item(int index) override;
+  [[nodiscard]] std::shared_ptr<host::VBProject> Item(StringView name) override;
+  [[nodiscard]] std::shared_ptr<host::VBE> VBE() override;
+  [[nodiscard]] std::shared_ptr<host::VBE> Parent() override { return VBE(); }
+
+  [[nodiscard]] std::vector<std::shared_ptr<VBProject>>& All() { return items_; }
+  [[nodiscard]] std::shared_ptr<VBProject> Find(StringView name) const;
+
+ private:
+  Hook hook_;
+  Vbe* vbe_;  // owns this
+  std::vector<std::shared_ptr<VBProject>> items_;
+};
+
+class Vbe : public host::VBE, public std::enable_shared_from_this<Vbe> {
+ public:
+  explicit Vbe(platform::Platform& services);
+
+  [[nodiscard]] String Version() override;
+  [[nodiscard]] std::shared_ptr<host::VBProjects> VBProjects() override;
+  [[nodiscard]] std::shared_ptr<host::CommandBars> CommandBars() override;
+  [[nodiscard]] std::shared_ptr<host::Windows> Windows() override;
+  [[nodiscard]] std::shared_ptr<host::Events> Events() override;
+  [[nodiscard]] std::shared_ptr<host::VBProject> ActiveVBProject() override;
+  [[nodiscard]] std::shared_ptr<host::VBComponent> SelectedVBComponent() override;
+  [[nodiscard]] std::shared_ptr<host::Window> MainWindow() override;
+  [[nodiscard]] std::shared_ptr<host::CodePane> ActiveCodePane() override;
+
+  [[nodiscard]] model::VBProjects& Projects() { return *projects_; }
+  [[nodiscard]] model::Events& OwnEvents() { return *events_; }
+  [[nodiscard]] model::Windows& OwnWindows() { return *windows_; }
+  [[nodiscard]] model::CommandBars& OwnBars() { return *bars_; }
+  [[nodiscard]] const Hook& OwnHook() const { return hook_; }
+  [[nodiscard]] std::shared_ptr<VBProject> Active() const { return active_.lock(); }
+  void Activate(const std::shared_ptr<VBProject>& project) { active_ = project; }
+  void Select(const std::shared_ptr<VBComponent>& component) { selected_ = component; }
+
+  void KeepPane(const std::shared_ptr<CodePane>& pane) { kept_.push_back(pane); }
+  void BringToFront(const std::shared_ptr<CodePane>& pane);
+  /// Closes the pane of a module, if it has one open.
+  void ClosePane(const CodeModule& module);
+
+ private:
+  Hook hook_;
+  std::shared_ptr<model::Events> events_;
+  std::shared_ptr<model::Windows> windows_;
+  std::shared_ptr<model::CommandBars> bars_;
+  std::shared_ptr<model::VBProjects> projects_;
+  std::weak_ptr<VBProject> active_;
+  std::weak_ptr<VBComponent> selected_;
+  std::vector<std::shared_ptr<CodePane>> kept_;   // every pane that was made
+  std::vector<std::shared_ptr<CodePane>> shown_;  // those that show, the front one last
+};
+
+}  // namespace tessel::model
