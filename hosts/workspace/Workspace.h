@@ -2,11 +2,12 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "hosts/model/Environment.h"
+#include "vb/Failure.h"
 
 namespace tessel::workspace {
 
@@ -15,6 +16,9 @@ struct Options {
   /// Code page of files that have no byte order mark: 1252, 1251, 932, 65001 ...; 0 guesses for
   /// each project from its bytes.
   int CodePage = 0;
+  /// A component that can't be loaded is left out and its failure kept in `Problems`; otherwise it
+  /// is the failure of `Open`.
+  bool SkipBadComponents = false;
 };
 
 /// The environment over project files. A load followed by a save changes no byte; every file keeps
@@ -26,18 +30,25 @@ class Workspace : public model::Environment {
   ~Workspace() override;
 
   /// Opens a project (.vbp), a group (.vbg), or one component file in a project of its own that is
-  /// never written. A project that fails to open leaves nothing behind.
+  /// never written. What fails to open leaves nothing behind.
   void Open(const std::filesystem::path& file);
+  /// Failures of the components that were left out.
+  [[nodiscard]] const std::vector<vb::Failure>& Problems() const;
 
   /// Writes every changed file, each to a temporary file beside it that is flushed and renamed over
   /// it. All texts are encoded before the first file is touched. Answers the files written.
   std::vector<std::filesystem::path> Save();
   /// The files that `Save` would write.
   [[nodiscard]] std::vector<std::filesystem::path> ChangedFiles() const;
-  /// The bytes that `Save` would write for a component.
-  [[nodiscard]] std::string Bytes(StringView component) const;
   /// Writes one component; no effect when it is unchanged.
   void SaveComponent(StringView project, StringView component);
+
+  /// The bytes that `Save` would write for a component.
+  [[nodiscard]] std::string Bytes(StringView project, StringView component) const;
+  /// The bytes that its file has now.
+  [[nodiscard]] std::string StoredBytes(StringView project, StringView component) const;
+  /// Line of the stored file (from 1) where a line of the component's code module stands.
+  [[nodiscard]] int FileLine(StringView project, StringView component, int codeLine) const;
 
  private:
   struct Impl;

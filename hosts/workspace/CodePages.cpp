@@ -1,0 +1,286 @@
+#include "hosts/workspace/CodePages.h"
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <memory>
+#include <unordered_map>
+
+#include "vb/CodePages.h"
+#include "vb/Failure.h"
+
+namespace tessel::workspace {
+namespace {
+
+constexpr char16_t Escape = 0xDC00;
+
+unsigned char Byte(char unit) { return static_cast<unsigned char>(unit); }
+bool IsEscape(char16_t unit) { return unit >= Escape + 0x80 && unit <= Escape + 0xFF; }
+char16_t Escaped(char unit) { return static_cast<char16_t>(Escape + Byte(unit)); }
+
+// UTF-8
+
+/// Length of the valid sequence at the head of `bytes`, 0 for none; `point` is its character.
+std::size_t ReadUtf8(std::string_view bytes, char32_t& point) {
+  const unsigned char first = Byte(bytes.front());
+  const std::size_t length = first < 0x80                    ? 1
+                             : first >= 0xC2 && first < 0xE0 ? 2
+                             : first >= 0xE0 && first < 0xF0 ? 3
+                             : first >= 0xF0 && first < 0xF5 ? 4
+                                                             : 0;
+  if (length == 0 || bytes.size() < length) return 0;
+  point = length == 1 ? first : first & (0xFFU >> (length + 1));
+  for (std::size_t at = 1; at < length; ++at) {
+    if ((Byte(bytes[at]) & 0xC0) != 0x80) return 0;
+    point = (point << 6) | (Byte(bytes[at]) & 0x3FU);
+  }
+  const bool tooLong = (length == 3 && point < 0x800) || (length == 4 && point < 0x10000);
+  const bool surrogate = point >= 0xD800 && point <= 0xDFFF;
+  return tooLong || surrogate || point > 0x10FFFF ? 0 : length;
+}
+
+String DecodeUtf8(std::string_view bytes) {
+  String text;
+  text.reserve(bytes.size());
+  while (!bytes.empty()) {
+    char32_t point = 0;
+    const std::size_t length = ReadUtf8(bytes, point);
+    if (length == 0) {
+      text += Escaped(bytes.front());
+    } else if (point > 0xFFFF) {
+      text += static_cast<char16_t>(0xD7C0 + (point >> 10));
+      text += static_cast<char16_t>(0xDC00 + (point & 0x3FF));
+    } else {
+      text += static_cast<char16_t>(point);
+    }
+    bytes.remove_prefix(std::max<std::size_t>(1, length));
+  }
+  return text;
+}
+
+std::string EncodeUtf8(StringView text) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  std::size_t start = 0;
+  for (std::size_t at = 0; at <= text.size(); ++at) {
+    const bool pair =
+        at > 0 && at < text.size() && text[at - 1] >= 0xD800 && text[at - 1] <= 0xDBFF;
+    if (at < text.size() && (!IsEscape(text[at]) || pair)) continue;
+    bytes += vb::ToUtf8(text.substr(start, at - start));
+    if (at < text.size()) bytes += static_cast<char>(text[at] - Escape);
+    start = at + 1;
+  }
+  return bytes;
+}
+
+// Code pages of one and two bytes
+
+/// What the bytes of a code page stand for, both ways.
+struct Table {
+  std::array<char16_t, 256> Single{};  // 0 for a byte that leads a pair or stands for nothing
+  std::array<bool, 256> Lead{};
+  std::unordered_map<std::uint16_t, char16_t> Pairs;
+  std::unordered_map<char16_t, std::string> Bytes;
+};
+
+void AddSingle(Table& table, unsigned char byte, char16_t character) {
+  table.Single[byte] = character;
+  table.Bytes.try_emplace(character, 1, static_cast<char>(byte));
+}
+
+/// A byte that a page leaves undefined stands for the control character of its number, as the
+/// system has it.
+Table SingleByteTable(int codePage) {
+  Table table;
+  for (unsigned byte = 0x80; byte < 0x100; ++byte) {
+    const char16_t character = vb::FromCodePage(static_cast<unsigned char>(byte), codePage);
+    AddSingle(table, static_cast<unsigned char>(byte),
+              character == 0xFFFD ? static_cast<char16_t>(byte) : character);
+  }
+  return table;
+}
+
+/// One conversion of the system's library, from a code page to UTF-16.
+class Converter {
+ public:
+  explicit Converter(int codePage)
+      : handle_(iconv_open("UTF-16LE", ("CP" + std::to_string(codePage)).c_str())) {
+    if (handle_ == reinterpret_cast<iconv_t>(-1)) {
+      throw vb::Failure(vb::InvalidCall, u"The system can't read code page " + vb::Str(codePage),
+                        u"Tessel");
+    }
+  }
+  ~Converter() { iconv_close(handle_); }
+  Converter(const Converter&) = delete;
+  Converter& operator=(const Converter&) = delete;
+
+  /// The one character that the bytes stand for, 0 for none.
+  char16_t Convert(std::string bytes) {
+    char16_t out[2] = {};
+    char* from = bytes.data();
+    char* to = reinterpret_cast<char*>(out);
+    std::size_t left = bytes.size(), room = sizeof out;
+    iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+    const std::size_t result = iconv(handle_, &from, &left, &to, &room);
+    const bool one = result == 0 && left == 0 && room == sizeof out - sizeof out[0];
+    return one ? out[0] : u'\0';
+  }
+
+ private:
+  iconv_t handle_;
+};
+
+Table DoubleByteTable(int codePage) {
+  Table table;
+  Converter converter(codePage);
+  for (unsigned byte = 0x80; byte < 0x100; ++byte) {
+    const char16_t character = converter.Convert(std::string(1, static_cast<char>(byte)));
+    if (character != 0) AddSingle(table, static_cast<unsigned char>(byte), character);
+  }
+  for (unsigned lead = 0x81; lead < 0xFF; ++lead) {
+    if (table.Single[lead] != 0) continue;
+    for (unsigned trail = 0x40; trail < 0xFF; ++trail) {
+      const std::string pair{static_cast<char>(lead), static_cast<char>(trail)};
+      const char16_t character = converter.Convert(pair);
+      if (character == 0) continue;
+      table.Lead[lead] = true;
+      // Of two pairs for one character only the first is written, so the other is kept as bytes.
+      if (!table.Bytes.try_emplace(character, pair).second) continue;
+      table.Pairs.emplace(static_cast<std::uint16_t>(lead << 8 | trail), character);
+    }
+  }
+  return table;
+}
+
+bool IsDoubleByte(int codePage) {
+  return codePage == 932 || codePage == 936 || codePage == 949 || codePage == 950;
+}
+
+const Table& TableOf(int codePage) {
+  static std::map<int, std::unique_ptr<Table>> tables;
+  auto& table = tables[codePage];
+  if (!table) {
+    table = std::make_unique<Table>(IsDoubleByte(codePage) ? DoubleByteTable(codePage)
+                                                           : SingleByteTable(codePage));
+  }
+  return *table;
+}
+
+String DecodeByTable(std::string_view bytes, const Table& table) {
+  String text;
+  text.reserve(bytes.size());
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    const unsigned char byte = Byte(bytes[at]);
+    if (byte < 0x80) {
+      text += byte;
+    } else if (table.Lead[byte] && at + 1 < bytes.size()) {
+      const auto pair = static_cast<std::uint16_t>(byte << 8 | Byte(bytes[at + 1]));
+      const auto found = table.Pairs.find(pair);
+      if (found != table.Pairs.end()) {
+        text += found->second;
+        ++at;
+      } else {
+        text += Escaped(bytes[at]);
+      }
+    } else {
+      text += table.Single[byte] != 0 ? table.Single[byte] : Escaped(bytes[at]);
+    }
+  }
+  return text;
+}
+
+std::optional<std::string> EncodeByTable(StringView text, const Table& table, std::size_t& at) {
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (at = 0; at < text.size(); ++at) {
+    const char16_t unit = text[at];
+    if (unit < 0x80) {
+      bytes += static_cast<char>(unit);
+    } else if (IsEscape(unit)) {
+      bytes += static_cast<char>(unit - Escape);
+    } else {
+      const auto found = table.Bytes.find(unit);
+      if (found == table.Bytes.end()) return std::nullopt;
+      bytes += found->second;
+    }
+  }
+  return bytes;
+}
+
+// The guess
+
+/// What the high bytes of all files look like.
+struct Statistics {
+  std::size_t High = 0, Runs = 0, InLetters = 0;
+  std::size_t JapanesePairs = 0, KanaPairs = 0, NotJapanese = 0;
+  bool Utf8 = true, SawSequence = false;
+};
+
+void CountJapanese(std::string_view run, Statistics& seen) {
+  for (std::size_t at = 0; at < run.size(); ++at) {
+    const unsigned char byte = Byte(run[at]);
+    if (byte >= 0xA1 && byte <= 0xDF) continue;  // half-width kana
+    const bool lead = (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+    if (!lead) {
+      ++seen.NotJapanese;
+      continue;
+    }
+    ++seen.JapanesePairs;
+    if (byte == 0x82 || byte == 0x83) ++seen.KanaPairs;
+    ++at;
+  }
+}
+
+void Count(std::string_view bytes, Statistics& seen) {
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    if (Byte(bytes[at]) < 0x80) continue;
+    std::size_t end = at;
+    while (end < bytes.size() && Byte(bytes[end]) >= 0x80) ++end;
+    ++seen.Runs;
+    seen.High += end - at;
+    for (std::size_t one = at; one < end; ++one) seen.InLetters += Byte(bytes[one]) >= 0xC0 ? 1 : 0;
+    // The second byte of a Japanese pair may be an ASCII letter.
+    CountJapanese(bytes.substr(at, end - at), seen);
+    for (std::string_view rest = bytes.substr(at, end - at); !rest.empty() && seen.Utf8;) {
+      char32_t point = 0;
+      const std::size_t length = ReadUtf8(rest, point);
+      seen.Utf8 = length > 1;
+      seen.SawSequence |= length > 1;
+      rest.remove_prefix(std::max<std::size_t>(1, length));
+    }
+    at = end;
+  }
+}
+
+}  // namespace
+
+bool IsKnownCodePage(int codePage) {
+  return codePage == Utf8CodePage || IsDoubleByte(codePage) || vb::IsSingleByteCodePage(codePage);
+}
+
+String Decode(std::string_view bytes, int codePage) {
+  if (codePage == Utf8CodePage) return DecodeUtf8(bytes);
+  return DecodeByTable(bytes, TableOf(codePage));
+}
+
+std::optional<std::string> Encode(StringView text, int codePage, std::size_t& at) {
+  if (codePage == Utf8CodePage) return EncodeUtf8(text);
+  return EncodeByTable(text, TableOf(codePage), at);
+}
+
+int GuessCodePage(const std::vector<std::string_view>& files) {
+  Statistics seen;
+  for (const std::string_view bytes : files) Count(bytes, seen);
+  if (seen.High == 0) return 1252;
+  if (seen.Utf8 && seen.SawSequence) return Utf8CodePage;
+  if (seen.KanaPairs * 4 >= seen.JapanesePairs && seen.KanaPairs > 0 &&
+      seen.NotJapanese * 20 <= seen.JapanesePairs) {
+    return 932;
+  }
+  const bool inWords = seen.High >= 3 * seen.Runs && seen.InLetters * 10 >= seen.High * 8;
+  return inWords ? 1251 : 1252;
+}
+
+}  // namespace tessel::workspace

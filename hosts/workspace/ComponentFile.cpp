@@ -1,0 +1,407 @@
+#include "hosts/workspace/ComponentFile.h"
+
+#include <algorithm>
+#include <set>
+
+#include "hosts/model/Project.h"
+#include "hosts/model/Statements.h"
+#include "hosts/workspace/AtomicFile.h"
+#include "hosts/workspace/CodePages.h"
+#include "vb/Failure.h"
+
+namespace tessel::workspace {
+namespace {
+
+namespace fs = std::filesystem;
+using host::vbext_ComponentType;
+
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+constexpr StringView AttributeWord = u"Attribute ";
+
+struct Extension {
+  const char* Text;
+  vbext_ComponentType Type;
+};
+constexpr Extension Extensions[] = {
+    {".bas", host::vbext_ct_StdModule},      {".cls", host::vbext_ct_ClassModule},
+    {".frm", host::vbext_ct_VBForm},         {".ctl", host::vbext_ct_UserControl},
+    {".pag", host::vbext_ct_PropPage},       {".dob", host::vbext_ct_DocObject},
+    {".dsr", host::vbext_ct_ActiveXDesigner}};
+
+std::string Lower(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](char unit) {
+    return unit >= 'A' && unit <= 'Z' ? static_cast<char>(unit + 32) : unit;
+  });
+  return text;
+}
+
+std::string_view Trimmed(std::string_view line) {
+  const auto blank = [](char unit) {
+    return unit == ' ' || unit == '\t' || unit == '\r' || unit == '\n';
+  };
+  while (!line.empty() && blank(line.front())) line.remove_prefix(1);
+  while (!line.empty() && blank(line.back())) line.remove_suffix(1);
+  return line;
+}
+
+bool StartsWith(std::string_view line, std::string_view word) {
+  return line.size() >= word.size() && Lower(std::string(line.substr(0, word.size()))) == word;
+}
+
+/// End of the line that begins at `at`, behind its line end.
+std::size_t NextLine(std::string_view bytes, std::size_t at) {
+  const std::size_t end = bytes.find_first_of("\r\n", at);
+  if (end == std::string_view::npos) return bytes.size();
+  return end + (bytes.compare(end, 2, "\r\n") == 0 ? 2 : 1);
+}
+
+int LineNumber(std::string_view bytes, std::size_t at) {
+  int line = 1;
+  for (std::size_t start = NextLine(bytes, 0); start <= at && start < bytes.size();
+       start = NextLine(bytes, start)) {
+    ++line;
+  }
+  return line;
+}
+
+/// The text between the quotes of an attribute line.
+std::string_view QuotedIn(std::string_view line) {
+  const std::size_t open = line.find('"');
+  const std::size_t close = line.rfind('"');
+  return open == std::string_view::npos || close <= open ? std::string_view()
+                                                         : line.substr(open + 1, close - open - 1);
+}
+
+StringView EndText(model::LineEnd end) {
+  switch (end) {
+    case model::LineEnd::Lf:
+      return u"\n";
+    case model::LineEnd::Cr:
+      return u"\r";
+    default:
+      return vb::CrLf;
+  }
+}
+
+/// Head and attributes of components that have no file yet.
+constexpr StringView NewClassHead =
+    u"VERSION 1.0 CLASS\r\nBEGIN\r\n  MultiUse = -1  'True\r\n  Persistable = 0  "
+    u"'NotPersistable\r\n"
+    u"  DataBindingBehavior = 0  'vbNone\r\n  DataSourceBehavior  = 0  'vbNone\r\n"
+    u"  MTSTransactionMode  = 0  'NotAnMTSObject\r\nEND\r\n";
+
+String NewAttributes(const model::VBComponent& component) {
+  const String name = u"Attribute VB_Name = \"" + component.PlainName() + u"\"\r\n";
+  if (component.PlainType() == host::vbext_ct_StdModule) return name;
+  const bool form = component.PlainType() == host::vbext_ct_VBForm ||
+                    component.PlainType() == host::vbext_ct_VBMDIForm;
+  return name + u"Attribute VB_GlobalNameSpace = False\r\nAttribute VB_Creatable = " +
+         (form ? u"False" : u"True") + u"\r\nAttribute VB_PredeclaredId = " +
+         (form ? u"True" : u"False") + u"\r\nAttribute VB_Exposed = False\r\n";
+}
+
+/// The owner in "Attribute Owner.VB_UserMemId = 0"; empty for an attribute of the component itself.
+String OwnerOf(StringView line) {
+  const StringView rest = line.substr(AttributeWord.size());
+  const std::size_t point = vb::InStr(rest, u".VB_", vb::Compare::Text);
+  return point == 0 ? String() : String(vb::Trim(rest.substr(0, point - 1)));
+}
+
+/// The words of a declaring line, in lower case, ahead of its comment.
+std::set<String> WordsOf(StringView line) {
+  std::set<String> words;
+  String word;
+  for (const char16_t unit : String(line) + u" ") {
+    const bool part = (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') ||
+                      (unit >= u'0' && unit <= u'9') || unit == u'_' || unit >= 0x80;
+    if (part) {
+      word += unit;
+      continue;
+    }
+    if (!word.empty()) words.insert(vb::LCase(word));
+    word.clear();
+    if (unit == u'\'') break;
+  }
+  return words;
+}
+
+/// The last physical line of the statement that begins on a line.
+int StatementEnd(const model::LineBuffer& lines, int line) {
+  while (line < lines.Count() && model::IsContinued(lines.Line(line))) ++line;
+  return line;
+}
+
+}  // namespace
+
+ComponentFile::ComponentFile(fs::path path, std::string bytes)
+    : path_(std::move(path)), bytes_(std::move(bytes)) {
+  FindParts();
+}
+
+ComponentFile::ComponentFile(fs::path path, const model::VBComponent& component, int codePage)
+    : path_(std::move(path)),
+      type_(component.PlainType()),
+      codePage_(codePage),
+      isNew_(true),
+      newHead_(type_ == host::vbext_ct_ClassModule ? String(NewClassHead) : String()),
+      newAttributes_(NewAttributes(component)) {}
+
+void ComponentFile::Fail(int line, StringView why) const {
+  throw vb::Failure(vb::InvalidCall, path_.u16string() + u":" + vb::Str(line) + u": " + String(why),
+                    u"Tessel.workspace");
+}
+
+String ComponentFile::FileName() const { return isNew_ ? String() : path_.u16string(); }
+
+std::string_view ComponentFile::Part(std::size_t from, std::size_t to) const {
+  return std::string_view(bytes_).substr(from, to - from);
+}
+
+void ComponentFile::FindParts() {
+  const std::string extension = Lower(path_.extension().string());
+  for (const Extension& known : Extensions) {
+    if (extension == known.Text) type_ = known.Type;
+  }
+  if (bytes_.compare(0, 2, "\xFF\xFE") == 0 || bytes_.compare(0, 2, "\xFE\xFF") == 0) {
+    Fail(1,
+         u"the file is in UTF-16, which the development environment doesn't read; save it in the "
+         u"project's code page or in UTF-8");
+  }
+  if (bytes_.compare(0, Utf8Mark.size(), Utf8Mark) == 0) {
+    bom_ = Utf8Mark.size();
+    codePage_ = Utf8CodePage;
+  }
+  const std::size_t nul = bytes_.find('\0');
+  if (nul != std::string::npos) {
+    Fail(LineNumber(bytes_, nul), u"the file holds NUL bytes and is no source text");
+  }
+  FindHeadEnd();
+  codeStart_ = headEnd_;
+  while (codeStart_ < bytes_.size()) {
+    const std::size_t next = NextLine(bytes_, codeStart_);
+    if (!StartsWith(Trimmed(Part(codeStart_, next)), "attribute vb_")) break;
+    codeStart_ = next;
+  }
+}
+
+/// The head reaches from VERSION to the End of the outermost block.
+void ComponentFile::FindHeadEnd() {
+  headEnd_ = bom_;
+  if (!StartsWith(Part(bom_, bytes_.size()), "version ")) return;
+  int depth = 0;
+  std::size_t begun = 0;
+  for (std::size_t at = bom_; at < bytes_.size();) {
+    const std::size_t next = NextLine(bytes_, at);
+    const std::string_view line = Trimmed(Part(at, next));
+    if (StartsWith(line, "begin ") || Lower(std::string(line.substr(0, 6))) == "begin") {
+      if (depth++ == 0) begun = at;
+      if (StartsWith(line, "begin vb.mdiform ")) type_ = host::vbext_ct_VBMDIForm;
+    } else if (line.size() == 3 && StartsWith(line, "end") && depth > 0) {
+      if (--depth == 0) {
+        headEnd_ = next;
+        return;
+      }
+    } else if (depth == 0 && StartsWith(line, "attribute vb_")) {
+      headEnd_ = at;
+      return;
+    }
+    at = next;
+  }
+  if (depth > 0) {
+    Fail(LineNumber(bytes_, begun), u"the designer block that begins here never ends");
+  }
+}
+
+String ComponentFile::Name() const {
+  for (std::size_t at = headEnd_; at < codeStart_; at = NextLine(bytes_, at)) {
+    const std::string_view line = Trimmed(Part(at, NextLine(bytes_, at)));
+    if (StartsWith(line, "attribute vb_name")) return Decode(QuotedIn(line), codePage_);
+  }
+  return path_.stem().u16string();
+}
+
+void ComponentFile::SetCodePage(int codePage) {
+  if (bom_ == 0) codePage_ = codePage;
+}
+
+std::shared_ptr<model::DesignerTree> ComponentFile::LoadDesigner() const {
+  if (type_ == host::vbext_ct_StdModule || type_ == host::vbext_ct_ClassModule) return nullptr;
+  if (headEnd_ == bom_) return nullptr;
+  auto tree = std::make_shared<model::DesignerTree>(Decode(Part(bom_, headEnd_), codePage_));
+  return tree->Root() == nullptr ? nullptr : tree;
+}
+
+model::LineBuffer ComponentFile::LoadCode() {
+  hidden_.clear();
+  const String code = Decode(Part(codeStart_, bytes_.size()), codePage_);
+  if (code.find(AttributeWord) == String::npos) return model::LineBuffer(code);
+  // Cut the attribute lines out, and note where they stood.
+  const model::LineBuffer all(code);
+  String visible;
+  int line = 0;
+  String ahead;
+  for (int at = 1; at <= all.Count(); ++at) {
+    const StringView text = all.Line(at);
+    const bool attribute = vb::StartsWithText(text, AttributeWord) && !OwnerOf(text).empty();
+    const bool ended = at < all.Count() || all.EndsLast();
+    if (attribute) {
+      hidden_.push_back({OwnerOf(text), String(text), all.EndOf(at), line, ahead, -1});
+      continue;
+    }
+    visible += text;
+    if (ended) visible += EndText(all.EndOf(at));
+    ahead = String(text);
+    ++line;
+  }
+  model::LineBuffer lines(visible);
+  model::MemberIndex index(lines);
+  for (HiddenAttribute& one : hidden_) {
+    host::vbext_ProcKind kind{};
+    if (vb::SameText(index.ProcOfLine(one.AfterLine, kind), one.Owner)) one.Kind = kind;
+  }
+  return lines;
+}
+
+bool ComponentFile::IsModified(const model::VBComponent& component) const {
+  const auto& designer = component.OwnDesigner();
+  return isNew_ || !newName_.empty() || (component.Module() && component.Module()->IsModified()) ||
+         (designer && designer->Tree().IsModified());
+}
+
+std::string ComponentFile::EncodeOrFail(StringView text, int firstLine) const {
+  std::size_t at = 0;
+  auto bytes = Encode(text, codePage_, at);
+  if (bytes) return *std::move(bytes);
+  const auto line = firstLine + static_cast<int>(model::CutLines(text.substr(0, at)).size()) - 1;
+  const StringView character = text.substr(at, 1);
+  Fail(line, u"the character \"" + String(character) + u"\" is not in code page " +
+                 vb::Str(codePage_) + u"; nothing was written");
+}
+
+std::string ComponentFile::HeadBytes(const model::VBComponent& component) const {
+  const auto& designer = component.OwnDesigner();
+  if (designer && (isNew_ || designer->Tree().IsModified())) {
+    return EncodeOrFail(designer->Tree().Text(), 1);
+  }
+  return isNew_ ? EncodeOrFail(newHead_, 1) : std::string(Part(bom_, headEnd_));
+}
+
+/// The attribute lines, with a new name where there is one.
+std::string ComponentFile::AttributeBytes() const {
+  std::string attributes =
+      isNew_ ? EncodeOrFail(newAttributes_, 1) : std::string(Part(headEnd_, codeStart_));
+  if (newName_.empty()) return attributes;
+  std::string result;
+  for (std::size_t at = 0; at < attributes.size();) {
+    const std::size_t next = NextLine(attributes, at);
+    std::string line = attributes.substr(at, next - at);
+    if (StartsWith(Trimmed(line), "attribute vb_name")) {
+      const std::string_view old = QuotedIn(line);
+      line.replace(static_cast<std::size_t>(old.data() - line.data()), old.size(),
+                   EncodeOrFail(newName_, 1));
+    }
+    result += line;
+    at = next;
+  }
+  return result;
+}
+
+/// For each visible line (from 1) the attributes that go behind it. One whose member or variable is
+/// gone is dropped.
+std::vector<std::vector<const HiddenAttribute*>> ComponentFile::PlaceHidden(
+    model::CodeModule& module) const {
+  const model::LineBuffer& lines = module.Buffer();
+  std::vector<std::vector<const HiddenAttribute*>> places(static_cast<std::size_t>(lines.Count()) +
+                                                          1);
+  for (const HiddenAttribute& one : hidden_) {
+    int line = -1;
+    const bool sameLine = one.AfterLine <= lines.Count() &&
+                          (one.AfterLine == 0 || lines.Line(one.AfterLine) == one.LineAhead);
+    if (sameLine) {
+      line = one.AfterLine;
+    } else if (one.Kind >= 0) {
+      const auto* span =
+          module.Index().Find(one.Owner, static_cast<host::vbext_ProcKind>(one.Kind));
+      if (span != nullptr) line = StatementEnd(lines, span->Body);
+    } else {
+      const int declarations = module.Index().CountOfDeclarationLines();
+      for (int at = 1; at <= declarations && line < 0; ++at) {
+        if (WordsOf(lines.Line(at)).count(vb::LCase(one.Owner)) > 0) line = StatementEnd(lines, at);
+      }
+    }
+    if (line >= 0) places[static_cast<std::size_t>(line)].push_back(&one);
+  }
+  return places;
+}
+
+std::string ComponentFile::CodeBytes(const model::VBComponent& component) const {
+  if (!component.Module() || (!isNew_ && !component.Module()->IsModified())) {
+    return std::string(Part(codeStart_, bytes_.size()));
+  }
+  model::CodeModule& module = *component.Module();
+  const model::LineBuffer& lines = module.Buffer();
+  const auto places = PlaceHidden(module);
+  String text;
+  const auto addHidden = [&](int line) {
+    for (const HiddenAttribute* one : places[static_cast<std::size_t>(line)]) {
+      text += one->Text;
+      text += EndText(one->End);
+    }
+  };
+  addHidden(0);
+  for (int line = 1; line <= lines.Count(); ++line) {
+    text += lines.Line(line);
+    const bool last = line == lines.Count() && places.back().empty();
+    if (!last || lines.EndsLast()) text += EndText(lines.EndOf(line));
+    addHidden(line);
+  }
+  return EncodeOrFail(text, 1);
+}
+
+std::string ComponentFile::Compose(const model::VBComponent& component) const {
+  if (!IsModified(component)) return bytes_;
+  return std::string(Part(0, bom_)) + HeadBytes(component) + AttributeBytes() +
+         CodeBytes(component);
+}
+
+void ComponentFile::Stored(model::VBComponent& component, std::string bytes) {
+  const auto type = type_;
+  bytes_ = std::move(bytes);
+  isNew_ = false;
+  newName_.clear();
+  newHead_.clear();
+  newAttributes_.clear();
+  FindParts();
+  type_ = type;
+  // The attributes' places have moved with the text.
+  if (component.Module() && component.Module()->IsLoaded()) {
+    static_cast<void>(LoadCode());
+    component.Module()->SetModified(false);
+  }
+  if (component.OwnDesigner()) component.OwnDesigner()->Tree().SetModified(false);
+}
+
+void ComponentFile::SaveAs(model::VBComponent& component, StringView fileName) {
+  std::string bytes = Compose(component);
+  fs::path path(vb::Replace(fileName, u"\\", u"/"));
+  WriteFiles({{path, bytes}});
+  path_ = std::move(path);
+  Stored(component, std::move(bytes));
+}
+
+void ComponentFile::Renamed(model::VBComponent& component) {
+  newName_ = component.PlainName();
+  if (isNew_) newAttributes_ = NewAttributes(component);
+  if (component.Project() && component.Project()->OnAdded) {
+    component.Project()->OnAdded(component.shared_from_this());
+  }
+}
+
+int ComponentFile::FileLine(int codeLine) const {
+  int line = LineNumber(bytes_, codeStart_) - 1 + codeLine;
+  if (codeStart_ >= bytes_.size()) ++line;
+  for (const HiddenAttribute& one : hidden_) line += one.AfterLine < codeLine ? 1 : 0;
+  return line;
+}
+
+}  // namespace tessel::workspace

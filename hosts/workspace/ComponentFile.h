@@ -1,0 +1,89 @@
+// A component's file: designer head, attributes, code.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hosts/model/Component.h"
+
+namespace tessel::workspace {
+
+/// A line "Attribute Owner.VB_... = ..." inside the code, which the environment doesn't show.
+struct HiddenAttribute {
+  String Owner;  ///< the member or variable that it belongs to
+  String Text;   ///< the line without its end
+  model::LineEnd End = model::LineEnd::CrLf;
+  int AfterLine = 0;  ///< the visible line ahead of it in the file
+  String LineAhead;   ///< that line's text
+  int Kind = -1;      ///< kind of the owner when it is a member, else -1
+};
+
+/// How a component is kept in its file. The bytes of parts that nobody changed are written as they
+/// were read; changed parts keep the file's code page, byte order mark, line ends and last line
+/// end.
+class ComponentFile : public model::ComponentStorage {
+ public:
+  /// Takes the parts of a file apart. Fails with a vb::Failure naming the file and the line.
+  ComponentFile(std::filesystem::path path, std::string bytes);
+  /// For a new component that will be written to `path`.
+  ComponentFile(std::filesystem::path path, const model::VBComponent& component, int codePage);
+
+  /// Native path.
+  [[nodiscard]] String FileName() const override;
+  void SaveAs(model::VBComponent& component, StringView fileName) override;
+  void Renamed(model::VBComponent& component) override;
+
+  [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
+  void SetPath(std::filesystem::path path) { path_ = std::move(path); }
+  /// The file as it is stored; empty for one that was never written.
+  [[nodiscard]] const std::string& StoredBytes() const { return bytes_; }
+  [[nodiscard]] bool IsNew() const { return isNew_; }
+  [[nodiscard]] host::vbext_ComponentType Type() const { return type_; }
+  /// The name that the file says, or its own without extension.
+  [[nodiscard]] String Name() const;
+  [[nodiscard]] bool HasByteOrderMark() const { return bom_ > 0; }
+  void SetCodePage(int codePage);
+  [[nodiscard]] int CodePage() const { return codePage_; }
+
+  /// The designer head; null for a component without one.
+  [[nodiscard]] std::shared_ptr<model::DesignerTree> LoadDesigner() const;
+  /// The visible lines of the code.
+  [[nodiscard]] model::LineBuffer LoadCode();
+
+  [[nodiscard]] bool IsModified(const model::VBComponent& component) const;
+  /// The bytes that the component would be written as. Fails naming file, line and character when
+  /// the code page can't hold the text.
+  [[nodiscard]] std::string Compose(const model::VBComponent& component) const;
+  /// `bytes` now stand in the file.
+  void Stored(model::VBComponent& component, std::string bytes);
+
+  /// Line of the stored file (from 1) where a visible line of the code stands.
+  [[nodiscard]] int FileLine(int codeLine) const;
+
+ private:
+  void FindParts();
+  void FindHeadEnd();
+  [[nodiscard]] std::string_view Part(std::size_t from, std::size_t to) const;
+  [[nodiscard]] std::string HeadBytes(const model::VBComponent& component) const;
+  [[nodiscard]] std::string AttributeBytes() const;
+  [[nodiscard]] std::string CodeBytes(const model::VBComponent& component) const;
+  [[nodiscard]] std::string EncodeOrFail(StringView text, int firstLine) const;
+  [[nodiscard]] std::vector<std::vector<const HiddenAttribute*>> PlaceHidden(
+      model::CodeModule& module) const;
+  [[noreturn]] void Fail(int line, StringView why) const;
+
+  std::filesystem::path path_;
+  std::string bytes_;
+  std::size_t bom_ = 0, headEnd_ = 0, codeStart_ = 0;
+  host::vbext_ComponentType type_ = host::vbext_ct_StdModule;
+  int codePage_ = 1252;
+  bool isNew_ = false;
+  String newName_;                  // after a renaming
+  String newHead_, newAttributes_;  // of a component without a file
+  std::vector<HiddenAttribute> hidden_;
+};
+
+}  // namespace tessel::workspace

@@ -1,0 +1,70 @@
+// Projects of the world outside, where a folder with some is at hand: TESSEL_PROJECTS=/folder.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "hosts/memory/MemoryPlatform.h"
+#include "hosts/model/Vbe.h"
+#include "hosts/workspace/AtomicFile.h"
+#include "hosts/workspace/Workspace.h"
+#include "scanning/mFunctions.h"
+
+namespace tessel::workspace {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<fs::path> ProjectsBelow(const fs::path& folder) {
+  std::vector<fs::path> found;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    const String extension = entry.path().extension().u16string();
+    if (vb::SameText(extension, u".vbp") || vb::SameText(extension, u".vbg")) {
+      found.push_back(entry.path());
+    }
+  }
+  return found;
+}
+
+TEST(RealProjects, LoadAndSaveByteForByteAlsoWhenEveryModuleIsWrittenAnew) {
+  const char* const folder = std::getenv("TESSEL_PROJECTS");
+  if (folder == nullptr) GTEST_SKIP() << "TESSEL_PROJECTS names no folder";
+  memory::MemoryPlatform services;
+  const platform::ScopedPlatform scope(services);
+  std::size_t modules = 0, members = 0;
+  for (const fs::path& path : ProjectsBelow(folder)) {
+    Workspace workspace(services, {0, true});
+    try {
+      workspace.Open(path);
+    } catch (const vb::Failure& failure) {
+      std::cout << failure.what() << '\n';
+      continue;
+    }
+    for (const vb::Failure& problem : workspace.Problems()) std::cout << problem.what() << '\n';
+    EXPECT_TRUE(workspace.ChangedFiles().empty());
+    const auto projects = workspace.VBE()->VBProjects();
+    for (int p = 1; p <= projects->Count(); ++p) {
+      const auto project = projects->Item(p);
+      const auto components = project->VBComponents();
+      for (int c = 1; c <= components->Count(); ++c) {
+        const auto component = components->Item(c);
+        const auto module = component->CodeModule();
+        if (!module) continue;
+        const auto table = mFunctions::AllNameProcedures(module, u"");
+        members += table ? table->size() : 0;
+        const int count = module->CountOfLines();
+        const String text = module->Lines(1, count);
+        auto* const own = dynamic_cast<model::CodeModule*>(module.get());
+        own->SetModified(true);
+        const std::string bytes = workspace.Bytes(project->Name(), component->Name());
+        EXPECT_EQ(bytes == workspace.StoredBytes(project->Name(), component->Name()), true)
+            << vb::ToUtf8(component->FileName());
+        ++modules;
+      }
+    }
+  }
+  std::cout << modules << " modules, " << members << " members\n";
+}
+
+}  // namespace
+}  // namespace tessel::workspace
