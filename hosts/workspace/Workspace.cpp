@@ -153,11 +153,11 @@ namespace {
 
 /// A file named in some code page: the one that leads to a file that exists is right.
 fs::path ResolveNamed(const fs::path& folder, const std::string& written, int likely) {
-  fs::path path = ResolvePath(folder, fs::path(Decode(written, likely)));
+  fs::path path = ResolvePath(folder, fs::path(vb::ToUtf8(Decode(written, likely))));
   if (fs::exists(path)) return path;
   for (const int codePage :
        {Utf8CodePage, 932, 1252, 1251, 1250, 936, 949, 950, 1253, 1254, 1257}) {
-    const fs::path other = ResolvePath(folder, fs::path(Decode(written, codePage)));
+    const fs::path other = ResolvePath(folder, fs::path(vb::ToUtf8(Decode(written, codePage))));
     if (fs::exists(other)) return other;
   }
   return path;
