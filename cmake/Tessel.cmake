@@ -13,6 +13,7 @@ target_include_directories(tessel_flags INTERFACE ${PROJECT_SOURCE_DIR}/src ${PR
 # tessel_layer(NAME DEPENDS...): the folder it is called from as one static library.
 function(tessel_layer name folder)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   if(NOT sources)
     file(GENERATE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/${name}_empty.cpp CONTENT "")
     set(sources ${CMAKE_CURRENT_BINARY_DIR}/${name}_empty.cpp)

@@ -67,6 +67,12 @@ void Connection::Open() {
   }
 }
 
+void Connection::OpenMemory(std::string_view statements) {
+  Close();
+  if (sqlite3_open(":memory:", &db_) != SQLITE_OK) throw engine::Error(db_, "in memory");
+  engine::Run(db_, std::string(statements));
+}
+
 void Connection::Close() {
   if (db_ != nullptr) sqlite3_close_v2(db_);
   db_ = nullptr;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 
 #include "store/Value.h"
 #include "vb/Failure.h"
@@ -34,6 +35,9 @@ class Connection {
   /// the file when it is missing, unreadable, damaged, no database, or a genuine Jet file
   /// (recognised by its header, never touched).
   void Open();
+  /// Opens a database in memory, made by plain statements of the engine in UTF-8. Fails with
+  /// `StoreFailure`.
+  void OpenMemory(std::string_view statements);
   /// No effect when it isn't open.
   void Close();
   [[nodiscard]] bool IsOpen() const { return db_ != nullptr; }

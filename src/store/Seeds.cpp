@@ -21,35 +21,16 @@ struct SeedFile {
 constexpr SeedFile SeedFiles[] = {{"VBCode.MDB", seed::vbcode_sql},
                                   {"Personal.MDB", seed::personal_sql}};
 
-/// A database in memory, made by statements of the engine.
-class MemoryDatabase {
- public:
-  explicit MemoryDatabase(std::string_view statements) {
-    if (sqlite3_open(":memory:", &db_) != SQLITE_OK) throw engine::Error(db_, "in memory");
-    try {
-      engine::Run(db_, std::string(statements));
-    } catch (...) {
-      sqlite3_close(db_);
-      throw;
-    }
-  }
-  ~MemoryDatabase() { sqlite3_close(db_); }
-  MemoryDatabase(const MemoryDatabase&) = delete;
-  MemoryDatabase& operator=(const MemoryDatabase&) = delete;
-
-  [[nodiscard]] std::vector<std::byte> Bytes() const {
-    sqlite3_int64 size = 0;
-    unsigned char* const bytes = sqlite3_serialize(db_, "main", &size, 0);
-    if (bytes == nullptr) throw vb::RuntimeFailure(vb::OutOfMemory);
-    const auto* const first = reinterpret_cast<const std::byte*>(bytes);
-    std::vector<std::byte> copy(first, first + size);
-    sqlite3_free(bytes);
-    return copy;
-  }
-
- private:
-  sqlite3* db_ = nullptr;
-};
+/// The bytes that a database would have as a file.
+std::vector<std::byte> BytesOf(sqlite3* db) {
+  sqlite3_int64 size = 0;
+  unsigned char* const bytes = sqlite3_serialize(db, "main", &size, 0);
+  if (bytes == nullptr) throw vb::RuntimeFailure(vb::OutOfMemory);
+  const auto* const first = reinterpret_cast<const std::byte*>(bytes);
+  std::vector<std::byte> copy(first, first + size);
+  sqlite3_free(bytes);
+  return copy;
+}
 
 /// A name that no other process uses at the same time.
 fs::path TemporaryBeside(const fs::path& file) {
@@ -103,8 +84,18 @@ void WriteStandardDatabases(const fs::path& folder) {
   }
 }
 
+std::shared_ptr<Connection> OpenDeliveredPersonal() {
+  auto connection = std::make_shared<Connection>();
+  connection->OpenMemory(seed::personal_sql);
+  return connection;
+}
+
 std::span<const std::byte> EmptySnippetDatabase() {
-  static const std::vector<std::byte> bytes = MemoryDatabase(seed::empty_snippets_sql).Bytes();
+  static const std::vector<std::byte> bytes = [] {
+    Connection connection;
+    connection.OpenMemory(seed::empty_snippets_sql);
+    return BytesOf(connection.Handle());
+  }();
   return bytes;
 }
 

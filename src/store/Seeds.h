@@ -3,7 +3,10 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <memory>
 #include <span>
+
+#include "store/Connection.h"
 
 namespace tessel::store {
 
@@ -11,6 +14,9 @@ namespace tessel::store {
 /// not at all (temporary file beside it, then rename); a file that exists is never touched. Fails
 /// with a vb::Failure that names the file.
 void WriteStandardDatabases(const std::filesystem::path& folder);
+
+/// The delivered shared database ("Personal.MDB"), in memory.
+[[nodiscard]] std::shared_ptr<Connection> OpenDeliveredPersonal();
 
 /// The bytes of an empty snippet database (the built-in resource ETALONVBCODE, number 101).
 [[nodiscard]] std::span<const std::byte> EmptySnippetDatabase();

@@ -1,0 +1,110 @@
+// The `tessel` command: it only reads the command line and hands on.
+
+#include <CLI/CLI.hpp>
+#include <iostream>
+
+#include "hosts/batch/FormatCommand.h"
+#include "hosts/batch/FormatOptions.h"
+#include "hosts/batch/MembersCommand.h"
+#include "hosts/drive/Session.h"
+#include "hosts/linux/LinuxApp.h"
+
+namespace {
+
+using namespace tessel;
+
+void AddFormat(CLI::App& app, batch::FormatRequest& request) {
+  auto* format =
+      app.add_subcommand("format", "Format projects, groups, component files or a module");
+  format->add_option("files", request.Files, ".vbp, .vbg, component files, or - for standard input")
+      ->required();
+  format->add_flag("--check", request.Check, "write nothing; exit 1 when something would change");
+  format->add_flag("--diff", request.Diff, "write nothing; print what would change");
+  format->add_flag("--force", request.Force, "write also what changes more than layout");
+  format->add_flag("--print-config", request.PrintConfig, "print the options in force and stop");
+  format->add_option("--config", request.Config, "read options from this file instead of .tessel");
+  format->add_option("--component", request.Components, "only this component (repeatable)");
+  format->add_option("--jobs", request.Jobs, "components formatted side by side")
+      ->check(CLI::Range(1, 256));
+  format->add_option("--code-page", request.CodePage, "code page of the files; guessed without it");
+  format->add_option("--data", request.Data, "take the format rules of this program's directory");
+  for (const batch::OptionRow& row : batch::OptionTable()) {
+    format->add_option_function<std::string>(
+        std::string("--") + row.Name,
+        [&request, &row](const std::string& value) {
+          batch::FormatOptions checked;
+          try {
+            batch::SetOption(checked, row, value);
+          } catch (const vb::Failure& failure) {
+            throw CLI::ValidationError(failure.what());
+          }
+          request.Overrides.emplace_back(row.Name, value);
+        },
+        row.Help);
+  }
+}
+
+struct MembersRequest {
+  std::vector<std::string> Files;
+  bool Json = false;
+  int CodePage = 0;
+};
+
+void AddMembers(CLI::App& app, MembersRequest& request) {
+  auto* members = app.add_subcommand("members", "List the members of components");
+  members->add_option("files", request.Files, ".vbp, .vbg or component files")->required();
+  members->add_flag("--json", request.Json, "one JSON document");
+  members->add_option("--code-page", request.CodePage, "code page of the files");
+}
+
+struct DriveRequest {
+  std::string Data = linux_host::DefaultDataDirectory().string();
+  std::string Registry = linux_host::DefaultSettingsFile().string();
+  std::string Clock = "virtual";
+};
+
+void AddDrive(CLI::App& app, DriveRequest& request) {
+  auto* drive = app.add_subcommand("drive", "Run the add-in headless, one JSON request a line");
+  drive->add_option("--data", request.Data, "the program's directory");
+  drive->add_option("--registry", request.Registry, "the settings file");
+  drive->add_option("--clock", request.Clock, "virtual or real")
+      ->check(CLI::IsMember({"virtual", "real"}));
+}
+
+int RunDrive(const DriveRequest& request) {
+  std::ios::sync_with_stdio(false);
+  drive::Session session({request.Data, request.Registry, request.Clock == "real"}, std::cin,
+                         std::cout);
+  session.Run();
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app{"Tools for Visual Basic 6 code"};
+  app.set_version_flag("--version", "tessel 1.0.0");
+  app.require_subcommand(1);
+  batch::FormatRequest format;
+  MembersRequest members;
+  DriveRequest driving;
+  AddFormat(app, format);
+  AddMembers(app, members);
+  AddDrive(app, driving);
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : batch::FormatFailed;
+  }
+  try {
+    if (app.got_subcommand("format"))
+      return batch::RunFormat(format, std::cin, std::cout, std::cerr);
+    if (app.got_subcommand("members")) {
+      return batch::RunMembers(members.Files, members.Json, members.CodePage, std::cout, std::cerr);
+    }
+    return RunDrive(driving);
+  } catch (const std::exception& failure) {
+    std::cerr << "tessel: " << failure.what() << '\n';
+    return batch::FormatFailed;
+  }
+}

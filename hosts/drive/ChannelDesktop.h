@@ -1,0 +1,101 @@
+// A desktop whose user speaks through the channel.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "forms/Form.h"
+#include "hosts/drive/Channel.h"
+#include "platform/Desktop.h"
+
+namespace tessel::drive {
+
+/// A message box that waits.
+struct MessageBox {
+  String Text, Title;
+  int Style = 0;
+  std::optional<platform::MessageAnswer> Answer;
+};
+
+struct InputBox {
+  String Prompt, Title, Text;
+  bool Done = false;
+  std::optional<String> Answer;
+};
+
+struct FileBox {
+  platform::FileDialogRequest Request;
+  bool Done = false;
+  std::vector<String> Answer;
+};
+
+struct FontBox {
+  forms::Font* Font = nullptr;
+  String Title;
+  bool Done = false, Accepted = false;
+};
+
+/// What can wait for the user; forms are held as long as they show.
+using Waiting =
+    std::variant<std::shared_ptr<forms::Form>, MessageBox*, InputBox*, FileBox*, FontBox*>;
+
+/// Shows forms and boxes by waiting on the channel, and notes what leaves the program.
+class ChannelDesktop : public platform::Desktop {
+ public:
+  /// Set before anything is shown; not owned.
+  void Attach(Channel* channel) { channel_ = channel; }
+
+  /// The front as replies tell it; null when nothing waits.
+  [[nodiscard]] Json Front() const;
+  /// The topmost of what waits, null for none.
+  [[nodiscard]] const Waiting* Top() const { return waiting_.empty() ? nullptr : &waiting_.back(); }
+  /// The open form of that name (regardless of case), or the front one for an empty name. Fails
+  /// when there is none, or when a box stands in front of it.
+  [[nodiscard]] std::shared_ptr<forms::Form> OpenForm(StringView name) const;
+  /// Answers the box in front from a request's "button", "text", "file", "files" or "font". Fails
+  /// when no box waits or it has no such answer.
+  void AnswerBox(const Json& request);
+  /// What left the program since the last call.
+  [[nodiscard]] Json TakeJournal();
+
+  [[nodiscard]] platform::MessageAnswer ShowMessage(StringView text, StringView title,
+                                                    int style) override;
+  [[nodiscard]] std::optional<String> InputBox(StringView prompt, StringView title,
+                                               StringView text) override;
+  [[nodiscard]] std::vector<String> FileDialog(const platform::FileDialogRequest& request) override;
+  [[nodiscard]] bool FontDialog(forms::Font& font, StringView title) override;
+  void Show(forms::Form& form, platform::ShowStyle style) override;
+  void Hidden(forms::Form& form, bool gone) override;
+  void SetForeground(forms::Form& form) override;
+  [[nodiscard]] std::optional<platform::WindowPlacement> GetPlacement(forms::Form& form) override;
+  void SetPlacement(forms::Form& form, const platform::WindowPlacement& placement) override;
+  [[nodiscard]] std::optional<platform::WindowPlacement> DesktopPlacement() override;
+  [[nodiscard]] String ClipboardText() override { return clipboardText_; }
+  void SetClipboardText(StringView text) override;
+  void SetClipboardPicture(int picture) override;
+  [[nodiscard]] int ClipboardPicture() override { return clipboardPicture_; }
+  void ClearClipboard() override;
+  void SendKeys(StringView keys) override;
+  void Beep() override;
+  int OpenDocument(StringView target, StringView verb, StringView parameters) override;
+  void ShowHelp(StringView helpFile, StringView topic) override;
+
+ private:
+  template <class Box>
+  void Wait(Box& box, const std::function<bool()>& done);
+  void Note(Json entry) { journal_.push_back(std::move(entry)); }
+
+  Channel* channel_ = nullptr;
+  std::vector<Waiting> waiting_;
+  Json journal_ = Json::array();
+  String clipboardText_;
+  int clipboardPicture_ = 0;
+};
+
+/// Text as JSON has it.
+[[nodiscard]] inline std::string Utf8(StringView text) { return vb::ToUtf8(text); }
+
+}  // namespace tessel::drive

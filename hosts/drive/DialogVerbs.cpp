@@ -1,0 +1,170 @@
+// What a user does with a dialog.
+
+#include "forms/User.h"
+#include "hosts/drive/Fields.h"
+#include "hosts/drive/FormJson.h"
+#include "hosts/drive/Session.h"
+
+namespace tessel::drive {
+namespace {
+
+namespace user = forms::user;
+
+std::shared_ptr<forms::Form> FormOf(Session& session, const Json& request) {
+  return session.Desktop().OpenForm(TextField(request, "form", u""));
+}
+
+/// The form stays alive as long as this, whatever the action does to it.
+struct Target {
+  std::shared_ptr<forms::Form> Form;
+  forms::Control* Control;
+};
+
+Target ControlOf(Session& session, const Json& request) {
+  const String name = TextField(request, "control");
+  auto form = FormOf(session, request);
+  forms::Control* control = form->Find(name);
+  if (control == nullptr) {
+    Refuse("form \"" + Utf8(form->Name()) + "\" has no control \"" + Utf8(name) + '"');
+  }
+  return {std::move(form), control};
+}
+
+Json Form(Session& session, const Json& request) { return FormJson(*FormOf(session, request)); }
+
+Json Type(Session& session, const Json& request) {
+  const String text = TextField(request, "text");
+  user::Type(*ControlOf(session, request).Control, text);
+  return {};
+}
+
+Json Pick(Session& session, const Json& request) {
+  const Target target = ControlOf(session, request);
+  if (request.contains("index")) {
+    user::Pick(*target.Control, IntField(request, "index"));
+  } else {
+    user::Pick(*target.Control, TextField(request, "text"));
+  }
+  return {};
+}
+
+Json Check(Session& session, const Json& request) {
+  const int value = IntField(request, "value");
+  const Target target = ControlOf(session, request);
+  if (request.contains("row")) {
+    user::Tick(*target.Control, IntField(request, "row"), value != 0);
+  } else {
+    user::Check(*target.Control, value);
+  }
+  return {};
+}
+
+Json Press(Session& session, const Json& request) {
+  const Target target = ControlOf(session, request);
+  if (request.contains("item")) {
+    user::PressItem(*target.Control, TextField(request, "item"));
+  } else {
+    user::Press(*target.Control);
+  }
+  return {};
+}
+
+Json Page(Session& session, const Json& request) {
+  const int index = IntField(request, "index");
+  user::SelectPage(*ControlOf(session, request).Control, index);
+  return {};
+}
+
+Json Row(Session& session, const Json& request) {
+  const int row = IntField(request, "row");
+  const Target target = ControlOf(session, request);
+  int col = 0;
+  if (const auto* grid = dynamic_cast<const forms::Grid*>(target.Control)) col = grid->Col();
+  user::SelectRow(*target.Control, row, IntField(request, "col", col));
+  return {};
+}
+
+Json Edit(Session& session, const Json& request) {
+  const int row = IntField(request, "row");
+  const int col = IntField(request, "col");
+  const String text = TextField(request, "text");
+  user::EditCell(*ControlOf(session, request).Control, row, col, text);
+  return {};
+}
+
+/// Verbs that name a control and a row.
+template <void (*Action)(forms::Control&, int)>
+Json OnRow(Session& session, const Json& request) {
+  const int row = IntField(request, "row");
+  Action(*ControlOf(session, request).Control, row);
+  return {};
+}
+
+Json SelectText(Session& session, const Json& request) {
+  const int start = IntField(request, "start");
+  const int length = IntField(request, "length");
+  user::SelectText(*ControlOf(session, request).Control, start, length);
+  return {};
+}
+
+Json Focus(Session& session, const Json& request) {
+  user::Focus(*ControlOf(session, request).Control);
+  return {};
+}
+
+Json Key(Session& session, const Json& request) {
+  const int ascii = IntField(request, "ascii");
+  user::Key(*ControlOf(session, request).Control, ascii);
+  return {};
+}
+
+Json Drop(Session& session, const Json& request) {
+  const int row = IntField(request, "row");
+  const auto files = TextListField(request, "files");
+  user::Drop(*ControlOf(session, request).Control, row, files);
+  return {};
+}
+
+Json Spin(Session& session, const Json& request) {
+  const int value = IntField(request, "value");
+  user::Spin(*ControlOf(session, request).Control, value);
+  return {};
+}
+
+Json Close(Session& session, const Json& request) {
+  const auto form = FormOf(session, request);
+  user::Close(*form);
+  return {};
+}
+
+Json Answer(Session& session, const Json& request) {
+  session.Desktop().AnswerBox(request);
+  return {};
+}
+
+}  // namespace
+
+const VerbTable& DialogVerbs() {
+  static const VerbTable table{{"form", Form},
+                               {"type", Type},
+                               {"pick", Pick},
+                               {"check", Check},
+                               {"press", Press},
+                               {"page", Page},
+                               {"row", Row},
+                               {"edit", Edit},
+                               {"expand", OnRow<user::Expand>},
+                               {"collapse", OnRow<user::Collapse>},
+                               {"double-click", OnRow<user::DoubleClick>},
+                               {"right-click", OnRow<user::RightClick>},
+                               {"select-text", SelectText},
+                               {"focus", Focus},
+                               {"key", Key},
+                               {"drop", Drop},
+                               {"spin", Spin},
+                               {"close", Close},
+                               {"answer", Answer}};
+  return table;
+}
+
+}  // namespace tessel::drive

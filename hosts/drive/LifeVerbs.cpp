@@ -1,0 +1,31 @@
+// connect, disconnect, quit.
+
+#include "hosts/drive/Session.h"
+
+namespace tessel::drive {
+namespace {
+
+Json Connect(Session& session, const Json&) {
+  session.Connect();
+  return {};
+}
+
+/// Closes what is open first: the waits end, then the add-in goes.
+Json Disconnect(Session& session, const Json&) {
+  session.Channel().Unwind([&session] { session.Disconnect(); });
+  return {};
+}
+
+Json Quit(Session& session, const Json&) {
+  session.Channel().Close([&session] { session.Disconnect(); });
+  return {};
+}
+
+}  // namespace
+
+const VerbTable& LifeVerbs() {
+  static const VerbTable table{{"connect", Connect}, {"disconnect", Disconnect}, {"quit", Quit}};
+  return table;
+}
+
+}  // namespace tessel::drive

@@ -1,0 +1,125 @@
+// The object that the development environment creates and talks to.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "addin/Commands.h"
+#include "addin/IConnect.h"
+#include "addin/frmAbout.h"
+#include "addin/host/VBE.h"
+#include "formatter/frmFormatText.h"
+
+namespace tessel {
+
+/// Owns the global services from connection to disconnection, the command bar and every dialog.
+/// Everything runs inside a call from the environment, a message or a timer tick, on one thread.
+class Connect : public IConnect {
+ public:
+  Connect();
+  ~Connect() override;
+  Connect(const Connect&) = delete;
+  Connect& operator=(const Connect&) = delete;
+
+  // The environment's calls. A failure of the first two is shown in a plain message box and leaves
+  // the steps behind it undone.
+  void AddinInstance_OnConnection(const std::shared_ptr<host::VBE>& application);
+  void AddinInstance_OnDisconnection();
+  void AddinInstance_OnStartupComplete();
+
+  // Answers and the mailbox of the naming dialogs.
+  [[nodiscard]] int ReturnOkCancel() const { return returnOkCancel_; }
+  void SetReturnOkCancel(int value) { returnOkCancel_ = value; }
+  [[nodiscard]] const String& ItemAddedName() const { return itemAddedName_; }
+  void SetItemAddedName(StringView value) { itemAddedName_ = value; }
+  [[nodiscard]] const String& ItemAddedTag() const { return itemAddedTag_; }
+  void SetItemAddedTag(StringView value) { itemAddedTag_ = value; }
+  [[nodiscard]] const String& ItemAddedText() const { return itemAddedText_; }
+  void SetItemAddedText(StringView value) { itemAddedText_ = value; }
+  /// True while a naming dialog is up; greys the commands.
+  [[nodiscard]] bool WindowsFormFennick() const { return windowsFormFennick_; }
+  void SetWindowsFormFennick(bool value);
+  [[nodiscard]] bool DialogOpen() const override { return dialogOpen_; }
+  void SetDialogOpen(bool value) override { dialogOpen_ = value; }
+
+  void HideProjectExplorer();
+  void ShowProjectExplorer();
+  void RefreshTreeExplorer(bool twitchCursor) override;
+  void ShowFormatText();
+  void HideFormatText() override;
+  void ShowAbout();
+
+  /// Puts the marker line for a scheme (or "Skip") above the member at the caret, or on line 1 of
+  /// the module.
+  void InsertErrStrInComponent(StringView text);
+  /// Inserts a template ahead of the selected line and selects its placeholder.
+  void InsertTextInComponent(const std::vector<String>& lines, int column, int lineOffset,
+                             int length);
+  /// Each line behind `indent` blanks, with CR LF.
+  [[nodiscard]] static String ReturnInsertStr(const std::vector<String>& lines, int indent);
+
+  /// Enables or greys the commands, all but those that stay as they are.
+  void EnableDisableCmd(bool enabled);
+
+  [[nodiscard]] double VBEVersion() const { return vbeVersion_; }
+  [[nodiscard]] const String& ExplorerWindowGUID() const { return explorerWindowGUID_; }
+  [[nodiscard]] const std::shared_ptr<host::Window>& ExplorerWindow() const {
+    return explorerWindow_;
+  }
+
+ private:
+  /// A control of ours with the sink that makes it fire.
+  struct Control {
+    std::shared_ptr<host::CommandBarControl> Button;
+    std::shared_ptr<host::CommandBarEvents> Sink;
+    StringView Routine;  ///< name of its handler
+    std::function<void()> OnClick;
+    bool Built = true;    ///< false: greyed for good
+    bool Follows = true;  ///< EnableDisableCmd reaches it
+  };
+
+  void OpenDatabases();
+  void CreateExplorerWindow();
+  void RemoveBar();
+  void SaveExplorerWindow();
+  void ctrVBProjectsEvents_ItemAdded();
+  void ctrVBComponentsEvents_ItemAdded();
+
+  void AddToAddInCommandBar(StringView caption);
+  void AddToAddInCommandBarEvents();
+  void PlaceBar(host::CommandBar& bar);
+  void AddMenuCommandBarButton(host::CommandBar& bar, const CommandRow& row);
+  void AddMenuCommandBarPopup(host::CommandBarControls& popup, const CommandRow& row);
+  void AddMenuCommandBarPopupUPRCommand(host::CommandBarControls& popup);
+  void AddMenuComBarCommand(host::CommandBarControls& popup, const TemplateRow& row);
+  void AddCommandBarDinamMenu(StringView caption);
+  void AddModifier(host::CommandBarControls& popup, StringView name, bool beginGroup,
+                   StringView handler);
+  void AddHelp(host::CommandBar& bar);
+  void SetPicture(host::CommandBarControl& control, int resId, int faceId);
+  Control& Keep(const std::shared_ptr<host::CommandBarControl>& button, StringView handler,
+                std::function<void()> onClick);
+  void RunOperation(Operation operation);
+
+  template <class Form>
+  void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference);
+
+  std::shared_ptr<host::VBE> vbInstance_;
+  double vbeVersion_ = 0;
+  bool explorerOpenedByUser_ = false;
+  String explorerWindowGUID_;
+  std::shared_ptr<host::Window> explorerWindow_;
+  std::shared_ptr<host::VBControlsEvents> ctrFennickEvents_;
+  std::shared_ptr<host::VBProjectsEvents> ctrVBProjectsEvents_;
+  std::shared_ptr<host::VBComponentsEvents> ctrVBComponentsEvents_;
+  std::vector<Control> controls_;
+
+  std::shared_ptr<frmFormatText> FormatText;
+  std::shared_ptr<frmAbout> About;
+
+  int returnOkCancel_ = 0;
+  String itemAddedName_, itemAddedTag_, itemAddedText_;
+  bool windowsFormFennick_ = false, dialogOpen_ = false;
+};
+
+}  // namespace tessel

@@ -1,0 +1,81 @@
+// The dialogs: showing, hiding, the one guard.
+
+#include "addin/Connect.h"
+#include "foundation/Routine.h"
+#include "platform/Platform.h"
+
+namespace tessel {
+namespace {
+
+void DoEvents() { platform::Current().Clock().DoEvents(); }
+
+}  // namespace
+
+/// A guarded modal dialog: made when there is none, told whom it works for, shown until it is
+/// hidden. A second one does nothing and says nothing.
+template <class Form>
+void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference) {
+  Routine(routine, [&] {
+    if (dialogOpen_) return;
+    dialogOpen_ = true;
+    ResumeNext([&] {
+      if (!reference) reference = std::make_shared<Form>();
+    });
+    ResumeNext([&] { reference->VBInstance = vbInstance_; });
+    ResumeNext([&] { reference->Connect = this; });
+    ResumeNext([&] { reference->Show(platform::ShowStyle::Modal); });
+  });
+}
+
+void Connect::ShowFormatText() { ShowGuarded(u"Connect.ShowFormatText", FormatText); }
+
+void Connect::HideFormatText() {
+  Routine(u"Connect.HideFormatText", [&](const Statements& run) {
+    const auto form = FormatText;  // this runs inside a handler of the form
+    if (!form) return;
+    run([&] { form->Hide(); });
+    run([&] { form->Unload(); });
+    FormatText.reset();
+    RefreshTreeExplorer(false);
+  });
+}
+
+void Connect::ShowAbout() {
+  Routine(u"Connect.ShowAbout", [&] {
+    ResumeNext(DoEvents);
+    ResumeNext([&] {
+      if (!About) About = std::make_shared<frmAbout>();
+      About->Show(platform::ShowStyle::Modal);
+    });
+    About.reset();
+  });
+}
+
+void Connect::ShowProjectExplorer() {
+  Routine(u"Connect.ShowProjectExplorer", [&] {
+    ResumeNext([&] {
+      if (explorerWindow_) explorerWindow_->SetVisible(true);
+    });
+  });
+}
+
+void Connect::HideProjectExplorer() {
+  Routine(u"Connect.HideProjectExplorer", [&] {
+    ResumeNext([&] {
+      if (explorerWindow_) explorerWindow_->SetVisible(false);
+    });
+  });
+}
+
+void Connect::RefreshTreeExplorer(bool) {
+  Routine(u"Connect.RefreshTreeExplorer", [&] { DoEvents(); });
+}
+
+void Connect::SetWindowsFormFennick(bool value) {
+  Routine(u"Connect.WindowsFormFennick", [&] {
+    windowsFormFennick_ = value;
+    EnableDisableCmd(!value);
+  });
+}
+
+}  // namespace tessel
