@@ -127,18 +127,38 @@ class Reader {
     Add(TokenKind::Word, closed ? end - at_ + 1 : 1);
   }
 
-  /// Length of a date literal (#...# on one line, beginning with a letter or a digit), 0 when it is
-  /// none.
+  /// Length of a date literal (#...# on one line: numbers, separators, month names, AM and PM), 0
+  /// when it is none.
   [[nodiscard]] std::size_t DateLength() const {
     if (statementStart_ || !(IsDigit(Peek(1)) || IsLetter(Peek(1)))) return 0;
-    for (std::size_t ahead = 1; at_ + ahead < code_.size(); ++ahead) {
+    std::size_t ahead = 1;
+    while (at_ + ahead < code_.size() && Peek(ahead) != u'#') {
       const char16_t unit = Peek(ahead);
-      if (unit == u'#') return ahead + 1;
-      const bool inDate = IsDigit(unit) || IsLetter(unit) || unit == u' ' || unit == u'/' ||
-                          unit == u'-' || unit == u':' || unit == u',' || unit == u'.';
-      if (!inDate) return 0;
+      if (IsLetter(unit)) {
+        const std::size_t length = LettersAt(ahead);
+        if (!IsDateWord(code_.substr(at_ + ahead, length))) return 0;
+        ahead += length;
+      } else if (IsDigit(unit) || StringView(u" /-:,.").find(unit) != StringView::npos) {
+        ++ahead;
+      } else {
+        return 0;
+      }
     }
-    return 0;
+    return at_ + ahead < code_.size() ? ahead + 1 : 0;
+  }
+
+  [[nodiscard]] std::size_t LettersAt(std::size_t ahead) const {
+    std::size_t length = 0;
+    while (IsLetter(Peek(ahead + length))) ++length;
+    return length;
+  }
+
+  static bool IsDateWord(StringView word) {
+    constexpr StringView Words[] = {u"AM",  u"PM",  u"A",   u"P",   u"Jan", u"Feb", u"Mar", u"Apr",
+                                    u"May", u"Jun", u"Jul", u"Aug", u"Sep", u"Oct", u"Nov", u"Dec"};
+    return std::any_of(std::begin(Words), std::end(Words), [&](StringView one) {
+      return vb::SameText(word, one) || (one.size() == 3 && vb::StartsWithText(word, one));
+    });
   }
 
   [[nodiscard]] std::size_t WordLength() const {
