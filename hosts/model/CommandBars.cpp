@@ -71,8 +71,8 @@ void CommandBarControl::PasteFace() {
 void CommandBarControl::Execute() {
   (*context_.Hook)("CommandBarControl.Execute");
   const auto self = shared_from_this();
-  context_.Events->Clicked(self);
-  if (const auto command = Command) command();
+  const bool cancelled = context_.Events->Clicked(self);
+  if (const auto command = Command; command && !cancelled) command();
 }
 
 std::shared_ptr<host::CommandBarControls> CommandBarControl::Controls() { return controls_; }

@@ -68,14 +68,17 @@ void Events::ComponentAdded(const std::shared_ptr<host::VBComponent>& component)
   });
 }
 
-void Events::Clicked(const std::shared_ptr<host::CommandBarControl>& control) {
+bool Events::Clicked(const std::shared_ptr<host::CommandBarControl>& control) {
   std::erase_if(clicks_, [](const ControlSink& one) { return one.Sink.expired(); });
+  bool cancelled = false;
   for (const ControlSink& one : std::vector(clicks_)) {
     const auto sink = one.Sink.lock();
     if (!sink || one.Control.lock() != control) continue;
     bool handled = false, cancelDefault = false;
     if (const auto handler = sink->Click) handler(control, handled, cancelDefault);
+    cancelled = cancelled || cancelDefault;
   }
+  return cancelled;
 }
 
 }  // namespace tessel::model

@@ -24,7 +24,8 @@ class Events : public host::Events {
                       int oldIndex);
   void ProjectAdded(const std::shared_ptr<host::VBProject>& project);
   void ComponentAdded(const std::shared_ptr<host::VBComponent>& component);
-  void Clicked(const std::shared_ptr<host::CommandBarControl>& control);
+  /// Whether a handler asked that the control's own command doesn't run.
+  bool Clicked(const std::shared_ptr<host::CommandBarControl>& control);
 
  private:
   template <class Sink>

@@ -127,7 +127,10 @@ void LineBuffer::SplitBlock(std::size_t at) {
   Block whole = std::move(blocks_[at]);
   std::vector<Block> parts;
   for (int index = 0; index < whole.Count(); ++index) {
-    if (index % MostLines == 0) parts.emplace_back();
+    if (index % MostLines == 0) {
+      if (!parts.empty()) parts.back().Text.shrink_to_fit();
+      parts.emplace_back();
+    }
     const std::size_t start = whole.StartOf(index);
     parts.back().Append(
         StringView(whole.Text).substr(start, whole.Ends[static_cast<std::size_t>(index)] - start),
@@ -136,8 +139,6 @@ void LineBuffer::SplitBlock(std::size_t at) {
   blocks_[at] = std::move(parts.front());
   blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(at) + 1,
                  std::make_move_iterator(parts.begin() + 1), std::make_move_iterator(parts.end()));
-  nearBlock_ = 0;
-  nearAhead_ = 0;
 }
 
 void LineBuffer::Delete(int first, int count) {
@@ -165,8 +166,11 @@ void LineBuffer::Delete(int first, int count) {
   // Emptied blocks lie side by side.
   const auto begin = blocks_.begin() + static_cast<std::ptrdiff_t>(firstEmptied);
   blocks_.erase(begin, begin + static_cast<std::ptrdiff_t>(emptied));
-  nearBlock_ = 0;
-  nearAhead_ = 0;
+  // The place of the last look-up stands as long as a block is there: nothing ahead of it changed.
+  if (nearBlock_ >= blocks_.size()) {
+    nearBlock_ = 0;
+    nearAhead_ = 0;
+  }
 }
 
 }  // namespace tessel::model

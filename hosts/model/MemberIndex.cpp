@@ -51,7 +51,8 @@ struct MemberIndex::Scan {
   }
 
   void Apply(LineFacts& facts, int line, int last) {
-    if (facts.EndFirst && InMember) Close(last);
+    // A line belongs to one member: one that ends and begins members is the new one's.
+    if (facts.EndFirst && InMember) Close(facts.Head ? line - 1 : last);
     if (facts.Head) {
       // A member that was never ended reaches to the next head.
       if (InMember) Close(line - 1);

@@ -64,6 +64,11 @@ bool ReadHead(StringView statement, LineFacts& facts) {
   } else if (!Is(word, u"Sub") && !Is(word, u"Function")) {
     return false;
   }
+  // A field of a Type may bear a keyword's name: "Function As Long" is no head.
+  if (Is(statement.substr(0, 2), u"As") &&
+      !IsNameUnit(statement.size() > 2 ? statement[2] : u' ')) {
+    return false;
+  }
   facts.Name = String(NameAt(statement));
   return !facts.Name.empty();
 }
@@ -105,7 +110,7 @@ void ReadStatement(StringView statement, LineFacts& facts) {
 
 bool IsRemark(StringView statement) {
   statement = TrimBlanks(statement);
-  return Is(statement.substr(0, 3), u"Rem") && (statement.size() == 3 || IsBlank(statement[3]));
+  return Is(statement.substr(0, 3), u"Rem") && (statement.size() == 3 || !IsNameUnit(statement[3]));
 }
 
 /// Skips a line number.

@@ -114,6 +114,84 @@ TEST(MemberIndex, EndsAMemberWithoutAnEndAtTheNextHead) {
   EXPECT_EQ(DumpOf(u"Sub A()\r\nx = 1\r\nSub B()\r\nEnd Sub"), u"0 A/0 A/0 B/0 B/0");
 }
 
+TEST(MemberIndex, EndsTheLastMemberWithoutAnEndAtTheEndOfTheModule) {
+  EXPECT_EQ(DumpOf(u"Dim x\r\nSub A()\r\nx = 1"), u"1 - A/0 A/0");
+}
+
+TEST(MemberIndex, GivesALineThatEndsAndBeginsMembersToTheNewOne) {
+  const LineBuffer lines(u"Sub A()\r\nEnd Sub: Sub B()\r\nEnd Sub\r\nSub C()\r\nEnd Sub");
+  MemberIndex index(lines);
+  EXPECT_EQ(Dump(index, lines), u"0 A/0 B/0 B/0 C/0 C/0");
+  EXPECT_EQ(index.Find(u"B", vbext_pk_Proc)->Body, 2);
+  EXPECT_EQ(index.Find(u"B", vbext_pk_Proc)->Start, 2);
+}
+
+TEST(MemberIndex, CountsAConditionalLineAheadOfTheFirstMemberAsDeclaring) {
+  EXPECT_EQ(DumpOf(u"' a\r\n\r\n#If X Then\r\n' b\r\nSub A()\r\nEnd Sub"), u"3 - - - A/0 A/0 A/0");
+}
+
+TEST(MemberIndex, LeavesCommentsAheadOfAMemberOutOfTheDeclarations) {
+  EXPECT_EQ(DumpOf(u"' head of the module\r\n\r\nSub A()\r\nEnd Sub"), u"0 A/0 A/0 A/0 A/0");
+}
+
+TEST(MemberIndex, CountsTypesAndDeclaresAsDeclarations) {
+  EXPECT_EQ(DumpOf(u"Type T\r\nFunction As Long\r\nEnd Type\r\n"
+                   u"Declare Sub S Lib \"k\" ()\r\nSub A()\r\nEnd Sub"),
+            u"4 - - - - A/0 A/0");
+}
+
+TEST(MemberIndex, CountsAllLinesOfAContinuedDeclaration) {
+  EXPECT_EQ(DumpOf(u"Dim x, _\r\n  y\r\n\r\nSub A()\r\nEnd Sub"), u"2 - - A/0 A/0 A/0");
+}
+
+TEST(MemberIndex, ReadsAContinuedCommentAsOneComment) {
+  EXPECT_EQ(DumpOf(u"' a _\r\nSub A()\r\nSub B()\r\nEnd Sub"), u"0 B/0 B/0 B/0 B/0");
+}
+
+TEST(MemberIndex, FindsTheFirstOfTwoMembersOfOneName) {
+  const LineBuffer lines(
+      u"#If X Then\r\nSub A()\r\nEnd Sub\r\n#Else\r\nSub a()\r\nEnd Sub\r\n#End If");
+  MemberIndex index(lines);
+  EXPECT_EQ(index.Find(u"A", vbext_pk_Proc)->Body, 2);
+}
+
+TEST(MemberIndex, FindsNamesWithoutRegardToCaseInAnyScript) {
+  const LineBuffer lines(u"Sub \u00C4rger()\r\nEnd Sub");
+  MemberIndex index(lines);
+  EXPECT_NE(index.Find(u"\u00E4RGER", vbext_pk_Proc), nullptr);
+}
+
+TEST(MemberIndex, AnswersNothingOutsideTheModule) {
+  const LineBuffer lines(u"Sub A()\r\nEnd Sub");
+  MemberIndex index(lines);
+  vbext_ProcKind kind = vbext_pk_Let;
+  EXPECT_EQ(index.ProcOfLine(0, kind), u"");
+  EXPECT_EQ(index.ProcOfLine(3, kind), u"");
+  EXPECT_EQ(kind, vbext_pk_Let);
+}
+
+TEST(MemberIndex, FollowsAMemberThatIsReplacedUnderAnotherName) {
+  LineBuffer lines(u"Sub A()\r\nEnd Sub\r\nSub B()\r\nEnd Sub\r\nSub C()\r\nEnd Sub\r\n");
+  MemberIndex index(lines);
+  ASSERT_EQ(index.Find(u"C", vbext_pk_Proc)->Start, 5);
+  lines.Delete(3, 2);
+  index.Edited(3, 2, 0);
+  index.Edited(3, 0, lines.Insert(3, u"' new\r\nSub D()\r\nx = 1\r\nEnd Sub"));
+  EXPECT_EQ(index.Find(u"B", vbext_pk_Proc), nullptr);
+  EXPECT_EQ(index.Find(u"D", vbext_pk_Proc)->Start, 3);
+  EXPECT_EQ(index.Find(u"D", vbext_pk_Proc)->Body, 4);
+  EXPECT_EQ(index.Find(u"C", vbext_pk_Proc)->Start, 7);
+}
+
+TEST(MemberIndex, NoticesThatAnEndIsContinuedIntoTheNextMember) {
+  LineBuffer lines(u"Sub A()\r\nEnd Sub\r\nSub B()\r\nEnd Sub\r\nSub C()\r\nEnd Sub\r\n");
+  MemberIndex index(lines);
+  ASSERT_NE(index.Find(u"B", vbext_pk_Proc), nullptr);
+  lines.Delete(2, 1);
+  index.Edited(2, 1, lines.Insert(2, u"End Sub ' a _"));
+  EXPECT_EQ(Dump(index, lines), u"0 A/0 A/0 A/0 C/0 C/0 C/0");
+}
+
 TEST(MemberIndex, AgreesWithAFreshReadingAfterAnyEdits) {
   constexpr StringView Pieces[] = {u"Sub A()",
                                    u"End Sub",
@@ -128,7 +206,12 @@ TEST(MemberIndex, AgreesWithAFreshReadingAfterAnyEdits) {
                                    u"End Function",
                                    u"a\r\nSub C()\r\nEnd Sub",
                                    u"Option Explicit",
-                                   u"Sub A()\r\nEnd Sub\r\n"};
+                                   u"Sub A()\r\nEnd Sub\r\n",
+                                   u"End Sub: Sub D()",
+                                   u"Sub E(): End Sub",
+                                   u"End Sub ' c _",
+                                   u"Private _",
+                                   u"#If X Then"};
   std::mt19937 random(3);
   for (int round = 0; round < 400; ++round) {
     LineBuffer lines(u"Option Explicit\r\nSub A()\r\nx = 1\r\nEnd Sub\r\nSub B()\r\nEnd Sub\r\n");
@@ -136,7 +219,10 @@ TEST(MemberIndex, AgreesWithAFreshReadingAfterAnyEdits) {
     for (int step = 0; step < 25; ++step) {
       const int count = lines.Count();
       const int at = 1 + static_cast<int>(random() % static_cast<unsigned>(count + 1));
-      if (random() % 3 == 0 && at <= count) {
+      if (random() % 6 == 0 && at <= count) {
+        lines.Delete(at, 1);
+        index.Edited(at, 1, lines.Insert(at, Pieces[random() % std::size(Pieces)]));
+      } else if (random() % 3 == 0 && at <= count) {
         const int most = count - at + 1;
         const int removed = 1 + static_cast<int>(random() % static_cast<unsigned>(most));
         lines.Delete(at, std::min(removed, 4));
