@@ -154,28 +154,29 @@ int CodePane::ClampLine(int line) const {
   return std::clamp(line, 1, module ? std::max(1, module->Buffer().Count()) : 1);
 }
 
-int CodePane::ClampColumn(int line, int column) const {
+/// A place past the last line is the end of the text.
+void CodePane::Clamp(int& line, int& column) const {
   const auto module = module_.lock();
-  const bool there = module && line <= module->Buffer().Count();
-  const int length = there ? static_cast<int>(module->Buffer().Line(line).size()) : 0;
-  return std::clamp(column, 1, length + 1);
+  const int count = module ? module->Buffer().Count() : 0;
+  const bool past = line > count;
+  line = ClampLine(line);
+  const int length = count == 0 ? 0 : static_cast<int>(module->Buffer().Line(line).size());
+  column = past ? length + 1 : std::clamp(column, 1, length + 1);
 }
 
 host::Selection CodePane::GetSelection() {
   (*hook_)("CodePane.GetSelection");
   // The text may have changed since.
-  selection_.StartLine = ClampLine(selection_.StartLine);
-  selection_.EndLine = ClampLine(selection_.EndLine);
-  selection_.StartColumn = ClampColumn(selection_.StartLine, selection_.StartColumn);
-  selection_.EndColumn = ClampColumn(selection_.EndLine, selection_.EndColumn);
+  Clamp(selection_.StartLine, selection_.StartColumn);
+  Clamp(selection_.EndLine, selection_.EndColumn);
   return selection_;
 }
 
 void CodePane::SetSelection(const host::Selection& selection) {
   (*hook_)("CodePane.SetSelection");
-  const int start = ClampLine(selection.StartLine), end = ClampLine(selection.EndLine);
-  selection_ = {start, ClampColumn(start, selection.StartColumn), end,
-                ClampColumn(end, selection.EndColumn)};
+  selection_ = selection;
+  Clamp(selection_.StartLine, selection_.StartColumn);
+  Clamp(selection_.EndLine, selection_.EndColumn);
 }
 
 int CodePane::TopLine() {

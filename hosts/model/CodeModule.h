@@ -77,7 +77,7 @@ class CodePane : public host::CodePane, public std::enable_shared_from_this<Code
 
  private:
   [[nodiscard]] int ClampLine(int line) const;
-  [[nodiscard]] int ClampColumn(int line, int column) const;
+  void Clamp(int& line, int& column) const;
   Hook hook_;
   std::weak_ptr<model::CodeModule> module_;
   std::shared_ptr<model::Window> window_;

@@ -1,0 +1,95 @@
+#include "hosts/model/Windows.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "tests/support/Modules.h"
+#include "vb/Failure.h"
+
+namespace tessel::model {
+namespace {
+
+std::vector<String> Classes(const std::vector<WindowInfo>& windows) {
+  std::vector<String> classes;
+  for (const WindowInfo& window : windows) classes.push_back(window.Class);
+  return classes;
+}
+
+TEST(Windows, ShowTheEnvironmentsOwnFromTheStart) {
+  const Windows windows(std::make_shared<OperationHook>());
+  const auto all = windows.All();
+  EXPECT_EQ(Classes(all), (std::vector<String>{u"wndclass_desked_gsk", u"MDIClient", u"PROJECT",
+                                               u"wndclass_pbrs"}));
+  for (const WindowInfo& window : all) EXPECT_TRUE(window.Visible) << vb::ToUtf8(window.Class);
+  EXPECT_EQ(windows.Main()->HWnd(), all.front().Handle);
+}
+
+TEST(Windows, HaveHandlesOfTheirOwn) {
+  Windows windows(std::make_shared<OperationHook>());
+  std::set<std::intptr_t> handles;
+  std::vector<std::shared_ptr<Window>> held;
+  for (int count = 0; count < 50; ++count) held.push_back(windows.Create(u"VbaWindow", u"x"));
+  for (const WindowInfo& window : windows.All()) handles.insert(window.Handle);
+  EXPECT_EQ(handles.size(), 54U);
+  EXPECT_FALSE(handles.contains(0));
+}
+
+TEST(Windows, MakeAToolWindowThatIsHiddenUntilItIsShown) {
+  Windows windows(std::make_shared<OperationHook>());
+  const auto window = windows.CreateToolWindow(u"Tessel.Document", u"Explorer", u"{1}");
+  EXPECT_EQ(window->Caption(), u"Explorer");
+  EXPECT_FALSE(window->Visible());
+  window->SetVisible(true);
+  EXPECT_TRUE(window->Visible());
+  EXPECT_EQ(windows.All().back().Caption, u"Explorer");
+  EXPECT_TRUE(windows.All().back().Visible);
+}
+
+TEST(Windows, RefuseAToolWindowWithoutClassOrPlace) {
+  Windows windows(std::make_shared<OperationHook>());
+  for (const auto& [progId, place] :
+       {std::pair<StringView, StringView>{u"", u"{1}"}, {u"Tessel.Document", u""}}) {
+    try {
+      windows.CreateToolWindow(progId, u"Explorer", place);
+      ADD_FAILURE() << "made a window";
+    } catch (const vb::Failure& failure) {
+      EXPECT_EQ(failure.Number(), vb::InvalidCall);
+    }
+  }
+}
+
+TEST(Windows, ForgetAWindowThatNobodyHolds) {
+  Windows windows(std::make_shared<OperationHook>());
+  auto window = windows.Create(u"DesignerWindow", u"Form1");
+  EXPECT_EQ(windows.All().size(), 5U);
+  window.reset();
+  EXPECT_EQ(windows.All().size(), 4U);
+}
+
+TEST(Windows, FailAsTheHookWantsIt) {
+  const auto hook = std::make_shared<OperationHook>();
+  Windows windows(hook);
+  hook->Before = [](std::string_view operation) {
+    if (operation == "Windows.CreateToolWindow") throw vb::RuntimeFailure(vb::OutOfMemory);
+  };
+  EXPECT_THROW(windows.CreateToolWindow(u"a", u"b", u"c"), vb::Failure);
+  EXPECT_EQ(windows.All().size(), 4U);
+}
+
+TEST(Windows, ListTheCodeWindowOfAnOpenPane) {
+  test::World world;
+  const auto module = world.Module(u"Module1", u"Sub A()\r\nEnd Sub");
+  EXPECT_EQ(Classes(world.Environment.OpenWindows()).size(), 4U);
+  module->CodePane()->Show();
+  const auto all = world.Environment.OpenWindows();
+  ASSERT_EQ(all.size(), 5U);
+  EXPECT_EQ(all.back().Class, u"VbaWindow");
+  EXPECT_TRUE(all.back().Visible);
+  EXPECT_EQ(all.back().Handle, module->CodePane()->Window()->HWnd());
+  world.Environment.ClosePane(u"Module1");
+  EXPECT_EQ(world.Environment.OpenWindows().size(), 4U);
+}
+
+}  // namespace
+}  // namespace tessel::model
