@@ -45,8 +45,8 @@ void Connect::AddinInstance_OnConnection(const std::shared_ptr<host::VBE>& appli
   try {
     platform::Clock& clock = platform::Current().Clock();
     vbInstance_ = application;
-    vbeVersion_ = vb::Val(vbInstance_->Version());
-    const auto events = vbInstance_->Events();
+    vbeVersion_ = vb::Val(Need(vbInstance_).Version());
+    const auto events = Need(vbInstance_).Events();
     ctrFennickEvents_ = events->VBControlsEvents();
     ctrVBProjectsEvents_ = events->VBProjectsEvents();
     ctrVBProjectsEvents_->ItemAdded = [this](const auto&) { ctrVBProjectsEvents_ItemAdded(); };
@@ -100,8 +100,10 @@ void Connect::CreateExplorerWindow() {
   } else {
     explorerWindowGUID_ = gAppSettings->GetText(Settings, Guid, u"0");
   }
-  explorerWindow_ = vbInstance_->Windows()->CreateToolWindow(
-      u"Tessel.udProjectExplorer", u"Tessel Project Explorer", explorerWindowGUID_);
+  explorerWindow_ = Need(vbInstance_)
+                        .Windows()
+                        ->CreateToolWindow(u"Tessel.udProjectExplorer", u"Tessel Project Explorer",
+                                           explorerWindowGUID_);
 }
 
 void Connect::AddinInstance_OnStartupComplete() {
@@ -148,7 +150,7 @@ void Connect::AddinInstance_OnDisconnection() {
 
 /// Keeps the bar's place and takes the bar away.
 void Connect::RemoveBar() {
-  const auto bar = vbInstance_->CommandBars()->Item(u"Tessel");
+  const auto bar = Need(vbInstance_).CommandBars()->Item(u"Tessel");
   const auto save = [](StringView key, int value) {
     ResumeNext([&] { gAppSettings->SaveSetting(Settings, key, vb::Str(value)); });
   };

@@ -48,7 +48,7 @@ StringView HandlerName(StringView handler) {
 void Connect::AddToAddInCommandBar(StringView caption) {
   Routine(u"Connect.AddToAddInCommandBar", [&](const Statements& run) {
     std::shared_ptr<host::CommandBar> bar;
-    const auto bars = run([&] { return vbInstance_->CommandBars(); });
+    const auto bars = run([&] { return Need(vbInstance_).CommandBars(); });
     // A missing bar fails; that is how one learns that there is none yet.
     ResumeNext([&] { bar = bars->Item(BarName); });
     if (!bar) {
@@ -164,7 +164,7 @@ void Connect::AddMenuComBarCommand(host::CommandBarControls& popup, const Templa
 void Connect::AddCommandBarDinamMenu(StringView caption) {
   Routine(u"Connect.AddCommandBarDinamMenu", [&] {
     std::shared_ptr<host::CommandBar> bar;
-    ResumeNext([&] { bar = vbInstance_->CommandBars()->Item(BarName); });
+    ResumeNext([&] { bar = Need(vbInstance_).CommandBars()->Item(BarName); });
     if (!bar) return;
     std::vector<String> names;
     ResumeNext(
@@ -216,7 +216,7 @@ void Connect::AddHelp(host::CommandBar& bar) {
 
 void Connect::AddToAddInCommandBarEvents() {
   Routine(u"Connect.AddToAddInCommandBarEvents", [&](const Statements& run) {
-    const auto events = run([&] { return vbInstance_->Events(); });
+    const auto events = run([&] { return Need(vbInstance_).Events(); });
     if (!events) return;
     for (std::size_t at = 0; at < controls_.size(); ++at) {
       Control& control = controls_[at];

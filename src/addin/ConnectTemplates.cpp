@@ -18,15 +18,16 @@ struct MemberAt {
 MemberAt FindMember(const Statements& run, const ModulePtr& module, int line) {
   MemberAt member;
   host::vbext_ProcKind ignored{};
-  const String name = run([&] { return module->ProcOfLine(line, ignored); });
+  const String name = run([&] { return Need(module).ProcOfLine(line, ignored); });
   if (name.empty()) return member;
   const auto kind =
       static_cast<host::vbext_ProcKind>(mFunctions::MemberKindAtLine(module, name, line, false));
-  member.Body = run([&] { return module->ProcBodyLine(name, kind); });
-  const int count = run([&] { return module->ProcCountLines(name, kind); });
-  const int start = run([&] { return module->ProcStartLine(name, kind); });
+  member.Body = run([&] { return Need(module).ProcBodyLine(name, kind); });
+  const int count = run([&] { return Need(module).ProcCountLines(name, kind); });
+  const int start = run([&] { return Need(module).ProcStartLine(name, kind); });
   if (member.Body > 0) {
-    member.Text = run([&] { return module->Lines(member.Body, count - (member.Body - start)); });
+    member.Text =
+        run([&] { return Need(module).Lines(member.Body, count - (member.Body - start)); });
   }
   return member;
 }
@@ -37,11 +38,11 @@ bool IsMarker(StringView line) { return vb::StartsWithText(line, mFunctions::Key
 bool MarkMember(const Statements& run, const ModulePtr& module, int line, const String& marker) {
   const int body = FindMember(run, module, line).Body;
   if (body < 1) return false;
-  if (body > 1 && IsMarker(run([&] { return module->Lines(body - 1, 1); }))) {
-    run([&] { module->ReplaceLine(body - 1, marker); });
+  if (body > 1 && IsMarker(run([&] { return Need(module).Lines(body - 1, 1); }))) {
+    run([&] { Need(module).ReplaceLine(body - 1, marker); });
     return false;
   }
-  run([&] { module->InsertLines(body, marker); });
+  run([&] { Need(module).InsertLines(body, marker); });
   return true;
 }
 
@@ -49,11 +50,11 @@ bool MarkMember(const Statements& run, const ModulePtr& module, int line, const 
 bool MarkModule(const Statements& run, const ModulePtr& module, int declarations,
                 const String& marker) {
   for (int line = 1; line <= declarations; ++line) {
-    if (!IsMarker(run([&] { return module->Lines(line, 1); }))) continue;
-    run([&] { module->ReplaceLine(line, marker); });
+    if (!IsMarker(run([&] { return Need(module).Lines(line, 1); }))) continue;
+    run([&] { Need(module).ReplaceLine(line, marker); });
     return false;
   }
-  run([&] { module->InsertLines(1, marker); });
+  run([&] { Need(module).InsertLines(1, marker); });
   return true;
 }
 
@@ -76,13 +77,13 @@ void InsertTemplate(const Statements& run, host::CodePane& pane, const std::vect
   // The end of the selection does not count: the template goes ahead of its first line.
   const host::Selection at = run([&] { return pane.GetSelection(); });
   const auto module = run([&] { return pane.CodeModule(); });
-  const int declarations = run([&] { return module->CountOfDeclarationLines(); });
+  const int declarations = run([&] { return Need(module).CountOfDeclarationLines(); });
   const MemberAt member = FindMember(run, module, at.StartLine);
   const bool inside = at.StartLine > declarations && at.StartLine > member.Body && member.Body >= 1;
   if (!inside) return;
   // The head's continuation lines push the template down, wherever in the member the caret stands.
   const int line = at.StartLine + mFunctions::DopLine(member.Text);
-  run([&] { module->InsertLines(line, Connect::ReturnInsertStr(lines, at.StartColumn)); });
+  run([&] { Need(module).InsertLines(line, Connect::ReturnInsertStr(lines, at.StartColumn)); });
   const int first = at.StartColumn + column;
   run([&] { pane.SetSelection({line + lineOffset, first, line + lineOffset, first + length}); });
 }
@@ -92,23 +93,24 @@ void InsertTemplate(const Statements& run, host::CodePane& pane, const std::vect
 void Connect::InsertTextInComponent(const std::vector<String>& lines, int column, int lineOffset,
                                     int length) {
   Routine(u"Connect.InsertTextInComponent", [&](const Statements& run) {
-    const auto project = run([&] { return vbInstance_->ActiveVBProject(); });
-    const auto pane = project ? run([&] { return project->VBE()->ActiveCodePane(); }) : nullptr;
-    if (pane) InsertTemplate(run, *pane, lines, column, lineOffset, length);
+    const auto project = run([&] { return Need(vbInstance_).ActiveVBProject(); });
+    const auto pane =
+        project ? run([&] { return Need(project).VBE()->ActiveCodePane(); }) : nullptr;
+    if (pane) InsertTemplate(run, Need(pane), lines, column, lineOffset, length);
     RefreshTreeExplorer(false);
   });
 }
 
 void Connect::InsertErrStrInComponent(StringView text) {
   Routine(u"Connect.InsertErrStrInComponent", [&](const Statements& run) {
-    const auto projects = run([&] { return vbInstance_->VBProjects(); });
-    const auto project = run([&] { return projects->VBE()->ActiveVBProject(); });
-    const auto pane = run([&] { return vbInstance_->ActiveCodePane(); });
+    const auto projects = run([&] { return Need(vbInstance_).VBProjects(); });
+    const auto project = run([&] { return Need(projects).VBE()->ActiveVBProject(); });
+    const auto pane = run([&] { return Need(vbInstance_).ActiveCodePane(); });
     if (!project || !pane) return;
-    host::Selection at = run([&] { return pane->GetSelection(); });
-    const auto module = run([&] { return pane->CodeModule(); });
-    const int declarations = run([&] { return module->CountOfDeclarationLines(); });
-    const int total = run([&] { return module->CountOfLines(); });
+    host::Selection at = run([&] { return Need(pane).GetSelection(); });
+    const auto module = run([&] { return Need(pane).CodeModule(); });
+    const int declarations = run([&] { return Need(module).CountOfDeclarationLines(); });
+    const int total = run([&] { return Need(module).CountOfLines(); });
     const String marker = String(mFunctions::KeyCommentHead) + String(text);
     const bool inMember = at.StartLine > declarations && total != declarations;
     const bool added = inMember ? MarkMember(run, module, at.StartLine, marker)
@@ -117,7 +119,7 @@ void Connect::InsertErrStrInComponent(StringView text) {
       ++at.StartLine;
       ++at.EndLine;
     }
-    run([&] { pane->SetSelection(at); });
+    run([&] { Need(pane).SetSelection(at); });
     RefreshTreeExplorer(true);
   });
 }

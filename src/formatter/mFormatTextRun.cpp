@@ -38,8 +38,8 @@ void DoEvents() { platform::Current().Clock().DoEvents(); }
 /// Puts a line at the top of the module's pane, with the caret in it.
 void ShowLine(host::CodeModule& module, int line) {
   const auto pane = module.CodePane();
-  pane->SetTopLine(line);
-  pane->SetSelection({line, 1, line, 1});
+  Need(pane).SetTopLine(line);
+  Need(pane).SetSelection({line, 1, line, 1});
 }
 
 /// Formats what stands behind the declarations; true when text was written.
@@ -58,9 +58,9 @@ void FormatProject(const Statements& run, host::VBComponents& components,
   for (int index = 1; index <= count; ++index) {
     const auto component = run([&] { return components.Item(index); });
     if (!component) continue;
-    run([&] { progress.SetMessage1(component->Name()); });
+    run([&] { progress.SetMessage1(Need(component).Name()); });
     run(DoEvents);
-    if (const auto module = run([&] { return component->CodeModule(); })) {
+    if (const auto module = run([&] { return Need(component).CodeModule(); })) {
       FormatBodies(run, module);
     }
     if (progress.ProgressBarStop()) return;
@@ -73,13 +73,13 @@ void FormatComponent(const Statements& run, host::VBComponents& components, Stri
   const int count = run([&] { return components.Count(); });
   for (int index = 1; index <= count; ++index) {
     const auto component = run([&] { return components.Item(index); });
-    if (!component || !vb::SameText(run([&] { return component->Name(); }), target)) continue;
-    run([&] { progress.SetMessage1(component->Name()); });
+    if (!component || !vb::SameText(run([&] { return Need(component).Name(); }), target)) continue;
+    run([&] { progress.SetMessage1(Need(component).Name()); });
     progress.SetPRBCount1(1);
     run(DoEvents);
-    const auto module = run([&] { return component->CodeModule(); });
+    const auto module = run([&] { return Need(component).CodeModule(); });
     if (module && FormatBodies(run, module)) {
-      run([&] { ShowLine(*module, std::max(1, module->CountOfDeclarationLines())); });
+      run([&] { ShowLine(Need(module), std::max(1, Need(module).CountOfDeclarationLines())); });
     }
     if (progress.ProgressBarStop()) return;
   }
@@ -87,24 +87,24 @@ void FormatComponent(const Statements& run, host::VBComponents& components, Stri
 
 void FormatMember(const Statements& run, const ModulePtr& module, StringView target) {
   const auto kind = static_cast<host::vbext_ProcKind>(ActiveMemberKind);
-  const int body = run([&] { return module->ProcBodyLine(target, kind); });
-  const int count = run([&] { return module->ProcCountLines(target, kind); });
-  const int start = run([&] { return module->ProcStartLine(target, kind); });
+  const int body = run([&] { return Need(module).ProcBodyLine(target, kind); });
+  const int count = run([&] { return Need(module).ProcCountLines(target, kind); });
+  const int start = run([&] { return Need(module).ProcStartLine(target, kind); });
   String key;
   MarkerFound = mFunctions::GetKEYDeclare(module, body, key);
   const bool marked = MarkerFound;
   const int length = count - (body - start);
-  const String text = run([&] { return module->Lines(body, length); });
+  const String text = run([&] { return Need(module).Lines(body, length); });
   const String formatted = FormatTextComponent(text);
   if (!formatted.empty()) {
-    run([&] { ReplaceLines(*module, body, length, body, formatted); });
+    run([&] { ReplaceLines(Need(module), body, length, body, formatted); });
   }
   if (marked) {
     // The host's own line end makes up the last of the blank lines.
-    run([&] { module->InsertLines(body - 1, vb::Repeat(MarkerBlankLines - 1, u'\r')); });
+    run([&] { Need(module).InsertLines(body - 1, vb::Repeat(MarkerBlankLines - 1, u'\r')); });
   }
-  const int line = run([&] { return module->ProcBodyLine(target, kind); }) + 1;
-  if (!formatted.empty()) run([&] { ShowLine(*module, line); });
+  const int line = run([&] { return Need(module).ProcBodyLine(target, kind); }) + 1;
+  if (!formatted.empty()) run([&] { ShowLine(Need(module), line); });
 }
 
 }  // namespace
@@ -114,23 +114,23 @@ String GetProjectForFormated(const std::shared_ptr<host::VBE>& vbe) {
   Routine(u"mFormatText.GetProjectForFormated", [&](const Statements& run) {
     list.clear();
     ActiveMemberName.clear();
-    const auto project = run([&] { return vbe->ActiveVBProject(); });
+    const auto project = run([&] { return Need(vbe).ActiveVBProject(); });
     if (!project) return;
-    if (const auto pane = run([&] { return vbe->ActiveCodePane(); })) {
-      const host::Selection selection = run([&] { return pane->GetSelection(); });
+    if (const auto pane = run([&] { return Need(vbe).ActiveCodePane(); })) {
+      const host::Selection selection = run([&] { return Need(pane).GetSelection(); });
       SelStartLine = selection.StartLine;
       SelStartColumn = selection.StartColumn;
-      const auto module = run([&] { return pane->CodeModule(); });
+      const auto module = run([&] { return Need(pane).CodeModule(); });
       host::vbext_ProcKind kind{};
-      ActiveMemberName = run([&] { return module->ProcOfLine(SelStartLine, kind); });
+      ActiveMemberName = run([&] { return Need(module).ProcOfLine(SelStartLine, kind); });
       if (!ActiveMemberName.empty()) list += ScopeText(MethodScope, ActiveMemberName) + u"|";
-      list += ScopeText(ComponentScope, run([&] { return module->Name(); })) + u"|";
+      list += ScopeText(ComponentScope, run([&] { return Need(module).Name(); })) + u"|";
       if (!ActiveMemberName.empty()) {
         ActiveMemberKind =
             mFunctions::MemberKindAtLine(module, ActiveMemberName, SelStartLine, false);
       }
     }
-    list += ScopeText(ProjectScope, run([&] { return project->Name(); }));
+    list += ScopeText(ProjectScope, run([&] { return Need(project).Name(); }));
   });
   return list;
 }
@@ -155,16 +155,16 @@ void RunFormatText(const ComponentsPtr& components, StringView scope) {
     const String target(TargetOf(scope));
     const auto progress = std::make_shared<ProgressBarWindow>(u"Format Text");
     run([&] { progress->Show(platform::ShowStyle::Modeless); });
-    run([&] { progress->SetPRBCount1(components->Count()); });
+    run([&] { progress->SetPRBCount1(Need(components).Count()); });
     progress->SetPRBsi1(0);
     progress->C1ElaProgressBar2.SetVisible(false);
     progress->lblMessage2.SetVisible(false);
     if (IsScope(scope, ProjectScope)) {
-      FormatProject(run, *components, *progress);
+      FormatProject(run, Need(components), *progress);
     } else if (IsScope(scope, ComponentScope)) {
-      FormatComponent(run, *components, target, *progress);
-    } else if (const auto pane = run([&] { return components->VBE()->ActiveCodePane(); })) {
-      FormatMember(run, run([&] { return pane->CodeModule(); }), target);
+      FormatComponent(run, Need(components), target, *progress);
+    } else if (const auto pane = run([&] { return Need(components).VBE()->ActiveCodePane(); })) {
+      FormatMember(run, run([&] { return Need(pane).CodeModule(); }), target);
     }
     progress->Hide();
     progress->Unload();

@@ -2,6 +2,7 @@
 // statement of it that fails is retried, ignored, or ends it, as the failure service answers.
 #pragma once
 
+#include <memory>
 #include <type_traits>
 #include <utility>
 
@@ -73,6 +74,14 @@ void Routine(StringView name, Body&& body) {
     return;
   }
   detail::StackEntry::Leave();
+}
+
+/// The object behind a reference; fails with 91 when there is none, as after a statement whose
+/// failure was ignored.
+template <class T>
+[[nodiscard]] T& Need(const std::shared_ptr<T>& reference) {
+  if (!reference) throw vb::RuntimeFailure(vb::ObjectNotSet);
+  return *reference;
 }
 
 /// Runs `statement` and passes over its failure in silence; true when there was none.

@@ -13,7 +13,7 @@ using VbePtr = std::shared_ptr<host::VBE>;
 std::shared_ptr<host::VBComponent> FindComponent(host::VBComponents& components, StringView name) {
   for (int index = 1; index <= components.Count(); ++index) {
     auto component = components.Item(index);
-    if (vb::SameText(component->Name(), name)) return component;
+    if (vb::SameText(Need(component).Name(), name)) return component;
   }
   return nullptr;
 }
@@ -23,7 +23,7 @@ std::shared_ptr<host::VBComponent> AddComponent(host::VBComponents& components, 
                                                 host::vbext_ComponentType type) {
   auto component = components.Add(type);
   const String name = vb::Replace(wanted, u" ", u"");
-  if (!name.empty() && !FindComponent(components, name)) component->SetName(name);
+  if (!name.empty() && !FindComponent(components, name)) Need(component).SetName(name);
   return component;
 }
 
@@ -40,12 +40,12 @@ void ShowPane(host::CodeModule& module) {
 template <class Text>
 String ListComponents(const VbePtr& vbInstance, int mode, Text&& text) {
   String list;
-  const auto project = vbInstance->ActiveVBProject();
+  const auto project = Need(vbInstance).ActiveVBProject();
   if (!project) return list;
   if (mode == 1) list += u"All Modules|";
-  const auto components = project->VBComponents();
-  for (int index = 1; index <= components->Count(); ++index) {
-    list += text(*components->Item(index)) + u"|";
+  const auto components = Need(project).VBComponents();
+  for (int index = 1; index <= Need(components).Count(); ++index) {
+    list += text(*Need(components).Item(index)) + u"|";
   }
   if (mode == 2) list += u"New Module";
   if (!list.empty() && list.back() == u'|') list.pop_back();
@@ -64,24 +64,25 @@ void InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, St
     return;
   }
   Routine(Name, [&](const Statements& run) {
-    const auto project = run([&] { return vbe->ActiveVBProject(); });
+    const auto project = run([&] { return Need(vbe).ActiveVBProject(); });
     if (!project) return;
-    const auto components = run([&] { return project->VBComponents(); });
-    auto component = run([&] { return FindComponent(*components, componentName); });
+    const auto components = run([&] { return Need(project).VBComponents(); });
+    auto component = run([&] { return FindComponent(Need(components), componentName); });
     if (!component) {
-      component = run([&] { return AddComponent(*components, componentName, newComponentType); });
+      component =
+          run([&] { return AddComponent(Need(components), componentName, newComponentType); });
     }
-    const auto module = run([&] { return component->CodeModule(); });
-    run([&] { ShowPane(*module); });
+    const auto module = run([&] { return Need(component).CodeModule(); });
+    run([&] { ShowPane(Need(module)); });
     const int line = run([&] {
-      return (mode == EndOfDeclarations ? module->CountOfDeclarationLines()
-                                        : module->CountOfLines()) +
+      return (mode == EndOfDeclarations ? Need(module).CountOfDeclarationLines()
+                                        : Need(module).CountOfLines()) +
              1;
     });
-    run([&] { module->InsertLines(line, text); });
+    run([&] { Need(module).InsertLines(line, text); });
     const int caret = line + caretOffset;
-    run([&] { module->CodePane()->SetTopLine(std::max(1, caret)); });
-    run([&] { module->CodePane()->SetSelection({caret, 1, caret, 1}); });
+    run([&] { Need(module).CodePane()->SetTopLine(std::max(1, caret)); });
+    run([&] { Need(module).CodePane()->SetSelection({caret, 1, caret, 1}); });
   });
 }
 
@@ -107,7 +108,7 @@ String GetProjectComponentType(const VbePtr& vbInstance, int mode) {
 String SelectedVBComponentName(const VbePtr& vbInstance) {
   String name;
   Routine(u"mGlobals.SelectedVBComponentName", [&] {
-    if (const auto selected = vbInstance->SelectedVBComponent()) name = selected->Name();
+    if (const auto selected = Need(vbInstance).SelectedVBComponent()) name = selected->Name();
   });
   return name;
 }
@@ -115,8 +116,8 @@ String SelectedVBComponentName(const VbePtr& vbInstance) {
 bool CheckComponentName(const VbePtr& vbInstance, StringView name) {
   bool found = false;
   Routine(u"mGlobals.CheckComponentName", [&] {
-    if (const auto project = vbInstance->ActiveVBProject()) {
-      found = FindComponent(*project->VBComponents(), name) != nullptr;
+    if (const auto project = Need(vbInstance).ActiveVBProject()) {
+      found = FindComponent(*Need(project).VBComponents(), name) != nullptr;
     }
   });
   return found;

@@ -131,14 +131,14 @@ void MemberSpanAtLine(const ModulePtr& codeModule, StringView name, int line, in
   Routine(u"mFunctions.MemberSpanAtLine", [&](const Statements& run) {
     Span spans[std::size(SpanOrder)];
     for (std::size_t at = 0; at < std::size(SpanOrder); ++at) {
-      spans[at] = ReadSpan(*codeModule, name, SpanOrder[at]);
+      spans[at] = ReadSpan(Need(codeModule), name, SpanOrder[at]);
     }
     for (std::size_t at = 0; at < std::size(SpanOrder); ++at) {
       if (!spans[at].Holds(line)) continue;
       kind = SpanOrder[at];
       startLine = spans[at].Start;
       countLines = spans[at].Count;
-      bodyLine = run([&] { return codeModule->ProcBodyLine(name, SpanOrder[at]); });
+      bodyLine = run([&] { return Need(codeModule).ProcBodyLine(name, SpanOrder[at]); });
       return;
     }
   });
@@ -149,15 +149,15 @@ MemberTable AllNameProcedures(const ModulePtr& codeModule, StringView) {
   Routine(u"mFunctions.AllNameProcedures", [&](const Statements& run) {
     if (!codeModule) return;
     std::vector<Member> members;
-    int line = run([&] { return codeModule->CountOfDeclarationLines(); }) + 1;
-    while (line < run([&] { return codeModule->CountOfLines(); })) {
+    int line = run([&] { return Need(codeModule).CountOfDeclarationLines(); }) + 1;
+    while (line < run([&] { return Need(codeModule).CountOfLines(); })) {
       Member member;
       vbext_ProcKind unused{};
-      member.Name = run([&] { return codeModule->ProcOfLine(line, unused); });
+      member.Name = run([&] { return Need(codeModule).ProcOfLine(line, unused); });
       MemberSpanAtLine(codeModule, member.Name, line, member.Kind, member.BodyLine,
                        member.CountLines, member.StartLine);
       if (member.CountLines <= 0) {
-        line = run([&] { return LineBehindUnknown(*codeModule, line, member.Name); });
+        line = run([&] { return LineBehindUnknown(Need(codeModule), line, member.Name); });
         if (line == 0) return;
         continue;
       }
@@ -176,14 +176,14 @@ int MemberKindAtLine(const ModulePtr& codeModule, StringView name, int line,
   int result = 0;
   Routine(u"mFunctions.MemberKindAtLine", [&] {
     result = 0;
-    if (ReadSpanFromStart(*codeModule, name, host::vbext_pk_Proc).Holds(line)) {
+    if (ReadSpanFromStart(Need(codeModule), name, host::vbext_pk_Proc).Holds(line)) {
       if (!detectControlEvents || !HeadOfName(name)) return;
       const auto controls = VBAArrayControlName(codeModule);
       if (controls && IsControlEvent(name, FoldedNames(*controls))) result = MemberKindControlEvent;
       return;
     }
     for (const vbext_ProcKind kind : KindOrder) {
-      if (ReadSpanFromStart(*codeModule, name, kind).Holds(line)) {
+      if (ReadSpanFromStart(Need(codeModule), name, kind).Holds(line)) {
         result = kind;
         return;
       }
@@ -211,7 +211,7 @@ std::optional<std::vector<String>> VBAArrayControlName(const ModulePtr& codeModu
   std::optional<std::vector<String>> names;
   ResumeNext([&] {
     if (!codeModule) return;
-    const auto designer = codeModule->Parent()->Designer();
+    const auto designer = Need(codeModule).Parent()->Designer();
     if (!designer) return;
     const auto controls = designer->VBControls();
     if (!controls || controls->Count() <= 0) return;
@@ -239,7 +239,7 @@ bool GetKEYDeclare(const ModulePtr& codeModule, int line, String& key) {
   Routine(u"mFunctions.GetKEYDeclare", [&](const Statements& run) {
     key.clear();
     if (line - 1 <= 0) return;
-    const String above = run([&] { return codeModule->Lines(line - 1, 1); });
+    const String above = run([&] { return Need(codeModule).Lines(line - 1, 1); });
     if (auto scheme = KeyOf(above)) {
       key = *std::move(scheme);
       found = true;
@@ -251,8 +251,8 @@ bool GetKEYDeclare(const ModulePtr& codeModule, int line, String& key) {
 String GetKEYDeclareComponent(const ModulePtr& codeModule) {
   String key;
   Routine(u"mFunctions.GetKEYDeclareComponent", [&](const Statements& run) {
-    if (run([&] { return codeModule->CountOfDeclarationLines(); }) <= 0) return;
-    const String first = run([&] { return codeModule->Lines(1, 1); });
+    if (run([&] { return Need(codeModule).CountOfDeclarationLines(); }) <= 0) return;
+    const String first = run([&] { return Need(codeModule).Lines(1, 1); });
     key = KeyOf(first).value_or(String());
   });
   return key;

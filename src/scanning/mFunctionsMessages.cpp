@@ -89,7 +89,8 @@ void AddListInCombobox(forms::ComboBox& combo, const ComboList& list,
 
 bool FindComponentName(const std::shared_ptr<host::VBE>& vbe, StringView name) {
   bool found = false;
-  ResumeNext([&] { found = vbe->ActiveVBProject()->VBComponents()->Item(name) != nullptr; });
+  ResumeNext(
+      [&] { found = Need(Need(vbe).ActiveVBProject()).VBComponents()->Item(name) != nullptr; });
   return found;
 }
 

@@ -1,7 +1,7 @@
 #include "store/Recordset.h"
 
 #include <algorithm>
-#include <regex>
+#include <string_view>
 
 #include "store/Engine.h"
 #include "store/Statements.h"
@@ -71,17 +71,29 @@ void Recordset::Close() {
 
 /// Rows can be written back when they come from one table, unjoined and ungrouped.
 void Recordset::FindTable(const std::string& sql) {
-  static const std::regex plain(
-      R"(^\s*SELECT\s+(?!DISTINCT)[^()]*?\sFROM\s+(\w+)(\s+WHERE\s.*|\s+ORDER\s.*)?\s*;?\s*$)",
-      std::regex::icase);
-  std::smatch match;
-  if (!std::regex_match(sql, match, plain)) return;
-  table_ = match[1];
-  tail_ = " FROM " + table_ + match[2].str();
+  std::string upper = sql;
+  std::transform(upper.begin(), upper.end(), upper.begin(), [](char unit) {
+    return unit >= 'a' && unit <= 'z' ? static_cast<char>(unit - 32) : unit == '\n' ? ' ' : unit;
+  });
+  for (const char* other : {" JOIN ", " DISTINCT ", " GROUP BY ", " UNION ", " LIMIT ", "COUNT("}) {
+    if (upper.find(other) != std::string::npos) return;
+  }
+  constexpr std::string_view From = " FROM ";
+  const std::size_t from = upper.find(From);
+  if (from == std::string::npos || upper.find(From, from + 1) != std::string::npos) return;
+  const std::size_t start = upper.find_first_not_of(' ', from + From.size());
+  if (start == std::string::npos) return;
+  const std::size_t end = std::min(upper.size(), upper.find_first_of(" ;", start));
+  const std::string behind =
+      upper.substr(std::min(upper.size(), upper.find_first_not_of(' ', end)));
+  const bool plain = behind.empty() || behind.rfind("WHERE ", 0) == 0 ||
+                     behind.rfind("ORDER ", 0) == 0 || behind.front() == ';';
+  if (!plain || upper.substr(start, end - start).find(',') != std::string::npos) return;
+  table_ = sql.substr(start, end - start);
+  tail_ = sql.substr(from);
 }
 
-/// The row numbers, asked for when something is to be written: in the order of the rows that were
-/// read.
+/// The row numbers, in the order of the rows.
 void Recordset::ReadRowIds() {
   if (!rowIds_.empty()) return;
   sqlite3* const db = engine::Need(connection_.get());

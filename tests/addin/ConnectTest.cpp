@@ -1,0 +1,446 @@
+#include "addin/Connect.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "connections/cConnectReestr.h"
+#include "connections/cConnectionMDBs.h"
+#include "forms/User.h"
+#include "foundation/CAppSettings.h"
+#include "foundation/CErrorHandler.h"
+#include "hosts/model/CommandBars.h"
+#include "store/Seeds.h"
+#include "support/Modules.h"
+
+namespace tessel {
+namespace {
+
+namespace fs = std::filesystem;
+
+class AddIn : public testing::Test {
+ protected:
+  AddIn() {
+    folder_ = fs::temp_directory_path() /
+              ("tessel-addin-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) +
+               "-" + std::to_string(reinterpret_cast<std::uintptr_t>(this)));
+    fs::create_directories(folder_);
+    world_.Services.AppService.Folder = folder_.u16string();
+  }
+  ~AddIn() override {
+    if (connect_) connect_->AddinInstance_OnDisconnection();
+    gErrorHandler.reset();
+    std::error_code ignored;
+    fs::remove_all(folder_, ignored);
+  }
+
+  void Start() {
+    connect_ = std::make_shared<Connect>();
+    connect_->AddinInstance_OnConnection(world_.Environment.VBE());
+    connect_->AddinInstance_OnStartupComplete();
+  }
+  void Stop() {
+    connect_->AddinInstance_OnDisconnection();
+    connect_.reset();
+  }
+  [[nodiscard]] std::shared_ptr<host::CommandBar> Bar() const {
+    return world_.Environment.VBE()->CommandBars()->Item(u"Tessel");
+  }
+  [[nodiscard]] std::shared_ptr<host::CommandBarControl> Item(
+      std::initializer_list<StringView> path) const {
+    auto controls = Bar()->Controls();
+    std::shared_ptr<host::CommandBarControl> item;
+    for (const StringView caption : path) {
+      item = controls->Item(caption);
+      controls = item->Controls();
+    }
+    return item;
+  }
+  void Click(std::initializer_list<StringView> path) const { Item(path)->Execute(); }
+  void Put(StringView key, StringView value) {
+    world_.Services.RegistryService.SetValue(
+        platform::RootKey::CurrentUser, u"Software\\Norvane\\Tessel\\Settings", key, String(value));
+  }
+  [[nodiscard]] String Get(StringView key) {
+    const auto value = world_.Services.RegistryService.GetValue(
+        platform::RootKey::CurrentUser, u"Software\\Norvane\\Tessel\\Settings", key);
+    return value ? std::get<String>(*value) : String(u"(none)");
+  }
+  /// Names of the delivered schemes are replaced by that many others.
+  void FillSchemes(int count) {
+    store::WriteStandardDatabases(folder_ / "Data");
+    auto connection = std::make_shared<store::Connection>();
+    connection->DataSource = (folder_ / "Data" / "Personal.MDB").u16string();
+    connection->Open();
+    connection->Execute(u"DELETE FROM ErrorHandlerScheme");
+    for (int number = 10; number < 10 + count; ++number) {
+      connection->Execute(u"INSERT INTO ErrorHandlerScheme (NameError) VALUES (\"S" +
+                          vb::Str(number) + u"\")");
+    }
+  }
+
+  test::World world_;
+  fs::path folder_;
+  std::shared_ptr<Connect> connect_;
+};
+
+// Life cycle
+
+TEST_F(AddIn, OpensTheStandardDatabasesAndRegistersThem) {
+  Start();
+  EXPECT_EQ(gConnectionMDBs->Count(), 2U);
+  EXPECT_EQ(gConnectReestr->GetAllConnect()->front().FileName,
+            folder_.u16string() + u"\\Data\\VBCode.MDB");
+  EXPECT_DOUBLE_EQ(connect_->VBEVersion(), 6.0);
+  EXPECT_TRUE(world_.Services.DesktopService.Messages.empty());
+  Stop();
+  EXPECT_EQ(gConnectionMDBs, nullptr);
+  EXPECT_EQ(gAppSettings, nullptr);
+  EXPECT_NE(gErrorHandler, nullptr) << "it outlives the disconnection";
+}
+
+TEST_F(AddIn, ADatabaseThatCantBeOpenedVanishesFromTheList) {
+  Start();
+  gConnectReestr->SaveConnect(u"UserConnect1", u"/nowhere/at-all.mdb");
+  Stop();
+  Start();
+  EXPECT_EQ(gConnectionMDBs->Count(), 2U);
+  EXPECT_EQ(gConnectReestr->GetAllConnect()->size(), 2U);
+  Stop();
+  world_.Services.DesktopService.Messages.clear();
+  Start();
+  EXPECT_TRUE(world_.Services.DesktopService.Messages.empty()) << "it is forgotten by now";
+}
+
+TEST_F(AddIn, TheFirstStartMakesAGuidAndTheSecondUsesIt) {
+  Start();
+  const String guid = connect_->ExplorerWindowGUID();
+  EXPECT_EQ(Get(u"ProjectExplorerGUID"), guid);
+  Stop();
+  Start();
+  EXPECT_EQ(connect_->ExplorerWindowGUID(), guid);
+}
+
+TEST_F(AddIn, TheWindowShowsAsSoonAsTheFirstProjectIsAdded) {
+  Put(u"ProjectExplorerWindow", u"1");
+  Start();
+  EXPECT_FALSE(connect_->ExplorerWindow()->Visible());
+  world_.Environment.NewProject(u"Project2", host::vbext_pt_StandardExe);
+  EXPECT_TRUE(connect_->ExplorerWindow()->Visible());
+  Stop();
+  EXPECT_EQ(Get(u"ProjectExplorerWindow"), u"1");
+}
+
+TEST_F(AddIn, TheWindowShowsAtStartUpWhenItIsToldTo) {
+  Put(u"DisplayOnConnect", u"1");
+  Start();
+  EXPECT_TRUE(connect_->ExplorerWindow()->Visible());
+}
+
+TEST_F(AddIn, AShutDownWithoutTheWindowWritesZero) {
+  Put(u"ProjectExplorerWindow", u"1");
+  world_.Environment.SetOperationHook([](std::string_view operation) {
+    if (operation == "Windows.CreateToolWindow") throw vb::Failure(1, u"no window");
+  });
+  Start();
+  ASSERT_EQ(world_.Services.DesktopService.Messages.size(), 1U);
+  EXPECT_EQ(world_.Services.DesktopService.Messages[0].Text, u"no window");
+  Stop();
+  EXPECT_EQ(Get(u"ProjectExplorerWindow"), u"0");
+}
+
+// The bar
+
+TEST_F(AddIn, TheFirstRunPlacesTheBarOnTheLastRowAtPositionOne) {
+  Start();
+  EXPECT_EQ(Bar()->Position(), 1);
+  EXPECT_EQ(Bar()->RowIndex(), -1);
+  EXPECT_TRUE(Bar()->Visible());
+}
+
+TEST_F(AddIn, ThePlaceOfTheBarIsKept) {
+  Start();
+  Bar()->SetPosition(4);
+  Bar()->SetLeft(70);
+  Bar()->SetTop(30);
+  Bar()->SetVisible(false);
+  Stop();
+  EXPECT_THROW(static_cast<void>(Bar()), vb::Failure);
+  Start();
+  EXPECT_EQ(Bar()->Position(), 4);
+  EXPECT_EQ(Bar()->Left(), 70);
+  EXPECT_EQ(Bar()->Top(), 30);
+  EXPECT_FALSE(Bar()->Visible());
+}
+
+String Dump(host::CommandBarControls& controls, const String& indent) {
+  String text;
+  for (int index = 1; index <= controls.Count(); ++index) {
+    const auto control = controls.Item(index);
+    auto& own = dynamic_cast<model::CommandBarControl&>(*control);
+    text += indent + (control->BeginGroup() ? u"|" : u"") + control->Caption();
+    if (own.PictureNumber() > 0) text += u" #" + vb::Str(own.PictureNumber());
+    if (control->FaceId() > 0) text += u" @" + vb::Str(control->FaceId());
+    if (!control->OnAction().empty()) text += u" (" + control->OnAction() + u")";
+    text += control->Enabled() ? u"\n" : u" -\n";
+    if (const auto below = control->Controls()) text += Dump(*below, indent + u"  ");
+  }
+  return text;
+}
+
+TEST_F(AddIn, TheBarHoldsEveryCommandInItsPlace) {
+  Start();
+  EXPECT_EQ(vb::ToUtf8(Dump(*Bar()->Controls(), u"")),
+            R"(Project Explorer #105 -
+|Snippet Manager #106 -
+Insert Snippet #107 -
+Store to Snippets #108 -
+|Procedure Builder #104 -
+Property Builder #103 -
+Collection Builder #102 -
+Enum Builder @3253 -
+|Code Formatter #111
+Insert Error Handler Code #109 -
+Remove Error Handler Code #110 -
+|Tessel
+  Project Explorer #105 (ProjectExplorer) -
+  |Snippet Manager #106 (FragmentBuilder) -
+  Insert Snippet #107 (GetFromVbCode) -
+  Store to Snippets #108 (StoreToVbCode) -
+  |Procedure Builder #104 (ProcedureBuilder) -
+  Property Builder #103 (PropertyBuilder) -
+  Collection Builder #102 (CollectionBuilder) -
+  Enum Builder @3253 (EnumBuilder) -
+  |Setttings @1714 (Setttings) -
+  Code Formatter #111 (Code Formatter)
+  Insert Error Handler Code #109 (Insert Error Handler Code) -
+  Remove Error Handler Code #110 (Remove Error Handler Code) -
+  |IF
+    If ... Then
+    If ... Then Else ... End If
+    If ... Then ElseIF ... Then ... End If
+    If ... Then ElseIF ... Then ... Else ... End If
+  Select / With
+    Select Case ... End Select
+    With ... End With
+  For / Do
+    For ... Next
+    For Each {E} In ... Next
+    Do ... Loop Until
+    Do ... Loop While
+    Do While ... Loop
+    Do Until ... Loop
+    Do ... Loop
+  On Error
+    On Error Goto ...
+    On Error GoTo 0
+    On Error Resume Next
+|Modifiers
+  Clean Up and Exit (Clean Up and Exit)
+  Log to File (Log to File)
+  Message Box (Message Box)
+  Raise to Caller (Raise to Caller)
+  |Skip (Skip)
+  |Edit Error Handler Scheme @3049 (Edit Error Handler Scheme) -
+|Help
+  Help @984
+  About @201
+)");
+}
+
+TEST_F(AddIn, OfTwentyTwoSchemesTheLastGetsNoItem) {
+  FillSchemes(22);
+  Start();
+  const auto items = Item({u"Modifiers"})->Controls();
+  EXPECT_EQ(items->Count(), 23);
+  EXPECT_EQ(items->Item(21)->Caption(), u"S30");
+  EXPECT_EQ(items->Item(22)->Caption(), u"Skip");
+}
+
+TEST_F(AddIn, WithoutSchemesSkipAndTheEditorAreThere) {
+  FillSchemes(0);
+  Start();
+  const auto items = Item({u"Modifiers"})->Controls();
+  ASSERT_EQ(items->Count(), 2);
+  EXPECT_EQ(items->Item(1)->Caption(), u"Skip");
+  EXPECT_EQ(items->Item(2)->Caption(), u"Edit Error Handler Scheme");
+}
+
+TEST_F(AddIn, WhileANamingDialogIsUpTwoTemplatesStayEnabled) {
+  Start();
+  connect_->SetWindowsFormFennick(true);
+  EXPECT_TRUE(Item({u"Tessel", u"For / Do", u"For Each {E} In ... Next"})->Enabled());
+  EXPECT_TRUE(Item({u"Tessel", u"For / Do", u"Do ... Loop Until"})->Enabled());
+  EXPECT_FALSE(Item({u"Tessel", u"For / Do", u"Do ... Loop While"})->Enabled());
+  EXPECT_FALSE(Item({u"Code Formatter"})->Enabled());
+  EXPECT_TRUE(Item({u"Help", u"About"})->Enabled());
+  EXPECT_TRUE(Item({u"Modifiers", u"Skip"})->Enabled());
+  connect_->SetWindowsFormFennick(false);
+  EXPECT_TRUE(Item({u"Code Formatter"})->Enabled());
+  EXPECT_FALSE(Item({u"Enum Builder"})->Enabled()) << "its dialog is not part of the program";
+}
+
+TEST_F(AddIn, HelpShowsTheStartPage) {
+  Start();
+  Click({u"Help", u"Help"});
+  EXPECT_EQ(world_.Services.DesktopService.Journal.back(),
+            "help " + folder_.string() + "\\Marlow.CHM support.htm");
+}
+
+// Dialogs
+
+TEST_F(AddIn, ASecondClickWhileTheDialogIsOpenDoesNothing) {
+  Start();
+  int shown = 0;
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    ++shown;
+    EXPECT_TRUE(connect_->DialogOpen());
+    Click({u"Tessel", u"Code Formatter"});
+    EXPECT_EQ(form.Name(), u"frmFormatText");
+    forms::user::Press(*form.Find(u"btmCancel"));
+  };
+  Click({u"Code Formatter"});
+  EXPECT_EQ(shown, 1);
+  EXPECT_FALSE(connect_->DialogOpen());
+}
+
+TEST_F(AddIn, TheDialogClosedByItsFrameOpensAgain) {
+  Start();
+  int shown = 0;
+  world_.Services.DesktopService.OnModal = [&](forms::Form&) { ++shown; };
+  Click({u"Code Formatter"});
+  EXPECT_FALSE(connect_->DialogOpen());
+  Click({u"Code Formatter"});
+  EXPECT_EQ(shown, 2);
+}
+
+TEST_F(AddIn, AboutOpensBesideAnotherDialog) {
+  Start();
+  std::vector<String> shown;
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    shown.push_back(form.Name());
+    if (shown.size() == 1) Click({u"Help", u"About"});
+  };
+  Click({u"Code Formatter"});
+  EXPECT_EQ(shown, (std::vector<String>{u"frmFormatText", u"frmAbout"}));
+}
+
+TEST_F(AddIn, RunsTheFormatterFromItsCommand) {
+  world_.Module(u"M", u"Sub A()\r\nx\r\nEnd Sub");
+  Start();
+  world_.Services.DesktopService.OnModal = [](forms::Form& form) {
+    forms::user::Press(*form.Find(u"btmRun"));
+  };
+  Click({u"Code Formatter"});
+  EXPECT_EQ(world_.Text(u"M"), u"Sub A()\r\n    x\r\nEnd Sub\r\n\r\n");
+  EXPECT_TRUE(gErrorHandler->CallStack().empty());
+}
+
+// Templates
+
+constexpr StringView Code = u"Option Explicit\r\nSub A()\r\n    x = 1\r\nEnd Sub";
+
+TEST_F(AddIn, ATemplateGoesAheadOfTheCaretsLineOneBlankFurtherRight) {
+  world_.Module(u"M", Code);
+  world_.Caret(u"M", 3, 5);
+  Start();
+  Click({u"Tessel", u"IF", u"If ... Then"});
+  EXPECT_EQ(world_.Text(u"M"),
+            u"Option Explicit\r\nSub A()\r\n     If Condition Then\r\n\r\n    x = 1\r\nEnd Sub");
+  EXPECT_EQ(world_.Selection(), (host::Selection{3, 9, 3, 18}));
+}
+
+TEST_F(AddIn, InTheDeclarationsAndOnTheHeadNothingIsInserted) {
+  world_.Module(u"M", Code);
+  Start();
+  for (const int line : {1, 2}) {
+    world_.Caret(u"M", line);
+    Click({u"Tessel", u"IF", u"If ... Then"});
+    EXPECT_EQ(world_.Text(u"M"), Code);
+  }
+}
+
+TEST_F(AddIn, OnErrorResumeNextLeavesAnEmptySelection) {
+  world_.Module(u"M", Code);
+  world_.Caret(u"M", 3, 5);
+  Start();
+  Click({u"Tessel", u"On Error", u"On Error Resume Next"});
+  EXPECT_EQ(world_.Selection(), (host::Selection{3, 6, 3, 6}));
+}
+
+TEST_F(AddIn, AHeadOverThreeLinesPushesTheTemplateTwoLinesDown) {
+  world_.Module(u"M", u"Sub A( _\r\n  x, _\r\n  y)\r\nz\r\nw\r\nEnd Sub");
+  world_.Caret(u"M", 3);
+  Start();
+  Click({u"Tessel", u"Select / With", u"With ... End With"});
+  EXPECT_EQ(
+      world_.Text(u"M"),
+      u"Sub A( _\r\n  x, _\r\n  y)\r\nz\r\n With object\r\n \r\n End With\r\n\r\nw\r\nEnd Sub");
+}
+
+TEST(TemplateTable, MarksItsPlaceholders) {
+  for (const TemplateRow& row : TemplateTable()) {
+    const String& line = row.Lines[static_cast<std::size_t>(row.LineOffset)];
+    const auto start = static_cast<std::size_t>(row.Column - 1);
+    EXPECT_LE(start, line.size()) << vb::ToUtf8(row.Handler);
+    if (row.Handler == u"MenuComBarIf_Click") {
+      EXPECT_EQ(line.substr(start, 9), u"Condition");
+    }
+  }
+  EXPECT_EQ(TemplateTable().size(), 16U);
+}
+
+// Markers
+
+TEST_F(AddIn, ASecondSchemeReplacesTheMarker) {
+  world_.Module(u"M", Code);
+  world_.Caret(u"M", 3, 2);
+  Start();
+  Click({u"Modifiers", u"Message Box"});
+  EXPECT_EQ(world_.Text(u"M"),
+            u"Option Explicit\r\n'errMarker: Message Box\r\nSub A()\r\n    x = 1\r\nEnd Sub");
+  EXPECT_EQ(world_.Selection(), (host::Selection{4, 2, 4, 2}));
+  Click({u"Modifiers", u"Log to File"});
+  EXPECT_EQ(world_.Text(u"M"),
+            u"Option Explicit\r\n'errMarker: Log to File\r\nSub A()\r\n    x = 1\r\nEnd Sub");
+}
+
+TEST_F(AddIn, SkipInTheDeclarationsMarksTheModule) {
+  world_.Module(u"M", Code);
+  world_.Caret(u"M", 1, 3);
+  Start();
+  Click({u"Modifiers", u"Skip"});
+  EXPECT_EQ(world_.Text(u"M").substr(0, 18), u"'errMarker: Skip\r\n");
+  EXPECT_EQ(world_.Selection(), (host::Selection{2, 3, 2, 3}));
+}
+
+TEST_F(AddIn, AFailedHostCallAsksAndRetryGoesOn) {
+  world_.Module(u"M", Code);
+  world_.Caret(u"M", 3);
+  Start();
+  int failures = 1;
+  world_.Environment.SetOperationHook([&](std::string_view operation) {
+    if (operation == "CodeModule.InsertLines" && failures-- > 0) throw vb::Failure(7, u"full");
+  });
+  std::vector<String> stack;
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    stack = gErrorHandler->CallStack();
+    forms::user::Press(*form.Find(u"btnRetry"));
+  };
+  Click({u"Tessel", u"IF", u"If ... Then"});
+  ASSERT_EQ(stack.size(), 2U);
+  EXPECT_EQ(stack[0], u"Tessel.Connect.InsertTextInComponent");
+  EXPECT_EQ(stack[1], u"Tessel.Connect.MenuComBarIf_Click");
+  EXPECT_NE(world_.Text(u"M").find(u"If Condition"), String::npos);
+}
+
+TEST_F(AddIn, WithoutAProjectEveryToolDoesNothing) {
+  Start();
+  world_.Environment.RemoveProject(u"Project1");
+  Click({u"Tessel", u"IF", u"If ... Then"});
+  Click({u"Modifiers", u"Skip"});
+  EXPECT_TRUE(world_.Services.DesktopService.Messages.empty());
+}
+
+}  // namespace
+}  // namespace tessel
