@@ -41,6 +41,18 @@ void CutIntoLines(benchmark::State& state) {
 }
 BENCHMARK(CutIntoLines)->RangeMultiplier(4)->Range(1000, 50000)->Complexity(benchmark::oN);
 
+/// The peer of CutIntoLines: one string for each line.
+void CutIntoStrings(benchmark::State& state) {
+  const String text = ModuleText(MembersOf(state));
+  for (auto _ : state) {
+    const std::vector<String> lines = vb::Split(text, vb::CrLf);
+    benchmark::DoNotOptimize(lines.data());
+  }
+  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size() * 2));
+  state.SetComplexityN(state.range(0));
+}
+BENCHMARK(CutIntoStrings)->RangeMultiplier(4)->Range(1000, 50000)->Complexity(benchmark::oN);
+
 void WalkOverTheLines(benchmark::State& state) {
   const LineBuffer lines(ModuleText(MembersOf(state)));
   for (auto _ : state) {
@@ -92,8 +104,7 @@ BENCHMARK(AskForTheMemberOfALine)
     ->Complexity(benchmark::oLogN);
 
 /// What a tool does that rewrites each member: asks where it is, takes it out, puts it in again.
-/// With `askBetween` it also asks while the member is out.
-void RewriteMembers(benchmark::State& state, bool askBetween) {
+void RewriteMembers(benchmark::State& state) {
   const int members = MembersOf(state);
   LineBuffer lines(ModuleText(members));
   MemberIndex index(lines);
@@ -102,8 +113,6 @@ void RewriteMembers(benchmark::State& state, bool askBetween) {
       const MemberIndex::Span span = *index.Find(NameOf(member), host::vbext_pk_Proc);
       lines.Delete(span.Start, span.Count);
       index.Edited(span.Start, span.Count, 0);
-      host::vbext_ProcKind kind{};
-      if (askBetween) benchmark::DoNotOptimize(index.ProcOfLine(span.Start, kind));
       index.Edited(span.Start, 0, lines.Insert(span.Start, MemberText(member)));
     }
     benchmark::DoNotOptimize(index.CountOfDeclarationLines());
@@ -111,15 +120,10 @@ void RewriteMembers(benchmark::State& state, bool askBetween) {
   state.SetItemsProcessed(state.iterations() * members);
   state.SetComplexityN(state.range(0));
 }
-BENCHMARK_CAPTURE(RewriteMembers, EveryMember, false)
+BENCHMARK(RewriteMembers)
     ->RangeMultiplier(2)
     ->Range(1000, 20000)
     ->Complexity(benchmark::oN)
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(RewriteMembers, AskingBetween, true)
-    ->RangeMultiplier(2)
-    ->Range(1000, 20000)
-    ->Complexity()
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -39,6 +39,7 @@ struct Token {
 struct Difference {
   int Line;  ///< in the text before, from 1
   std::string Cause;
+  bool operator==(const Difference&) const = default;
 };
 
 /// Compares code before and after a run. Stops at the first differences of each stretch and goes on

@@ -9,9 +9,11 @@ constexpr int MostLines = 512;
 
 /// The first line of `text` and its end; `text` goes on behind them. False without a line end.
 bool TakeLine(StringView& text, StringView& line, LineEnd& end) {
-  const std::size_t at = text.find_first_of(u"\r\n");
+  const auto isEnd = [](char16_t unit) { return unit == u'\r' || unit == u'\n'; };
+  const auto at =
+      static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isEnd) - text.begin());
   line = text.substr(0, at);
-  if (at == StringView::npos) {
+  if (at == text.size()) {
     text = {};
     return false;
   }
@@ -32,29 +34,42 @@ std::vector<StringView> CutLines(StringView text) {
   return lines;
 }
 
-void LineBuffer::Block::Append(StringView line, LineEnd end) {
-  Text += line;
-  Ends.push_back(static_cast<std::uint32_t>(Text.size()));
-  LineEnds.push_back(end);
+/// Copies lines of `units` units in all; room for growth is not wanted in a big module.
+void LineBuffer::Block::Hold(const std::vector<StringView>& lines, std::size_t units) {
+  Text.reserve(units);
+  Ends.reserve(lines.size());
+  for (const StringView line : lines) {
+    Text += line;
+    Ends.push_back(static_cast<std::uint32_t>(Text.size()));
+  }
+}
+
+LineBuffer::Block LineBuffer::Block::Part(int first, int count) const {
+  const std::size_t start = StartOf(first);
+  Block part;
+  part.Text = Text.substr(start, StartOf(first + count) - start);
+  part.LineEnds.assign(LineEnds.begin() + first, LineEnds.begin() + first + count);
+  part.Ends.assign(Ends.begin() + first, Ends.begin() + first + count);
+  for (std::uint32_t& end : part.Ends) end -= static_cast<std::uint32_t>(start);
+  return part;
 }
 
 LineBuffer::LineBuffer(StringView text) {
-  StringView line;
   LineEnd end = LineEnd::CrLf;
   std::size_t seen[3] = {};
+  std::vector<StringView> lines;
   while (!text.empty()) {
-    endsLast_ = TakeLine(text, line, end);
-    if (endsLast_) ++seen[static_cast<std::size_t>(end)];
-    if (blocks_.empty() || blocks_.back().Count() == MostLines) {
-      if (!blocks_.empty()) blocks_.back().Text.shrink_to_fit();
-      blocks_.emplace_back();
-      blocks_.back().Ends.reserve(MostLines);
-      blocks_.back().LineEnds.reserve(MostLines);
+    Block& block = blocks_.emplace_back();
+    block.LineEnds.reserve(MostLines);
+    std::size_t units = 0;
+    for (lines.clear(); lines.size() < MostLines && !text.empty(); units += lines.back().size()) {
+      endsLast_ = TakeLine(text, lines.emplace_back(), end);
+      if (endsLast_) ++seen[static_cast<std::size_t>(end)];
+      block.LineEnds.push_back(end);
     }
-    blocks_.back().Append(line, end);
-    ++count_;
+    block.Hold(lines, units);
+    count_ += block.Count();
   }
-  if (!blocks_.empty()) blocks_.back().Text.shrink_to_fit();
   const auto* const most = std::max_element(std::begin(seen), std::end(seen));
   defaultEnd_ = static_cast<LineEnd>(most - std::begin(seen));
 }
@@ -124,17 +139,10 @@ void LineBuffer::InsertPieces(Place place, const std::vector<StringView>& lines)
 }
 
 void LineBuffer::SplitBlock(std::size_t at) {
-  Block whole = std::move(blocks_[at]);
+  const Block whole = std::move(blocks_[at]);
   std::vector<Block> parts;
-  for (int index = 0; index < whole.Count(); ++index) {
-    if (index % MostLines == 0) {
-      if (!parts.empty()) parts.back().Text.shrink_to_fit();
-      parts.emplace_back();
-    }
-    const std::size_t start = whole.StartOf(index);
-    parts.back().Append(
-        StringView(whole.Text).substr(start, whole.Ends[static_cast<std::size_t>(index)] - start),
-        whole.LineEnds[static_cast<std::size_t>(index)]);
+  for (int first = 0; first < whole.Count(); first += MostLines) {
+    parts.push_back(whole.Part(first, std::min(MostLines, whole.Count() - first)));
   }
   blocks_[at] = std::move(parts.front());
   blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(at) + 1,

@@ -49,7 +49,9 @@ class LineBuffer {
     [[nodiscard]] std::size_t StartOf(int index) const {
       return index == 0 ? 0 : Ends[static_cast<std::size_t>(index) - 1];
     }
-    void Append(StringView line, LineEnd end);
+    void Hold(const std::vector<StringView>& lines, std::size_t units);
+    /// `count` lines from index `first` as a block of their own.
+    [[nodiscard]] Block Part(int first, int count) const;
   };
   struct Place {
     std::size_t Block;

@@ -3,6 +3,10 @@
 #include <gtest/gtest.h>
 
 namespace tessel::batch {
+void PrintTo(const Difference& difference, std::ostream* out) {
+  *out << difference.Line << ": " << difference.Cause;
+}
+
 namespace {
 
 struct Case {
@@ -10,14 +14,6 @@ struct Case {
   StringView Before, After;
   std::vector<Difference> Expected;
 };
-
-bool operator==(const Difference& a, const Difference& b) {
-  return a.Line == b.Line && a.Cause == b.Cause;
-}
-
-void PrintTo(const Difference& difference, std::ostream* out) {
-  *out << difference.Line << ": " << difference.Cause;
-}
 
 class CompareCodeCases : public testing::TestWithParam<Case> {};
 
@@ -71,7 +67,7 @@ const Case Cases[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Table, CompareCodeCases, testing::ValuesIn(Cases),
-                         [](const auto& info) { return std::string(info.param.Name); });
+                         [](const auto& one) { return std::string(one.param.Name); });
 
 TEST(CompareCode, GoesOnBehindADifference) {
   const auto found = CompareCode(u"10\r\na = 1\r\nb = 2\r\nc = 3\r\n20\r\nd = 4",

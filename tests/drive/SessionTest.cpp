@@ -1,0 +1,182 @@
+#include "hosts/drive/Session.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "support/TemporaryFolder.h"
+
+namespace tessel::drive {
+namespace {
+
+/// Plays requests to a session and keeps the replies.
+class Drive : public testing::Test {
+ protected:
+  std::vector<Json> Play(const std::string& requests) {
+    std::istringstream in(requests);
+    std::ostringstream out;
+    {
+      Session session({folder_.Path() / "program", folder_.Path() / "settings.sqlite", false}, in,
+                      out);
+      session.Run();
+    }
+    std::vector<Json> replies;
+    std::istringstream lines(out.str());
+    for (std::string line; std::getline(lines, line);) replies.push_back(Json::parse(line));
+    return replies;
+  }
+  test::TemporaryFolder folder_;
+};
+
+const std::string Start =
+    R"({"do":"connect"})"
+    "\n"
+    R"({"do":"new-project","name":"Project1"})"
+    "\n"
+    R"({"do":"add-component","type":1,"name":"M","text":"Sub A()\r\nx = 1\r\nEnd Sub"})"
+    "\n";
+
+TEST_F(Drive, AnswersAsSoonAsAModalDialogWaits) {
+  const auto replies = Play(Start + R"({"do":"click","path":["Tessel","Tessel","Code Formatter"]}
+{"do":"press","control":"btmRun"}
+{"do":"text","component":"M"}
+)");
+  ASSERT_EQ(replies.size(), 6U);
+  EXPECT_EQ(replies[3]["front"]["form"], "frmFormatText");
+  EXPECT_EQ(replies[3]["front"]["modal"], true);
+  EXPECT_TRUE(replies[4]["ok"]);
+  EXPECT_TRUE(replies[4]["front"].is_null());
+  EXPECT_EQ(replies[5]["text"], "Sub A()\r\n    x = 1\r\nEnd Sub\r\n\r\n");
+}
+
+TEST_F(Drive, AFailureShowsTheErrorDialogAndAbortLeavesTheStackEmpty) {
+  const auto replies = Play(Start + R"({"do":"caret","component":"M","line":2}
+{"do":"fail-next","operation":"CodeModule.InsertLines","number":7,"description":"full"}
+{"do":"click","path":["Tessel","Tessel","IF","If ... Then"]}
+{"do":"form"}
+{"do":"call-stack"}
+{"do":"press","control":"btnAbort"}
+{"do":"call-stack"}
+{"do":"journal"}
+)");
+  ASSERT_EQ(replies.size(), 11U);
+  EXPECT_EQ(replies[5]["front"]["form"], "frmErrorMessage");
+  bool told = false;
+  for (const Json& control : replies[6]["controls"]) {
+    told |= control["name"] == "txtErrorMessage" &&
+            control["text"].get<std::string>().find("Error: 7, (full)") != std::string::npos;
+  }
+  EXPECT_TRUE(told);
+  EXPECT_EQ(replies[7]["call-stack"][0], "Tessel.Connect.InsertTextInComponent");
+  EXPECT_TRUE(replies[8]["front"].is_null());
+  EXPECT_TRUE(replies[9]["call-stack"].empty());
+  EXPECT_EQ(replies[10]["journal"][0]["kind"], "beep");
+}
+
+struct Bad {
+  const char* Request;
+  const char* Error;
+};
+
+TEST_F(Drive, RefusesWhatItDoesNotUnderstandAndGoesOn) {
+  const Bad cases[] = {
+      {R"({"do":"fly"})", "unknown verb \"fly\""},
+      {R"({"verb":"text"})", "missing field \"do\""},
+      {R"({"do":"text"})", "missing field \"component\""},
+      {R"({"do":"text","component":5})", "field \"component\" must be a text"},
+      {R"({"do":"text","component":"None"})", "There is no component \"None\""},
+      {R"([1])", "a request must be an object"},
+      {R"({"do":"form"})", "no form is open"},
+      {R"({"do":"answer","button":"OK"})", "no box waits for an answer"},
+      {R"({"do":"caret","component":"M","line":0})", "lines count from 1"},
+      {R"({"do":"click","path":["Tessel","Enum Builder"]})", "\"Enum Builder\" is disabled"},
+      {R"({"do":"click","path":["Tessel","Nothing"]})",
+       "there is no control \"Nothing\" below \"Tessel\""},
+      {R"({"do":"fail-next","operation":"No.Such"})", "no host operation is called \"No.Such\""},
+      {R"({"do":"open","file":"/nowhere.vbp"})", "/nowhere.vbp: the file does not exist"},
+      {R"({"do":"connect"})", "the add-in is connected already"},
+  };
+  std::string requests = Start;
+  for (const Bad& one : cases) requests += std::string(one.Request) + "\n";
+  const auto replies = Play(requests + "{broken\n" + R"({"do":"pane"})" + "\n");
+  ASSERT_EQ(replies.size(), 3 + std::size(cases) + 2);
+  for (std::size_t at = 0; at < std::size(cases); ++at) {
+    EXPECT_EQ(replies[3 + at]["ok"], false) << cases[at].Request;
+    EXPECT_EQ(replies[3 + at]["error"], cases[at].Error);
+  }
+  EXPECT_EQ(replies[replies.size() - 2]["ok"], false);
+  EXPECT_EQ(replies.back()["ok"], true);
+}
+
+TEST_F(Drive, RefusesWhatAUserCouldNotDo) {
+  const auto replies = Play(Start + R"({"do":"click","path":["Tessel","Tessel","Code Formatter"]}
+{"do":"type","control":"txtPcs","text":"9"}
+{"do":"press","control":"OptSpaceCharacters"}
+{"do":"type","control":"txtPcs","text":"99"}
+{"do":"form"}
+{"do":"edit","control":"VSFFormatLines","row":1,"col":1,"text":"X"}
+{"do":"edit","control":"VSFFormatLines","row":1,"col":3,"text":"two"}
+{"do":"edit","control":"VSFFormatLines","row":1,"col":3,"text":"2"}
+{"do":"press","control":"btmCancel"}
+{"do":"query","connection":"PersonalMarlow","sql":"SELECT Before FROM FormatText WHERE KeyWords = \"FUNCTION\""}
+{"do":"setting","section":"Settings\\VBCode\\frmFormatText","key":"txtPcs"}
+)");
+  ASSERT_EQ(replies.size(), 14U);
+  EXPECT_EQ(replies[4]["error"], "Control \"txtPcs\" is disabled");
+  EXPECT_TRUE(replies[6]["ok"]);
+  for (const Json& control : replies[7]["controls"]) {
+    if (control["name"] == "txtPcs") EXPECT_EQ(control["text"], "20") << "pulled into the bounds";
+  }
+  EXPECT_EQ(replies[8]["ok"], false);
+  EXPECT_TRUE(replies[10]["ok"]);
+  EXPECT_EQ(replies[12]["rows"][0][0], 2) << "grid edits are kept on Cancel";
+  EXPECT_TRUE(replies[13]["value"].is_null()) << "the options are not";
+}
+
+TEST_F(Drive, TheEndOfInputClosesEverything) {
+  const auto replies = Play(Start + R"({"do":"click","path":["Tessel","Tessel","Code Formatter"]}
+)");
+  ASSERT_EQ(replies.size(), 4U);
+  const auto again = Play(R"({"do":"setting","section":"Settings","key":"ToolBarVisible"})"
+                          "\n");
+  EXPECT_EQ(again[0]["value"], "1") << "the add-in was disconnected in order";
+}
+
+TEST_F(Drive, DisconnectClosesTheDialogThatIsOpen) {
+  const auto replies = Play(Start + R"({"do":"click","path":["Tessel","Tessel","Code Formatter"]}
+{"do":"disconnect"}
+{"do":"connect"}
+{"do":"quit"}
+)");
+  ASSERT_EQ(replies.size(), 7U);
+  EXPECT_TRUE(replies[4]["front"].is_null());
+  EXPECT_TRUE(replies[5]["ok"]);
+}
+
+TEST_F(Drive, SettingsKeepTheirTypes) {
+  const auto replies = Play(R"({"do":"setting","section":"X","key":"a","value":"1"}
+{"do":"setting","section":"X","key":"b","value":7}
+{"do":"setting","section":"X","key":"c","value":true}
+{"do":"settings","section":"X"}
+)");
+  EXPECT_EQ(replies[3]["settings"].dump(),
+            R"([{"key":"a","type":"REG_SZ","value":"1"},{"key":"b","type":"REG_DWORD","value":7},)"
+            R"({"key":"c","type":"REG_SZ","value":"True"}])");
+}
+
+TEST_F(Drive, AMissingDatabaseIsToldInABoxAndForgotten) {
+  const auto replies =
+      Play(R"({"do":"setting","section":"Connect MDB","key":"UserConnect1","value":"/no.mdb"}
+{"do":"connect"}
+{"do":"answer","button":"Yes"}
+{"do":"answer","button":"OK"}
+{"do":"connections"}
+)");
+  ASSERT_EQ(replies.size(), 5U);
+  EXPECT_EQ(replies[1]["front"]["message"]["text"], "/no.mdb: the file does not exist");
+  EXPECT_EQ(replies[2]["error"], "the box has no button \"Yes\"");
+  EXPECT_EQ(replies[4]["connections"].size(), 2U);
+}
+
+}  // namespace
+}  // namespace tessel::drive
