@@ -12,6 +12,7 @@ namespace {
 
 std::vector<String> Classes(const std::vector<WindowInfo>& windows) {
   std::vector<String> classes;
+  classes.reserve(windows.size());
   for (const WindowInfo& window : windows) classes.push_back(window.Class);
   return classes;
 }
@@ -29,6 +30,7 @@ TEST(Windows, HaveHandlesOfTheirOwn) {
   Windows windows(std::make_shared<OperationHook>());
   std::set<std::intptr_t> handles;
   std::vector<std::shared_ptr<Window>> held;
+  held.reserve(50);
   for (int count = 0; count < 50; ++count) held.push_back(windows.Create(u"VbaWindow", u"x"));
   for (const WindowInfo& window : windows.All()) handles.insert(window.Handle);
   EXPECT_EQ(handles.size(), 54U);
