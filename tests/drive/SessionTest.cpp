@@ -125,7 +125,9 @@ TEST_F(Drive, RefusesWhatAUserCouldNotDo) {
   EXPECT_EQ(replies[4]["error"], "Control \"txtPcs\" is disabled");
   EXPECT_TRUE(replies[6]["ok"]);
   for (const Json& control : replies[7]["controls"]) {
-    if (control["name"] == "txtPcs") EXPECT_EQ(control["text"], "20") << "pulled into the bounds";
+    if (control["name"] == "txtPcs") {
+      EXPECT_EQ(control["text"], "20") << "pulled into the bounds";
+    }
   }
   EXPECT_EQ(replies[8]["ok"], false);
   EXPECT_TRUE(replies[10]["ok"]);

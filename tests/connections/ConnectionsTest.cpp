@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include "connections/cConnectReestr.h"
+#include "connections/cConnectionMDBs.h"
+#include "hosts/memory/MemoryPlatform.h"
+#include "store/Seeds.h"
+#include "support/TemporaryFolder.h"
+
+namespace tessel {
+namespace {
+
+class Connections : public testing::Test {
+ protected:
+  Connections() {
+    settings_->Init(u"Norvane", u"Tessel");
+    list_.Init(settings_);
+  }
+  memory::MemoryPlatform services_;
+  platform::ScopedPlatform scope_{services_};
+  test::TemporaryFolder folder_;
+  std::shared_ptr<CAppSettings> settings_ = std::make_shared<CAppSettings>();
+  cConnectReestr list_;
+};
+
+TEST_F(Connections, AnEmptyKeyYieldsNothing) { EXPECT_FALSE(list_.GetAllConnect().has_value()); }
+
+TEST_F(Connections, APathIsKnownInAnyCase) {
+  EXPECT_TRUE(list_.AddNewConnection(u"c:\\a.mdb"));
+  EXPECT_FALSE(list_.AddNewConnection(u"C:\\A.MDB"));
+  EXPECT_EQ(list_.GetAllConnect()->size(), 1U);
+}
+
+TEST_F(Connections, AFreeNumberIsUsedAgain) {
+  for (const StringView file : {u"a", u"b", u"c"}) EXPECT_TRUE(list_.AddNewConnection(file));
+  list_.DeleteConnection(u"B");
+  EXPECT_EQ(*list_.GetAllConnect(),
+            (std::vector<RegisteredConnection>{{u"UserConnect1", u"a"}, {u"UserConnect3", u"c"}}));
+  EXPECT_TRUE(list_.AddNewConnection(u"d"));
+  EXPECT_EQ(list_.GetAllConnect()->back(), (RegisteredConnection{u"UserConnect2", u"d"}));
+}
+
+TEST_F(Connections, ChecksItsProperties) {
+  const auto number = [](const std::function<void()>& action) {
+    try {
+      action();
+    } catch (const vb::Failure& failure) {
+      EXPECT_EQ(failure.Source(), u"Tessel.cConnectReestr");
+      return static_cast<std::uint32_t>(failure.Number());
+    }
+    return 0U;
+  };
+  cConnectReestr fresh;
+  EXPECT_EQ(number([&] { static_cast<void>(fresh.GetAllConnect()); }), 0x80044511U);
+  EXPECT_EQ(number([&] { fresh.Init(nullptr); }), 0x80044512U);
+  EXPECT_EQ(number([&] { fresh.SetKeyName(u""); }), 0x80044513U);
+}
+
+TEST_F(Connections, OpensASnippetDatabaseAndSaysWhatIsMissing) {
+  store::WriteStandardDatabases(folder_.Path());
+  cConnectionMDB connection;
+  EXPECT_FALSE(connection.OpenConnection()) << "no name, no file";
+  connection.NameConnect = u"UserConnect1";
+  connection.FileName = (folder_.Path() / "VBCode.MDB").u16string();
+  EXPECT_TRUE(connection.OpenConnection());
+  connection.mConnectMDB->Execute(u"ALTER TABLE List DROP COLUMN TextUserNotes");
+  EXPECT_FALSE(connection.OpenConnection());
+  const auto& message = services_.DesktopService.Messages.back();
+  EXPECT_NE(message.Text.find(u"\r\nFile: " + connection.FileName + u"\r\nTable: List"),
+            String::npos);
+  EXPECT_EQ(message.Style, 0);
+  connection.NameConnect = u"PersonalMarlow";
+  EXPECT_TRUE(connection.OpenConnection()) << "its structure is not checked";
+}
+
+TEST_F(Connections, AFileThatCantBeOpenedShowsWhy) {
+  cConnectionMDB connection;
+  connection.NameConnect = u"x";
+  connection.FileName = u"\\no\\such.mdb";
+  EXPECT_FALSE(connection.OpenConnection());
+  EXPECT_EQ(services_.DesktopService.Messages.back().Text,
+            u"/no/such.mdb: the file does not exist");
+}
+
+TEST(ConnectionCollection, IsAPlainLookUpByTheExactKey) {
+  cConnectionMDBs all;
+  const auto one = std::make_shared<cConnectionMDB>();
+  all.Add(one, u"A");
+  EXPECT_THROW(all.Add(one, u"A"), vb::Failure);
+  EXPECT_EQ(all.item(u"A"), one);
+  EXPECT_THROW(static_cast<void>(all.item(u"a")), vb::Failure);
+  EXPECT_THROW(all.Remove(u"b"), vb::Failure);
+  all.Remove(u"A");
+  EXPECT_EQ(all.Count(), 0U);
+}
+
+}  // namespace
+}  // namespace tessel
