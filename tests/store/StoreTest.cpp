@@ -174,7 +174,9 @@ TEST_F(Database, TheStarterTreeIsANestedSet) {
     const int left = ToLong(records.Field(u"lft")), right = ToLong(records.Field(u"rgt"));
     EXPECT_LT(left, right);
     while (!open.empty() && open.back() < left) open.pop_back();
-    if (!open.empty()) EXPECT_LT(right, open.back());
+    if (!open.empty()) {
+      EXPECT_LT(right, open.back());
+    }
     open.push_back(right);
   }
 }
