@@ -245,7 +245,7 @@ model::LineBuffer ComponentFile::LoadCode() {
     const bool attribute = vb::StartsWithText(text, AttributeWord) && !OwnerOf(text).empty();
     const bool ended = at < all.Count() || all.EndsLast();
     if (attribute) {
-      hidden_.push_back({OwnerOf(text), String(text), all.EndOf(at), line, ahead, -1});
+      hidden_.push_back({OwnerOf(text), String(text), all.EndOf(at), ended, line, ahead, -1});
       continue;
     }
     visible += text;
@@ -345,7 +345,8 @@ std::string ComponentFile::CodeBytes(const model::VBComponent& component) const 
   const auto addHidden = [&](int line) {
     for (const HiddenAttribute* one : places[static_cast<std::size_t>(line)]) {
       text += one->Text;
-      text += EndText(one->End);
+      const bool last = line == lines.Count() && one == places.back().back();
+      if (one->Ended || !last) text += EndText(one->End);
     }
   };
   addHidden(0);

@@ -16,6 +16,7 @@ struct HiddenAttribute {
   String Owner;  ///< the member or variable that it belongs to
   String Text;   ///< the line without its end
   model::LineEnd End = model::LineEnd::CrLf;
+  bool Ended = true;  ///< false for a last line without a line end
   int AfterLine = 0;  ///< the visible line ahead of it in the file
   String LineAhead;   ///< that line's text
   int Kind = -1;      ///< kind of the owner when it is a member, else -1
