@@ -234,7 +234,7 @@ class Reader {
       color_ = DefaultColor;
     } else if (Here().Target == Destination::Text) {
       FlushParagraph();
-      Append(StringView(&unit, 1));
+      Append(StringView(&unit, 1), ColorHere());
     }
   }
 
@@ -244,16 +244,20 @@ class Reader {
     if (Here().Target != Destination::Text) return;
     FlushParagraph();
     pending_ = true;
+    pendingColor_ = ColorHere();
   }
 
   void FlushParagraph() {
-    if (pending_) Append(u"\r\n");
+    if (pending_) Append(u"\r\n", pendingColor_);
     pending_ = false;
   }
 
-  void Append(StringView text) {
+  [[nodiscard]] Color ColorHere() {
     const auto index = static_cast<std::size_t>(std::max(0, Here().ColorIndex));
-    const Color color = index < colors_.size() ? colors_[index] : DefaultColor;
+    return index < colors_.size() ? colors_[index] : DefaultColor;
+  }
+
+  void Append(StringView text, Color color) {
     result_.Text += text;
     if (!result_.Runs.empty() && result_.Runs.back().TextColor == color) {
       result_.Runs.back().Length += text.size();
@@ -268,7 +272,8 @@ class Reader {
   std::vector<Color> colors_;
   std::map<int, int> fontPages_;
   ColoredText result_;
-  Color color_ = DefaultColor;
+  Color color_ = DefaultColor;         // of the table's entry being read
+  Color pendingColor_ = DefaultColor;  // of the mark that is not written yet
   int codePage_ = DefaultCodePage;
   int skip_ = 0;  // fallback units of a \u still to be passed over
   bool pending_ = false, done_ = false;

@@ -1,0 +1,256 @@
+#include <gtest/gtest.h>
+
+#include "forms/User.h"
+#include "hosts/memory/MemoryPlatform.h"
+#include "vb/Failure.h"
+
+namespace tessel::forms {
+namespace {
+
+struct Sample : Form {
+  Sample() : Form("frmSample", u"Sample") {
+    txt.Change = [this] { Log(u"txt.Change"); };
+    txt.GotFocus = [this] { Log(u"txt.GotFocus"); };
+    txt.LostFocus = [this] { Log(u"txt.LostFocus"); };
+    chk.Click = [this] { Log(u"chk.Click"); };
+    optA.Click = [this] { Log(u"optA.Click"); };
+    optB.Click = [this] { Log(u"optB.Click"); };
+    cbo.Click = [this] { Log(u"cbo.Click"); };
+    spin.Change = [this] { Log(u"spin.Change"); };
+    tabs.Switch = [this] { Log(u"tabs.Switch"); };
+    ok.Click = [this] { Log(u"ok.Click"); };
+    drop.DropdownItemClick = [this](StringView key) { Log(u"drop " + String(key)); };
+    drop.AddItem(u"A", u"First");
+    drop.AddItem(u"", u"-");
+    cbo.AddItem(u"one");
+    cbo.AddItem(u"Two");
+    grid.SetCols(2);
+    grid.SetRows(3);
+    grid.SetFixedRows(1);
+    grid.Editable = true;
+    grid.BeforeEdit = [](int, int col, bool& refuse) { refuse = col == 0; };
+    grid.AfterEdit = [this](int row, int col) { Log(u"edit " + vb::Str(row) + vb::Str(col)); };
+    grid.AfterSelChange = [this] { Log(u"grid.AfterSelChange"); };
+    ok.Default = true;
+    cancel.Cancel = true;
+    cancel.Click = [this] { Unload(); };
+  }
+  void Log(const String& text) { Seen.push_back(text); }
+  void Form_Load() override { Log(u"load"); }
+  void Form_Activate() override { Log(u"activate"); }
+  void Form_Unload() override { Log(u"unload"); }
+  bool Form_QueryUnload() override { return Refuse; }
+  std::vector<String> Take() { return std::exchange(Seen, {}); }
+
+  std::vector<String> Seen;
+  bool Refuse = false;
+  TextBox txt{this, "txt", {.Text = u"start"}};
+  CheckBox chk{this, "chk"};
+  OptionButton optA{this, "optA", 1};
+  OptionButton optB{this, "optB", 1};
+  OptionButton other{this, "other", 2};
+  ComboBox cbo{this, "cbo"};
+  SpinButton spin{this, "spin", 1, 5};
+  TabControl tabs{this, "tabs", {{u"a", u"A"}, {u"b", u"B"}}};
+  DropDownButton drop{this, "drop"};
+  Grid grid{this, "grid"};
+  RichTextBox rich{this, "rich"};
+  Label label{this, "label", {.Caption = u"x"}};
+  Button ok{this, "ok"};
+  Button cancel{this, "cancel"};
+};
+
+using Log = std::vector<String>;
+
+class Forms : public testing::Test {
+ protected:
+  void Refuses(const std::function<void()>& action, StringView text) {
+    form_->Take();
+    try {
+      action();
+      ADD_FAILURE() << "not refused: " << vb::ToUtf8(text);
+    } catch (const vb::Failure& failure) {
+      EXPECT_EQ(failure.Description(), text);
+    }
+  }
+  memory::MemoryPlatform services_;
+  platform::ScopedPlatform scope_{services_};
+  std::shared_ptr<Sample> form_ = std::make_shared<Sample>();
+};
+
+TEST_F(Forms, RaiseEventsOnlyForAnotherValue) {
+  form_->txt.SetText(u"start");
+  form_->chk.SetValue(0);
+  form_->cbo.SetListIndex(-1);
+  form_->spin.SetValue(1);
+  form_->tabs.SetCurrTab(0);
+  EXPECT_TRUE(form_->Take().empty());
+  form_->txt.SetText(u"x");
+  form_->chk.SetValue(1);
+  form_->cbo.SetListIndex(1);
+  form_->spin.SetValue(99);
+  form_->tabs.SetCurrTab(1);
+  EXPECT_EQ(form_->Take(),
+            (Log{u"txt.Change", u"chk.Click", u"cbo.Click", u"spin.Change", u"tabs.Switch"}));
+  EXPECT_EQ(form_->spin.Value(), 5);
+}
+
+TEST_F(Forms, OptionsOfAGroupExcludeEachOther) {
+  form_->other.SetValue(true);
+  form_->optA.SetValue(true);
+  form_->optB.SetValue(true);
+  EXPECT_FALSE(form_->optA.Value());
+  EXPECT_TRUE(form_->other.Value());
+  EXPECT_EQ(form_->Take(), (Log{u"optA.Click", u"optB.Click"}));
+}
+
+TEST_F(Forms, LoadOnceAndGoBackToTheirDesignOnUnload) {
+  form_->Show();
+  form_->txt.SetText(u"typed");
+  form_->Hide();
+  form_->Show();
+  EXPECT_EQ(form_->txt.Text(), u"typed");
+  form_->Unload();
+  EXPECT_EQ(form_->Take(), (Log{u"load", u"activate", u"txt.Change", u"activate", u"unload"}));
+  EXPECT_EQ(form_->txt.Text(), u"start");
+  form_->Unload();
+  EXPECT_TRUE(form_->Take().empty());
+}
+
+TEST_F(Forms, MayRefuseToBeClosedByTheFrame) {
+  form_->Show();
+  form_->Refuse = true;
+  user::Close(*form_);
+  EXPECT_TRUE(form_->Visible());
+  form_->Refuse = false;
+  user::Close(*form_);
+  EXPECT_FALSE(form_->IsLoaded());
+}
+
+TEST_F(Forms, LiveAsLongAsAHandlerOfThemRuns) {
+  Sample* const raw = form_.get();
+  std::weak_ptr<Sample> weak = form_;
+  raw->ok.Click = [this, raw] {
+    form_.reset();
+    raw->Log(u"still here");
+  };
+  user::Press(raw->ok);
+  EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(Forms, MoveTheFocusAheadOfTheAction) {
+  user::Focus(form_->txt);
+  user::Press(form_->ok);
+  EXPECT_EQ(form_->Take(), (Log{u"txt.GotFocus", u"txt.LostFocus", u"ok.Click"}));
+}
+
+TEST_F(Forms, AHandlerMayKeepTheFocus) {
+  user::Focus(form_->txt);
+  form_->txt.LostFocus = [this] { form_->txt.SetFocus(); };
+  user::Focus(form_->chk);
+  EXPECT_EQ(form_->ActiveControl(), &form_->txt);
+}
+
+TEST_F(Forms, RefuseWhatAUserCouldNotDo) {
+  form_->chk.SetEnabled(false);
+  Refuses([&] { user::Check(form_->chk, 1); }, u"Control \"chk\" is disabled");
+  form_->chk.SetVisible(false);
+  form_->chk.SetEnabled(true);
+  Refuses([&] { user::Check(form_->chk, 1); }, u"Control \"chk\" is hidden");
+  Refuses([&] { user::Type(form_->chk, u"x"); }, u"Control \"chk\" is hidden");
+  Refuses([&] { user::Press(form_->label); },
+          u"Control \"label\" is a Label: it cannot be pressed");
+  Refuses([&] { user::Pick(form_->cbo, u"three"); }, u"Control \"cbo\" has no item \"three\"");
+  Refuses([&] { user::Type(form_->cbo, u"x"); }, u"Control \"cbo\" is a list: pick an item");
+  Refuses([&] { user::PressItem(form_->drop, u""); },
+          u"Control \"drop\" has no item with the key \"\"");
+  Refuses([&] { user::EditCell(form_->grid, 1, 0, u"x"); },
+          u"Control \"grid\" refuses an edit of row 1, column 0");
+  Refuses([&] { user::EditCell(form_->grid, 0, 1, u"x"); },
+          u"Control \"grid\" row 0, column 1 is a heading");
+  Refuses([&] { user::SelectRow(form_->grid, 9, 0); }, u"Control \"grid\" has no row 9");
+  Refuses([&] { user::Tick(form_->grid, 1, true); }, u"Control \"grid\" has no tick box in row 1");
+  form_->rich.Locked = true;
+  Refuses([&] { user::Type(form_->rich, u"x"); }, u"Control \"rich\" is read-only");
+  EXPECT_EQ(form_->chk.Value(), 0);
+}
+
+TEST_F(Forms, DoWhatTheUserDoes) {
+  user::Pick(form_->cbo, u"two");
+  user::PressItem(form_->drop, u"A");
+  user::EditCell(form_->grid, 1, 1, u"x");
+  EXPECT_EQ(form_->Take(), (Log{u"cbo.Click", u"drop A", u"grid.AfterSelChange", u"edit 11"}));
+  EXPECT_EQ(form_->grid.TextMatrix(1, 1), u"x");
+  form_->Show();
+  user::Key(form_->txt, 13);
+  EXPECT_EQ(form_->Seen.back(), u"ok.Click");
+  user::Key(form_->txt, 27);
+  EXPECT_FALSE(form_->Visible());
+}
+
+TEST_F(Forms, CollapsedRowsHideWhatIsBelowThem) {
+  Grid& grid = form_->grid;
+  for (const int level : {0, 1, 2, 1, 0}) {
+    grid.SetRowLevel(grid.AddItem({u"r"}), level);
+  }
+  user::Collapse(grid, 4);
+  EXPECT_TRUE(grid.RowShows(4));
+  EXPECT_FALSE(grid.RowShows(5));
+  EXPECT_TRUE(grid.RowShows(6));
+  user::Expand(grid, 4);
+  EXPECT_TRUE(grid.RowShows(5));
+}
+
+// Rich text
+
+struct RichCase {
+  StringView Document, Text;
+};
+
+TEST(RichText, ReadsDocuments) {
+  const RichCase cases[] = {
+      {u"plain\ntext", u"plain\r\ntext"},
+      {u"{\\rtf1 a\\par b\\par }", u"a\r\nb"},
+      {u"{\\rtf1 a\\par\\par\\par }", u"a\r\n\r\n"},
+      {u"{\\rtf1\\ansicpg1251 \\'c6\\tab x}", u"\u0416\tx"},
+      {u"{\\rtf1{\\fonttbl{\\f0\\fcharset204 A;}{\\f1 B;}}\\f0\\'c6\\f1\\'e9}", u"\u0416\u00E9"},
+      {u"{\\rtf1\\u1078?\\uc2\\u-3913ab x}", u"\u0436\uF0B7 x"},
+      {u"{\\rtf1 a{\\*\\generator x;}{\\info{\\title t}}b}", u"ab"},
+      {u"{\\rtf1 \\{\\}\\\\\\~}", u"{}\\\u00A0"},
+      {u"{\\rtf1 a\\bin3 {}}b}", u"ab"},
+      {u"{\\rtf1 a", u"a"},
+      {u"{\\rtf1 a}}}} b", u"a"},
+      {u"{\\rtf1 \\'zz\\", u"zz"},
+  };
+  for (const RichCase& one : cases) {
+    EXPECT_EQ(ReadRichText(one.Document).Text, one.Text) << vb::ToUtf8(one.Document);
+  }
+}
+
+TEST(RichText, KeepsTextAndColours) {
+  const ColoredText text{u"a\r\n{b}\t\u0416\\", {{3, 0}, {3, 0xFF}, {1, 0x8000}, {2, 0}}};
+  EXPECT_EQ(ReadRichText(WriteRichText(text, {})), text);
+}
+
+TEST(RichText, SurvivesDeepNesting) {
+  EXPECT_EQ(ReadRichText(u"{\\rtf1 " + String(200000, u'{') + u"x").Text, u"x");
+}
+
+TEST_F(Forms, ReplacesAndFindsInRichText) {
+  RichTextBox& box = form_->rich;
+  box.SetText(u"One two one");
+  EXPECT_EQ(box.Find(u"one"), 0);
+  EXPECT_EQ(box.SelLength(), 3);
+  EXPECT_EQ(box.Find(u"one", 1, -1, 8), 8);
+  EXPECT_EQ(box.Find(u"one", 1, -1, 4), 8);
+  EXPECT_EQ(box.Find(u"wo", 0, -1, 2), -1);
+  EXPECT_EQ(box.SelStart(), 8) << "the search before moved it";
+  user::SelectText(box, 4, 3);
+  box.SetSelColor(0xFF);
+  box.SetSelText(u"2");
+  EXPECT_EQ(box.Text(), u"One 2 one");
+  EXPECT_EQ(box.Content().Runs, (std::vector<ColoredText::Run>{{4, 0}, {1, 0xFF}, {4, 0}}));
+}
+
+}  // namespace
+}  // namespace tessel::forms
