@@ -8,6 +8,7 @@
 #include "hosts/batch/MembersCommand.h"
 #include "hosts/drive/Session.h"
 #include "hosts/linux/LinuxApp.h"
+#include "hosts/linux/SqliteRegistry.h"
 
 namespace {
 
@@ -72,6 +73,9 @@ void AddDrive(CLI::App& app, DriveRequest& request) {
 }
 
 int RunDrive(const DriveRequest& request) {
+  // A settings file that can't be used is told at once, by its name.
+  static_cast<void>(linux_host::SqliteRegistry(request.Registry)
+                        .ValueNames(platform::RootKey::CurrentUser, u"Software"));
   std::ios::sync_with_stdio(false);
   drive::Session session({request.Data, request.Registry, request.Clock == "real"}, std::cin,
                          std::cout);
