@@ -169,43 +169,42 @@ const Table& TableOf(int codePage) {
 }
 
 String DecodeByTable(std::string_view bytes, const Table& table) {
-  String text;
-  text.reserve(bytes.size());
+  String text(bytes.size(), u'\0');
+  char16_t* out = text.data();
   for (std::size_t at = 0; at < bytes.size(); ++at) {
     const unsigned char byte = Byte(bytes[at]);
     if (byte < 0x80) {
-      text += byte;
+      *out++ = byte;
     } else if (table.Lead[byte] && at + 1 < bytes.size()) {
       const auto pair = static_cast<std::uint16_t>(byte << 8 | Byte(bytes[at + 1]));
       const auto found = table.Pairs.find(pair);
-      if (found != table.Pairs.end()) {
-        text += found->second;
-        ++at;
-      } else {
-        text += Escaped(bytes[at]);
-      }
+      *out++ = found != table.Pairs.end() ? found->second : Escaped(bytes[at]);
+      if (found != table.Pairs.end()) ++at;
     } else {
-      text += table.Single[byte] != 0 ? table.Single[byte] : Escaped(bytes[at]);
+      *out++ = table.Single[byte] != 0 ? table.Single[byte] : Escaped(bytes[at]);
     }
   }
+  text.resize(static_cast<std::size_t>(out - text.data()));
   return text;
 }
 
 std::optional<std::string> EncodeByTable(StringView text, const Table& table, std::size_t& at) {
-  std::string bytes;
-  bytes.reserve(text.size());
+  // No character takes more than two bytes.
+  std::string bytes(2 * text.size(), '\0');
+  char* out = bytes.data();
   for (at = 0; at < text.size(); ++at) {
     const char16_t unit = text[at];
     if (unit < 0x80) {
-      bytes += static_cast<char>(unit);
+      *out++ = static_cast<char>(unit);
     } else if (IsEscape(unit)) {
-      bytes += static_cast<char>(unit - Escape);
+      *out++ = static_cast<char>(unit - Escape);
     } else {
       const auto found = table.Bytes.find(unit);
       if (found == table.Bytes.end()) return std::nullopt;
-      bytes += found->second;
+      out = std::copy(found->second.begin(), found->second.end(), out);
     }
   }
+  bytes.resize(static_cast<std::size_t>(out - bytes.data()));
   return bytes;
 }
 

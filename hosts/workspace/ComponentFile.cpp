@@ -342,6 +342,7 @@ std::string ComponentFile::CodeBytes(const model::VBComponent& component) const 
   const model::LineBuffer& lines = module.Buffer();
   const auto places = PlaceHidden(module);
   String text;
+  text.reserve(bytes_.size() + bytes_.size() / 4);
   const auto addHidden = [&](int line) {
     for (const HiddenAttribute* one : places[static_cast<std::size_t>(line)]) {
       text += one->Text;
@@ -376,7 +377,7 @@ void ComponentFile::Stored(model::VBComponent& component, std::string bytes) {
   type_ = type;
   // The attributes' places have moved with the text.
   if (component.Module() && component.Module()->IsLoaded()) {
-    static_cast<void>(LoadCode());
+    if (!hidden_.empty()) static_cast<void>(LoadCode());
     component.Module()->SetModified(false);
   }
   if (component.OwnDesigner()) component.OwnDesigner()->Tree().SetModified(false);

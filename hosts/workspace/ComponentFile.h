@@ -42,6 +42,7 @@ class ComponentFile : public model::ComponentStorage {
   /// The file as it is stored; empty for one that was never written.
   [[nodiscard]] const std::string& StoredBytes() const { return bytes_; }
   [[nodiscard]] bool IsNew() const { return isNew_; }
+  [[nodiscard]] bool IsRenamed() const { return !newName_.empty(); }
   [[nodiscard]] host::vbext_ComponentType Type() const { return type_; }
   /// The name that the file says, or its own without extension.
   [[nodiscard]] String Name() const;

@@ -337,7 +337,7 @@ void CollectProject(OpenProject& open, std::vector<Pending>& pending) {
       Fail(file->Path(), u"the project was never saved, so the component has no place");
     }
     std::string bytes = file->Compose(*component);
-    if (open.File) {
+    if (open.File && (file->IsNew() || file->IsRenamed())) {
       const std::string written = WrittenPath(file->Path(), open.File->Path());
       const std::string name = vb::ToUtf8(component->PlainName());
       if (file->IsNew()) open.File->AddEntry(component->PlainType(), name, written);
