@@ -225,6 +225,8 @@ void ComboBox::Clear() {
 void ComboBox::SetListIndex(int index) {
   if (style_ == Style::Editable && index >= 0 && index < static_cast<int>(list_.size())) {
     text_ = list_[static_cast<std::size_t>(index)];
+  } else if (index == -1 && ListIndex() != -1) {
+    text_.clear();  // the item's text goes with it; typed text has no item and stays
   }
   ListControl::SetListIndex(index);
 }

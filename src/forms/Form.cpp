@@ -1,5 +1,7 @@
 #include "forms/Form.h"
 
+#include <exception>
+
 #include "platform/Platform.h"
 #include "vb/Failure.h"
 
@@ -26,18 +28,28 @@ Control* Form::Find(StringView name) const {
   return nullptr;
 }
 
+void Form::SaveDesign() {
+  if (designed_) return;
+  designed_ = true;
+  designCaption_ = caption_;
+  for (Control* control : controls_) control->SaveDesign();
+}
+
+void Form::RestoreDesign() {
+  caption_ = designCaption_;
+  for (Control* control : controls_) control->RestoreDesign();
+}
+
 void Form::Load() {
   if (loaded_) return;
-  if (!designed_) {
-    designed_ = true;
-    designCaption_ = caption_;
-    for (Control* control : controls_) control->SaveDesign();
-  }
+  const auto self = weak_from_this().lock();
+  SaveDesign();
   loaded_ = true;
   try {
     Form_Load();
   } catch (...) {
     loaded_ = false;
+    RestoreDesign();  // a later attempt must not find half of this one
     throw;
   }
 }
@@ -69,16 +81,22 @@ void Form::Unload() {
   const auto self = weak_from_this().lock();
   if (!loaded_) return;
   loaded_ = false;
-  Form_Unload();
+  std::exception_ptr failed;
+  try {
+    Form_Unload();
+  } catch (...) {
+    failed = std::current_exception();  // a form that stayed open could not be closed any more
+  }
   const bool shown = visible_;
   visible_ = false;
-  active_ = nullptr;
+  active_ = arrived_ = nullptr;
   if (shown) platform::Current().Desktop().Hidden(*this, true);
-  caption_ = designCaption_;
-  for (Control* control : controls_) control->RestoreDesign();
+  RestoreDesign();
+  if (failed) std::rethrow_exception(failed);
 }
 
 void Form::CloseByFrame() {
+  const auto self = weak_from_this().lock();
   if (visible_ && !Form_QueryUnload()) Unload();
 }
 
@@ -86,11 +104,14 @@ void Form::MoveFocus(Control* control) {
   if (active_ == control) return;
   Control* const before = active_;
   active_ = control;
-  if (before != nullptr && before->LostFocus) {
-    const auto handler = before->LostFocus;
-    handler();
+  // A control on its way to the focus has none to lose. Else two fields that both call the user
+  // back would do so for ever.
+  if (before != nullptr && before == arrived_) {
+    arrived_ = nullptr;
+    if (const auto handler = before->LostFocus) handler();
     if (active_ != control) return;  // the handler sent the focus elsewhere
   }
+  arrived_ = control;
   if (view_ != nullptr) view_->FocusChanged(control);
   if (const auto handler = control->GotFocus) handler();
 }

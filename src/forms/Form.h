@@ -77,11 +77,14 @@ class Form : public std::enable_shared_from_this<Form> {
   friend class Control;
   void Register(Control* control) { controls_.push_back(control); }
   void MoveFocus(Control* control);
+  void SaveDesign();
+  void RestoreDesign();
 
   String name_, caption_, designCaption_;
   std::vector<Control*> controls_;
   forms::Layout layout_;
   Control* active_ = nullptr;
+  Control* arrived_ = nullptr;  // the one whose GotFocus was the last to be raised
   forms::View* view_ = nullptr;
   bool loaded_ = false, visible_ = false, modal_ = false, designed_ = false;
 };

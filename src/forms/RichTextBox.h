@@ -30,6 +30,8 @@ struct ColoredText {
 [[nodiscard]] ColoredText ReadRichText(StringView document);
 /// Writes a document that `ReadRichText` gives back unchanged.
 [[nodiscard]] String WriteRichText(const ColoredText& text, const Font& font);
+/// Plain text with the line ends of the control: CR LF for a CR, an LF or both.
+[[nodiscard]] String WithCrLf(StringView text);
 
 /// Positions count from 0, as in the original. A CR LF counts as two.
 class RichTextBox : public Control {
@@ -37,12 +39,13 @@ class RichTextBox : public Control {
   RichTextBox(Form* owner, std::string_view name, const Font& font = {});
   [[nodiscard]] std::string_view Kind() const override { return "RichTextBox"; }
 
-  [[nodiscard]] const String& Text() const { return content_.Text; }
-  /// Sets plain text in the default colour; another text raises Change.
+  [[nodiscard]] const String& Text() const { return text_; }
+  /// Sets plain text in the default colour; another text raises Change. Line ends of any kind
+  /// become CR LF.
   void SetText(StringView text);
   [[nodiscard]] String TextRTF() const;
   void SetTextRTF(StringView document);
-  [[nodiscard]] const ColoredText& Content() const { return content_; }
+  [[nodiscard]] ColoredText Content() const;
 
   [[nodiscard]] int SelStart() const { return selStart_; }
   void SetSelStart(int position);
@@ -70,7 +73,10 @@ class RichTextBox : public Control {
   void RestoreDesign() override;
 
  private:
-  ColoredText content_, designContent_;
+  void Replace(String text, std::vector<Color> colors);
+  String text_, designText_;
+  // One of each character: colouring one span after the other then costs no more than the spans.
+  std::vector<Color> colors_, designColors_;
   int selStart_ = 0, selLength_ = 0;
 };
 

@@ -1,7 +1,9 @@
 // Reads rich text: one pass, no recursion, whatever the input.
 
+#include <algorithm>
 #include <array>
 #include <map>
+#include <utility>
 
 #include "forms/RichTextBox.h"
 #include "vb/CodePages.h"
@@ -12,12 +14,12 @@ namespace {
 constexpr int DefaultCodePage = 1252;
 
 /// Destinations whose text is no text of the document.
-constexpr std::array<StringView, 22> SkippedDestinations{
-    u"stylesheet", u"info",     u"pict",      u"object",    u"header",
-    u"headerl",    u"headerr",  u"headerf",   u"footer",    u"footerl",
-    u"footerr",    u"footerf",  u"footnote",  u"listtable", u"listoverridetable",
-    u"revtbl",     u"rsidtbl",  u"generator", u"filetbl",   u"xe",
-    u"tc",         u"themedata"};
+constexpr std::array<StringView, 25> SkippedDestinations{
+    u"stylesheet", u"info",      u"pict",      u"object",    u"header",
+    u"headerl",    u"headerr",   u"headerf",   u"footer",    u"footerl",
+    u"footerr",    u"footerf",   u"footnote",  u"listtable", u"listoverridetable",
+    u"revtbl",     u"rsidtbl",   u"generator", u"filetbl",   u"xe",
+    u"tc",         u"themedata", u"pntext",    u"listtext",  u"nonshppict"};
 
 struct NamedUnit {
   StringView Word;
@@ -33,15 +35,30 @@ struct NumberPair {
   int From, To;
 };
 /// Code page of each character set of a font.
-constexpr NumberPair CharsetPages[] = {{0, 1252},   {161, 1253}, {162, 1254}, {163, 1258},
-                                       {177, 1255}, {178, 1256}, {186, 1257}, {204, 1251},
-                                       {222, 874},  {238, 1250}};
+constexpr NumberPair CharsetPages[] = {
+    {128, 932},  {129, 949},  {134, 936},  {136, 950},  {0, 1252},   {161, 1253}, {162, 1254},
+    {163, 1258}, {177, 1255}, {178, 1256}, {186, 1257}, {204, 1251}, {222, 874},  {238, 1250}};
 
 int PageOfCharset(int charset) {
   for (const NumberPair& pair : CharsetPages) {
     if (pair.From == charset) return pair.To;
   }
   return 0;
+}
+
+bool IsDoubleByte(int page) { return page == 932 || page == 936 || page == 949 || page == 950; }
+
+/// Whether a byte is the first of a pair.
+bool IsLeadByte(unsigned char byte, int page) {
+  if (page == 932) return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+  return IsDoubleByte(page) && byte >= 0x81 && byte <= 0xFE;
+}
+
+/// The character of a byte that stands alone, or of the pair that it leads: pairs have no table
+/// here and read as U+FFFD.
+char16_t CharacterOf(unsigned char byte, int page) {
+  const bool katakana = page == 932 && byte >= 0xA1 && byte <= 0xDF;
+  return katakana ? static_cast<char16_t>(0xFF61 + (byte - 0xA1)) : vb::FromCodePage(byte, page);
 }
 
 bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
@@ -84,16 +101,22 @@ class Reader {
   void Step() {
     const char16_t unit = in_[at_++];
     if (unit == u'{') {
-      skip_ = 0;
+      EndFallback();
       groups_.push_back(Here());
     } else if (unit == u'}') {
-      skip_ = 0;
+      EndFallback();
       Close();
     } else if (unit == u'\\') {
       Control();
     } else if (unit != u'\r' && unit != u'\n') {
-      Character(unit);
+      Encoded(unit, false);
     }
+  }
+
+  /// A \u's fallback and a pair of bytes end with their group, and at a word of layout.
+  void EndFallback() {
+    skip_ = 0;
+    trailing_ = false;
   }
 
   void Close() {
@@ -138,7 +161,19 @@ class Reader {
     const int high = HexValue(Peek()), low = HexValue(Peek(1));
     if (high < 0 || low < 0) return;
     at_ += 2;
-    Character(vb::FromCodePage(static_cast<unsigned char>(high * 16 + low), CodePageHere()));
+    const auto byte = static_cast<unsigned char>(high * 16 + low);
+    const int page = CodePageHere();
+    Encoded(CharacterOf(byte, page), IsLeadByte(byte, page));
+  }
+
+  /// A character of the document's encoding; the second byte of a pair is part of the first.
+  void Encoded(char16_t unit, bool leads) {
+    if (!std::exchange(trailing_, leads)) {
+      Character(unit);
+      return;
+    }
+    trailing_ = false;
+    if (skip_ > 0) --skip_;
   }
 
   [[nodiscard]] int CodePageHere() {
@@ -172,7 +207,7 @@ class Reader {
     } else if (word == u"uc") {
       Here().FallbackUnits = std::max(0, number);
     } else if (word == u"ansicpg") {
-      codePage_ = vb::IsSingleByteCodePage(number) ? number : codePage_;
+      if (vb::IsSingleByteCodePage(number) || IsDoubleByte(number)) codePage_ = number;
     } else if (!ApplyTable(word, number) && !ApplyText(word, hasNumber, number)) {
       for (const StringView skipped : SkippedDestinations) {
         if (word == skipped) Here().Target = Destination::Skipped;
@@ -199,13 +234,13 @@ class Reader {
 
   /// Words that stand for text or change how it looks.
   bool ApplyText(StringView word, bool hasNumber, int number) {
-    if (word == u"par" || word == u"line" || word == u"sect" || word == u"page") {
+    if (word == u"par" || word == u"line" || word == u"sect" || word == u"page" || word == u"row") {
       Paragraph();
     } else if (word == u"cf") {
       Here().ColorIndex = number;
     } else if (word == u"plain") {
       Here().ColorIndex = 0;
-    } else if (word == u"f" && hasNumber) {
+    } else if ((word == u"f" || word == u"deff") && hasNumber) {
       Here().Font = number;
     } else {
       for (const NamedUnit& named : NamedUnits) {
@@ -220,6 +255,7 @@ class Reader {
   }
 
   void Unicode(int number) {
+    EndFallback();  // a writer without fallbacks puts one right behind the other
     Character(static_cast<char16_t>(number));
     skip_ = Here().FallbackUnits;
   }
@@ -238,9 +274,10 @@ class Reader {
     }
   }
 
-  /// The mark that ends the last paragraph adds no line, so a mark is written when something
-  /// follows.
+  /// The mark that ends the last paragraph adds no line, as the original writes one behind every
+  /// text; so a mark counts when something follows.
   void Paragraph() {
+    EndFallback();
     if (Here().Target != Destination::Text) return;
     FlushParagraph();
     pending_ = true;
@@ -252,9 +289,10 @@ class Reader {
     pending_ = false;
   }
 
+  /// Colour 0 is the control's own, whatever the table says.
   [[nodiscard]] Color ColorHere() {
     const auto index = static_cast<std::size_t>(std::max(0, Here().ColorIndex));
-    return index < colors_.size() ? colors_[index] : DefaultColor;
+    return index > 0 && index < colors_.size() ? colors_[index] : DefaultColor;
   }
 
   void Append(StringView text, Color color) {
@@ -275,11 +313,13 @@ class Reader {
   Color color_ = DefaultColor;         // of the table's entry being read
   Color pendingColor_ = DefaultColor;  // of the mark that is not written yet
   int codePage_ = DefaultCodePage;
-  int skip_ = 0;  // fallback units of a \u still to be passed over
+  int skip_ = 0;           // fallback units of a \u still to be passed over
+  bool trailing_ = false;  // the next byte is the second of a pair
   bool pending_ = false, done_ = false;
 };
 
-/// Line ends of plain text as the control keeps them.
+}  // namespace
+
 String WithCrLf(StringView text) {
   String result;
   result.reserve(text.size());
@@ -294,8 +334,6 @@ String WithCrLf(StringView text) {
   }
   return result;
 }
-
-}  // namespace
 
 ColoredText ReadRichText(StringView document) {
   if (document.substr(0, 5) == u"{\\rtf") return Reader(document).Read();

@@ -58,9 +58,10 @@ std::size_t LengthWithLineEnd(StringView text, std::size_t start, std::size_t le
 
 String WriteRichText(const ColoredText& text, const Font& font) {
   const std::vector<Color> colors = ColorsOf(text);
-  String out = u"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fnil\\fcharset0 " + font.Name +
-               u";}}\r\n" + ColorTable(colors) + u"\\viewkind4\\uc1\\pard\\f0\\fs" +
-               vb::Str(static_cast<int>(font.Size * 2)) + u" ";
+  String out = u"{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fnil\\fcharset0 ";
+  AppendEscaped(out, font.Name);
+  out += u";}}\r\n" + ColorTable(colors) + u"\\viewkind4\\uc1\\pard\\f0\\fs" +
+         vb::Str(static_cast<int>(font.Size * 2)) + u" ";
   Color present = DefaultColor;
   std::size_t start = 0;
   std::size_t runEnd = 0;

@@ -45,7 +45,19 @@ Kind& As(Control& control, StringView action) {
 Grid& RowOf(Control& control, int row) {
   Grid& grid = As<Grid>(control, u"used by rows");
   if (row < 0 || row >= grid.Rows()) Refuse(control, u"has no row " + vb::Str(row));
+  if (!grid.RowShows(row)) Refuse(control, u"does not show row " + vb::Str(row));
   return grid;
+}
+
+/// Moves the focus to the control; whether the action may go on.
+bool Reach(Control& control) {
+  control.SetFocus();
+  return control.Enabled() && (control.HasFocus() || !control.TakesFocus());
+}
+
+bool KeepsEnter(const Control& control) {
+  const auto* const box = dynamic_cast<const TextBox*>(&control);
+  return box != nullptr ? box->MultiLine : dynamic_cast<const RichTextBox*>(&control) != nullptr;
 }
 
 void Raise(const std::function<void()>& event) {
@@ -76,17 +88,14 @@ void Type(Control& control, StringView text) {
   const Action action(control);
   if (auto* const box = dynamic_cast<TextBox*>(&control)) {
     if (box->Locked) Refuse(control, u"is read-only");
-    box->SetFocus();
-    box->SetText(text);
+    if (Reach(*box)) box->SetText(text);
   } else if (auto* const rich = dynamic_cast<RichTextBox*>(&control)) {
     if (rich->Locked) Refuse(control, u"is read-only");
-    rich->SetFocus();
-    rich->SetText(text);
+    if (Reach(*rich)) rich->SetText(text);
   } else {
     ComboBox& combo = As<ComboBox>(control, u"typed into");
     if (combo.BoxStyle() == ComboBox::Style::List) Refuse(control, u"is a list: pick an item");
-    combo.SetFocus();
-    combo.SetText(text);
+    if (Reach(combo)) combo.SetText(text);
   }
 }
 
@@ -104,32 +113,27 @@ void Pick(Control& control, int index) {
   if (index < 0 || index >= static_cast<int>(list.List().size())) {
     Refuse(control, u"has no item " + vb::Str(index));
   }
-  list.SetFocus();
-  list.SetListIndex(index);
+  if (Reach(list)) list.SetListIndex(index);
 }
 
 void Check(Control& control, int value) {
   const Action action(control);
   auto& box = As<CheckBox>(control, u"ticked");
   if (value != 0 && value != 1) Refuse(control, u"takes 0 or 1");
-  box.SetFocus();
-  box.SetValue(value);
+  if (Reach(box)) box.SetValue(value);
 }
 
 void Press(Control& control) {
   const Action action(control);
   if (auto* const option = dynamic_cast<OptionButton*>(&control)) {
-    option->SetFocus();
-    option->SetValue(true);
+    if (Reach(*option)) option->SetValue(true);
   } else if (auto* const drop = dynamic_cast<DropDownButton*>(&control)) {
-    drop->SetFocus();
-    Raise(drop->Click);
+    if (Reach(*drop)) Raise(drop->Click);
   } else if (auto* const picture = dynamic_cast<PictureBox*>(&control)) {
     Raise(picture->Click);
   } else {
     auto& button = As<Button>(control, u"pressed");
-    button.SetFocus();
-    Raise(button.Click);
+    if (Reach(button)) Raise(button.Click);
   }
 }
 
@@ -138,6 +142,7 @@ void PressItem(Control& control, StringView key) {
   auto& drop = As<DropDownButton>(control, u"opened");
   for (const auto& item : drop.Items()) {
     if (!item.Key.empty() && item.Key == key) {
+      if (!Reach(drop)) return;
       if (const auto handler = drop.DropdownItemClick) handler(String(key));
       return;
     }
@@ -148,8 +153,7 @@ void PressItem(Control& control, StringView key) {
 void Spin(Control& control, int value) {
   const Action action(control);
   auto& spin = As<SpinButton>(control, u"turned");
-  spin.SetFocus();
-  spin.SetValue(value);
+  if (Reach(spin)) spin.SetValue(value);
 }
 
 void SelectPage(Control& control, int index) {
@@ -158,8 +162,7 @@ void SelectPage(Control& control, int index) {
   if (index < 0 || index >= static_cast<int>(tabs.Pages().size())) {
     Refuse(control, u"has no page " + vb::Str(index));
   }
-  tabs.SetFocus();
-  tabs.SetCurrTab(index);
+  if (Reach(tabs)) tabs.SetCurrTab(index);
 }
 
 void SelectRow(Control& control, int row, int col) {
@@ -167,7 +170,7 @@ void SelectRow(Control& control, int row, int col) {
   Grid& grid = RowOf(control, row);
   if (row < grid.FixedRows()) Refuse(control, u"row " + vb::Str(row) + u" is a heading");
   if (col < 0 || col >= grid.Cols()) Refuse(control, u"has no column " + vb::Str(col));
-  grid.SetFocus();
+  if (!Reach(grid)) return;
   grid.Select(row, col);
   Raise(grid.Click);
 }
@@ -179,7 +182,7 @@ void EditCell(Control& control, int row, int col, StringView text) {
   if (col < 0 || col >= grid.Cols()) Refuse(control, u"has no column " + vb::Str(col));
   if (!grid.Editable) Refuse(control, u"cannot be edited");
   if (row < grid.FixedRows() || col < grid.FixedCols()) Refuse(control, cell + u" is a heading");
-  grid.SetFocus();
+  if (!Reach(grid)) return;
   grid.Select(row, col);
   bool cancel = false;
   if (const auto handler = grid.BeforeEdit) handler(row, col, cancel);
@@ -192,28 +195,30 @@ void Tick(Control& control, int row, bool ticked) {
   const Action action(control);
   Grid& grid = RowOf(control, row);
   if (!grid.RowAt(row).Ticked) Refuse(control, u"has no tick box in row " + vb::Str(row));
-  grid.SetFocus();
-  grid.SetTicked(row, ticked);
+  if (Reach(grid)) grid.SetTicked(row, ticked);
 }
 
 void Expand(Control& control, int row) {
   const Action action(control);
-  RowOf(control, row).SetCollapsed(row, false);
+  Grid& grid = RowOf(control, row);
+  if (Reach(grid)) grid.SetCollapsed(row, false);
 }
 
 void Collapse(Control& control, int row) {
   const Action action(control);
-  RowOf(control, row).SetCollapsed(row, true);
+  Grid& grid = RowOf(control, row);
+  if (Reach(grid)) grid.SetCollapsed(row, true);
 }
 
 void DoubleClick(Control& control, int row) {
   const Action action(control);
   if (auto* const list = dynamic_cast<ListControl*>(&control)) {
     Pick(control, row);
-    Raise(list->DblClick);
+    if (list->ListIndex() == row) Raise(list->DblClick);
     return;
   }
   Grid& grid = RowOf(control, row);
+  if (!Reach(grid)) return;
   if (row >= grid.FixedRows()) SelectRow(control, row, grid.Col());
   Raise(grid.DblClick);
 }
@@ -221,8 +226,8 @@ void DoubleClick(Control& control, int row) {
 void RightClick(Control& control, int row) {
   const Action action(control);
   Grid& grid = As<Grid>(control, u"right-clicked");
-  if (row < -1 || row >= grid.Rows()) Refuse(control, u"has no row " + vb::Str(row));
-  grid.SetFocus();
+  if (row != -1) RowOf(control, row);
+  if (!Reach(grid)) return;
   if (const auto handler = grid.MouseDown) handler(2, row);
 }
 
@@ -233,7 +238,7 @@ void SelectText(Control& control, int start, int length) {
   if (start < 0 || length < 0 || start > size || length > size - start) {
     Refuse(control, u"has no such text: it is " + vb::Str(size) + u" long");
   }
-  rich.SetFocus();
+  if (!Reach(rich)) return;
   rich.SetSelStart(start);
   rich.SetSelLength(length);
 }
@@ -247,11 +252,11 @@ void Focus(Control& control) {
 void Key(Control& control, int ascii) {
   const Action action(control);
   Form& form = control.Owner();
-  control.SetFocus();
+  if (!Reach(control)) return;
   int key = ascii;
   if (const auto handler = control.KeyPress) handler(key);
   if (!form.Visible()) return;
-  if (key == 13) {
+  if (key == 13 && !KeepsEnter(control)) {
     auto* const own = dynamic_cast<Button*>(&control);
     if (Button* const pressed = own != nullptr ? own : ButtonThat(form, &Button::Default)) {
       Press(*pressed);

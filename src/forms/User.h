@@ -10,10 +10,11 @@
 
 namespace tessel::forms::user {
 
-// Every action first moves the focus to the control. Each fails, with a vb::Failure (380) whose
-// text names the control and changes nothing, when the control is disabled or hidden, when it is of
-// a kind that knows no such action, or when the item, row or text isn't there. The form stays alive
-// for the length of the call.
+// Every action but a drop first moves the focus to the control. When a handler then keeps the focus
+// elsewhere, or disables the control, the action goes no further, as a click that a message box cut
+// off. Each fails, with a vb::Failure (380) whose text names the control and changes nothing, when
+// the control is disabled or hidden, when it is of a kind that knows no such action, or when the
+// item, row or text isn't there. The form stays alive for the length of the call.
 
 /// Text box, editable combo box, rich text (the plain text is replaced).
 void Type(Control& control, StringView text);
@@ -43,6 +44,7 @@ void RightClick(Control& control, int row);
 void SelectText(Control& control, int start, int length);
 void Focus(Control& control);
 /// Enter (13) and Escape (27) press the default and the cancel button when the control leaves them.
+/// A text of several lines keeps Enter for itself.
 void Key(Control& control, int ascii);
 void Drop(Control& control, int row, const std::vector<String>& files);
 /// Closes by the frame.
