@@ -37,10 +37,12 @@ std::span<const CommandRow> CommandTable() {
        &Connect::ShowFormatText},
       {u"Insert Error Handler Code", 109, 3361, false, false, true, false,
        u"MenuFastInsertErrorHandlerCode_Click", u"MenuHandlerInsertErrorHandlerCode_Click",
-       u"Insert Error Handler Code", nullptr, nullptr},
+       u"Insert Error Handler Code", &Connect::ShowInsertErrorHandlerCode,
+       &Connect::ShowInsertErrorHandlerCode},
       {u"Remove Error Handler Code", 110, 3362, false, false, true, false,
        u"MenuFastRemoveErrorHandlerCode_Click", u"MenuHandlerRemoveErrorHandlerCode_Click",
-       u"Remove Error Handler Code", nullptr, nullptr},
+       u"Remove Error Handler Code", &Connect::ShowRemoveErrorHandlerCode,
+       &Connect::ShowRemoveErrorHandlerCode},
   }};
   return table;
 }

@@ -8,6 +8,9 @@
 #include "addin/IConnect.h"
 #include "addin/frmAbout.h"
 #include "addin/host/VBE.h"
+#include "errorhandlers/frmErrorHandlerScheme.h"
+#include "errorhandlers/frmInsertErrorHandlerCode.h"
+#include "errorhandlers/frmRemoveErrorHandlerCode.h"
 #include "formatter/frmFormatText.h"
 
 namespace tessel {
@@ -48,6 +51,12 @@ class Connect : public IConnect {
   void ShowFormatText();
   void HideFormatText() override;
   void ShowAbout();
+  void ShowEditErrorHandlerScheme();
+  void HideEditErrorHandlerScheme();
+  void ShowInsertErrorHandlerCode();
+  void HideInsertErrorHandlerCode() override;
+  void ShowRemoveErrorHandlerCode();
+  void HideRemoveErrorHandlerCode() override;
 
   /// Puts the marker line for a scheme (or "Skip") above the member at the caret, or on line 1 of
   /// the module.
@@ -103,6 +112,8 @@ class Connect : public IConnect {
 
   template <class Form>
   void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference);
+  template <class Form>
+  void HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh);
 
   std::shared_ptr<host::VBE> vbInstance_;
   double vbeVersion_ = 0;
@@ -116,6 +127,9 @@ class Connect : public IConnect {
 
   std::shared_ptr<frmFormatText> FormatText;
   std::shared_ptr<frmAbout> About;
+  std::shared_ptr<frmErrorHandlerScheme> EditErrorHandlerScheme;
+  std::shared_ptr<frmInsertErrorHandlerCode> InsertErrorHandlerCode;
+  std::shared_ptr<frmRemoveErrorHandlerCode> RemoveErrorHandlerCode;
 
   int returnOkCancel_ = 0;
   String itemAddedName_, itemAddedTag_, itemAddedText_;

@@ -181,7 +181,8 @@ void Connect::AddCommandBarDinamMenu(StringView caption) {
       edit->SetCaption(u"Edit Error Handler Scheme");
       edit->SetOnAction(u"Edit Error Handler Scheme");
       SetPicture(*edit, 0, EditSchemeFace);
-      Keep(edit, u"MenuHandlerEditErrorHandkerScheme_Click", nullptr);
+      Keep(edit, u"MenuHandlerEditErrorHandkerScheme_Click",
+           [this] { ShowEditErrorHandlerScheme(); });
     });
   });
 }

@@ -29,15 +29,42 @@ void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference) 
 
 void Connect::ShowFormatText() { ShowGuarded(u"Connect.ShowFormatText", FormatText); }
 
-void Connect::HideFormatText() {
-  Routine(u"Connect.HideFormatText", [&](const Statements& run) {
-    const auto form = FormatText;  // this runs inside a handler of the form
+template <class Form>
+void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh) {
+  Routine(routine, [&](const Statements& run) {
+    const auto form = reference;  // this runs inside a handler of the form
     if (!form) return;
     run([&] { form->Hide(); });
     run([&] { form->Unload(); });
-    FormatText.reset();
-    RefreshTreeExplorer(false);
+    reference.reset();
+    if (refresh) RefreshTreeExplorer(false);
   });
+}
+
+void Connect::HideFormatText() { HideDialog(u"Connect.HideFormatText", FormatText, true); }
+
+void Connect::ShowEditErrorHandlerScheme() {
+  ShowGuarded(u"Connect.ShowEditErrorHandlerScheme", EditErrorHandlerScheme);
+}
+
+void Connect::HideEditErrorHandlerScheme() {
+  HideDialog(u"Connect.HideEditErrorHandlerScheme", EditErrorHandlerScheme, false);
+}
+
+void Connect::ShowInsertErrorHandlerCode() {
+  ShowGuarded(u"Connect.ShowInsertErrorHandlerCode", InsertErrorHandlerCode);
+}
+
+void Connect::HideInsertErrorHandlerCode() {
+  HideDialog(u"Connect.HideInsertErrorHandlerCode", InsertErrorHandlerCode, true);
+}
+
+void Connect::ShowRemoveErrorHandlerCode() {
+  ShowGuarded(u"Connect.ShowRemoveErrorHandlerCode", RemoveErrorHandlerCode);
+}
+
+void Connect::HideRemoveErrorHandlerCode() {
+  HideDialog(u"Connect.HideRemoveErrorHandlerCode", RemoveErrorHandlerCode, true);
 }
 
 void Connect::ShowAbout() {

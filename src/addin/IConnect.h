@@ -12,6 +12,8 @@ class IConnect {
   /// Lets events run, and the Explorer follow.
   virtual void RefreshTreeExplorer(bool twitchCursor) = 0;
   virtual void HideFormatText() = 0;
+  virtual void HideInsertErrorHandlerCode() = 0;
+  virtual void HideRemoveErrorHandlerCode() = 0;
 };
 
 }  // namespace tessel

@@ -200,8 +200,8 @@ Property Builder #103 -
 Collection Builder #102 -
 Enum Builder @3253 -
 |Code Formatter #111
-Insert Error Handler Code #109 -
-Remove Error Handler Code #110 -
+Insert Error Handler Code #109
+Remove Error Handler Code #110
 |Tessel
   Project Explorer #105 (ProjectExplorer) -
   |Snippet Manager #106 (FragmentBuilder) -
@@ -213,8 +213,8 @@ Remove Error Handler Code #110 -
   Enum Builder @3253 (EnumBuilder) -
   |Setttings @1714 (Setttings) -
   Code Formatter #111 (Code Formatter)
-  Insert Error Handler Code #109 (Insert Error Handler Code) -
-  Remove Error Handler Code #110 (Remove Error Handler Code) -
+  Insert Error Handler Code #109 (Insert Error Handler Code)
+  Remove Error Handler Code #110 (Remove Error Handler Code)
   |IF
     If ... Then
     If ... Then Else ... End If
@@ -241,7 +241,7 @@ Remove Error Handler Code #110 -
   Message Box (Message Box)
   Raise to Caller (Raise to Caller)
   |Skip (Skip)
-  |Edit Error Handler Scheme @3049 (Edit Error Handler Scheme) -
+  |Edit Error Handler Scheme @3049 (Edit Error Handler Scheme)
 |Help
   Help @984
   About @201

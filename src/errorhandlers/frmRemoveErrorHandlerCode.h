@@ -1,0 +1,36 @@
+// The dialog that takes error handlers out.
+#pragma once
+
+#include <memory>
+
+#include "addin/IConnect.h"
+#include "addin/host/VBE.h"
+#include "forms/Controls.h"
+#include "forms/Form.h"
+#include "foundation/CFormRestore.h"
+
+namespace tessel {
+
+class frmRemoveErrorHandlerCode : public forms::Form {
+ public:
+  frmRemoveErrorHandlerCode();
+
+  std::shared_ptr<host::VBE> VBInstance;
+  IConnect* Connect = nullptr;
+
+  forms::Label lblRemoveFrom{this, "lblRemoveFrom", {.Caption = u"Remove From"}};
+  forms::ComboBox ComRemoveFrom{this, "ComRemoveFrom"};
+  forms::Button btmBegin{this, "btmBegin", {.Caption = u"Begin"}};
+  forms::Button btmCancel{this, "btmCancel", {.Caption = u"Cancel"}};
+  forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
+
+ protected:
+  void Form_Load() override;
+  void Form_Unload() override;
+
+ private:
+  void Begin();
+  CFormRestore restore_;
+};
+
+}  // namespace tessel
