@@ -64,7 +64,7 @@ void CodeModule::InsertLines(int line, StringView text) {
   Index();
   const int added = Text().Insert(at, text);
   index_->Edited(at, 0, added);
-  modified_ = true;
+  Changed(at, 0, added);
 }
 
 void CodeModule::DeleteLines(int startLine, int count) {
@@ -76,17 +76,26 @@ void CodeModule::DeleteLines(int startLine, int count) {
   Index();
   Text().Delete(startLine, count);
   index_->Edited(startLine, count, 0);
-  modified_ = true;
+  Changed(startLine, count, 0);
 }
 
 void CodeModule::ReplaceLine(int line, StringView text) {
   (*hook_)("CodeModule.ReplaceLine");
   if (line < 1 || line > Text().Count()) throw vb::RuntimeFailure(vb::SubscriptOutOfRange);
+  Edit(line, 1, text);
+}
+
+void CodeModule::Edit(int line, int count, StringView text) {
   Index();
-  Text().Delete(line, 1);
+  if (count > 0) Text().Delete(line, count);
   const int added = Text().Insert(line, text);
-  index_->Edited(line, 1, added);
+  index_->Edited(line, count, added);
+  Changed(line, count, added);
+}
+
+void CodeModule::Changed(int line, int removed, int added) {
   modified_ = true;
+  hook_->Tell(&Observer::LinesChanged, *this, line, removed, added);
 }
 
 const MemberIndex::Span& CodeModule::SpanOf(StringView name, host::vbext_ProcKind kind) {
@@ -177,6 +186,7 @@ void CodePane::SetSelection(const host::Selection& selection) {
   selection_ = selection;
   Clamp(selection_.StartLine, selection_.StartColumn);
   Clamp(selection_.EndLine, selection_.EndColumn);
+  hook_->Tell(&Observer::SelectionSet, *this);
 }
 
 int CodePane::TopLine() {
@@ -187,6 +197,12 @@ int CodePane::TopLine() {
 void CodePane::SetTopLine(int line) {
   (*hook_)("CodePane.TopLine");
   topLine_ = ClampLine(line);
+  hook_->Tell(&Observer::TopLineSet, *this);
+}
+
+void CodePane::Follow(const host::Selection& selection, int topLine) {
+  selection_ = selection;
+  topLine_ = topLine;
 }
 
 std::shared_ptr<host::CodeModule> CodePane::CodeModule() {

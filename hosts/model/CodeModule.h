@@ -38,6 +38,8 @@ class CodeModule : public host::CodeModule, public std::enable_shared_from_this<
   [[nodiscard]] int CountOfDeclarationLines() override;
   [[nodiscard]] std::shared_ptr<host::CodePane> CodePane() override;
 
+  /// The user's own edit: `count` lines from `line`, all of which must exist, become `text`.
+  void Edit(int line, int count, StringView text);
   [[nodiscard]] std::shared_ptr<VBComponent> Component() const { return component_.lock(); }
   [[nodiscard]] std::shared_ptr<model::CodePane> OwnPane();
   /// The lines, loaded when they weren't.
@@ -49,6 +51,7 @@ class CodeModule : public host::CodeModule, public std::enable_shared_from_this<
 
  private:
   LineBuffer& Text();
+  void Changed(int line, int removed, int added);
   [[nodiscard]] const MemberIndex::Span& SpanOf(StringView name, host::vbext_ProcKind kind);
   Hook hook_;
   std::weak_ptr<VBComponent> component_;
@@ -72,6 +75,8 @@ class CodePane : public host::CodePane, public std::enable_shared_from_this<Code
   [[nodiscard]] std::shared_ptr<host::CodeModule> CodeModule() override;
   void Show() override;
 
+  /// Takes over what the user did in the pane's own window.
+  void Follow(const host::Selection& selection, int topLine);
   [[nodiscard]] std::shared_ptr<model::CodeModule> Module() const { return module_.lock(); }
   [[nodiscard]] model::Window& OwnWindow() { return *window_; }
 

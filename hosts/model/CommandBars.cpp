@@ -25,11 +25,13 @@ CommandBarControl::CommandBarControl(const BarContext& context, host::MsoControl
 void CommandBarControl::SetCaption(StringView caption) {
   (*context_.Hook)("CommandBarControl.Caption");
   caption_ = caption;
+  context_.Hook->Tell(&Observer::BarsChanged);
 }
 
 void CommandBarControl::SetBeginGroup(bool value) {
   (*context_.Hook)("CommandBarControl.BeginGroup");
   beginGroup_ = value;
+  context_.Hook->Tell(&Observer::BarsChanged);
 }
 
 bool CommandBarControl::Enabled() { return enabled_ && (!IsUsable || IsUsable()); }
@@ -37,11 +39,13 @@ bool CommandBarControl::Enabled() { return enabled_ && (!IsUsable || IsUsable())
 void CommandBarControl::SetEnabled(bool value) {
   (*context_.Hook)("CommandBarControl.Enabled");
   enabled_ = value;
+  context_.Hook->Tell(&Observer::BarsChanged);
 }
 
 void CommandBarControl::SetVisible(bool value) {
   (*context_.Hook)("CommandBarControl.Visible");
   visible_ = value;
+  context_.Hook->Tell(&Observer::BarsChanged);
 }
 
 String CommandBarControl::OnAction() {
@@ -57,6 +61,7 @@ void CommandBarControl::SetOnAction(StringView text) {
 void CommandBarControl::SetFaceId(int face) {
   (*context_.Hook)("CommandBarControl.FaceId");
   faceId_ = face;
+  context_.Hook->Tell(&Observer::BarsChanged);
 }
 
 void CommandBarControl::PasteFace() {
@@ -66,6 +71,7 @@ void CommandBarControl::PasteFace() {
     throw vb::Failure(vb::InvalidCall, u"There is no picture on the clipboard", u"VBIDE");
   }
   picture_ = picture;
+  context_.Hook->Tell(&Observer::BarsChanged);
 }
 
 void CommandBarControl::Execute() {
@@ -99,6 +105,7 @@ std::shared_ptr<host::CommandBarControl> CommandBarControls::Add(host::MsoContro
   if (place < 1 || place > Count() + 1) Missing(u"place", vb::Str(place));
   auto control = std::make_shared<CommandBarControl>(context_, type);
   items_.insert(items_.begin() + (place - 1), control);
+  context_.Hook->Tell(&Observer::BarsChanged);
   return control;
 }
 
@@ -120,11 +127,13 @@ CommandBar::CommandBar(const BarContext& context, CommandBars* owner, StringView
 void CommandBar::Put(const char* operation, int& field, int value) const {
   (*context_.Hook)(operation);
   field = value;
+  context_.Hook->Tell(&Observer::BarsChanged);
 }
 
 void CommandBar::SetVisible(bool value) {
   (*context_.Hook)("CommandBar.Visible");
   visible_ = value;
+  context_.Hook->Tell(&Observer::BarsChanged);
 }
 
 void CommandBar::Delete() {
@@ -155,6 +164,7 @@ std::shared_ptr<host::CommandBar> CommandBars::Add(StringView name, int position
     }
   }
   bars_.push_back(std::make_shared<CommandBar>(context_, this, name, position));
+  context_.Hook->Tell(&Observer::BarsChanged);
   return bars_.back();
 }
 
@@ -166,6 +176,7 @@ std::shared_ptr<CommandBar> CommandBars::AddOwn(StringView name) {
 
 void CommandBars::Remove(const CommandBar* bar) {
   std::erase_if(bars_, [&](const auto& one) { return one.get() == bar; });
+  context_.Hook->Tell(&Observer::BarsChanged);
 }
 
 }  // namespace tessel::model

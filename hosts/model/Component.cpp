@@ -40,6 +40,7 @@ void VBComponent::SetName(StringView name) {
     designer_->Tree().Rename(*designer_->Tree().Root(), name);
   }
   if (storage_) storage_->Renamed(*this);
+  hook_->Tell(&Observer::ProjectsChanged);
 }
 
 host::vbext_ComponentType VBComponent::Type() {
@@ -83,6 +84,7 @@ void VBComponent::Activate() {
     designerWindow_ = vbe->OwnWindows().Create(u"DesignerWindow", name_);
   }
   designerWindow_->SetVisible(true);
+  hook_->Tell(&Observer::DesignerShown, *this);
 }
 
 void VBComponent::SaveAs(StringView fileName) {

@@ -111,7 +111,11 @@ void VBControl::Detach() {
 
 Designer::Designer(Hook hook, const std::shared_ptr<VBComponent>& component,
                    std::shared_ptr<DesignerTree> tree)
-    : hook_(std::move(hook)), component_(component), tree_(std::move(tree)) {}
+    : hook_(std::move(hook)), component_(component), tree_(std::move(tree)) {
+  tree_->Changed = [shared = hook_, weak = component_] {
+    if (const auto owner = weak.lock()) shared->Tell(&Observer::DesignerChanged, *owner);
+  };
+}
 
 std::shared_ptr<host::VBControls> Designer::VBControls() {
   (*hook_)("Designer.VBControls");

@@ -183,7 +183,7 @@ String DesignerTree::Text() const {
 }
 
 void DesignerTree::SetProperty(DesignerNode& node, StringView property, StringView value) {
-  modified_ = true;
+  Touched();
   for (auto& item : node.Items) {
     if (item.Child || !vb::SameText(item.PropertyName, property)) continue;
     const std::size_t equals = item.Line.find(u'=');
@@ -204,7 +204,7 @@ void DesignerTree::SetProperty(DesignerNode& node, StringView property, StringVi
 }
 
 void DesignerTree::Rename(DesignerNode& node, StringView name) {
-  modified_ = true;
+  Touched();
   const StringView end = StringView(node.BeginLine).substr(WithoutEnd(node.BeginLine).size());
   node.BeginLine = String(Indent(node.BeginLine)) + u"Begin " + node.Class + u" " + String(name) +
                    u" " + String(end);
@@ -212,7 +212,7 @@ void DesignerTree::Rename(DesignerNode& node, StringView name) {
 }
 
 DesignerNode& DesignerTree::Add(DesignerNode& parent, StringView className, StringView name) {
-  modified_ = true;
+  Touched();
   auto node = std::make_shared<DesignerNode>();
   const String indent = String(Indent(parent.BeginLine)) + u"   ";
   node->Class = String(className);
@@ -225,7 +225,7 @@ DesignerNode& DesignerTree::Add(DesignerNode& parent, StringView className, Stri
 }
 
 void DesignerTree::Remove(DesignerNode& node) {
-  modified_ = true;
+  Touched();
   std::erase_if(node.Parent->Items, [&](const auto& item) { return item.Child.get() == &node; });
 }
 

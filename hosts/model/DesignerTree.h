@@ -44,6 +44,8 @@ class DesignerTree {
   [[nodiscard]] String Text() const;
   [[nodiscard]] bool IsModified() const { return modified_; }
   void SetModified(bool value) { modified_ = value; }
+  /// Called behind each edit.
+  std::function<void()> Changed;
 
   /// Sets a property; a text is written in quotes, a number or constant as it stands.
   void SetProperty(DesignerNode& node, StringView property, StringView value);
@@ -52,6 +54,10 @@ class DesignerTree {
   void Remove(DesignerNode& node);
 
  private:
+  void Touched() {
+    modified_ = true;
+    if (Changed) Changed();
+  }
   std::vector<String> lead_;  // raw lines ahead of the outermost block
   std::shared_ptr<DesignerNode> root_;
   String lineEnd_ = u"\r\n";

@@ -158,6 +158,7 @@ void Environment::RemoveProject(StringView name) {
   }
   auto& all = vbe_->Projects().All();
   std::erase(all, project);
+  vbe_->OwnHook()->Tell(&Observer::ProjectsChanged);
   if (vbe_->Active() == project) vbe_->Activate(all.empty() ? nullptr : all.front());
 }
 

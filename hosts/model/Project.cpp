@@ -113,12 +113,14 @@ void VBComponents::Insert(const std::shared_ptr<VBComponent>& component) {
   items_.push_back(component);
   // Two files may say the same name; the first one answers to it.
   byName_.try_emplace(vb::LCase(component->PlainName()), component);
+  hook_->Tell(&Observer::ProjectsChanged);
 }
 
 void VBComponents::Remove(const std::shared_ptr<VBComponent>& component) {
   std::erase(items_, component);
   const auto named = byName_.find(vb::LCase(component->PlainName()));
   if (named != byName_.end() && named->second == component) byName_.erase(named);
+  hook_->Tell(&Observer::ProjectsChanged);
 }
 
 std::shared_ptr<VBComponent> VBComponents::Make(host::vbext_ComponentType type, StringView name) {

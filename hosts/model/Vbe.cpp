@@ -95,11 +95,25 @@ void Vbe::BringToFront(const std::shared_ptr<CodePane>& pane) {
   std::erase(shown_, pane);
   shown_.push_back(pane);
   pane->OwnWindow().SetVisible(true);
-  if (const auto component = pane->Module()->Component()) active_ = component->Project();
+  if (const auto component = pane->Module()->Component()) Activate(component->Project());
+  hook_->Tell(&Observer::PaneShown, pane);
+}
+
+void Vbe::Activate(const std::shared_ptr<VBProject>& project) {
+  if (active_.lock() == project) return;
+  active_ = project;
+  hook_->Tell(&Observer::ProjectsChanged);
+}
+
+void Vbe::Select(const std::shared_ptr<VBComponent>& component) {
+  if (selected_.lock() == component) return;
+  selected_ = component;
+  hook_->Tell(&Observer::ProjectsChanged);
 }
 
 void Vbe::ClosePane(const CodeModule& module) {
   const auto isOf = [&](const auto& pane) { return pane->Module().get() == &module; };
+  hook_->Tell(&Observer::PaneClosed, module);
   std::erase_if(shown_, isOf);
   std::erase_if(kept_, isOf);
 }

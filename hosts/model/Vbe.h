@@ -51,8 +51,11 @@ class Vbe : public host::VBE, public std::enable_shared_from_this<Vbe> {
   [[nodiscard]] model::CommandBars& OwnBars() { return *bars_; }
   [[nodiscard]] const Hook& OwnHook() const { return hook_; }
   [[nodiscard]] std::shared_ptr<VBProject> Active() const { return active_.lock(); }
-  void Activate(const std::shared_ptr<VBProject>& project) { active_ = project; }
-  void Select(const std::shared_ptr<VBComponent>& component) { selected_ = component; }
+  void Activate(const std::shared_ptr<VBProject>& project);
+  void Select(const std::shared_ptr<VBComponent>& component);
+
+  /// Who is told of changes from now on; null for nobody. Not owned.
+  void SetObserver(Observer* observer) { hook_->Screen = observer; }
 
   void KeepPane(const std::shared_ptr<CodePane>& pane) { kept_.push_back(pane); }
   void BringToFront(const std::shared_ptr<CodePane>& pane);

@@ -31,7 +31,12 @@ const std::map<std::string, int> Levels{{"vb", 0},
                                         {"hosts/memory", 9},
                                         {"hosts/workspace", 10},
                                         {"hosts/drive", 11},
-                                        {"hosts/batch", 12}};
+                                        {"hosts/batch", 12},
+                                        {"hosts/workbench/platform", 11},
+                                        {"hosts/workbench/forms", 12},
+                                        {"hosts/workbench/designer", 12},
+                                        {"hosts/workbench/window", 13},
+                                        {"hosts/workbench", 14}};
 
 std::string FolderOf(const std::string& path) {
   const std::size_t slash = path.rfind('/');

@@ -1,0 +1,2 @@
+#include "hosts/workbench/platform/Pictures.h"
+int main() { tessel::workbench::LoadResources(); }
