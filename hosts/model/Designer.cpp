@@ -35,6 +35,11 @@ class Property : public host::Property {
                     u"There is no " + String(what) + u" \"" + String(name) + u"\"", u"VBIDE");
 }
 
+[[noreturn]] void FailTaken(StringView name) {
+  throw vb::Failure(NotAName, u"The form has a control \"" + String(name) + u"\" already",
+                    u"VBIDE");
+}
+
 }  // namespace
 
 bool IsName(StringView text) {
@@ -155,53 +160,89 @@ std::shared_ptr<VBControl> Designer::Find(StringView name, int index) {
   Missing(u"control", name);
 }
 
-std::shared_ptr<VBControl> Designer::AddControl(StringView className, StringView name) {
+Events* Designer::Sinks() const {
+  const auto component = Component();
+  const auto vbe = component ? component->Environment() : nullptr;
+  return vbe ? &vbe->OwnEvents() : nullptr;
+}
+
+/// Elements of a control array share their name; `index` is the array index or -1.
+bool Designer::IsTaken(StringView name, const DesignerNode* except, int index) const {
+  const auto controls = tree_->Controls();
+  return std::any_of(controls.begin(), controls.end(), [&](const DesignerNode* other) {
+    if (other == except || !vb::SameText(other->Name, name)) return false;
+    const int own = index < 0 ? -1 : other->ArrayIndex();
+    return own < 0 || own == index;
+  });
+}
+
+void Designer::CheckName(StringView name, const DesignerNode* except) const {
   if (!IsName(name)) {
     throw vb::Failure(NotAName, u"\"" + String(name) + u"\" is not a valid name", u"VBIDE");
   }
-  for (const DesignerNode* node : tree_->Controls()) {
-    if (vb::SameText(node->Name, name)) {
-      throw vb::Failure(NotAName, u"The form has a control \"" + String(name) + u"\" already",
-                        u"VBIDE");
-    }
-  }
+  if (IsTaken(name, except, -1)) FailTaken(name);
+}
+
+std::shared_ptr<VBControl> Designer::AddControl(
+    StringView className, StringView name, const std::vector<std::pair<String, String>>& properties,
+    DesignerNode* parent, bool onTop) {
+  CheckName(name, nullptr);
   const String full =
       className.find(u'.') == StringView::npos ? u"VB." + String(className) : String(className);
-  DesignerNode& node = tree_->Add(*tree_->Root(), full, name);
   orderKnown_ = false;
-  return ControlOf(&node);
+  DesignerNode& node = tree_->Add(parent == nullptr ? *tree_->Root() : *parent, full, name, onTop);
+  for (const auto& [property, value] : properties) {
+    if (!vb::SameText(property, u"Name")) tree_->SetProperty(node, property, value);
+  }
+  auto control = ControlOf(&node);
+  if (auto* const sinks = Sinks()) sinks->ControlAdded(control);
+  return control;
 }
 
 void Designer::RenameControl(const std::shared_ptr<VBControl>& control, StringView name) {
   DesignerNode* const node = control->Node();
   if (node == nullptr || node->Name == name) return;
-  if (!IsName(name)) {
-    throw vb::Failure(NotAName, u"\"" + String(name) + u"\" is not a valid name", u"VBIDE");
-  }
-  for (const DesignerNode* other : tree_->Controls()) {
-    if (other != node && vb::SameText(other->Name, name)) {
-      throw vb::Failure(NotAName, u"The form has a control \"" + String(name) + u"\" already",
-                        u"VBIDE");
-    }
-  }
+  CheckName(name, node);
   const String before = node->Name;
   const int index = node->ArrayIndex();
   tree_->Rename(*node, name);
-  if (const auto component = Component()) {
-    if (const auto vbe = component->Environment()) {
-      vbe->OwnEvents().ControlRenamed(control, before, index);
-    }
-  }
+  if (auto* const sinks = Sinks()) sinks->ControlRenamed(control, before, index);
 }
 
-std::shared_ptr<VBControl> Designer::RemoveControl(StringView name, int index) {
-  const auto control = Find(name, index);
-  DesignerNode* const node = control->Node();
-  control->Detach();
-  controls_.erase(node);
-  tree_->Remove(*node);
+TakenBlock Designer::TakeControl(DesignerNode& node) {
+  std::vector<std::shared_ptr<VBControl>> gone{ControlOf(&node)};
+  for (DesignerNode* inner : BlocksInside(node)) gone.push_back(ControlOf(inner));
+  const bool shared = std::any_of(gone.begin(), gone.end(), [this](const auto& control) {
+    const DesignerNode* const one = control->Node();
+    return IsTaken(one->Name, one, one->ArrayIndex());
+  });
   orderKnown_ = false;
-  return control;
+  TakenBlock block = tree_->Take(node);
+  block.NameShared = shared;
+  for (const auto& control : gone) {
+    controls_.erase(control->Node());
+    control->Detach();
+  }
+  auto* const sinks = Sinks();
+  std::for_each(gone.rbegin(), gone.rend(), [&](const auto& control) {
+    if (sinks != nullptr) sinks->ControlRemoved(control);
+  });
+  return block;
+}
+
+void Designer::PutBackControl(const TakenBlock& block) {
+  std::vector<DesignerNode*> back{block.Node.get()};
+  for (DesignerNode* inner : BlocksInside(*block.Node)) back.push_back(inner);
+  for (const DesignerNode* node : back) {
+    const bool taken = IsTaken(node->Name, node, node->ArrayIndex());
+    if (taken && !block.NameShared) FailTaken(node->Name);
+  }
+  orderKnown_ = false;
+  tree_->PutBack(block);
+  auto* const sinks = Sinks();
+  for (DesignerNode* node : back) {
+    if (sinks != nullptr) sinks->ControlAdded(ControlOf(node));
+  }
 }
 
 }  // namespace tessel::model

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "addin/host/Designer.h"
@@ -13,6 +14,7 @@ namespace tessel::model {
 
 class VBComponent;
 class Designer;
+class Events;
 
 class VBControl : public host::VBControl, public std::enable_shared_from_this<VBControl> {
  public:
@@ -56,13 +58,26 @@ class Designer : public host::Designer,
 
   /// Fails with 9 naming the control when there is none.
   [[nodiscard]] std::shared_ptr<VBControl> Find(StringView name, int index);
-  std::shared_ptr<VBControl> AddControl(StringView className, StringView name);
+  /// The control of a block of this designer's tree.
+  [[nodiscard]] std::shared_ptr<VBControl> ControlOf(DesignerNode* node);
+
+  /// A new control inside `parent` (null: on the form itself), with its properties. Raises the
+  /// event; fails when the name is taken or is no name.
+  std::shared_ptr<VBControl> AddControl(StringView className, StringView name,
+                                        const std::vector<std::pair<String, String>>& properties,
+                                        DesignerNode* parent = nullptr, bool onTop = false);
   /// Renames and raises the event; fails when the name is taken or is no name.
   void RenameControl(const std::shared_ptr<VBControl>& control, StringView name);
-  std::shared_ptr<VBControl> RemoveControl(StringView name, int index);
+  /// Takes a control off with what stands in it, and raises the event for each, innermost first.
+  TakenBlock TakeControl(DesignerNode& node);
+  /// Puts back what TakeControl took, and raises the event for each control, outermost first.
+  /// Fails when a name was given away meanwhile or the container is gone.
+  void PutBackControl(const TakenBlock& block);
 
  private:
-  [[nodiscard]] std::shared_ptr<VBControl> ControlOf(DesignerNode* node);
+  [[nodiscard]] bool IsTaken(StringView name, const DesignerNode* except, int index) const;
+  void CheckName(StringView name, const DesignerNode* except) const;
+  [[nodiscard]] model::Events* Sinks() const;
   Hook hook_;
   std::weak_ptr<VBComponent> component_;
   std::shared_ptr<DesignerTree> tree_;

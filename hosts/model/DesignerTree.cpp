@@ -12,6 +12,8 @@ namespace {
 /// Columns that the environment pads a property's name to.
 constexpr std::size_t NameWidth = 16;
 
+constexpr double GreatestIndex = 32767;
+
 StringView WithoutEnd(StringView line) {
   while (!line.empty() && (line.back() == u'\r' || line.back() == u'\n')) line.remove_suffix(1);
   return line;
@@ -94,9 +96,17 @@ std::optional<String> DesignerNode::RawValue(StringView property) const {
   return std::nullopt;
 }
 
+std::optional<String> DesignerNode::RawLine(StringView property) const {
+  for (const Item& item : Items) {
+    if (!item.Child && vb::SameText(item.PropertyName, property)) return item.Line;
+  }
+  return std::nullopt;
+}
+
 int DesignerNode::ArrayIndex() const {
   const auto raw = RawValue(u"Index");
-  return raw ? vb::CLng(vb::Val(PlainValue(*raw))) : -1;
+  const double index = raw ? vb::Val(PlainValue(*raw)) : -1;
+  return index >= 0 && index <= GreatestIndex ? static_cast<int>(index) : -1;
 }
 
 DesignerTree::DesignerTree(StringView head) {
@@ -169,10 +179,14 @@ void Write(const DesignerNode& node, String& out) {
 
 }  // namespace
 
-std::vector<DesignerNode*> DesignerTree::Controls() const {
+std::vector<DesignerNode*> BlocksInside(DesignerNode& node) {
   std::vector<DesignerNode*> found;
-  if (root_) Collect(*root_, found);
+  Collect(node, found);
   return found;
+}
+
+std::vector<DesignerNode*> DesignerTree::Controls() const {
+  return root_ ? BlocksInside(*root_) : std::vector<DesignerNode*>();
 }
 
 String DesignerTree::Text() const {
@@ -182,37 +196,71 @@ String DesignerTree::Text() const {
   return text;
 }
 
+namespace {
+
+/// Properties and blocks stand apart: where the first block stands.
+auto FirstBlock(DesignerNode& node) {
+  return std::find_if(node.Items.begin(), node.Items.end(),
+                      [](const auto& item) { return item.Child != nullptr; });
+}
+
+auto LineOf(DesignerNode& node, StringView property) {
+  return std::find_if(node.Items.begin(), node.Items.end(), [&](const auto& item) {
+    return !item.Child && vb::SameText(item.PropertyName, property);
+  });
+}
+
+}  // namespace
+
 void DesignerTree::SetProperty(DesignerNode& node, StringView property, StringView value) {
-  Touched();
-  for (auto& item : node.Items) {
-    if (item.Child || !vb::SameText(item.PropertyName, property)) continue;
-    const std::size_t equals = item.Line.find(u'=');
-    const std::size_t start = item.Line.find_first_not_of(u" \t", equals + 1);
-    const StringView end = StringView(item.Line).substr(WithoutEnd(item.Line).size());
-    item.Line = item.Line.substr(0, std::min(start, item.Line.size())) +
-                QuotedOrPlain(value, node.RawValue(property)) + String(end);
-    return;
+  SetRawValue(node, property, QuotedOrPlain(value, node.RawValue(property)));
+}
+
+void DesignerTree::SetRawValue(DesignerNode& node, StringView property, StringView raw) {
+  const auto item = LineOf(node, property);
+  if (item == node.Items.end()) {
+    const String indent = String(Indent(node.BeginLine)) + u"   ";
+    const std::size_t pad = property.size() < NameWidth ? NameWidth - property.size() : 1;
+    node.Items.insert(FirstBlock(node), {indent + String(property) + String(pad, u' ') + u"=   " +
+                                             String(raw) + lineEnd_,
+                                         String(property), nullptr});
+  } else {
+    const StringView line = WithoutEnd(item->Line);
+    const String end = item->Line.substr(line.size());
+    const std::size_t start = line.find_first_not_of(u" \t", line.find(u'=') + 1);
+    item->Line = String(line.substr(0, start)) + String(raw) + end;
   }
-  const String indent = String(Indent(node.BeginLine)) + u"   ";
-  const std::size_t pad = property.size() < NameWidth ? NameWidth - property.size() : 1;
-  // Properties stand ahead of the blocks.
-  const auto place = std::find_if(node.Items.begin(), node.Items.end(),
-                                  [](const auto& item) { return item.Child != nullptr; });
-  node.Items.insert(place, {indent + String(property) + String(pad, u' ') + u"=   " +
-                                QuotedOrPlain(value, std::nullopt) + lineEnd_,
-                            String(property), nullptr});
+  Touched();
+}
+
+void DesignerTree::PutLine(DesignerNode& node, StringView property,
+                           const std::optional<String>& line) {
+  const auto item = LineOf(node, property);
+  if (item != node.Items.end() && line) {
+    item->Line = *line;
+  } else if (item != node.Items.end()) {
+    node.Items.erase(item);
+  } else if (line) {
+    node.Items.insert(FirstBlock(node), {*line, String(property), nullptr});
+  }
+  Touched();
 }
 
 void DesignerTree::Rename(DesignerNode& node, StringView name) {
-  Touched();
-  const StringView end = StringView(node.BeginLine).substr(WithoutEnd(node.BeginLine).size());
-  node.BeginLine = String(Indent(node.BeginLine)) + u"Begin " + node.Class + u" " + String(name) +
-                   u" " + String(end);
+  const std::size_t at = node.Name.empty() ? String::npos : node.BeginLine.rfind(node.Name);
+  if (at != String::npos) {
+    node.BeginLine.replace(at, node.Name.size(), name);
+  } else {
+    const StringView end = StringView(node.BeginLine).substr(WithoutEnd(node.BeginLine).size());
+    node.BeginLine = String(Indent(node.BeginLine)) + u"Begin " + node.Class + u" " + String(name) +
+                     u" " + String(end);
+  }
   node.Name = String(name);
+  Touched();
 }
 
-DesignerNode& DesignerTree::Add(DesignerNode& parent, StringView className, StringView name) {
-  Touched();
+DesignerNode& DesignerTree::Add(DesignerNode& parent, StringView className, StringView name,
+                                bool onTop) {
   auto node = std::make_shared<DesignerNode>();
   const String indent = String(Indent(parent.BeginLine)) + u"   ";
   node->Class = String(className);
@@ -220,13 +268,39 @@ DesignerNode& DesignerTree::Add(DesignerNode& parent, StringView className, Stri
   node->Parent = &parent;
   node->BeginLine = indent + u"Begin " + node->Class + u" " + node->Name + u" " + lineEnd_;
   node->EndLine = indent + u"End" + lineEnd_;
-  parent.Items.push_back({{}, {}, node});
+  parent.Items.insert(onTop ? FirstBlock(parent) : parent.Items.end(), {{}, {}, node});
+  Touched();
   return *node;
 }
 
-void DesignerTree::Remove(DesignerNode& node) {
+TakenBlock DesignerTree::Take(DesignerNode& node) {
+  if (node.Parent == nullptr) throw vb::RuntimeFailure(vb::InvalidCall);
+  DesignerNode& parent = *node.Parent;
+  const auto item = std::find_if(parent.Items.begin(), parent.Items.end(),
+                                 [&](const auto& one) { return one.Child.get() == &node; });
+  if (item == parent.Items.end()) throw vb::RuntimeFailure(vb::InvalidCall);
+  TakenBlock taken{item->Child, parent.weak_from_this(),
+                   static_cast<std::size_t>(item - parent.Items.begin())};
+  parent.Items.erase(item);
+  node.Parent = nullptr;
   Touched();
-  std::erase_if(node.Parent->Items, [&](const auto& item) { return item.Child.get() == &node; });
+  return taken;
+}
+
+void DesignerTree::PutBack(const TakenBlock& block) {
+  const auto parent = block.Parent.lock();
+  if (!Holds(parent.get())) throw vb::RuntimeFailure(vb::ObjectNotSet);
+  const std::size_t position = std::min(block.Position, parent->Items.size());
+  parent->Items.insert(parent->Items.begin() + static_cast<std::ptrdiff_t>(position),
+                       {{}, {}, block.Node});
+  block.Node->Parent = parent.get();
+  Touched();
+}
+
+bool DesignerTree::Holds(const DesignerNode* node) const {
+  if (node == nullptr) return false;
+  const auto controls = Controls();
+  return node == root_.get() || std::find(controls.begin(), controls.end(), node) != controls.end();
 }
 
 }  // namespace tessel::model

@@ -201,15 +201,7 @@ std::shared_ptr<host::VBComponent> Environment::Component(StringView name) const
 std::shared_ptr<host::VBControl> Environment::AddControl(
     StringView component, StringView className, StringView name,
     const std::vector<std::pair<String, String>>& properties) {
-  const auto designer = DesignerOf(*vbe_, component);
-  const auto control = designer->AddControl(className, name);
-  for (const auto& [property, value] : properties) {
-    if (!vb::SameText(property, u"Name")) {
-      designer->Tree().SetProperty(*control->Node(), property, value);
-    }
-  }
-  vbe_->OwnEvents().ControlAdded(control);
-  return control;
+  return DesignerOf(*vbe_, component)->AddControl(className, name, properties);
 }
 
 void Environment::RenameControl(StringView component, StringView name, StringView newName,
@@ -220,7 +212,7 @@ void Environment::RenameControl(StringView component, StringView name, StringVie
 
 void Environment::RemoveControl(StringView component, StringView name, int index) {
   const auto designer = DesignerOf(*vbe_, component);
-  vbe_->OwnEvents().ControlRemoved(designer->RemoveControl(name, index));
+  designer->TakeControl(*designer->Find(name, index)->Node());
 }
 
 String Environment::Text(StringView component) const {
