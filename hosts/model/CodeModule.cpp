@@ -93,6 +93,15 @@ void CodeModule::Edit(int line, int count, StringView text) {
   Changed(line, count, added);
 }
 
+void CodeModule::Reload(LineBuffer lines) {
+  const int removed = Text().Count();
+  Index();
+  *buffer_ = std::move(lines);
+  index_->Edited(1, removed, buffer_->Count());
+  Changed(1, removed, buffer_->Count());
+  modified_ = false;
+}
+
 void CodeModule::Changed(int line, int removed, int added) {
   modified_ = true;
   hook_->Tell(&Observer::LinesChanged, *this, line, removed, added);

@@ -40,6 +40,8 @@ class CodeModule : public host::CodeModule, public std::enable_shared_from_this<
 
   /// The user's own edit: `count` lines from `line`, all of which must exist, become `text`.
   void Edit(int line, int count, StringView text);
+  /// Other lines stand in the module's file now; they count as unchanged.
+  void Reload(LineBuffer lines);
   [[nodiscard]] std::shared_ptr<VBComponent> Component() const { return component_.lock(); }
   [[nodiscard]] std::shared_ptr<model::CodePane> OwnPane();
   /// The lines, loaded when they weren't.

@@ -221,6 +221,20 @@ String MemberIndex::ProcOfLine(int line, host::vbext_ProcKind& kind) {
   return regions_[region].Name;
 }
 
+std::vector<MemberIndex::Member> MemberIndex::Members() {
+  Refresh();
+  std::vector<Member> members;
+  members.reserve(regions_.size() - 1);
+  int start = regions_.front().Length + 1;
+  for (std::size_t at = 1; at < regions_.size(); ++at) {
+    const Region& region = regions_[at];
+    members.push_back(
+        {region.Name, region.Kind, {start, region.Length, start + region.BodyOffset}});
+    start += region.Length;
+  }
+  return members;
+}
+
 const MemberIndex::Span* MemberIndex::Find(StringView name, host::vbext_ProcKind kind) {
   Refresh();
   BuildNames();

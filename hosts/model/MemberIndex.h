@@ -19,6 +19,12 @@ class MemberIndex {
     int Start, Count, Body;
   };
 
+  struct Member {
+    String Name;
+    host::vbext_ProcKind Kind;
+    Span Lines;
+  };
+
   /// The lines are not owned; they must be told of every edit with `Edited`.
   explicit MemberIndex(const LineBuffer& lines);
 
@@ -30,6 +36,8 @@ class MemberIndex {
   [[nodiscard]] String ProcOfLine(int line, host::vbext_ProcKind& kind);
   /// Null when there is no such member. Of several, the first.
   [[nodiscard]] const Span* Find(StringView name, host::vbext_ProcKind kind);
+  /// In the order of the module.
+  [[nodiscard]] std::vector<Member> Members();
 
  private:
   struct Region {

@@ -19,7 +19,7 @@ using FilePtr = std::shared_ptr<ComponentFile>;
   throw vb::Failure(vb::InvalidCall, file.u16string() + u": " + String(why), u"Tessel.workspace");
 }
 
-FilePtr FileOf(const model::VBComponent& component) {
+FilePtr StorageOf(const model::VBComponent& component) {
   return std::dynamic_pointer_cast<ComponentFile>(component.Storage());
 }
 
@@ -250,7 +250,7 @@ void Attach(Impl& impl, const std::shared_ptr<model::Vbe>& vbe,
               fs::path(component->PlainName() + vb::FromUtf8(ExtensionOf(component->PlainType()))),
           *component, owner->CodePage));
     }
-    const FilePtr file = FileOf(*component);
+    const FilePtr file = StorageOf(*component);
     if (file && file->IsNew()) {
       file->SetPath(folder / fs::path(component->PlainName() +
                                       vb::FromUtf8(ExtensionOf(component->PlainType()))));
@@ -258,7 +258,7 @@ void Attach(Impl& impl, const std::shared_ptr<model::Vbe>& vbe,
   };
   open->Project->OnRemoved = [weak](const std::shared_ptr<model::VBComponent>& component) {
     const auto owner = weak.lock();
-    const FilePtr file = FileOf(*component);
+    const FilePtr file = StorageOf(*component);
     if (!owner || !owner->File || !file || file->IsNew()) return;
     for (const ProjectEntry& entry : owner->File->Entries()) {
       const fs::path named =
@@ -331,7 +331,7 @@ struct Pending {
 template <class OpenProject>
 void CollectProject(OpenProject& open, std::vector<Pending>& pending) {
   for (const auto& component : open.Project->Components().All()) {
-    const FilePtr file = FileOf(*component);
+    const FilePtr file = StorageOf(*component);
     if (!file || !file->IsModified(*component)) continue;
     if (file->IsNew() && !open.File) {
       Fail(file->Path(), u"the project was never saved, so the component has no place");
@@ -357,9 +357,10 @@ void CollectProject(OpenProject& open, std::vector<Pending>& pending) {
 
 }  // namespace
 
-std::vector<fs::path> Workspace::Save() {
-  std::vector<Pending> pending;
-  for (const auto& open : impl_->Projects) CollectProject(*open, pending);
+namespace {
+
+/// Writes all files, or none.
+std::vector<fs::path> Write(std::vector<Pending>& pending) {
   std::vector<FileContent> contents;
   std::vector<fs::path> written;
   for (Pending& one : pending) {
@@ -373,16 +374,12 @@ std::vector<fs::path> Workspace::Save() {
   return written;
 }
 
-std::vector<fs::path> Workspace::ChangedFiles() const {
-  std::vector<fs::path> changed;
-  for (const auto& open : impl_->Projects) {
-    for (const auto& component : open->Project->Components().All()) {
-      const FilePtr file = FileOf(*component);
-      if (file && file->IsModified(*component)) changed.push_back(file->Path());
-    }
-    if (open->File && open->File->IsModified()) changed.push_back(open->File->Path());
-  }
-  return changed;
+}  // namespace
+
+std::vector<fs::path> Workspace::Save() {
+  std::vector<Pending> pending;
+  for (const auto& open : impl_->Projects) CollectProject(*open, pending);
+  return Write(pending);
 }
 
 namespace {
@@ -391,7 +388,7 @@ std::shared_ptr<model::VBComponent> ComponentIn(model::Vbe& vbe, StringView proj
                                                 StringView name) {
   const auto owner = vbe.Projects().Find(project);
   auto component = owner ? owner->Components().Find(name) : nullptr;
-  if (!component || !FileOf(*component)) {
+  if (!component || !StorageOf(*component)) {
     throw vb::Failure(vb::SubscriptOutOfRange,
                       u"There is no component \"" + String(name) + u"\" with a file", u"Tessel");
   }
@@ -400,9 +397,102 @@ std::shared_ptr<model::VBComponent> ComponentIn(model::Vbe& vbe, StringView proj
 
 }  // namespace
 
+namespace {
+
+/// The key of each kind of project, by number.
+constexpr const char* ProjectTypes[] = {"Exe", "OleExe", "OleDll", "Control"};
+
+/// What the file of a new project begins with.
+std::string NewProjectText(const model::VBProject& project) {
+  const std::string name = vb::ToUtf8(project.PlainName());
+  return std::string("Type=") + ProjectTypes[project.ProjectType] + "\r\nStartup=\"(None)\"\r\n" +
+         "Name=\"" + name + "\"\r\nMajorVer=1\r\nMinorVer=0\r\nRevisionVer=0\r\n" +
+         "CompilationType=0\r\n";
+}
+
+}  // namespace
+
+std::vector<fs::path> Workspace::SaveProjectAs(StringView name, const fs::path& given) {
+  const fs::path file = fs::absolute(given).lexically_normal();
+  const auto project = vbe_->Projects().Find(name);
+  if (!project) Fail(file, u"there is no project \"" + String(name) + u'"');
+  const auto known = impl_->Find(project.get());
+  if (known && known->File) Fail(file, u"the project is kept in " + project->File);
+  const auto pathOf = [&](const model::VBComponent& component) {
+    return file.parent_path() /
+           fs::path(component.PlainName() + vb::FromUtf8(ExtensionOf(component.PlainType())));
+  };
+  for (const auto& component : project->Components().All()) {
+    if (fs::exists(pathOf(*component))) Fail(pathOf(*component), u"the file exists already");
+  }
+  auto open = std::make_shared<Impl::OpenProject>();
+  open->Project = project;
+  open->File = std::make_unique<ProjectFile>(file, NewProjectText(*project));
+  open->CodePage = impl_->Choice.CodePage != 0 ? impl_->Choice.CodePage : 1252;
+  for (const auto& component : project->Components().All()) {
+    component->SetStorage(
+        std::make_shared<ComponentFile>(pathOf(*component), *component, open->CodePage));
+  }
+  std::vector<Pending> pending;
+  CollectProject(*open, pending);
+  if (!open->File->IsModified()) {  // a project without components
+    pending.push_back({{file, open->File->Bytes()}, [](const std::string&) {}});
+  }
+  auto written = Write(pending);
+  Attach(*impl_, vbe_, open);
+  project->File = file.u16string();
+  std::erase(impl_->Projects, known);
+  impl_->Projects.push_back(open);
+  return written;
+}
+
+void Workspace::Close(StringView name) {
+  const auto project = vbe_->Projects().Find(name);
+  RemoveProject(name);
+  std::erase(impl_->Projects, impl_->Find(project.get()));
+}
+
+void Workspace::Reload(StringView project, StringView name) {
+  const auto component = ComponentIn(*vbe_, project, name);
+  const FilePtr before = StorageOf(*component);
+  const auto fresh = std::make_shared<ComponentFile>(before->Path(), ReadFile(before->Path()));
+  fresh->SetCodePage(before->CodePage());
+  auto tree = fresh->LoadDesigner();
+  component->Module()->Reload(fresh->LoadCode());
+  component->SetStorage(fresh);
+  if (tree) component->AddDesigner(std::move(tree));
+  vbe_->OwnHook()->Tell(&model::Observer::DesignerChanged, *component);
+}
+
+fs::path Workspace::FileOf(StringView project, StringView name) const {
+  const FilePtr file = StorageOf(*ComponentIn(*vbe_, project, name));
+  return file->Path();
+}
+
+int Workspace::CodePageOf(StringView project, StringView name) const {
+  return StorageOf(*ComponentIn(*vbe_, project, name))->CodePage();
+}
+
+bool Workspace::IsModified(StringView project, StringView name) const {
+  const auto component = ComponentIn(*vbe_, project, name);
+  return StorageOf(*component)->IsModified(*component);
+}
+
+std::vector<fs::path> Workspace::ChangedFiles() const {
+  std::vector<fs::path> changed;
+  for (const auto& open : impl_->Projects) {
+    for (const auto& component : open->Project->Components().All()) {
+      const FilePtr file = StorageOf(*component);
+      if (file && file->IsModified(*component)) changed.push_back(file->Path());
+    }
+    if (open->File && open->File->IsModified()) changed.push_back(open->File->Path());
+  }
+  return changed;
+}
+
 void Workspace::SaveComponent(StringView project, StringView name) {
   const auto component = ComponentIn(*vbe_, project, name);
-  const FilePtr file = FileOf(*component);
+  const FilePtr file = StorageOf(*component);
   std::string bytes = file->Compose(*component);
   if (bytes == file->StoredBytes()) return;
   WriteFiles({{file->Path(), bytes}});
@@ -411,15 +501,15 @@ void Workspace::SaveComponent(StringView project, StringView name) {
 
 std::string Workspace::Bytes(StringView project, StringView name) const {
   const auto component = ComponentIn(*vbe_, project, name);
-  return FileOf(*component)->Compose(*component);
+  return StorageOf(*component)->Compose(*component);
 }
 
 std::string Workspace::StoredBytes(StringView project, StringView name) const {
-  return FileOf(*ComponentIn(*vbe_, project, name))->StoredBytes();
+  return StorageOf(*ComponentIn(*vbe_, project, name))->StoredBytes();
 }
 
 int Workspace::FileLine(StringView project, StringView name, int codeLine) const {
-  return FileOf(*ComponentIn(*vbe_, project, name))->FileLine(codeLine);
+  return StorageOf(*ComponentIn(*vbe_, project, name))->FileLine(codeLine);
 }
 
 }  // namespace tessel::workspace

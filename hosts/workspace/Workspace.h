@@ -40,6 +40,20 @@ class Workspace : public model::Environment {
   std::vector<std::filesystem::path> Save();
   /// The files that `Save` would write.
   [[nodiscard]] std::vector<std::filesystem::path> ChangedFiles() const;
+  /// Gives a project that was never saved its file (.vbp) and its components theirs beside it, and
+  /// writes them all. Fails, changing nothing, when it has a file or one of the files exists.
+  std::vector<std::filesystem::path> SaveProjectAs(StringView project,
+                                                   const std::filesystem::path& file);
+  /// Closes a project; what wasn't saved is lost.
+  void Close(StringView project);
+  /// Takes a component from its file again; its changes are lost.
+  void Reload(StringView project, StringView component);
+  /// The file of a component; empty when it has none yet.
+  [[nodiscard]] std::filesystem::path FileOf(StringView project, StringView component) const;
+  /// The code page of a component's file.
+  [[nodiscard]] int CodePageOf(StringView project, StringView component) const;
+  [[nodiscard]] bool IsModified(StringView project, StringView component) const;
+
   /// Writes one component; no effect when it is unchanged.
   void SaveComponent(StringView project, StringView component);
 

@@ -239,5 +239,19 @@ TEST(MemberIndex, AgreesWithAFreshReadingAfterAnyEdits) {
   }
 }
 
+TEST(MemberIndex, ListsTheMembersInTheOrderOfTheModule) {
+  const LineBuffer lines(
+      u"Dim x\r\n' c\r\nSub B()\r\nEnd Sub\r\nProperty Get A()\r\nEnd Property\r\n");
+  MemberIndex index(lines);
+  const auto members = index.Members();
+  ASSERT_EQ(members.size(), 2U);
+  EXPECT_EQ(members[0].Name, u"B");
+  EXPECT_EQ(members[0].Lines.Start, 2);
+  EXPECT_EQ(members[0].Lines.Body, 3);
+  EXPECT_EQ(members[1].Kind, host::vbext_pk_Get);
+  EXPECT_EQ(members[1].Lines.Body, 5);
+  EXPECT_EQ(members[1].Lines.Count, 2);
+}
+
 }  // namespace
 }  // namespace tessel::model

@@ -306,5 +306,56 @@ TEST_F(Files, TheSamplesLoadAndSaveByteForByte) {
             u"' Точка входа программы.");
 }
 
+TEST_F(Files, GivesANewProjectItsFileAndItsComponentsTheirs) {
+  Workspace workspace(services_);
+  workspace.NewProject(u"Fresh", host::vbext_pt_ActiveXDll);
+  workspace.AddComponent(u"Fresh", host::vbext_ct_ClassModule, u"Thing", u"Sub A()\r\nEnd Sub");
+  const auto written = workspace.SaveProjectAs(u"Fresh", folder_.Path() / "Fresh.vbp");
+  EXPECT_EQ(written.size(), 2U);
+  workspace.AddComponent(u"Fresh", host::vbext_ct_StdModule, u"Later", u"");
+  EXPECT_EQ(workspace.Save().size(), 2U);
+
+  Workspace again(services_);
+  again.Open(folder_.Path() / "Fresh.vbp");
+  EXPECT_EQ(again.VBE()->ActiveVBProject()->Type(), host::vbext_pt_ActiveXDll);
+  EXPECT_EQ(again.VBE()->ActiveVBProject()->Name(), u"Fresh");
+  EXPECT_EQ(again.Text(u"Thing"), u"Sub A()\r\nEnd Sub");
+  EXPECT_EQ(again.Component(u"Later")->Type(), host::vbext_ct_StdModule);
+}
+
+TEST_F(Files, RefusesToSaveANewProjectOverFilesThatAreThere) {
+  folder_.Write("Thing.cls", "mine");
+  Workspace workspace(services_);
+  workspace.NewProject(u"Fresh", host::vbext_pt_StandardExe);
+  workspace.AddComponent(u"Fresh", host::vbext_ct_ClassModule, u"Thing", u"x");
+  EXPECT_THROW(static_cast<void>(workspace.SaveProjectAs(u"Fresh", folder_.Path() / "F.vbp")),
+               vb::Failure);
+  EXPECT_EQ(folder_.Read("Thing.cls"), "mine");
+  EXPECT_FALSE(fs::exists(folder_.Path() / "F.vbp"));
+}
+
+TEST_F(Files, TakesAComponentFromItsFileAgain) {
+  folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\nSub A()\r\nEnd Sub\r\n");
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\n"));
+  workspace.SetText(u"M", u"lost");
+  folder_.Write("M.bas", "Attribute VB_Name = \"M\"\nSub B()\nEnd Sub\n");
+  workspace.Reload(u"P", u"M");
+  EXPECT_EQ(workspace.Text(u"M"), u"Sub B()\r\nEnd Sub");
+  EXPECT_FALSE(workspace.IsModified(u"P", u"M"));
+  workspace.Component(u"M")->CodeModule()->InsertLines(1, u"x");
+  EXPECT_EQ(workspace.Bytes(u"P", u"M"), "Attribute VB_Name = \"M\"\nx\nSub B()\nEnd Sub\n");
+}
+
+TEST_F(Files, ForgetsAClosedProject) {
+  folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\nx\r\n");
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\n"));
+  workspace.SetText(u"M", u"y");
+  workspace.Close(u"P");
+  EXPECT_EQ(workspace.VBE()->VBProjects()->Count(), 0);
+  EXPECT_TRUE(workspace.Save().empty());
+}
+
 }  // namespace
 }  // namespace tessel::workspace
