@@ -8,7 +8,7 @@
 namespace tessel::workbench {
 
 [[nodiscard]] inline QString ToQt(StringView text) {
-  return {reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size())};
+  return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
 }
 
 [[nodiscard]] inline String FromQt(const QString& text) { return text.toStdU16String(); }

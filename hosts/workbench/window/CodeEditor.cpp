@@ -1,0 +1,248 @@
+#include "hosts/workbench/window/CodeEditor.h"
+
+#include <QScopedValueRollback>
+#include <QTimer>
+#include <algorithm>
+
+#include "hosts/workbench/platform/Text.h"
+#include "hosts/workbench/window/BasicLexer.h"
+#include "hosts/workbench/window/DeclarationTidy.h"
+
+namespace tessel::workbench {
+namespace {
+
+constexpr int LineMargin = 0, FoldMargin = 2;
+constexpr int FoldDelayMs = 250;
+
+}  // namespace
+
+CodeEditor::CodeEditor(std::shared_ptr<model::CodeModule> module, const EditorOptions& options,
+                       QWidget* parent)
+    : QsciScintilla(parent), module_(std::move(module)) {
+  setUtf8(true);
+  setEolMode(EolUnix);
+  Ask(SCI_SETPASTECONVERTENDINGS, 1L);
+  Ask(SCI_SETCODEPAGE, static_cast<long>(SC_CP_UTF8));
+  setAutoIndent(true);
+  setIndentationsUseTabs(false);
+  setBraceMatching(StrictBraceMatch);
+  setFolding(BoxedTreeFoldStyle, FoldMargin);
+  Ask(SCI_SETSCROLLWIDTHTRACKING, 1L);
+  Ask(SCI_SETSCROLLWIDTH, 1L);
+  Ask(SCI_SETENDATLASTLINE, 0L);
+  SetOptions(options);
+  Load();
+  connect(this, &QsciScintillaBase::SCN_MODIFIED, this,
+          [this](int position, int type, const char*, int, int linesAdded) {
+            Modified(position, type, linesAdded);
+          });
+  connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] { Moved(); });
+}
+
+void CodeEditor::SetOptions(const EditorOptions& options) {
+  options_ = options;
+  QsciLexer* const before = lexer();
+  setLexer(new BasicLexer(options.Font, options.Dark, this));
+  delete before;
+  setTabWidth(options.TabWidth);
+  setIndentationWidth(options.TabWidth);
+  const QPalette colors = palette();
+  setMarginsFont(options.Font);
+  setMarginsForegroundColor(colors.color(QPalette::Disabled, QPalette::Text));
+  setMarginsBackgroundColor(colors.color(QPalette::Window));
+  setFoldMarginColors(colors.color(QPalette::Window), colors.color(QPalette::Window));
+  setCaretForegroundColor(lexer()->defaultColor(0));
+  setSelectionBackgroundColor(colors.color(QPalette::Highlight));
+  setSelectionForegroundColor(colors.color(QPalette::HighlightedText));
+  ShowMargins();
+}
+
+void CodeEditor::ShowMargins() {
+  setMarginType(LineMargin, QsciScintilla::NumberMargin);
+  const int digits = std::max(4, static_cast<int>(QString::number(Lines()).size()));
+  setMarginWidth(LineMargin, options_.LineNumbers ? QString(digits + 1, u'9') : QString());
+  if (!options_.LineNumbers) setMarginWidth(LineMargin, 0);
+}
+
+void CodeEditor::Load() {
+  const QScopedValueRollback guard(fromModel_, true);
+  modelLines_ = module_->Buffer().Count();
+  Replace(0, static_cast<int>(Ask(SCI_GETLENGTH)), TextOfModel(1, modelLines_));
+  Ask(SCI_EMPTYUNDOBUFFER);
+  Ask(SCI_GOTOPOS, 0L);
+  ShowMargins();
+  FoldMembers();
+}
+
+QByteArray CodeEditor::TextOfModel(int line, int count) const {
+  if (count <= 0) return {};
+  String text = module_->Buffer().Text(line, count);
+  std::erase(text, u'\r');
+  return ToQt(text).toUtf8();
+}
+
+String CodeEditor::TextOfLines(int first, int last) const {
+  const long start = Ask(SCI_POSITIONFROMLINE, static_cast<unsigned long>(first));
+  const long end = Ask(SCI_GETLINEENDPOSITION, static_cast<unsigned long>(last));
+  QByteArray range(static_cast<qsizetype>(end - start + 1), '\0');
+  SendScintilla(SCI_GETTEXTRANGE, start, end, range.data());
+  range.chop(1);  // the closing NUL
+  return vb::Replace(FromQt(QString::fromUtf8(range)), u"\n", vb::CrLf);
+}
+
+void CodeEditor::Replace(int start, int end, const QByteArray& text) {
+  Ask(SCI_SETTARGETSTART, static_cast<unsigned long>(start));
+  Ask(SCI_SETTARGETEND, static_cast<unsigned long>(end));
+  SendScintilla(SCI_REPLACETARGET, static_cast<unsigned long>(text.size()), text.constData());
+}
+
+void CodeEditor::LinesChanged(int line, int removed, int added) {
+  if (fromUser_) return;
+  const QScopedValueRollback guard(fromModel_, true);
+  const auto start = [&](int which) {
+    return static_cast<int>(Ask(SCI_POSITIONFROMLINE, static_cast<unsigned long>(which - 1)));
+  };
+  const auto end = [&](int which) {
+    return static_cast<int>(Ask(SCI_GETLINEENDPOSITION, static_cast<unsigned long>(which - 1)));
+  };
+  const QByteArray text = TextOfModel(line, added);
+  const int before = modelLines_;
+  modelLines_ += added - removed;
+  if (removed == before) {
+    Replace(0, static_cast<int>(Ask(SCI_GETLENGTH)), text);
+  } else if (removed > 0 && added > 0) {
+    Replace(start(line), end(line + removed - 1), text);
+  } else if (removed > 0) {
+    const bool last = line + removed > before;
+    Replace(last ? end(line - 1) : start(line), last ? end(before) : start(line + removed), {});
+  } else if (added > 0) {
+    const bool last = line > before;
+    Replace(last ? end(before) : start(line), last ? end(before) : start(line),
+            last ? '\n' + text : text + '\n');
+  }
+  entered_.reset();
+}
+
+void CodeEditor::BeginGroup() {
+  if (group_++ == 0) beginUndoAction();
+}
+
+void CodeEditor::EndGroup() {
+  if (--group_ == 0) endUndoAction();
+}
+
+void CodeEditor::Modified(int position, int type, int linesAdded) {
+  if ((type & (SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT)) == 0) return;
+  const int line =
+      static_cast<int>(Ask(SCI_LINEFROMPOSITION, static_cast<unsigned long>(position)));
+  if (!fromModel_) {
+    CopyToModel(line, linesAdded);
+    if ((type & SC_PERFORMED_USER) != 0) entered_ = line;
+  }
+  if (!foldsPending_) {
+    foldsPending_ = true;
+    QTimer::singleShot(FoldDelayMs, this, [this] {
+      foldsPending_ = false;
+      FoldMembers();
+      ShowMargins();
+    });
+  }
+  if (OnChanged) OnChanged();
+}
+
+void CodeEditor::CopyToModel(int line, int linesAdded) {
+  const QScopedValueRollback guard(fromUser_, true);
+  if (Ask(SCI_GETLENGTH) == 0) {
+    if (modelLines_ > 0) module_->DeleteLines(1, modelLines_);
+    modelLines_ = 0;
+    return;
+  }
+  const int gone = modelLines_ == 0 ? 0 : 1 + std::max(0, -linesAdded);
+  module_->Edit(line + 1, gone, TextOfLines(line, line + std::max(0, linesAdded)));
+  modelLines_ = Lines();
+}
+
+int CodeEditor::Column(int position) const {
+  const long line = Ask(SCI_LINEFROMPOSITION, static_cast<unsigned long>(position));
+  const long start = Ask(SCI_POSITIONFROMLINE, static_cast<unsigned long>(line));
+  return 1 + static_cast<int>(Ask(SCI_COUNTCODEUNITS, static_cast<unsigned long>(start),
+                                  static_cast<long>(position)));
+}
+
+int CodeEditor::Position(int line, int column) const {
+  const int within = std::clamp(line, 1, Lines());
+  const long start = Ask(SCI_POSITIONFROMLINE, static_cast<unsigned long>(within - 1));
+  const long end = Ask(SCI_GETLINEENDPOSITION, static_cast<unsigned long>(within - 1));
+  if (column <= 1) return static_cast<int>(start);
+  const long place = Ask(SCI_POSITIONRELATIVECODEUNITS, static_cast<unsigned long>(start),
+                         static_cast<long>(column - 1));
+  return static_cast<int>(place < start || place > end ? end : place);
+}
+
+host::Selection CodeEditor::Selected() const {
+  const auto start = static_cast<int>(Ask(SCI_GETSELECTIONSTART));
+  const auto end = static_cast<int>(Ask(SCI_GETSELECTIONEND));
+  const auto lineOf = [&](int position) {
+    return 1 + static_cast<int>(Ask(SCI_LINEFROMPOSITION, static_cast<unsigned long>(position)));
+  };
+  return {lineOf(start), Column(start), lineOf(end), Column(end)};
+}
+
+void CodeEditor::Select(const host::Selection& selection) {
+  const QScopedValueRollback guard(selecting_, true);
+  const int start = Position(selection.StartLine, selection.StartColumn);
+  const int end = Position(selection.EndLine, selection.EndColumn);
+  SendScintilla(SCI_SETSEL, start, static_cast<long>(end));
+}
+
+int CodeEditor::TopLine() const {
+  const long shown = Ask(SCI_GETFIRSTVISIBLELINE);
+  return 1 + static_cast<int>(Ask(SCI_DOCLINEFROMVISIBLE, static_cast<unsigned long>(shown)));
+}
+
+void CodeEditor::SetTopLine(int line) {
+  const QScopedValueRollback guard(selecting_, true);
+  const long shown = Ask(SCI_VISIBLEFROMDOCLINE, static_cast<unsigned long>(std::max(1, line) - 1));
+  Ask(SCI_SETFIRSTVISIBLELINE, static_cast<unsigned long>(shown));
+}
+
+void CodeEditor::Moved() {
+  if (entered_) {
+    const long caret = Ask(SCI_GETCURRENTPOS);
+    if (Ask(SCI_LINEFROMPOSITION, static_cast<unsigned long>(caret)) != *entered_) TidyEntered();
+  }
+  if (!selecting_ && OnMoved) OnMoved();
+}
+
+void CodeEditor::TidyEntered() {
+  const std::optional<int> line = std::exchange(entered_, std::nullopt);
+  if (!line || !options_.TidyDeclarations || *line >= Lines() || isReadOnly()) return;
+  const String text = TextOfLines(*line, *line);
+  const String tidy = TidyDeclaration(text);
+  if (tidy == text) return;
+  const host::Selection caret = Selected();
+  Replace(Position(*line + 1, 1),
+          static_cast<int>(Ask(SCI_GETLINEENDPOSITION, static_cast<unsigned long>(*line))),
+          ToQt(tidy).toUtf8());
+  Select(caret);
+  entered_.reset();
+}
+
+void CodeEditor::FoldMembers() {
+  // A member folds at its declaring line; what stands between members is always to be seen.
+  constexpr long Base = SC_FOLDLEVELBASE;
+  const auto put = [&](int line, long level) {
+    const auto at = static_cast<unsigned long>(line);
+    if (Ask(SCI_GETFOLDLEVEL, at) != level) Ask(SCI_SETFOLDLEVEL, at, level);
+  };
+  int line = 0;
+  for (const auto& member : module_->Index().Members()) {
+    for (; line < member.Lines.Body - 1; ++line) put(line, Base);
+    const int end = member.Lines.Start + member.Lines.Count - 1;
+    if (end > member.Lines.Body) put(line++, Base | SC_FOLDLEVELHEADERFLAG);
+    for (; line < end; ++line) put(line, Base + 1);
+  }
+  for (; line < Lines(); ++line) put(line, Base);
+}
+
+}  // namespace tessel::workbench

@@ -1,0 +1,80 @@
+// The text of a module in an editor, in step with the model both ways.
+#pragma once
+
+#include <Qsci/qsciscintilla.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "hosts/model/CodeModule.h"
+
+namespace tessel::workbench {
+
+/// What a user can choose about the editor.
+struct EditorOptions {
+  QFont Font;
+  bool Dark = false;
+  int TabWidth = 4;
+  bool LineNumbers = true;
+  /// Declarations that the user enters take the environment's spacing and case.
+  bool TidyDeclarations = true;
+};
+
+/// Shows one module. The user's edits go into the model, the model's into the text, and both into
+/// one undo history. Lines count from 1, columns from 1 in 16-bit units, as in the model.
+class CodeEditor : public QsciScintilla {
+ public:
+  CodeEditor(std::shared_ptr<model::CodeModule> module, const EditorOptions& options,
+             QWidget* parent);
+
+  [[nodiscard]] const std::shared_ptr<model::CodeModule>& Module() const { return module_; }
+  void SetOptions(const EditorOptions& options);
+
+  /// The model's lines changed; no effect for an edit that came from here.
+  void LinesChanged(int line, int removed, int added);
+  /// All edits up to `EndGroup` are one step of the undo history. Calls nest.
+  void BeginGroup();
+  void EndGroup();
+
+  [[nodiscard]] host::Selection Selected() const;
+  void Select(const host::Selection& selection);
+  [[nodiscard]] int TopLine() const;
+  void SetTopLine(int line);
+  /// Tidies the line that the user has just entered, if it declares something.
+  void TidyEntered();
+
+  /// The caret or the first line that shows moved, by whomever.
+  std::function<void()> OnMoved;
+  /// The text changed, by whomever.
+  std::function<void()> OnChanged;
+
+ private:
+  void Load();
+  void ShowMargins();
+  void Modified(int position, int type, int linesAdded);
+  void Moved();
+  void CopyToModel(int line, int linesAdded);
+  void FoldMembers();
+  void Replace(int start, int end, const QByteArray& text);
+  [[nodiscard]] QByteArray TextOfModel(int line, int count) const;
+  [[nodiscard]] String TextOfLines(int first, int last) const;
+  [[nodiscard]] int Column(int position) const;
+  [[nodiscard]] int Position(int line, int column) const;
+  template <class... Values>
+  long Ask(unsigned int message, Values... values) const {
+    return SendScintilla(message, values...);
+  }
+  [[nodiscard]] int Lines() const { return static_cast<int>(Ask(SCI_GETLINECOUNT)); }
+
+  std::shared_ptr<model::CodeModule> module_;
+  EditorOptions options_;
+  int modelLines_ = 0;
+  int group_ = 0;
+  bool fromModel_ = false, fromUser_ = false, selecting_ = false, foldsPending_ = false;
+  /// The line that the user changed last and still stands in.
+  std::optional<int> entered_;
+};
+
+}  // namespace tessel::workbench
