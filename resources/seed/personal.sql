@@ -55,52 +55,114 @@ CREATE TABLE ErrorHandlerScheme (
   LabelNameError TEXT
 );
 
+-- The labels carry the member's name, so that they meet none of the author's. {ComponentName} is not used: in a run over a project
+-- it is the module that was active, not the one at hand.
 INSERT INTO ErrorHandlerScheme
   (NameError, Header, Footer, InsertLine, BaseNumber, Step, ChangeError, LabelNameError) VALUES
   ('Message Box', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
-\viewkind4\uc1\pard\f0\fs18 On Error GoTo ErrHandler\par
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 On Error GoTo \cf1 \{MemberName\}\cf0 _Error\par
 }
 ', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
-\viewkind4\uc1\pard\f0\fs18 Exit \{MemberType\}\par
-ErrHandler:\par
-MsgBox "Error " & Err.Number & " (" & Err.Description & ") in \{ComponentName\}.\{MemberName\}" & IIf(Erl = 0, "", ", line " & Erl), vbExclamation\par
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 Exit \cf1 \{MemberType\}\cf0 \par
+\cf1 \{MemberName\}\cf0 _Error:\par
+MsgBox "Error " & Err.Number & " (" & Err.Description & ") in \cf1 \{MemberType\}\cf0  \cf1 \{MemberName\}\cf0  of \cf1 \{ProjectName\}\cf0 " & IIf(Erl = 0, "", ", line " & Erl), vbExclamation\par
 }
-', 1, 10, 10, 1, 'ErrHandler'),
+', 1, 100, 10, 1, '{MemberName}_Error'),
+  ('Message Box, Unnumbered', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 On Error GoTo \cf1 \{MemberName\}\cf0 _Error\par
+}
+', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 Exit \cf1 \{MemberType\}\cf0 \par
+\cf1 \{MemberName\}\cf0 _Error:\par
+MsgBox "Error " & Err.Number & " (" & Err.Description & ") in \cf1 \{MemberType\}\cf0  \cf1 \{MemberName\}\cf0  of \cf1 \{ProjectName\}\cf0 ", vbExclamation\par
+}
+', 0, 100, 10, 1, '{MemberName}_Error'),
   ('Raise to Caller', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
-\viewkind4\uc1\pard\f0\fs18 On Error GoTo ErrHandler\par
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 On Error GoTo \cf1 \{MemberName\}\cf0 _Error\par
 }
 ', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
-\viewkind4\uc1\pard\f0\fs18 Exit \{MemberType\}\par
-ErrHandler:\par
-Err.Raise Err.Number, "\{ComponentName\}.\{MemberName\} < " & Err.Source, Err.Description\par
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 Exit \cf1 \{MemberType\}\cf0 \par
+\cf1 \{MemberName\}\cf0 _Error:\par
+Err.Raise Err.Number, "\cf1 \{ProjectName\}\cf0 .\cf1 \{MemberName\}\cf0 " & " < " & Err.Source, Err.Description\par
 }
-', 0, 10, 10, 1, 'ErrHandler'),
+', 0, 100, 10, 1, '{MemberName}_Error'),
+  ('Raise to Caller, Numbered', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 On Error GoTo \cf1 \{MemberName\}\cf0 _Error\par
+}
+', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 Exit \cf1 \{MemberType\}\cf0 \par
+\cf1 \{MemberName\}\cf0 _Error:\par
+Err.Raise Err.Number, "\cf1 \{ProjectName\}\cf0 .\cf1 \{MemberName\}\cf0 " & IIf(Erl = 0, "", ":" & Erl) & " < " & Err.Source, Err.Description\par
+}
+', 1, 100, 10, 1, '{MemberName}_Error'),
   ('Log to File', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
-\viewkind4\uc1\pard\f0\fs18 On Error GoTo ErrHandler\par
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 On Error GoTo \cf1 \{MemberName\}\cf0 _Error\par
 }
 ', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
-\viewkind4\uc1\pard\f0\fs18 Exit \{MemberType\}\par
-ErrHandler:\par
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 Exit \cf1 \{MemberType\}\cf0 \par
+\cf1 \{MemberName\}\cf0 _Error:\par
 Dim ErrLogFile As Integer\par
 ErrLogFile = FreeFile\par
 Open App.Path & "\\" & App.EXEName & ".log" For Append As #ErrLogFile\par
-Print #ErrLogFile, Now & "  \{ComponentName\}.\{MemberName\}, line " & Erl & ": " & Err.Number & " " & Err.Description\par
+Print #ErrLogFile, Now & "  \cf1 \{ProjectName\}\cf0 .\cf1 \{MemberName\}\cf0 " & IIf(Erl = 0, "", ", line " & Erl) & ": " & Err.Number & " " & Err.Description\par
 Close #ErrLogFile\par
 }
-', 1, 100, 10, 1, 'ErrHandler'),
-  ('Clean Up and Exit', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
-\viewkind4\uc1\pard\f0\fs18 On Error GoTo ErrHandler\par
+', 1, 100, 10, 1, '{MemberName}_Error'),
+  ('Log to File, Unnumbered', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 On Error GoTo \cf1 \{MemberName\}\cf0 _Error\par
 }
 ', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
-\viewkind4\uc1\pard\f0\fs18 CleanUp:\par
-On Error Resume Next\par
-'' Release what this \{MemberType\} holds here.\par
-Exit \{MemberType\}\par
-ErrHandler:\par
-MsgBox Err.Description & " (\{ComponentName\}.\{MemberName\})", vbExclamation\par
-Resume CleanUp\par
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 Exit \cf1 \{MemberType\}\cf0 \par
+\cf1 \{MemberName\}\cf0 _Error:\par
+Dim ErrLogFile As Integer\par
+ErrLogFile = FreeFile\par
+Open App.Path & "\\" & App.EXEName & ".log" For Append As #ErrLogFile\par
+Print #ErrLogFile, Now & "  \cf1 \{ProjectName\}\cf0 .\cf1 \{MemberName\}\cf0 " & ": " & Err.Number & " " & Err.Description\par
+Close #ErrLogFile\par
 }
-', 0, 10, 10, 1, 'ErrHandler');
+', 0, 100, 10, 1, '{MemberName}_Error'),
+  ('Clean Up and Exit', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 On Error GoTo \cf1 \{MemberName\}\cf0 _Error\par
+}
+', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
+{\colortbl ;\red0\green0\blue255;\red0\green128\blue0;}
+\viewkind4\uc1\pard\f0\fs18 \cf1 \{MemberName\}\cf0 _Exit:\par
+On Error Resume Next\par
+\cf2 '' Release here what this \cf1 \{MemberType\}\cf2  holds.\par
+\cf0 Exit \cf1 \{MemberType\}\cf0 \par
+\cf1 \{MemberName\}\cf0 _Error:\par
+MsgBox "Error " & Err.Number & " (" & Err.Description & ") in \cf1 \{MemberType\}\cf0  \cf1 \{MemberName\}\cf0  of \cf1 \{ProjectName\}\cf0 ", vbExclamation\par
+Resume \cf1 \{MemberName\}\cf0 _Exit\par
+}
+', 0, 100, 10, 1, '{MemberName}_Error'),
+  ('Clean Up and Exit, Numbered', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
+{\colortbl ;\red0\green0\blue255;}
+\viewkind4\uc1\pard\f0\fs18 On Error GoTo \cf1 \{MemberName\}\cf0 _Error\par
+}
+', '{\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 Courier New;}}
+{\colortbl ;\red0\green0\blue255;\red0\green128\blue0;}
+\viewkind4\uc1\pard\f0\fs18 \cf1 \{MemberName\}\cf0 _Exit:\par
+On Error Resume Next\par
+\cf2 '' Release here what this \cf1 \{MemberType\}\cf2  holds.\par
+\cf0 Exit \cf1 \{MemberType\}\cf0 \par
+\cf1 \{MemberName\}\cf0 _Error:\par
+MsgBox "Error " & Err.Number & " (" & Err.Description & ") in \cf1 \{MemberType\}\cf0  \cf1 \{MemberName\}\cf0  of \cf1 \{ProjectName\}\cf0 " & IIf(Erl = 0, "", ", line " & Erl), vbExclamation\par
+Resume \cf1 \{MemberName\}\cf0 _Exit\par
+}
+', 1, 100, 10, 1, '{MemberName}_Error');
 
 CREATE TABLE MemberType (
   Name TEXT,

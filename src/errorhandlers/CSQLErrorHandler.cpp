@@ -37,12 +37,17 @@ std::optional<ErrorHandlerScheme> CSQLErrorHandler::GetRecordTable(StringView na
   return SchemeAt(records);
 }
 
-std::optional<std::vector<ErrorHandlerScheme>> CSQLErrorHandler::GetTable() const {
+std::vector<ErrorHandlerScheme> CSQLErrorHandler::GetAll() const {
   store::Recordset records;
   records.Open(u"SELECT ErrorHandlerScheme.* FROM ErrorHandlerScheme", connection_->mConnectMDB);
-  if (records.RecordCount() < FewestListed) return std::nullopt;
   std::vector<ErrorHandlerScheme> schemes;
   for (; !records.Eof(); records.MoveNext()) schemes.push_back(SchemeAt(records));
+  return schemes;
+}
+
+std::optional<std::vector<ErrorHandlerScheme>> CSQLErrorHandler::GetTable() const {
+  auto schemes = GetAll();
+  if (schemes.size() < FewestListed) return std::nullopt;
   return schemes;
 }
 

@@ -31,7 +31,10 @@ class CSQLErrorHandler {
 
   /// One scheme; nothing when there is none of that name.
   [[nodiscard]] std::optional<ErrorHandlerScheme> GetRecordTable(StringView nameError) const;
-  /// All schemes. A table of a single one counts as empty here and in the next operation.
+  /// All schemes, also a single one.
+  [[nodiscard]] std::vector<ErrorHandlerScheme> GetAll() const;
+  /// The same for the tools. A table of a single one counts as empty here and in the next
+  /// operation.
   [[nodiscard]] std::optional<std::vector<ErrorHandlerScheme>> GetTable() const;
   [[nodiscard]] std::optional<std::vector<String>> GetListNameError() const;
   /// Writes all columns of the row with the scheme's name.

@@ -86,17 +86,20 @@ void Connection::Execute(StringView statement) {
 }
 
 Transaction::Transaction(Connection& connection) : connection_(&connection) {
-  engine::Run(engine::Need(connection_), "BEGIN IMMEDIATE");
+  sqlite3* const db = engine::Need(connection_);
+  inner_ = sqlite3_get_autocommit(db) == 0;
+  engine::Run(db, inner_ ? "SAVEPOINT part" : "BEGIN IMMEDIATE");
 }
 
 Transaction::~Transaction() {
   if (connection_ != nullptr && connection_->IsOpen()) {
-    sqlite3_exec(connection_->Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    sqlite3_exec(connection_->Handle(), inner_ ? "ROLLBACK TO part; RELEASE part" : "ROLLBACK",
+                 nullptr, nullptr, nullptr);
   }
 }
 
 void Transaction::Commit() {
-  engine::Run(engine::Need(connection_), "COMMIT");
+  engine::Run(engine::Need(connection_), inner_ ? "RELEASE part" : "COMMIT");
   connection_ = nullptr;
 }
 

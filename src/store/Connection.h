@@ -53,7 +53,8 @@ class Connection {
   sqlite3* db_ = nullptr;
 };
 
-/// An immediate transaction: rolled back on destruction unless committed.
+/// An immediate transaction: rolled back on destruction unless committed. Inside another one it is
+/// a part of that, which can be rolled back by itself.
 class Transaction {
  public:
   explicit Transaction(Connection& connection);
@@ -64,6 +65,7 @@ class Transaction {
 
  private:
   Connection* connection_;
+  bool inner_ = false;
 };
 
 }  // namespace tessel::store

@@ -152,6 +152,28 @@ TEST_F(Database, ATransactionThatIsNotCommittedLeavesNothing) {
   EXPECT_GT(records.RecordCount(), 30U);
 }
 
+TEST_F(Database, ATransactionInsideAnotherIsAPartOfIt) {
+  const auto count = [&] {
+    Recordset records;
+    records.Open(u"SELECT * FROM FormatText", connection_);
+    return records.RecordCount();
+  };
+  const std::size_t all = count();
+  {
+    Transaction whole(*connection_);
+    {
+      const Transaction part(*connection_);
+      connection_->Execute(u"DELETE * FROM FormatText");
+    }
+    EXPECT_EQ(count(), all) << "the part went back by itself";
+    Transaction part(*connection_);
+    connection_->Execute(u"DELETE * FROM FormatText");
+    part.Commit();
+    EXPECT_EQ(count(), 0U);
+  }
+  EXPECT_EQ(count(), all) << "and with the whole, committed or not";
+}
+
 TEST_F(Database, ASnippetDatabaseCascadesAndCountsFromSeventyOne) {
   const auto snippets = Open("Data/VBCode.MDB");
   Recordset records;
