@@ -1,16 +1,32 @@
 #!/usr/bin/env bash
-# Formats a copy of the large sample through the whole road (connection, a click on "Code Formatter", the
-# dialog, run, save) and shows what changed. The repository itself stays as it is.
+# Where there is a screen: opens the workbench on a copy of the large sample project. Without one: formats such
+# a copy through the whole road (connection, a click on "Code Formatter", the dialog, run, save) and shows what
+# changed. The repository itself stays as it is.
+#   ./run.sh --screenshot FILE.png    draws the workbench, and its formatter dialog into FILE-dialog.png
+#   ./run.sh --format                 the formatting road, also where there is a screen
 set -euo pipefail
 cd "$(dirname "$0")"
 tools/install.sh run
 
 cmake --preset release -DTESSEL_BENCH=OFF >/dev/null
-cmake --build --preset release --target tessel
+cmake --build --preset release --target tessel tessel-workbench
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cp -r samples/ledger "$work/ledger"
+
+workbench() {
+  build/release/hosts/tessel-workbench --data "$work/program" --registry "$work/settings" "$@" "$work/ledger/Ledger.vbp"
+}
+
+if [ "${1:-}" = --screenshot ]; then
+  workbench --screenshot "$2" --dialog "Code Formatter"
+  exit
+fi
+if [ "${1:-}" != --format ] && [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+  workbench
+  exit
+fi
 
 build/release/hosts/tessel drive --data "$work/program" --registry "$work/settings" <<REQUESTS >"$work/replies"
 {"do":"open","file":"$work/ledger/Ledger.vbp"}

@@ -14,6 +14,54 @@ namespace {
 constexpr int LineMargin = 0, FoldMargin = 2;
 constexpr int FoldDelayMs = 250;
 
+bool IsHigh(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
+bool IsLow(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
+
+/// Where the editor keeps units that are no text: bytes that the file's code page doesn't know
+/// travel as lone surrogates, which UTF-8 can't hold.
+constexpr char32_t LonePlane = 0x10F000, LoneFirst = 0xD800, LoneCount = 0x800;
+
+/// Text of the model as the editor holds it.
+QByteArray ToEditor(const String& text) {
+  QString shown;
+  std::size_t from = 0;
+  const auto take = [&](std::size_t to) {
+    shown += ToQt(StringView(text).substr(from, to - from));
+    from = to;
+  };
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (!IsHigh(text[at]) && !IsLow(text[at])) continue;
+    if (IsHigh(text[at]) && at + 1 < text.size() && IsLow(text[at + 1])) {
+      ++at;
+      continue;
+    }
+    take(at);
+    shown += QString::fromUcs4(std::u32string(1, LonePlane + (text[at] - LoneFirst)).data(), 1);
+    from = at + 1;
+  }
+  take(text.size());
+  return shown.toUtf8();
+}
+
+/// The way back.
+String FromEditor(const QByteArray& bytes) {
+  constexpr char PlaneLead = '\xF4';  // first byte of that plane's characters
+  const String text = FromQt(QString::fromUtf8(bytes));
+  if (!bytes.contains(PlaneLead)) return text;
+  String back;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const bool pair = IsHigh(text[at]) && at + 1 < text.size();
+    const char32_t point = pair ? QChar::surrogateToUcs4(text[at], text[at + 1]) : 0;
+    if (pair && point >= LonePlane && point < LonePlane + LoneCount) {
+      back += static_cast<char16_t>(LoneFirst + (point - LonePlane));
+      ++at;
+    } else {
+      back += text[at];
+    }
+  }
+  return back;
+}
+
 }  // namespace
 
 CodeEditor::CodeEditor(std::shared_ptr<model::CodeModule> module, const EditorOptions& options,
@@ -78,7 +126,7 @@ QByteArray CodeEditor::TextOfModel(int line, int count) const {
   if (count <= 0) return {};
   String text = module_->Buffer().Text(line, count);
   std::erase(text, u'\r');
-  return ToQt(text).toUtf8();
+  return ToEditor(text);
 }
 
 String CodeEditor::TextOfLines(int first, int last) const {
@@ -87,7 +135,7 @@ String CodeEditor::TextOfLines(int first, int last) const {
   QByteArray range(static_cast<qsizetype>(end - start + 1), '\0');
   SendScintilla(SCI_GETTEXTRANGE, start, end, range.data());
   range.chop(1);  // the closing NUL
-  return vb::Replace(FromQt(QString::fromUtf8(range)), u"\n", vb::CrLf);
+  return vb::Replace(FromEditor(range), u"\n", vb::CrLf);
 }
 
 void CodeEditor::Replace(int start, int end, const QByteArray& text) {
@@ -223,7 +271,7 @@ void CodeEditor::TidyEntered() {
   const host::Selection caret = Selected();
   Replace(Position(*line + 1, 1),
           static_cast<int>(Ask(SCI_GETLINEENDPOSITION, static_cast<unsigned long>(*line))),
-          ToQt(tidy).toUtf8());
+          ToEditor(tidy));
   Select(caret);
   entered_.reset();
 }

@@ -1,0 +1,43 @@
+// Notices files that change outside.
+#pragma once
+
+#include <QFileSystemWatcher>
+#include <QObject>
+#include <QTimer>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "hosts/model/Vbe.h"
+#include "hosts/workspace/Workspace.h"
+
+namespace tessel::workbench {
+
+/// A component whose file holds other bytes than those that were read or written last.
+struct ChangedOutside {
+  std::shared_ptr<model::VBComponent> Component;
+  QString File;
+  bool Gone = false;
+};
+
+/// Watches the files of all components. What was told once is told again only after another
+/// change.
+class FileWatch : public QObject {
+ public:
+  FileWatch(workspace::Workspace& workspace, QObject* parent);
+
+  /// Watches what is open now.
+  void Refresh();
+  /// Looks at once, not only when the system says so.
+  [[nodiscard]] std::vector<ChangedOutside> Look();
+
+  std::function<void(const std::vector<ChangedOutside>&)> OnChanged;
+
+ private:
+  workspace::Workspace& workspace_;
+  QFileSystemWatcher watcher_;
+  QTimer timer_;
+  std::map<QString, QByteArray> told_;  // a digest of what stood there when it was told
+};
+
+}  // namespace tessel::workbench

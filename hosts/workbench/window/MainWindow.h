@@ -1,0 +1,156 @@
+// The workbench: the environment's window over project files.
+#pragma once
+
+#include <QDockWidget>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTimer>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+
+#include "addin/Connect.h"
+#include "hosts/model/Vbe.h"
+#include "hosts/workbench/forms/WorkbenchPlatform.h"
+#include "hosts/workbench/window/BarView.h"
+#include "hosts/workbench/window/CodeWindow.h"
+#include "hosts/workbench/window/FileWatch.h"
+#include "hosts/workbench/window/FindBar.h"
+#include "hosts/workbench/window/ProjectWindow.h"
+#include "hosts/workbench/window/Recovery.h"
+#include "hosts/workbench/window/Settings.h"
+#include "hosts/workspace/Workspace.h"
+
+namespace tessel::workbench {
+
+class DesignerView;
+class PropertiesWindow;
+class Toolbox;
+
+/// Stands where the development environment stands: owns the projects, shows them, and hosts the
+/// add-in. What a tool or a file operation fails with is shown in a message box; the window stays.
+class MainWindow : public QMainWindow, private model::Observer {
+ public:
+  /// `services` (not owned) is the platform in force; `stateFolder` keeps the window's own settings
+  /// and the recovery file.
+  MainWindow(WorkbenchPlatform& services, const QString& stateFolder);
+  ~MainWindow() override;
+
+  /// Connects the add-in: its bars appear.
+  void ConnectAddin();
+  /// Offers what a run that ended without closing left.
+  void OfferRecovery();
+
+  /// Opens a project, a group or a component file; false when it failed, which was shown.
+  bool OpenFile(const QString& file);
+  void NewProject(host::vbext_ProjectType type);
+  /// Closes all projects, after asking about unsaved changes; false when the user cancelled.
+  bool CloseProjects();
+  /// Both answer false when something failed or the user cancelled.
+  bool SaveCurrent();
+  bool SaveAll();
+
+  [[nodiscard]] workspace::Workspace& Environment() { return workspace_; }
+  [[nodiscard]] const std::shared_ptr<model::Vbe>& Root() const { return vbe_; }
+  /// The window of a component's code, which is opened when there is none; null without code.
+  CodeWindow* ShowCode(const std::shared_ptr<model::VBComponent>& component);
+  DesignerView* ShowDesigner(const std::shared_ptr<model::VBComponent>& component);
+  /// Clicks a command of a bar by its captions, as the user does; false when it isn't there or is
+  /// greyed.
+  bool ClickCommand(StringView bar, const std::vector<String>& path);
+  void TileWindows() { area_->tileSubWindows(); }
+  /// Writes unsaved work into the recovery file now.
+  void KeepWork();
+  /// What one action of the user makes the tools do; its edits are one step of each window's undo.
+  void RunTool(const std::function<void()>& action);
+  /// Shows a failure of the window's own work.
+  void ShowFailure(const QString& text);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  // model::Observer
+  void LinesChanged(model::CodeModule& module, int line, int removed, int added) override;
+  void PaneShown(const std::shared_ptr<model::CodePane>& pane) override;
+  void PaneClosed(const model::CodeModule& module) override;
+  void SelectionSet(model::CodePane& pane) override;
+  void TopLineSet(model::CodePane& pane) override;
+  void DesignerShown(model::VBComponent& component) override;
+  void DesignerChanged(model::VBComponent& component) override;
+  void ProjectsChanged() override;
+  void BarsChanged() override;
+
+  // MainWindowMenus.cpp
+  void BuildMenus();
+  void BuildFileMenu();
+  void BuildEditMenu();
+  void BuildViewMenu();
+  void BuildWindowMenu();
+  void FillRecent(QMenu& menu);
+  QAction* AddCommand(QMenu& menu, const QString& caption, const QKeySequence& keys,
+                      const std::function<void()>& action);
+  void UpdateCommands();
+  void Undo();
+  void Redo();
+
+  // MainWindowFiles.cpp
+  bool Guard(const std::function<void()>& action);
+  bool SaveUnnamedProjects();
+  bool MaySaveChanges(const QString& question);
+  void AskToReload(const std::vector<ChangedOutside>& changed);
+  void SaveComponentAs(const std::shared_ptr<model::VBComponent>& component);
+  void RemoveComponent(const std::shared_ptr<model::VBComponent>& component);
+  void RenameComponent(const std::shared_ptr<model::VBComponent>& component);
+  void CloseProject(const std::shared_ptr<model::VBProject>& project);
+  void AskForFile();
+  void RestoreWork(const RecoveredWork& work);
+
+  void BuildDocks();
+  void BuildStatusBar();
+  QDockWidget* AddDock(const QString& caption, const QString& name, QWidget* content,
+                       Qt::DockWidgetArea area);
+  void ApplyOptions();
+  void ShowOptions();
+  [[nodiscard]] EditorOptions CurrentOptions() const;
+  [[nodiscard]] CodeWindow* CurrentCode() const;
+  [[nodiscard]] DesignerView* CurrentDesigner() const;
+  [[nodiscard]] std::shared_ptr<model::VBComponent> CurrentComponent() const;
+  void SubWindowActivated(QMdiSubWindow* window);
+  void CodeClosed(const std::shared_ptr<model::CodePane>& pane);
+  void CloseDesignersOfGoneComponents();
+  void OpenEventProcedure(const std::shared_ptr<model::VBComponent>& component, StringView control);
+  void ShowPlace();
+  void ShowState();
+  void EndToolEdits();
+
+  WorkbenchPlatform& services_;
+  Settings settings_;
+  RecoveryFile recovery_;
+  workspace::Workspace workspace_;
+  std::shared_ptr<model::Vbe> vbe_;
+  std::shared_ptr<tessel::Connect> connect_;
+
+  QMdiArea* area_;
+  ProjectWindow* projects_ = nullptr;
+  PropertiesWindow* properties_ = nullptr;
+  Toolbox* toolbox_ = nullptr;
+  FindBar* find_ = nullptr;
+  FileWatch* watch_ = nullptr;
+  std::unique_ptr<BarView> bars_;
+  std::map<const model::CodeModule*, CodeWindow*> codes_;
+  std::map<const model::VBComponent*, DesignerView*> designers_;
+  std::vector<QDockWidget*> docks_;
+  std::map<QString, QAction*> commands_;
+  QMenu* recentMenu_ = nullptr;
+  QLabel *placeLabel_ = nullptr, *memberLabel_ = nullptr, *codePageLabel_ = nullptr;
+  QTimer barsTimer_, projectsTimer_, placeTimer_, stateTimer_, keepTimer_;
+  int toolDepth_ = 0;
+  std::set<CodeEditor*> grouped_;
+};
+
+}  // namespace tessel::workbench

@@ -1,0 +1,205 @@
+// The menus of the main window.
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMenuBar>
+#include <QMessageBox>
+
+#include "hosts/workbench/designer/DesignerView.h"
+#include "hosts/workbench/platform/Text.h"
+#include "hosts/workbench/window/MainWindow.h"
+#include "hosts/workbench/window/OptionsDialog.h"
+
+namespace tessel::workbench {
+namespace {
+
+struct NewProjectKind {
+  const char* Caption;
+  host::vbext_ProjectType Type;
+};
+constexpr NewProjectKind NewProjectKinds[] = {
+    {QT_TRANSLATE_NOOP("Menu", "&Standard EXE"), host::vbext_pt_StandardExe},
+    {QT_TRANSLATE_NOOP("Menu", "ActiveX &EXE"), host::vbext_pt_ActiveXExe},
+    {QT_TRANSLATE_NOOP("Menu", "ActiveX &DLL"), host::vbext_pt_ActiveXDll},
+    {QT_TRANSLATE_NOOP("Menu", "ActiveX &Control"), host::vbext_pt_ActiveXControl}};
+
+}  // namespace
+
+QAction* MainWindow::AddCommand(QMenu& menu, const QString& caption, const QKeySequence& keys,
+                                const std::function<void()>& action) {
+  QAction* const command = menu.addAction(caption);
+  command->setShortcut(keys);
+  connect(command, &QAction::triggered, this, action);
+  commands_[QString(caption).remove(u'&').remove(QStringLiteral("..."))] = command;
+  return command;
+}
+
+void MainWindow::BuildMenus() {
+  BuildFileMenu();
+  BuildEditMenu();
+  BuildViewMenu();
+  // What the host's own menus hold, as the add-in and the watchers know them.
+  for (const StringView caption : {StringView(u"Project"), StringView(u"Add-Ins")}) {
+    QMenu* const menu = menuBar()->addMenu(u'&' + ToQt(caption));
+    menu->setObjectName(ToQt(caption));
+    connect(menu, &QMenu::aboutToShow, this, [this, menu, name = String(caption)] {
+      menu->clear();
+      if (!bars_->FillMenu(*menu, name)) menu->addAction(tr("(Empty)"))->setEnabled(false);
+    });
+  }
+  QMenu* const tools = menuBar()->addMenu(tr("&Tools"));
+  AddCommand(*tools, tr("&Options..."), {}, [this] { ShowOptions(); });
+  BuildWindowMenu();
+  QMenu* const help = menuBar()->addMenu(tr("&Help"));
+  AddCommand(*help, tr("&Contents"), QKeySequence::HelpContents,
+             [this] { services_.Desktop().ShowHelp({}, u"support.htm"); });
+  AddCommand(*help, tr("&About Tessel"), {}, [this] {
+    QMessageBox::about(this, tr("About Tessel"),
+                       tr("Tessel %1\n\nTools for Visual Basic 6 code over project files.")
+                           .arg(QStringLiteral("1.0.0")));
+  });
+}
+
+void MainWindow::BuildFileMenu() {
+  QMenu* const file = menuBar()->addMenu(tr("&File"));
+  QMenu* const fresh = file->addMenu(tr("&New Project"));
+  for (const NewProjectKind& kind : NewProjectKinds) {
+    connect(fresh->addAction(tr(kind.Caption)), &QAction::triggered, this,
+            [this, type = kind.Type] { NewProject(type); });
+  }
+  AddCommand(*file, tr("&Open..."), QKeySequence::Open, [this] { AskForFile(); });
+  recentMenu_ = file->addMenu(tr("&Recent"));
+  connect(recentMenu_, &QMenu::aboutToShow, this, [this] { FillRecent(*recentMenu_); });
+  file->addSeparator();
+  AddCommand(*file, tr("&Save"), QKeySequence::Save, [this] { SaveCurrent(); });
+  AddCommand(*file, tr("Save &All"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
+             [this] { SaveAll(); });
+  AddCommand(*file, tr("Save Component &As..."), {}, [this] {
+    if (const auto component = CurrentComponent()) SaveComponentAs(component);
+  });
+  file->addSeparator();
+  AddCommand(*file, tr("&Close Project"), {}, [this] { CloseProjects(); });
+  AddCommand(*file, tr("E&xit"), QKeySequence::Quit, [this] { close(); });
+}
+
+void MainWindow::FillRecent(QMenu& menu) {
+  menu.clear();
+  for (const QString& file : settings_.Recent()) {
+    connect(menu.addAction(file), &QAction::triggered, this, [this, file] {
+      if (!CloseProjects()) return;
+      if (!OpenFile(file)) settings_.RemoveRecent(file);
+    });
+  }
+  if (menu.isEmpty()) menu.addAction(tr("(None)"))->setEnabled(false);
+}
+
+void MainWindow::BuildEditMenu() {
+  QMenu* const edit = menuBar()->addMenu(tr("&Edit"));
+  const auto inEditor = [this](void (QsciScintilla::*action)()) {
+    return [this, action] {
+      if (CodeWindow* const code = CurrentCode()) (code->Editor().*action)();
+    };
+  };
+  AddCommand(*edit, tr("&Undo"), QKeySequence::Undo, [this] { Undo(); });
+  AddCommand(*edit, tr("&Redo"), QKeySequence::Redo, [this] { Redo(); });
+  edit->addSeparator();
+  AddCommand(*edit, tr("Cu&t"), QKeySequence::Cut, inEditor(&QsciScintilla::cut));
+  AddCommand(*edit, tr("&Copy"), QKeySequence::Copy, inEditor(&QsciScintilla::copy));
+  AddCommand(*edit, tr("&Paste"), QKeySequence::Paste, inEditor(&QsciScintilla::paste));
+  AddCommand(*edit, tr("Select &All"), QKeySequence::SelectAll, [this] {
+    if (CodeWindow* const code = CurrentCode()) code->Editor().selectAll(true);
+  });
+  edit->addSeparator();
+  AddCommand(*edit, tr("&Find..."), QKeySequence::Find, [this] { find_->Open(false); });
+  AddCommand(*edit, tr("Find &Next"), QKeySequence(Qt::Key_F3), [this] { find_->FindNext(); });
+  AddCommand(*edit, tr("R&eplace..."), QKeySequence(Qt::CTRL | Qt::Key_H),
+             [this] { find_->Open(true); });
+  connect(edit, &QMenu::aboutToShow, this, [this] { UpdateCommands(); });
+}
+
+void MainWindow::BuildViewMenu() {
+  QMenu* const view = menuBar()->addMenu(tr("&View"));
+  AddCommand(*view, tr("&Code"), QKeySequence(Qt::Key_F7), [this] {
+    if (const auto component = CurrentComponent()) ShowCode(component);
+  });
+  AddCommand(*view, tr("O&bject"), QKeySequence(Qt::SHIFT | Qt::Key_F7), [this] {
+    if (const auto component = CurrentComponent()) ShowDesigner(component);
+  });
+  view->addSeparator();
+  static const std::map<QString, QKeySequence> Keys{
+      {QStringLiteral("project"), QKeySequence(Qt::CTRL | Qt::Key_R)},
+      {QStringLiteral("properties"), QKeySequence(Qt::Key_F4)}};
+  for (QDockWidget* const dock : docks_) {
+    QAction* const toggle = dock->toggleViewAction();
+    const auto keys = Keys.find(dock->objectName());
+    if (keys != Keys.end()) toggle->setShortcut(keys->second);
+    view->addAction(toggle);
+  }
+  QMenu* const bars = view->addMenu(tr("&Toolbars"));
+  connect(bars, &QMenu::aboutToShow, this, [this, bars] {
+    bars->clear();
+    for (QToolBar* const bar : findChildren<QToolBar*>()) {
+      if (bar->objectName().startsWith(QStringLiteral("bar:"))) {
+        bars->addAction(bar->toggleViewAction());
+      }
+    }
+  });
+}
+
+void MainWindow::BuildWindowMenu() {
+  QMenu* const menu = menuBar()->addMenu(tr("&Window"));
+  connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+    menu->clear();
+    connect(menu->addAction(tr("&Cascade")), &QAction::triggered, area_,
+            &QMdiArea::cascadeSubWindows);
+    connect(menu->addAction(tr("&Tile")), &QAction::triggered, area_, &QMdiArea::tileSubWindows);
+    connect(menu->addAction(tr("Close &All")), &QAction::triggered, area_,
+            &QMdiArea::closeAllSubWindows);
+    menu->addSeparator();
+    for (QMdiSubWindow* const frame : area_->subWindowList()) {
+      QAction* const action = menu->addAction(frame->widget()->windowTitle());
+      action->setCheckable(true);
+      action->setChecked(frame == area_->activeSubWindow());
+      connect(action, &QAction::triggered, frame,
+              [this, frame] { area_->setActiveSubWindow(frame); });
+    }
+  });
+}
+
+void MainWindow::UpdateCommands() {
+  const CodeWindow* const code = CurrentCode();
+  DesignerView* const view = CurrentDesigner();
+  const auto component = CurrentComponent();
+  const bool open = !vbe_->Projects().All().empty();
+  const auto put = [this](const char* name, bool enabled) {
+    const auto command = commands_.find(QString::fromLatin1(name));
+    if (command != commands_.end()) command->second->setEnabled(enabled);
+  };
+  put("Undo", code ? code->Editor().isUndoAvailable() : view && view->UndoStack().canUndo());
+  put("Redo", code ? code->Editor().isRedoAvailable() : view && view->UndoStack().canRedo());
+  for (const char* name : {"Cut", "Copy"}) put(name, code && code->Editor().hasSelectedText());
+  for (const char* name : {"Select All", "Find", "Find Next", "Replace"}) put(name, code);
+  put("Paste", code && !QGuiApplication::clipboard()->text().isEmpty());
+  put("Save", component != nullptr);
+  put("Save Component As", component && component->Storage());
+  put("Save All", open);
+  put("Close Project", open);
+  put("Code", component && component->Module());
+  put("Object", component && component->OwnDesigner());
+}
+
+void MainWindow::Undo() {
+  if (CodeWindow* const code = CurrentCode()) code->Editor().undo();
+  if (DesignerView* const view = CurrentDesigner()) view->UndoStack().undo();
+}
+
+void MainWindow::Redo() {
+  if (CodeWindow* const code = CurrentCode()) code->Editor().redo();
+  if (DesignerView* const view = CurrentDesigner()) view->UndoStack().redo();
+}
+
+void MainWindow::ShowOptions() {
+  if (EditOptions(this, settings_)) ApplyOptions();
+}
+
+}  // namespace tessel::workbench

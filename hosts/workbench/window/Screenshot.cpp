@@ -1,0 +1,79 @@
+#include "hosts/workbench/window/Screenshot.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QPixmap>
+#include <QTimer>
+
+#include "hosts/workbench/designer/DesignerView.h"
+#include "hosts/workbench/platform/Text.h"
+#include "hosts/workbench/window/MainWindow.h"
+
+namespace tessel::workbench {
+namespace {
+
+constexpr int SettleMs = 700;
+
+void Settle() {
+  QEventLoop loop;
+  QTimer::singleShot(SettleMs, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+/// The first component that a test accepts.
+template <class Accept>
+std::shared_ptr<model::VBComponent> FirstComponent(MainWindow& window, const Accept& accept) {
+  for (const auto& project : window.Root()->Projects().All()) {
+    for (const auto& component : project->Components().All()) {
+      if (accept(*component)) return component;
+    }
+  }
+  return nullptr;
+}
+
+/// Opens a form and the longest code of a module of its project.
+void OpenWindows(MainWindow& window) {
+  const auto form = FirstComponent(window, [](const auto& one) {
+    return one.PlainType() == host::vbext_ct_VBForm &&
+           one.OwnDesigner()->Tree().Controls().size() > 3;
+  });
+  if (form) window.ShowDesigner(form);
+  const auto code = FirstComponent(window, [](const auto& one) {
+    return one.PlainType() == host::vbext_ct_StdModule && one.Module()->Buffer().Count() > 40;
+  });
+  if (!code) return;
+  if (CodeWindow* const shown = window.ShowCode(code)) {
+    const auto members = code->Module()->Index().Members();
+    if (!members.empty())
+      shown->Editor().Select(
+          {members.front().Lines.Body + 1, 5, members.front().Lines.Body + 1, 5});
+  }
+}
+
+QString DialogFile(const QString& file) {
+  const QFileInfo info(file);
+  return info.path() + u'/' + info.completeBaseName() + QStringLiteral("-dialog.") + info.suffix();
+}
+
+}  // namespace
+
+bool DrawScreenshots(MainWindow& window, const QString& file, const QString& command) {
+  OpenWindows(window);
+  window.TileWindows();
+  Settle();
+  bool drawn = window.grab().save(file);
+  if (command.isEmpty()) return drawn;
+  QTimer::singleShot(SettleMs, &window, [&] {
+    for (QWidget* const top : QApplication::topLevelWidgets()) {
+      if (top == &window || !top->isVisible() || !top->inherits("QDialog")) continue;
+      drawn = top->grab().save(DialogFile(file)) && drawn;
+      top->close();
+    }
+  });
+  const bool clicked = window.ClickCommand(u"Tessel", {u"Tessel", FromQt(command)});
+  Settle();
+  Settle();
+  return drawn && clicked;
+}
+
+}  // namespace tessel::workbench

@@ -1,0 +1,227 @@
+#include "hosts/workbench/window/CodeEditor.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTest>
+#include <random>
+
+#include "hosts/model/Observer.h"
+#include "hosts/model/Vbe.h"
+#include "hosts/workbench/platform/Text.h"
+#include "support/Modules.h"
+
+namespace tessel::workbench {
+namespace {
+
+/// Tells an editor what the main window tells it.
+struct Follower : model::Observer {
+  CodeEditor* Editor = nullptr;
+  void LinesChanged(model::CodeModule&, int line, int removed, int added) override {
+    if (Editor != nullptr) Editor->LinesChanged(line, removed, added);
+  }
+};
+
+class Editing : public testing::Test {
+ protected:
+  Editing() { Root()->SetObserver(&follower_); }
+  ~Editing() override {
+    editor_.reset();
+    Root()->SetObserver(nullptr);
+  }
+
+  [[nodiscard]] std::shared_ptr<model::Vbe> Root() const {
+    return std::dynamic_pointer_cast<model::Vbe>(world_.Environment.VBE());
+  }
+  CodeEditor& Open(StringView text) {
+    module_ = std::dynamic_pointer_cast<model::CodeModule>(world_.Module(u"M", text));
+    EditorOptions options;
+    options.Font = QFont(QStringLiteral("DejaVu Sans Mono"), 10);
+    editor_ = std::make_unique<CodeEditor>(module_, options, nullptr);
+    editor_->resize(600, 400);
+    follower_.Editor = editor_.get();
+    return *editor_;
+  }
+  [[nodiscard]] QString Shown() const { return editor_->text(); }
+  [[nodiscard]] QString Kept() const {
+    return ToQt(vb::Replace(world_.Text(u"M"), u"\r\n", u"\n"));
+  }
+
+  test::World world_;
+  Follower follower_;
+  std::shared_ptr<model::CodeModule> module_;
+  std::unique_ptr<CodeEditor> editor_;
+};
+
+TEST_F(Editing, ShowsTheLinesOfTheModule) {
+  EXPECT_EQ(Open(u"Sub A()\r\n  'ÄЖ漢\r\nEnd Sub").text(),
+            QStringLiteral("Sub A()\n  'ÄЖ漢\nEnd Sub"));
+  EXPECT_FALSE(editor_->isUndoAvailable());
+}
+
+TEST_F(Editing, PutsWhatTheUserTypesIntoTheModule) {
+  CodeEditor& editor = Open(u"a\r\nb");
+  editor.setCursorPosition(1, 1);
+  QTest::keyClicks(&editor, QStringLiteral("x"));
+  EXPECT_EQ(world_.Text(u"M"), u"a\r\nbx");
+  QTest::keyClick(&editor, Qt::Key_Return);
+  QTest::keyClicks(&editor, QStringLiteral("c"));
+  EXPECT_EQ(world_.Text(u"M"), u"a\r\nbx\r\nc");
+  for (int i = 0; i < 3; ++i) QTest::keyClick(&editor, Qt::Key_Backspace);
+  EXPECT_EQ(world_.Text(u"M"), u"a\r\nb");
+}
+
+TEST_F(Editing, PutsWhatAToolDoesIntoTheText) {
+  Open(u"a\r\nb\r\nc");
+  module_->InsertLines(2, u"x\r\ny");
+  EXPECT_EQ(Shown(), Kept());
+  module_->DeleteLines(5, 1);
+  EXPECT_EQ(Shown(), Kept());
+  module_->ReplaceLine(1, u"p\r\nq");
+  EXPECT_EQ(Shown(), Kept());
+  module_->InsertLines(99, u"last");
+  EXPECT_EQ(Shown(), QStringLiteral("p\nq\nx\ny\nb\nlast"));
+  module_->DeleteLines(1, 6);
+  EXPECT_EQ(Shown(), QString());
+  module_->InsertLines(1, u"again");
+  EXPECT_EQ(Shown(), QStringLiteral("again"));
+}
+
+TEST_F(Editing, KeepsToolsAndUserInOneHistory) {
+  CodeEditor& editor = Open(u"a");
+  editor.setCursorPosition(0, 1);
+  QTest::keyClicks(&editor, QStringLiteral("1"));
+  editor.BeginGroup();
+  module_->InsertLines(1, u"x");
+  module_->InsertLines(1, u"y");
+  editor.EndGroup();
+  EXPECT_EQ(world_.Text(u"M"), u"y\r\nx\r\na1");
+  editor.undo();
+  EXPECT_EQ(world_.Text(u"M"), u"a1");
+  editor.undo();
+  EXPECT_EQ(world_.Text(u"M"), u"a");
+  editor.redo();
+  editor.redo();
+  EXPECT_EQ(world_.Text(u"M"), u"y\r\nx\r\na1");
+}
+
+TEST_F(Editing, StaysInStepOverAnyMixOfEdits) {
+  CodeEditor& editor = Open(u"Sub A()\r\n  x = 1\r\nEnd Sub");
+  std::mt19937 random(7);
+  const auto below = [&](int limit) {
+    return static_cast<int>(random() % static_cast<unsigned>(std::max(1, limit)));
+  };
+  static const QString Pieces[] = {QStringLiteral("x"), QStringLiteral("\n"),
+                                   QStringLiteral("é漢\nb"), QStringLiteral("\n\n"),
+                                   QStringLiteral("😀")};
+  for (int round = 0; round < 600; ++round) {
+    const int count = module_->Buffer().Count();
+    switch (below(7)) {
+      case 0:
+        module_->InsertLines(1 + below(count + 1), FromQt(Pieces[below(5)]));
+        break;
+      case 1:
+        if (count > 0) module_->DeleteLines(1 + below(count), 1);
+        break;
+      case 2:
+        if (count > 0) module_->ReplaceLine(1 + below(count), u"r\r\ns");
+        break;
+      case 3:
+        editor.undo();
+        break;
+      case 4:
+        editor.redo();
+        break;
+      case 5: {
+        const int line = below(editor.lines());
+        editor.setSelection(line, 0, std::min(line + below(3), editor.lines() - 1), 1);
+        editor.removeSelectedText();
+        break;
+      }
+      default: {
+        const int line = below(editor.lines());
+        editor.insertAt(Pieces[below(5)], line, below(editor.lineLength(line)));
+      }
+    }
+    ASSERT_EQ(Shown(), Kept()) << "round " << round;
+  }
+}
+
+TEST_F(Editing, CountsColumnsInSixteenBitUnits) {
+  CodeEditor& editor = Open(u"é漢\U0001F600x\r\nb");
+  editor.Select({1, 5, 1, 6});
+  EXPECT_EQ(editor.selectedText(), QStringLiteral("x"));
+  EXPECT_EQ(editor.Selected(), (host::Selection{1, 5, 1, 6}));
+  editor.Select({2, 9, 9, 9});
+  EXPECT_EQ(editor.Selected(), (host::Selection{2, 2, 2, 2}));
+}
+
+TEST_F(Editing, ScrollsToALine) {
+  String text;
+  for (int i = 0; i < 500; ++i) text += u"x\r\n";
+  CodeEditor& editor = Open(text);
+  editor.show();
+  editor.SetTopLine(120);
+  EXPECT_EQ(editor.TopLine(), 120);
+}
+
+TEST_F(Editing, TidiesADeclarationWhenTheUserLeavesItsLine) {
+  CodeEditor& editor = Open(u"\r\n\r\n");
+  editor.setCursorPosition(0, 0);
+  QTest::keyClicks(&editor, QStringLiteral("dim  a as integer"));
+  EXPECT_EQ(module_->Lines(1, 1), u"dim  a as integer");
+  QTest::keyClick(&editor, Qt::Key_Down);
+  QApplication::processEvents();
+  editor.TidyEntered();
+  EXPECT_EQ(module_->Lines(1, 1), u"Dim a As Integer");
+  editor.undo();
+  EXPECT_EQ(module_->Lines(1, 1), u"dim  a as integer");
+}
+
+TEST_F(Editing, LeavesDeclarationsAloneWhenToldTo) {
+  CodeEditor& editor = Open(u"\r\n");
+  EditorOptions options;
+  options.TidyDeclarations = false;
+  editor.SetOptions(options);
+  editor.setCursorPosition(0, 0);
+  QTest::keyClicks(&editor, QStringLiteral("dim  a"));
+  editor.TidyEntered();
+  EXPECT_EQ(module_->Lines(1, 1), u"dim  a");
+}
+
+TEST_F(Editing, FoldsByMember) {
+  CodeEditor& editor =
+      Open(u"Dim x\r\n\r\nSub A()\r\n  x = 1\r\nEnd Sub\r\n\r\nSub B()\r\nEnd Sub");
+  const auto level = [&](int line) {
+    return editor.SendScintilla(QsciScintillaBase::SCI_GETFOLDLEVEL,
+                                static_cast<unsigned long>(line - 1));
+  };
+  EXPECT_EQ(level(1) & QsciScintillaBase::SC_FOLDLEVELHEADERFLAG, 0);
+  EXPECT_NE(level(3) & QsciScintillaBase::SC_FOLDLEVELHEADERFLAG, 0);
+  EXPECT_GT(level(4) & QsciScintillaBase::SC_FOLDLEVELNUMBERMASK,
+            level(3) & QsciScintillaBase::SC_FOLDLEVELNUMBERMASK);
+  EXPECT_NE(level(7) & QsciScintillaBase::SC_FOLDLEVELHEADERFLAG, 0);
+}
+
+TEST_F(Editing, TakesAHundredThousandLinesAtOnce) {
+  Open(u"Sub A()\r\nEnd Sub");
+  String text;
+  for (int i = 0; i < 100000; ++i) text += u"    x = x + 1\r\n";
+  text.resize(text.size() - 2);
+  module_->InsertLines(2, text);
+  EXPECT_EQ(editor_->lines(), 100002);
+  EXPECT_EQ(module_->CountOfLines(), 100002);
+}
+
+TEST_F(Editing, KeepsBytesThatStandForNoCharacter) {
+  String text = u"a?\r\nb";
+  text[1] = 0xDC81;
+  CodeEditor& editor = Open(text);
+  editor.insertAt(QStringLiteral("x"), 0, 0);
+  String expected = u"xa?\r\nb";
+  expected[2] = 0xDC81;
+  EXPECT_TRUE(world_.Text(u"M") == expected);
+}
+
+}  // namespace
+}  // namespace tessel::workbench
