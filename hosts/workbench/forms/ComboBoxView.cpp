@@ -1,0 +1,59 @@
+#include "hosts/workbench/forms/ComboBoxView.h"
+
+#include <QLineEdit>
+#include <algorithm>
+
+#include "forms/User.h"
+#include "hosts/workbench/platform/Text.h"
+
+namespace tessel::workbench {
+
+ComboBoxView::ComboBoxView(forms::ComboBox& box, ViewHost& host)
+    : ControlView(box, host), box_(box), widget_(new QComboBox) {
+  constexpr int VisibleItems = 20;
+  widget_->setMaxVisibleItems(VisibleItems);
+  widget_->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  if (box.BoxStyle() == forms::ComboBox::Style::Editable) MakeEditable();
+  QObject::connect(widget_, &QComboBox::activated, widget_,
+                   [this](int index) { Act([this, index] { forms::user::Pick(box_, index); }); });
+}
+
+void ComboBoxView::MakeEditable() {
+  widget_->setEditable(true);
+  widget_->setInsertPolicy(QComboBox::NoInsert);
+  widget_->setDuplicatesEnabled(true);
+  widget_->setCompleter(nullptr);
+  // The widget would pick the item of a typed text by itself; only the user picks.
+  QLineEdit* const line = widget_->lineEdit();
+  QObject::disconnect(line, &QLineEdit::editingFinished, widget_, nullptr);
+  QObject::disconnect(line, &QLineEdit::returnPressed, widget_, nullptr);
+  QObject::connect(line, &QLineEdit::textEdited, widget_, [this](const QString& text) {
+    Act([this, typed = FromQt(text)] { forms::user::Type(box_, typed); });
+  });
+}
+
+bool ComboBoxView::InsertText(const QString& text) {
+  if (!widget_->isEditable()) return false;
+  widget_->lineEdit()->insert(text);
+  Act([this] { forms::user::Type(box_, FromQt(widget_->currentText())); });
+  return true;
+}
+
+void ComboBoxView::Update() {
+  if (shown_ != box_.List()) {
+    shown_ = box_.List();
+    QStringList items;
+    for (const String& text : shown_) items.append(ToQt(text));
+    widget_->clear();
+    widget_->addItems(items);
+  }
+  if (widget_->currentIndex() != box_.ListIndex()) widget_->setCurrentIndex(box_.ListIndex());
+  const QString text = ToQt(box_.Text());
+  if (!widget_->isEditable() || widget_->currentText() == text) return;
+  const auto behind = widget_->currentText().size() - widget_->lineEdit()->cursorPosition();
+  widget_->setEditText(text);
+  widget_->lineEdit()->setCursorPosition(
+      static_cast<int>(std::max<qsizetype>(0, text.size() - behind)));
+}
+
+}  // namespace tessel::workbench

@@ -1,0 +1,217 @@
+#include "hosts/workbench/forms/GridTable.h"
+
+#include <QDropEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QUrl>
+#include <algorithm>
+
+#include "hosts/workbench/forms/GridModel.h"
+
+namespace tessel::workbench {
+namespace {
+
+constexpr int WantedLines = 14, LeastLines = 4, LeastColumns = 24, Padding = 3;
+
+bool IsText(const QEvent* event) {
+  const auto* const key = dynamic_cast<const QKeyEvent*>(event);
+  if (key == nullptr || key->text().isEmpty()) return false;
+  return key->text().front().isPrint() &&
+         !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+}
+
+QStringList FilesOf(const QMimeData* data) {
+  QStringList files;
+  for (const QUrl& address : data->urls()) {
+    if (address.isLocalFile()) files.append(address.toLocalFile());
+  }
+  return files;
+}
+
+}  // namespace
+
+GridTable::GridTable(GridModel& model) : grid_(model) {
+  setModel(&model);
+  Configure();
+  connect(this, &QTreeView::doubleClicked, this, [this](const QModelIndex& index) {
+    if (RowDoubleClicked) RowDoubleClicked(GridModel::RowOf(index));
+  });
+  connect(this, &QTreeView::customContextMenuRequested, this, [this](const QPoint& place) {
+    if (RowRightClicked) RowRightClicked(RowAt(place));
+  });
+  header()->viewport()->installEventFilter(this);
+}
+
+void GridTable::Configure() {
+  setSelectionMode(SingleSelection);
+  setSelectionBehavior(SelectItems);
+  setUniformRowHeights(true);
+  setAllColumnsShowFocus(false);
+  setAlternatingRowColors(true);
+  setExpandsOnDoubleClick(true);
+  setContextMenuPolicy(Qt::CustomContextMenu);
+  setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
+  header()->setSectionsMovable(false);
+  header()->setSectionsClickable(false);
+  header()->setHighlightSections(false);
+}
+
+void GridTable::ShowColumns(const std::vector<int>& chars) {
+  chars_ = chars;
+  setHeaderHidden(!grid_.HasHeading());
+  setRootIsDecorated(grid_.HasOutline());
+  setItemsExpandable(grid_.HasOutline());
+  setTreePosition(grid_.TreeColumn());
+  ApplyWidths();
+}
+
+/// The widest column takes the room that is left.
+void GridTable::ApplyWidths() {
+  const int count = grid_.columnCount();
+  header()->setStretchLastSection(false);
+  header()->setMinimumSectionSize(fontMetrics().averageCharWidth() * 2);
+  std::vector<int> pixels;
+  for (int col = 0; col < count; ++col) pixels.push_back(PixelsOf(col));
+  const auto widest = std::max_element(pixels.begin(), pixels.end()) - pixels.begin();
+  for (int col = 0; col < count; ++col) {
+    header()->setSectionResizeMode(col,
+                                   col == widest ? QHeaderView::Stretch : QHeaderView::Interactive);
+    if (col != widest) header()->resizeSection(col, pixels[static_cast<std::size_t>(col)]);
+  }
+  updateGeometry();
+}
+
+int GridTable::PixelsOf(int col) const {
+  const QFontMetrics metrics = fontMetrics();
+  const int heading = header()->sectionSizeHint(col);
+  const auto at = static_cast<std::size_t>(col);
+  if (at >= chars_.size()) return std::max(heading, sizeHintForColumn(col));
+  return std::max(heading, (chars_[at] + Padding) * metrics.averageCharWidth());
+}
+
+QSize GridTable::sizeHint() const {
+  int width = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
+  for (int col = 0; col < grid_.columnCount(); ++col) width += PixelsOf(col);
+  const int height =
+      header()->sizeHint().height() + WantedLines * fontMetrics().lineSpacing() * 5 / 4;
+  return QSize(width, height).expandedTo(minimumSizeHint());
+}
+
+QSize GridTable::minimumSizeHint() const {
+  const QFontMetrics metrics = fontMetrics();
+  return {LeastColumns * metrics.averageCharWidth(), LeastLines * metrics.lineSpacing() * 2};
+}
+
+// The header tells of every change of a width, also of its own; only a drag is the user's.
+bool GridTable::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == header()->viewport()) {
+    if (event->type() == QEvent::MouseButtonPress) {
+      pressedWidths_.clear();
+      for (int col = 0; col < header()->count(); ++col) {
+        pressedWidths_.push_back(header()->sectionSize(col));
+      }
+    } else if (event->type() == QEvent::MouseButtonRelease) {
+      TellWidths();
+    }
+  }
+  return QTreeView::eventFilter(watched, event);
+}
+
+void GridTable::TellWidths() {
+  const int unit = fontMetrics().averageCharWidth();
+  for (std::size_t at = 0; at < pressedWidths_.size(); ++at) {
+    const int col = static_cast<int>(at), width = header()->sectionSize(col);
+    if (width == pressedWidths_[at] || !Resized) continue;
+    if (at < chars_.size()) chars_[at] = std::max(1, width / unit - Padding);
+    Resized(col, std::max(1, width / unit - Padding));
+  }
+  pressedWidths_.clear();
+}
+
+bool GridTable::AllowsEdit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+  if (trigger == AnyKeyPressed && !IsText(event)) return false;
+  return !MayEdit || MayEdit(GridModel::RowOf(index), index.column());
+}
+
+bool GridTable::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+  const bool asked = trigger == AllEditTriggers || editTriggers().testFlag(trigger);
+  const bool opens =
+      asked && !IsEditing() && index.isValid() && index.flags().testFlag(Qt::ItemIsEditable);
+  if (!opens) return QTreeView::edit(index, trigger, event);
+  const int row = GridModel::RowOf(index), col = index.column();
+  if (!AllowsEdit(index, trigger, event)) return false;
+  // The question may have led to other rows.
+  return QTreeView::edit(grid_.IndexOf(row, col), trigger, event);
+}
+
+void GridTable::FinishEdit() {
+  if (!IsEditing()) return;
+  // Cells are edited in a line edit below the viewport.
+  for (QLineEdit* const editor : viewport()->findChildren<QLineEdit*>()) {
+    if (!editor->isVisible()) continue;
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+    return;
+  }
+}
+
+void GridTable::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTreeView::currentChanged(current, previous);
+  // A press chooses by itself, whether the cell was current or not.
+  if (!pressing_ && current.isValid() && Chosen) {
+    Chosen(GridModel::RowOf(current), current.column());
+  }
+}
+
+void GridTable::mousePressEvent(QMouseEvent* event) {
+  const QPersistentModelIndex pressed = indexAt(event->position().toPoint());
+  {
+    const QScopedValueRollback<bool> guard(pressing_, true);
+    QTreeView::mousePressEvent(event);
+  }
+  if (event->button() == Qt::LeftButton && pressed.isValid() && Chosen) {
+    Chosen(GridModel::RowOf(pressed), pressed.column());
+  }
+}
+
+void GridTable::keyPressEvent(QKeyEvent* event) {
+  const QModelIndex current = currentIndex();
+  if (event->key() == Qt::Key_Space && current.isValid() && !IsEditing()) {
+    const QModelIndex box =
+        grid_.IsBoolean(current.column()) ? current : current.siblingAtColumn(grid_.TreeColumn());
+    if (box.flags().testFlag(Qt::ItemIsUserCheckable)) {
+      const bool on = box.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+      grid_.setData(box, on ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+      return;
+    }
+  }
+  QTreeView::keyPressEvent(event);
+}
+
+int GridTable::RowAt(const QPoint& place) const { return GridModel::RowOf(indexAt(place)); }
+
+void GridTable::dragEnterEvent(QDragEnterEvent* event) {
+  if (!FilesOf(event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void GridTable::dragMoveEvent(QDragMoveEvent* event) {
+  if (RowAt(event->position().toPoint()) >= 0) {
+    event->acceptProposedAction();
+  } else {
+    event->ignore();
+  }
+}
+
+void GridTable::dropEvent(QDropEvent* event) {
+  const int row = RowAt(event->position().toPoint());
+  const QStringList files = FilesOf(event->mimeData());
+  if (row < 0 || files.isEmpty() || !Dropped) return;
+  event->acceptProposedAction();
+  Dropped(row, files);
+}
+
+}  // namespace tessel::workbench

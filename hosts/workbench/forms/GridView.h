@@ -1,0 +1,36 @@
+#pragma once
+
+#include "forms/Grid.h"
+#include "hosts/workbench/forms/ControlView.h"
+#include "hosts/workbench/forms/GridTable.h"
+
+namespace tessel::workbench {
+
+class GridModel;
+
+class GridView : public ControlView {
+ public:
+  GridView(forms::Grid& grid, ViewHost& host);
+  [[nodiscard]] GridTable* Widget() const override { return table_; }
+  void Settle() override;
+
+ protected:
+  void Update() override;
+
+ private:
+  void Wire();
+  void WireOutline();
+  void Choose(int row, int col);
+  [[nodiscard]] bool MayEdit(int row, int col);
+  void Edit(int row, int col, const QString& text);
+  void ShowRows();
+  void ShowOutline();
+  void ShowCurrent();
+
+  forms::Grid& grid_;
+  GridModel* model_;
+  GridTable* table_;
+  std::vector<int> shownWidths_;
+};
+
+}  // namespace tessel::workbench

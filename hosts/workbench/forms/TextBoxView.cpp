@@ -1,0 +1,46 @@
+#include "hosts/workbench/forms/TextBoxView.h"
+
+#include <QStyle>
+#include <QStyleOptionFrame>
+#include <algorithm>
+
+#include "forms/User.h"
+#include "hosts/workbench/platform/Text.h"
+
+namespace tessel::workbench {
+
+TextBoxView::TextBoxView(forms::TextBox& box, ViewHost& host)
+    : ControlView(box, host), box_(box), widget_(new QLineEdit) {
+  QObject::connect(widget_, &QLineEdit::textEdited, widget_, [this](const QString& text) {
+    Act([this, typed = FromQt(text)] { forms::user::Type(box_, typed); });
+  });
+}
+
+bool TextBoxView::InsertText(const QString& text) {
+  widget_->insert(text);
+  Act([this] { forms::user::Type(box_, FromQt(widget_->text())); });
+  return true;
+}
+
+void TextBoxView::NarrowTo(int digits) {
+  // Room for the caret and the frame's own margins is what the style adds to a blank field.
+  const QFontMetrics metrics = widget_->fontMetrics();
+  QStyleOptionFrame frame;
+  frame.initFrom(widget_);
+  const QSize text((digits + 1) * metrics.horizontalAdvance(u'0'), metrics.height());
+  const QSize whole =
+      widget_->style()->sizeFromContents(QStyle::CT_LineEdit, &frame, text, widget_);
+  widget_->setFixedWidth(whole.width() + 2 * metrics.averageCharWidth());
+}
+
+void TextBoxView::Update() {
+  widget_->setReadOnly(box_.Locked);
+  const QString text = ToQt(box_.Text());
+  if (text == widget_->text()) return;
+  // What stands behind the caret stays behind it.
+  const auto behind = widget_->text().size() - widget_->cursorPosition();
+  widget_->setText(text);
+  widget_->setCursorPosition(static_cast<int>(std::max<qsizetype>(0, text.size() - behind)));
+}
+
+}  // namespace tessel::workbench
