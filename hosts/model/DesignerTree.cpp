@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t NameWidth = 16;
 
 constexpr double GreatestIndex = 32767;
+constexpr std::size_t LongestIndex = 5;  // digits
 
 StringView WithoutEnd(StringView line) {
   while (!line.empty() && (line.back() == u'\r' || line.back() == u'\n')) line.remove_suffix(1);
@@ -105,7 +106,9 @@ std::optional<String> DesignerNode::RawLine(StringView property) const {
 
 int DesignerNode::ArrayIndex() const {
   const auto raw = RawValue(u"Index");
-  const double index = raw ? vb::Val(PlainValue(*raw)) : -1;
+  const String plain = raw ? PlainValue(*raw) : String();
+  if (plain.empty() || plain.size() > LongestIndex || !vb::IsNumeric(plain)) return -1;
+  const double index = vb::Val(plain);
   return index >= 0 && index <= GreatestIndex ? static_cast<int>(index) : -1;
 }
 

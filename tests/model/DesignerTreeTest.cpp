@@ -133,6 +133,10 @@ TEST(DesignerTree, TakesAnIndexOutsideTheRangeForNone) {
       u"   End\r\nEnd\r\n");
   EXPECT_EQ(tree.Root()->ArrayIndex(), -1);
   EXPECT_EQ(tree.Controls().front()->ArrayIndex(), -1);
+  for (const StringView odd : {u"1e999", u"9e99", u"x", u"", u"\"\""}) {
+    tree.SetRawValue(*tree.Root(), u"Index", odd);
+    EXPECT_EQ(tree.Root()->ArrayIndex(), -1);
+  }
 }
 
 }  // namespace

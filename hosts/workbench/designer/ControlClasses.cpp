@@ -1,0 +1,81 @@
+#include "hosts/workbench/designer/ControlClasses.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace tessel::workbench {
+namespace {
+
+constexpr ControlClass Classes[] = {
+    // clang-format off
+    // name                base name   event       look            width height light  holds  caption
+    {u"VB.PictureBox",     u"Picture", u"Click",   Look::Picture,  1215, 1215,  false, true,  false},
+    {u"VB.Label",          u"Label",   u"Click",   Look::Label,    1215, 255,   true,  false, true},
+    {u"VB.TextBox",        u"Text",    u"Change",  Look::Text,     1215, 315,   false, false, false},
+    {u"VB.Frame",          u"Frame",   u"DragDrop", Look::Frame,   2415, 1215,  false, true,  true},
+    {u"VB.CommandButton",  u"Command", u"Click",   Look::Button,   1215, 375,   false, false, true},
+    {u"VB.CheckBox",       u"Check",   u"Click",   Look::Check,    1215, 255,   false, false, true},
+    {u"VB.OptionButton",   u"Option",  u"Click",   Look::Option,   1215, 255,   false, false, true},
+    {u"VB.ComboBox",       u"Combo",   u"Change",  Look::Combo,    1215, 315,   false, false, false},
+    {u"VB.ListBox",        u"List",    u"Click",   Look::List,     1215, 1035,  false, false, false},
+    {u"VB.HScrollBar",     u"HScroll", u"Change",  Look::HScroll,  1215, 255,   false, false, false},
+    {u"VB.VScrollBar",     u"VScroll", u"Change",  Look::VScroll,  255,  1215,  false, false, false},
+    {u"VB.Timer",          u"Timer",   u"Timer",   Look::Timer,    420,  420,   false, false, false},
+    {u"VB.DriveListBox",   u"Drive",   u"Change",  Look::Drive,    1215, 315,   false, false, false},
+    {u"VB.DirListBox",     u"Dir",     u"Change",  Look::Dir,      1215, 1215,  false, false, false},
+    {u"VB.FileListBox",    u"File",    u"Click",   Look::File,     1215, 1065,  false, false, false},
+    {u"VB.Shape",          u"Shape",   u"",        Look::Shape,    1215, 615,   true,  false, false},
+    {u"VB.Line",           u"Line",    u"",        Look::Line,     1215, 615,   true,  false, false},
+    {u"VB.Image",          u"Image",   u"Click",   Look::Image,    615,  615,   true,  false, false},
+    {u"VB.Data",           u"Data",    u"Validate", Look::Data,    1215, 345,   false, false, true},
+    {u"VB.OLE",            u"OLE",     u"Updated", Look::Ole,      1215, 615,   false, false, false},
+    // clang-format on
+};
+constexpr ControlClass MenuClass{u"VB.Menu", u"Menu", u"Click", Look::Menu, 0,
+                                 0,          true,    false,    false};
+
+}  // namespace
+
+std::span<const ControlClass> ToolboxClasses() { return Classes; }
+
+const ControlClass* FindControlClass(StringView name) {
+  if (vb::SameText(name, MenuClass.Name)) return &MenuClass;
+  const auto* const found =
+      std::find_if(std::begin(Classes), std::end(Classes),
+                   [&](const ControlClass& one) { return vb::SameText(one.Name, name); });
+  return found == std::end(Classes) ? nullptr : found;
+}
+
+StringView ShortName(StringView className) {
+  return className.substr(className.rfind(u'.') + 1);  // npos + 1 is the whole name
+}
+
+StringView DefaultEvent(StringView className) {
+  if (const ControlClass* const known = FindControlClass(className)) return known->Event;
+  for (const StringView form : {u"Form", u"MDIForm", u"UserControl"}) {
+    if (vb::SameText(ShortName(className), form)) return u"Load";
+  }
+  return u"Click";
+}
+
+String FreeControlName(const model::DesignerTree& tree, StringView className) {
+  std::unordered_set<String> taken;
+  for (const model::DesignerNode* node : tree.Controls()) taken.insert(vb::LCase(node->Name));
+  const ControlClass* const known = FindControlClass(className);
+  const String base(known != nullptr ? known->BaseName : ShortName(className));
+  for (int number = 1;; ++number) {
+    String name = base + vb::Str(number);
+    if (!taken.contains(vb::LCase(name))) return name;
+  }
+}
+
+String NameInCode(const model::DesignerNode& node) {
+  return node.Parent == nullptr ? String(ShortName(node.Class)) : node.Name;
+}
+
+String ShownName(const model::DesignerNode& node) {
+  const int index = node.ArrayIndex();
+  return index < 0 ? node.Name : node.Name + u"(" + vb::Str(index) + u")";
+}
+
+}  // namespace tessel::workbench

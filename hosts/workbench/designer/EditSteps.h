@@ -1,0 +1,93 @@
+// The single steps that edits of a designer are made of. Each can be taken back.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "hosts/model/Component.h"
+
+namespace tessel::workbench {
+
+/// A property and its value.
+using NamedValue = std::pair<String, String>;
+
+/// One change of a designer. Both directions fail with a vb::Failure and then leave everything as
+/// it was.
+class EditStep {
+ public:
+  EditStep() = default;
+  EditStep(const EditStep&) = delete;
+  EditStep& operator=(const EditStep&) = delete;
+  virtual ~EditStep() = default;
+  virtual void Do() = 0;
+  virtual void Undo() = 0;
+  /// Whether a later step sets the same thing, so that `TakeIn` can make one of both.
+  [[nodiscard]] virtual bool SetsSame(const EditStep& /*later*/) const { return false; }
+  virtual void TakeIn(const EditStep& /*later*/) {}
+};
+
+/// Puts a new control into a container.
+class AddStep : public EditStep {
+ public:
+  AddStep(std::shared_ptr<model::Designer> designer, model::DesignerNode& container,
+          StringView className, StringView name, std::vector<NamedValue> properties);
+  void Do() override;
+  void Undo() override;
+
+ private:
+  std::shared_ptr<model::Designer> designer_;
+  std::weak_ptr<model::DesignerNode> container_, added_;
+  String class_, name_;
+  std::vector<NamedValue> properties_;
+  std::optional<model::TakenBlock> taken_;
+};
+
+/// Takes a control off with what stands in it.
+class RemoveStep : public EditStep {
+ public:
+  RemoveStep(std::shared_ptr<model::Designer> designer, model::DesignerNode& node);
+  void Do() override;
+  void Undo() override;
+
+ private:
+  std::shared_ptr<model::Designer> designer_;
+  std::weak_ptr<model::DesignerNode> node_;
+  String name_;
+  std::optional<model::TakenBlock> taken_;
+};
+
+/// Gives a control, or the component itself, another name.
+class RenameStep : public EditStep {
+ public:
+  RenameStep(std::shared_ptr<model::VBComponent> component, model::DesignerNode& node,
+             StringView name);
+  void Do() override { Rename(after_); }
+  void Undo() override { Rename(before_); }
+
+ private:
+  void Rename(StringView name);
+  std::shared_ptr<model::VBComponent> component_;
+  std::weak_ptr<model::DesignerNode> node_;
+  String before_, after_;
+};
+
+/// Sets one property to what the file is to have.
+class PropertyStep : public EditStep {
+ public:
+  PropertyStep(std::shared_ptr<model::Designer> designer, model::DesignerNode& node,
+               StringView property, StringView raw);
+  void Do() override;
+  void Undo() override;
+  [[nodiscard]] bool SetsSame(const EditStep& later) const override;
+  void TakeIn(const EditStep& later) override;
+
+ private:
+  std::shared_ptr<model::Designer> designer_;
+  std::weak_ptr<model::DesignerNode> node_;
+  String name_, property_, raw_;
+  std::optional<String> before_;
+};
+
+}  // namespace tessel::workbench

@@ -1,0 +1,75 @@
+#include "hosts/workbench/designer/Toolbox.h"
+
+#include <QEvent>
+
+#include "hosts/workbench/designer/ControlClasses.h"
+#include "hosts/workbench/designer/ToolIcons.h"
+#include "hosts/workbench/platform/Text.h"
+
+namespace tessel::workbench {
+namespace {
+
+constexpr int IconSide = 20, CellSide = 30, Columns = 3;
+
+}  // namespace
+
+Toolbox::Toolbox(QWidget* parent) : QListWidget(parent) {
+  setViewMode(QListView::IconMode);
+  setMovement(QListView::Static);
+  setResizeMode(QListView::Adjust);
+  setUniformItemSizes(true);
+  setIconSize({IconSide, IconSide});
+  setGridSize({CellSide, CellSide});
+  setAccessibleName(QStringLiteral("Toolbox"));
+  AddTool({}, QStringLiteral("Pointer"));
+  for (const ControlClass& one : ToolboxClasses()) {
+    AddTool(ToQt(one.Name), ToQt(ShortName(one.Name)));
+  }
+  DrawIcons();
+  setCurrentRow(0);
+  QObject::connect(this, &QListWidget::currentRowChanged, this, [this] {
+    if (!quiet_ && OnTool) OnTool(Tool());
+  });
+  QObject::connect(this, &QListWidget::itemActivated, this, [this] {
+    if (!Tool().empty() && OnAdd) OnAdd(Tool());
+  });
+}
+
+void Toolbox::AddTool(const QString& className, const QString& tip) {
+  auto* const item = new QListWidgetItem(this);
+  item->setData(Qt::UserRole, className);
+  item->setToolTip(tip);
+  item->setData(Qt::AccessibleTextRole, tip);
+  item->setSizeHint({CellSide, CellSide});
+}
+
+void Toolbox::DrawIcons() {
+  for (int row = 0; row < count(); ++row) {
+    const ControlClass* const one =
+        FindControlClass(FromQt(item(row)->data(Qt::UserRole).toString()));
+    item(row)->setIcon(ToolIcon(one == nullptr ? nullptr : &one->Style, palette()));
+  }
+}
+
+void Toolbox::changeEvent(QEvent* event) {
+  QListWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) DrawIcons();
+}
+
+void Toolbox::Reset() {
+  quiet_ = true;
+  setCurrentRow(0);
+  quiet_ = false;
+}
+
+String Toolbox::Tool() const {
+  const QListWidgetItem* const chosen = currentItem();
+  return chosen == nullptr ? String() : FromQt(chosen->data(Qt::UserRole).toString());
+}
+
+QSize Toolbox::sizeHint() const {
+  const int rows = (count() + Columns - 1) / Columns;
+  return {Columns * CellSide + 2 * frameWidth() + 4, rows * CellSide + 2 * frameWidth() + 4};
+}
+
+}  // namespace tessel::workbench
