@@ -149,10 +149,14 @@ TEST_F(HandlersChannel, EachFailureShowsTheDialogWithItsRoutineOnTopAndAnyAnswer
           << ReportOf(replies[2]);
       ASSERT_FALSE(replies[3]["call-stack"].empty()) << name;
       EXPECT_EQ(replies[3]["call-stack"][0], "Tessel." + std::string(one.Routine)) << name;
-      if (std::string(button) == "btnRetry") {
-        EXPECT_TRUE(replies[4]["front"].is_null()) << name << ' ' << replies[4].dump();
+      const bool retried = std::string(button) == "btnRetry";
+      // Ahead of the run Abort leaves the dialog open, and what was ignored can be missed next.
+      if (retried || one.Routine != Begin) {
+        EXPECT_TRUE(replies[4]["front"].is_null()) << name << ' ' << button << replies[4].dump();
+        EXPECT_TRUE(replies[6]["call-stack"].empty()) << name << ' ' << button;
+      }
+      if (retried) {
         EXPECT_EQ(replies[5]["text"], clean[1]["text"]) << name << ": as if nothing had been";
-        EXPECT_TRUE(replies[6]["call-stack"].empty()) << name;
       }
     }
   }
