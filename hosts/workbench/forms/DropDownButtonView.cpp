@@ -12,17 +12,30 @@ namespace tessel::workbench {
 DropDownButtonView::DropDownButtonView(forms::DropDownButton& button, ViewHost& host)
     : ControlView(button, host),
       button_(button),
-      widget_(new QToolButton),
-      menu_(new QMenu(widget_)) {
-  widget_->setToolButtonStyle(Qt::ToolButtonTextOnly);
-  widget_->setPopupMode(button.Click ? QToolButton::MenuButtonPopup : QToolButton::InstantPopup);
-  widget_->setFocusPolicy(Qt::StrongFocus);
-  widget_->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
-  widget_->setMinimumHeight(QPushButton(QStringLiteral("X")).sizeHint().height());
-  widget_->setMenu(menu_);
+      menu_(new QMenu),
+      widget_(button.Click ? MakeSplit() : MakeWhole()) {
+  menu_->setParent(widget_, menu_->windowFlags());
   QObject::connect(menu_, &QMenu::aboutToShow, widget_, [this] { FillMenu(); });
-  QObject::connect(widget_, &QToolButton::clicked, widget_,
+}
+
+QAbstractButton* DropDownButtonView::MakeSplit() {
+  auto* const split = new QToolButton;
+  split->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  split->setPopupMode(QToolButton::MenuButtonPopup);
+  split->setFocusPolicy(Qt::StrongFocus);
+  split->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+  split->setMinimumHeight(QPushButton(QStringLiteral("X")).sizeHint().height());
+  split->setMenu(menu_);
+  QObject::connect(split, &QToolButton::clicked, split,
                    [this] { Act([this] { forms::user::Press(button_); }); });
+  return split;
+}
+
+QAbstractButton* DropDownButtonView::MakeWhole() {
+  auto* const whole = new QPushButton;
+  whole->setAutoDefault(false);
+  whole->setMenu(menu_);
+  return whole;
 }
 
 QWidget* DropDownButtonView::Widget() const { return widget_; }

@@ -5,8 +5,8 @@
 #include "forms/Controls.h"
 #include "hosts/workbench/forms/ControlView.h"
 
+class QAbstractButton;
 class QMenu;
-class QToolButton;
 
 namespace tessel::workbench {
 
@@ -20,10 +20,12 @@ class DropDownButtonView : public ControlView {
   void Update() override;
 
  private:
+  [[nodiscard]] QAbstractButton* MakeSplit();
+  [[nodiscard]] QAbstractButton* MakeWhole();
   void FillMenu();
   forms::DropDownButton& button_;
-  QToolButton* widget_;
   QMenu* menu_;
+  QAbstractButton* widget_;
 };
 
 }  // namespace tessel::workbench

@@ -2,6 +2,7 @@
 
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cstddef>
@@ -29,6 +30,19 @@ bool IsLabelledRow(const Layout& node) {
          ControlOf<forms::Label>(node.Children.front()) != nullptr;
 }
 
+bool IsButton(const Layout& node) {
+  return ControlOf<forms::Button>(node) != nullptr ||
+         ControlOf<forms::DropDownButton>(node) != nullptr;
+}
+
+/// Parts that share the room of a row; the user moves the bar between them.
+bool IsDivided(const Layout& node) {
+  return node.Type == Kind::Row && node.Children.size() > 1 &&
+         std::all_of(node.Children.begin(), node.Children.end(), [](const Layout& part) {
+           return part.Type == Kind::Column && part.Stretch > 0;
+         });
+}
+
 /// Whether two neighbours in a row are a number and the arrows that turn it.
 bool IsNumberField(const Layout& field, const Layout& spin) {
   const auto* const box = ControlOf<forms::TextBox>(field);
@@ -52,6 +66,10 @@ void FormLayout::Add(const Layout& node, QBoxLayout& to) const {
       to.addWidget(views_.Of(*node.Content).Widget(), node.Stretch);
       break;
     case Kind::Row: {
+      if (IsDivided(node)) {
+        to.addWidget(MakeDivided(node), node.Stretch);
+        break;
+      }
       auto* const row = new QHBoxLayout;
       to.addLayout(row, node.Stretch);
       AddRow(node.Children, *row);
@@ -122,6 +140,23 @@ QLayout* FormLayout::MakeNumberField(const Layout& field, const Layout& spin) co
   return pair;
 }
 
+/// The part with the largest share takes what a larger window gives; the others keep their width.
+QWidget* FormLayout::MakeDivided(const Layout& node) const {
+  auto* const divided = new QSplitter(Qt::Horizontal);
+  divided->setChildrenCollapsible(false);
+  const auto most = std::max_element(
+      node.Children.begin(), node.Children.end(),
+      [](const Layout& one, const Layout& other) { return one.Stretch < other.Stretch; });
+  for (const Layout& part : node.Children) {
+    auto* const content = new QWidget;
+    Build(part, *content);
+    content->layout()->setContentsMargins(0, 0, 0, 0);
+    divided->addWidget(content);
+    divided->setStretchFactor(divided->count() - 1, &part == &*most ? 1 : 0);
+  }
+  return divided;
+}
+
 QWidget* FormLayout::MakeGroup(const Layout& node) const {
   auto* const group = new QGroupBox(ToQt(node.Caption));
   AddColumn(node.Children, *new QVBoxLayout(group));
@@ -143,7 +178,7 @@ void FormLayout::EvenOutButtons(const Children& children) const {
   int width = 0;
   const auto each = [&](const auto& visit) {
     for (const Layout& child : children) {
-      if (auto* const button = ControlOf<forms::Button>(child)) visit(*views_.Of(*button).Widget());
+      if (IsButton(child)) visit(*views_.Of(*child.Content).Widget());
     }
   };
   each([&](const QWidget& button) { width = std::max(width, button.sizeHint().width()); });

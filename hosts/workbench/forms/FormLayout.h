@@ -27,6 +27,7 @@ class FormLayout {
   void AddColumn(const Children& children, QBoxLayout& to) const;
   void AddRow(const Children& children, QBoxLayout& to) const;
   void AddLabelledRow(const forms::Layout& row, QGridLayout& to) const;
+  [[nodiscard]] QWidget* MakeDivided(const forms::Layout& node) const;
   [[nodiscard]] QWidget* MakeGroup(const forms::Layout& node) const;
   [[nodiscard]] QWidget* MakeTabs(const forms::Layout& node) const;
   [[nodiscard]] QLayout* MakeNumberField(const forms::Layout& field,

@@ -22,7 +22,7 @@
 namespace tessel::workbench {
 namespace {
 
-constexpr int EnterKey = 13, EscapeKey = 27;
+constexpr int EnterKey = 13, EscapeKey = 27, LeastColumns = 48;
 
 Qt::WindowFlags FlagsOf(forms::BorderStyle border) {
   const Qt::WindowFlags frame = Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -51,6 +51,11 @@ int CodeOf(const QKeyEvent& event) {
   }
 }
 
+void CollectControls(const forms::Layout& node, std::set<const forms::Control*>& found) {
+  if (node.Content != nullptr) found.insert(node.Content);
+  for (const forms::Layout& child : node.Children) CollectControls(child, found);
+}
+
 }  // namespace
 
 FormWindow::FormWindow(const std::shared_ptr<forms::Form>& form, ActionGate& gate, QWidget* parent)
@@ -62,8 +67,6 @@ FormWindow::FormWindow(const std::shared_ptr<forms::Form>& form, ActionGate& gat
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget*, QWidget* now) { NoteFocus(now); });
   form->SetView(this);
-  for (const auto& view : views_->All()) changed_.insert(view.get());
-  Refresh();
 }
 
 FormWindow::~FormWindow() {
@@ -83,20 +86,26 @@ void FormWindow::BuildContent() {
   auto* const whole = new QVBoxLayout(this);
   whole->setContentsMargins(0, 0, 0, 0);
   content_ = new QWidget;
+  // A minimum of the widget itself would hide what its layout needs.
+  whole->addStrut(LeastColumns * fontMetrics().averageCharWidth());
   whole->addWidget(content_);
   const auto form = form_.lock();
   ViewHost& host = *this;
   views_ = std::make_unique<ControlViews>(*form, host, *content_);
+  PutAside(form->Arrangement());
+  ShowChanges();  // the layout asks for the size of captions
   FormLayout(*views_).Build(form->Arrangement(), *content_);
-  PutAside();
 }
 
 /// Controls that the arrangement leaves out have a widget and no place.
-void FormWindow::PutAside() {
+void FormWindow::PutAside(const forms::Layout& arrangement) {
+  std::set<const forms::Control*> placed;
+  CollectControls(arrangement, placed);
   auto* const aside = new QWidget(content_);
   aside->hide();
   for (const auto& view : views_->All()) {
-    if (view->Widget()->parentWidget() == nullptr) view->Widget()->setParent(aside);
+    changed_.insert(view.get());
+    view->Widget()->setParent(placed.contains(&view->Model()) ? content_ : aside);
   }
 }
 

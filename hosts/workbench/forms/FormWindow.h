@@ -62,7 +62,7 @@ class FormWindow : public QDialog, public forms::View, private ViewHost {
   void Run(const std::function<void()>& action);
   void ShowFrame();
   void BuildContent();
-  void PutAside();
+  void PutAside(const forms::Layout& arrangement);
   void LinkKeys();
   void ApplyPlace();
   void MakeScrollable();

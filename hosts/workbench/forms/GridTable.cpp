@@ -1,5 +1,6 @@
 #include "hosts/workbench/forms/GridTable.h"
 
+#include <QApplication>
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -122,14 +123,27 @@ bool GridTable::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void GridTable::TellWidths() {
-  const int unit = fontMetrics().averageCharWidth();
   for (std::size_t at = 0; at < pressedWidths_.size(); ++at) {
     const int col = static_cast<int>(at), width = header()->sectionSize(col);
-    if (width == pressedWidths_[at] || !Resized) continue;
-    if (at < chars_.size()) chars_[at] = std::max(1, width / unit - Padding);
-    Resized(col, std::max(1, width / unit - Padding));
+    if (width != pressedWidths_[at]) TellWidth(col, width);
   }
   pressedWidths_.clear();
+}
+
+void GridTable::TellWidth(int col, int pixels) {
+  const auto at = static_cast<std::size_t>(col);
+  if (at >= chars_.size()) return;
+  chars_[at] = std::max(1, pixels / fontMetrics().averageCharWidth() - Padding);
+  if (Resized) Resized(col, chars_[at]);
+}
+
+// A table of one column is as wide as that column: it is the bar beside the table that is dragged.
+void GridTable::resizeEvent(QResizeEvent* event) {
+  QTreeView::resizeEvent(event);
+  const bool wider =
+      event->oldSize().isValid() && event->size().width() != event->oldSize().width();
+  const bool dragged = isVisible() && QApplication::mouseButtons() != Qt::NoButton;
+  if (wider && dragged && header()->count() == 1) TellWidth(0, event->size().width());
 }
 
 bool GridTable::AllowsEdit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {

@@ -37,6 +37,7 @@ class GridTable : public QTreeView {
 
  protected:
   bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void mousePressEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -47,6 +48,7 @@ class GridTable : public QTreeView {
  private:
   void Configure();
   void TellWidths();
+  void TellWidth(int col, int pixels);
   void ApplyWidths();
   [[nodiscard]] int PixelsOf(int col) const;
   [[nodiscard]] bool AllowsEdit(const QModelIndex& index, EditTrigger trigger, QEvent* event);

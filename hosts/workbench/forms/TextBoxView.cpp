@@ -11,6 +11,8 @@ namespace tessel::workbench {
 
 TextBoxView::TextBoxView(forms::TextBox& box, ViewHost& host)
     : ControlView(box, host), box_(box), widget_(new QLineEdit) {
+  constexpr int LeastColumns = 16;
+  widget_->setMinimumWidth(LeastColumns * widget_->fontMetrics().averageCharWidth());
   QObject::connect(widget_, &QLineEdit::textEdited, widget_, [this](const QString& text) {
     Act([this, typed = FromQt(text)] { forms::user::Type(box_, typed); });
   });
@@ -37,10 +39,11 @@ void TextBoxView::Update() {
   widget_->setReadOnly(box_.Locked);
   const QString text = ToQt(box_.Text());
   if (text == widget_->text()) return;
-  // What stands behind the caret stays behind it.
+  // Where the user types, what stands behind the caret stays behind it; else the start is seen.
   const auto behind = widget_->text().size() - widget_->cursorPosition();
   widget_->setText(text);
-  widget_->setCursorPosition(static_cast<int>(std::max<qsizetype>(0, text.size() - behind)));
+  const auto caret = widget_->hasFocus() ? std::max<qsizetype>(0, text.size() - behind) : 0;
+  widget_->setCursorPosition(static_cast<int>(caret));
 }
 
 }  // namespace tessel::workbench

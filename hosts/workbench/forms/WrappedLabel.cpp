@@ -20,14 +20,24 @@ void WrappedLabel::ShowText(const QString& text) {
 void WrappedLabel::Measure() {
   if (!wordWrap()) return;
   const int line = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
-  setMinimumWidth(std::min(line, columns_ * fontMetrics().averageCharWidth()));
-  setMinimumHeight(heightForWidth(std::max(width(), minimumWidth())));
+  const int wanted = std::min(line, columns_ * fontMetrics().averageCharWidth());
+  setMinimumWidth(std::max(wanted, LongestWord()));
+  setMinimumHeight(std::max(0, heightForWidth(std::max(width(), minimumWidth()))));
+}
+
+/// Width of what can't be broken.
+int WrappedLabel::LongestWord() const {
+  int width = 0;
+  for (const QString& word : text().split(u' ')) {
+    width = std::max(width, fontMetrics().size(Qt::TextShowMnemonic, word).width());
+  }
+  return width;
 }
 
 // A layout asks for the height of a broken text only on its way down, never for a window's minimum.
 void WrappedLabel::resizeEvent(QResizeEvent* event) {
   QLabel::resizeEvent(event);
-  if (wordWrap()) setMinimumHeight(heightForWidth(event->size().width()));
+  if (wordWrap()) setMinimumHeight(std::max(0, heightForWidth(event->size().width())));
 }
 
 }  // namespace tessel::workbench

@@ -1,0 +1,337 @@
+#include "hosts/workbench/forms/FormWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTreeView>
+
+#include "hosts/workbench/forms/ControlViews.h"
+#include "vb/Failure.h"
+#include "workbench/forms/Desk.h"
+#include "workbench/forms/SampleForm.h"
+
+namespace tessel::workbench {
+namespace {
+
+using Events = std::vector<String>;
+
+class Window : public testing::Test {
+ protected:
+  Window() {
+    desk_.Open(*form_);
+    form_->Events.clear();
+  }
+  ~Window() override {
+    if (form_) form_->Unload();
+  }
+
+  template <class Widget>
+  Widget& Find(const char* name) {
+    return desk_.Find<Widget>(*form_, name);
+  }
+  void Focus(const char* name) {
+    Find<QWidget>(name).setFocus();
+    test::Desk::Turn();
+  }
+  FormWindow& Shown() { return desk_.Window(*form_); }
+
+  test::Desk desk_;
+  std::shared_ptr<test::SampleForm> form_ = std::make_shared<test::SampleForm>();
+};
+
+// Keys
+
+TEST_F(Window, TheFirstControlHasTheFocusAtFirst) {
+  EXPECT_TRUE(Find<QLineEdit>("txtName").hasFocus());
+  EXPECT_EQ(form_->ActiveControl(), &form_->txtName);
+}
+
+TEST_F(Window, EnterPressesTheDefaultButton) {
+  QTest::keyClick(&Find<QLineEdit>("txtName"), Qt::Key_Return);
+  EXPECT_EQ(form_->Events, (Events{u"btmRun"}));
+}
+
+TEST_F(Window, EnterOnAnotherButtonPressesThatOne) {
+  Focus("btmCancel");
+  QTest::keyClick(&Find<QPushButton>("btmCancel"), Qt::Key_Enter, Qt::KeypadModifier);
+  EXPECT_EQ(form_->Events, (Events{u"btmCancel"}));
+}
+
+TEST_F(Window, EscapePressesTheCancelButtonAndClosesNothingByItself) {
+  QTest::keyClick(&Find<QLineEdit>("txtName"), Qt::Key_Escape);
+  EXPECT_EQ(form_->Events, (Events{u"btmCancel"}));
+  EXPECT_TRUE(Shown().isVisible());
+}
+
+TEST_F(Window, EscapeWithoutACancelButtonDoesNothing) {
+  form_->btmCancel.Cancel = false;
+  QTest::keyClick(&Find<QLineEdit>("txtName"), Qt::Key_Escape);
+  EXPECT_TRUE(form_->Events.empty());
+  EXPECT_TRUE(form_->Visible());
+}
+
+TEST_F(Window, ATextOfSeveralLinesKeepsEnter) {
+  Focus("txtNotes");
+  QTest::keyClick(&Find<QPlainTextEdit>("txtNotes"), Qt::Key_Return);
+  EXPECT_EQ(form_->txtNotes.Text(), u"\r\n");
+  EXPECT_EQ(form_->Events, (Events{u"txtNotes"}));
+}
+
+TEST_F(Window, TabFollowsTheOrderOfConstruction) {
+  const std::vector<forms::Control*> wanted{&form_->txtName, &form_->txtNotes, &form_->ComKind,
+                                            &form_->ComFree, &form_->lstItems, &form_->chkOn};
+  for (forms::Control* const control : wanted) {
+    EXPECT_EQ(form_->ActiveControl(), control);
+    QTest::keyClick(&Shown(), Qt::Key_Tab);
+    test::Desk::Turn();
+  }
+}
+
+TEST_F(Window, AnAccessKeyPressesItsButton) {
+  QTest::keyClick(&Shown(), Qt::Key_R, Qt::AltModifier);
+  QTest::qWait(200);  // the button is seen going down
+  EXPECT_EQ(form_->Events, (Events{u"btmRun"}));
+}
+
+TEST_F(Window, TheAccessKeyOfALabelLeadsToTheControlBehindIt) {
+  Focus("btmRun");
+  QTest::keyClick(&Shown(), Qt::Key_N, Qt::AltModifier);
+  test::Desk::Turn();
+  EXPECT_EQ(form_->ActiveControl(), &form_->txtName);
+}
+
+TEST_F(Window, AKeyHandlerSwallowsAKey) {
+  form_->txtName.KeyPress = [](int& key) {
+    if (key < u'0' || key > u'9') key = 0;
+  };
+  auto& line = Find<QLineEdit>("txtName");
+  line.selectAll();
+  QTest::keyClicks(&line, QStringLiteral("a1b2"));
+  EXPECT_EQ(form_->txtName.Text(), u"12");
+}
+
+TEST_F(Window, AKeyHandlerPutsAnotherKeyInItsPlace) {
+  const auto upper = [](int& key) { key = QChar(key).toUpper().unicode(); };
+  form_->txtName.KeyPress = upper;
+  form_->ComFree.KeyPress = upper;
+  form_->txtNotes.KeyPress = upper;
+  Find<QLineEdit>("txtName").selectAll();
+  QTest::keyClicks(&Find<QLineEdit>("txtName"), QStringLiteral("ab"));
+  EXPECT_EQ(form_->txtName.Text(), u"AB");
+  Focus("ComFree");
+  QTest::keyClicks(&Find<QComboBox>("ComFree"), QStringLiteral("c"));
+  EXPECT_EQ(form_->ComFree.Text(), u"C");
+  Focus("txtNotes");
+  QTest::keyClicks(&Find<QPlainTextEdit>("txtNotes"), QStringLiteral("d"));
+  EXPECT_EQ(form_->txtNotes.Text(), u"D");
+}
+
+TEST_F(Window, AKeyHandlerIsShownEnterOnce) {
+  std::vector<int> keys;
+  form_->txtName.KeyPress = [&](int& key) {
+    keys.push_back(key);
+    key = 0;
+  };
+  QTest::keyClick(&Find<QLineEdit>("txtName"), Qt::Key_Return);
+  EXPECT_EQ(keys, (std::vector<int>{13}));
+  EXPECT_TRUE(form_->Events.empty()) << "swallowed ahead of the default button";
+}
+
+// Focus
+
+TEST_F(Window, TheFocusOfTheUserReachesTheModelWithItsEvents) {
+  form_->txtName.LostFocus = [this] { form_->Events.emplace_back(u"lost"); };
+  form_->chkOn.GotFocus = [this] { form_->Events.emplace_back(u"got"); };
+  Focus("chkOn");
+  EXPECT_EQ(form_->Events, (Events{u"lost", u"got"}));
+}
+
+TEST_F(Window, TheFocusOfTheModelReachesTheWidget) {
+  form_->lstItems.SetFocus();
+  test::Desk::Turn();
+  EXPECT_TRUE(Find<QWidget>("lstItems").hasFocus());
+}
+
+TEST_F(Window, AHandlerThatTakesTheFocusBackHasItBack) {
+  form_->txtName.LostFocus = [this] { form_->txtName.SetFocus(); };
+  Focus("chkOn");
+  EXPECT_EQ(form_->ActiveControl(), &form_->txtName);
+  EXPECT_TRUE(Find<QLineEdit>("txtName").hasFocus());
+}
+
+TEST_F(Window, AHandlerThatTakesTheFocusBackCutsAClickOff) {
+  form_->txtName.LostFocus = [this] { form_->txtName.SetFocus(); };
+  QTest::mouseClick(&Find<QPushButton>("btmRun"), Qt::LeftButton);
+  EXPECT_TRUE(form_->Events.empty());
+  test::Desk::Turn();
+  EXPECT_FALSE(Find<QPushButton>("btmRun").isDown());
+}
+
+TEST_F(Window, AControlSwitchedOffUnderTheFocusHandsItOn) {
+  Focus("chkOn");
+  form_->chkOn.SetEnabled(false);
+  test::Desk::Turn();
+  EXPECT_NE(form_->ActiveControl(), &form_->chkOn);
+  EXPECT_EQ(desk_.Window(*form_).Views().Around(QApplication::focusWidget()),
+            &desk_.Window(*form_).Views().Of(*form_->ActiveControl()));
+}
+
+TEST_F(Window, AClickTellsTheFocusAheadOfItself) {
+  form_->txtName.LostFocus = [this] { form_->Events.emplace_back(u"lost"); };
+  QTest::mouseClick(&Find<QPushButton>("btmRun"), Qt::LeftButton);
+  EXPECT_EQ(form_->Events, (Events{u"lost", u"btmRun"}));
+}
+
+// Refusals and failures
+
+TEST_F(Window, ARefusedActionPutsTheWidgetBack) {
+  // Switched off in the model, and the widget doesn't know yet.
+  form_->chkOn.SetEnabled(false);
+  desk_.Answer(QMessageBox::Ok);
+  Find<QCheckBox>("chkOn").click();
+  EXPECT_FALSE(Find<QCheckBox>("chkOn").isChecked());
+  EXPECT_EQ(form_->chkOn.Value(), 0);
+  ASSERT_EQ(desk_.Boxes.size(), 1);
+  EXPECT_TRUE(desk_.Boxes.front().contains(QStringLiteral("is disabled")));
+}
+
+TEST_F(Window, AFailureInAHandlerShowsABoxAndTheWindowLivesOn) {
+  form_->btmRun.Click = [] { throw vb::Failure(9, u"Subscript out of range", u"Tessel.Test"); };
+  desk_.Answer(QMessageBox::Ok);
+  Find<QPushButton>("btmRun").click();
+  ASSERT_EQ(desk_.Boxes.size(), 1);
+  EXPECT_TRUE(desk_.Boxes.front().contains(QStringLiteral("Subscript out of range")));
+  EXPECT_TRUE(desk_.Boxes.front().contains(QStringLiteral("9")));
+  Find<QCheckBox>("chkOn").click();
+  EXPECT_EQ(form_->chkOn.Value(), 1);
+}
+
+TEST_F(Window, AForeignExceptionInAHandlerShowsABoxAndTheWindowLivesOn) {
+  form_->chkOn.GotFocus = [] { throw std::out_of_range("deep inside"); };
+  desk_.Answer(QMessageBox::Ok);
+  Focus("chkOn");
+  ASSERT_EQ(desk_.Boxes.size(), 1);
+  EXPECT_TRUE(desk_.Boxes.front().contains(QStringLiteral("deep inside")));
+  EXPECT_TRUE(Shown().isVisible());
+}
+
+// Life
+
+TEST_F(Window, TheFrameClosesTheForm) {
+  const QPointer<FormWindow> window(&Shown());
+  window->close();
+  EXPECT_FALSE(form_->IsLoaded());
+  EXPECT_EQ(form_->Events, (Events{u"unload"}));
+  test::Desk::Turn();
+  EXPECT_TRUE(window.isNull());
+}
+
+TEST_F(Window, TheFormMayRefuseToClose) {
+  form_->RefusesToClose = true;
+  Shown().close();
+  EXPECT_TRUE(form_->Visible());
+  EXPECT_TRUE(Shown().isVisible());
+}
+
+TEST_F(Window, AHandlerMayUnloadItsOwnForm) {
+  const QPointer<FormWindow> window(&Shown());
+  form_->btmRun.Click = [this] { form_->Unload(); };
+  QTest::mouseClick(&Find<QPushButton>("btmRun"), Qt::LeftButton);
+  test::Desk::Turn();
+  EXPECT_TRUE(window.isNull());
+}
+
+TEST_F(Window, AHandlerMayDropTheLastReferenceToItsForm) {
+  const QPointer<FormWindow> window(&Shown());
+  std::weak_ptr<forms::Form> watched = form_;
+  bool alive = false;
+  form_->btmRun.Click = [this, &alive, &watched] {
+    auto& form = *form_;
+    form_.reset();
+    form.Unload();
+    alive = !watched.expired();
+  };
+  QTest::mouseClick(&Find<QPushButton>("btmRun"), Qt::LeftButton);
+  EXPECT_TRUE(alive);
+  EXPECT_TRUE(watched.expired());
+  test::Desk::Turn();
+  EXPECT_TRUE(window.isNull());
+}
+
+TEST_F(Window, AFormThatIsDestroyedOpenTakesItsWindowAlong) {
+  const QPointer<FormWindow> window(&Shown());
+  form_.reset();
+  test::Desk::Turn();
+  EXPECT_TRUE(window.isNull());
+}
+
+TEST_F(Window, AHiddenFormThatIsDestroyedLeavesNothingThatIsTouched) {
+  form_->Hide();
+  form_->txtName.SetText(u"on its way");
+  form_.reset();
+  test::Desk::Turn();
+  const auto next = std::make_shared<test::SampleForm>();
+  desk_.Open(*next);
+  EXPECT_TRUE(desk_.Window(*next).isVisible());
+  next->Unload();
+}
+
+TEST_F(Window, AHiddenFormShowsAgainWithWhatChanged) {
+  form_->Hide();
+  EXPECT_FALSE(Shown().isVisible());
+  form_->txtName.SetText(u"meanwhile");
+  desk_.Open(*form_);
+  EXPECT_EQ(Find<QLineEdit>("txtName").text(), QStringLiteral("meanwhile"));
+}
+
+TEST_F(Window, TheCaptionFollowsTheForm) {
+  form_->SetCaption(u"Other");
+  EXPECT_EQ(Shown().windowTitle(), QStringLiteral("Other"));
+}
+
+TEST_F(Window, ManyChangesAreShownAtOnce) {
+  int shown = 0;
+  QObject::connect(Find<QComboBox>("ComKind").model(), &QAbstractItemModel::modelReset, &Shown(),
+                   [&] { ++shown; });
+  QObject::connect(Find<QComboBox>("ComKind").model(), &QAbstractItemModel::rowsInserted, &Shown(),
+                   [&] { ++shown; });
+  for (int item = 0; item < 500; ++item) form_->ComKind.AddItem(vb::Str(item));
+  test::Desk::Turn();
+  EXPECT_EQ(Find<QComboBox>("ComKind").count(), 503);
+  EXPECT_LE(shown, 4);
+}
+
+TEST(FormWindowFrame, TellsTheBordersApart) {
+  test::Desk desk;
+  struct Sizable : test::SampleForm {
+    Sizable() { Border = forms::BorderStyle::Sizable; }
+  };
+  struct Tool : test::SampleForm {
+    Tool() {
+      Border = forms::BorderStyle::ToolWindow;
+      Icon = 111;
+    }
+  };
+  const auto dialog = std::make_shared<test::SampleForm>();
+  const auto sizable = std::make_shared<Sizable>();
+  const auto tool = std::make_shared<Tool>();
+  for (forms::Form* const form : std::initializer_list<forms::Form*>{&*dialog, &*sizable, &*tool}) {
+    desk.Open(*form);
+  }
+  EXPECT_FALSE(desk.Window(*dialog).windowFlags() & Qt::WindowMaximizeButtonHint);
+  EXPECT_TRUE(desk.Window(*sizable).windowFlags() & Qt::WindowMaximizeButtonHint);
+  EXPECT_EQ(desk.Window(*tool).windowType(), Qt::Tool);
+  EXPECT_FALSE(desk.Window(*tool).windowIcon().isNull());
+  for (forms::Form* const form : std::initializer_list<forms::Form*>{&*dialog, &*sizable, &*tool}) {
+    form->Unload();
+  }
+}
+
+}  // namespace
+}  // namespace tessel::workbench
