@@ -58,11 +58,19 @@ int AlignmentOf(const model::DesignerNode& node) {
   return Alignments[said == 1 ? 1 : said == 2 ? 2 : 0];
 }
 
+/// A grey that can be read on a colour.
+QColor GreyOn(const QColor& back) {
+  return back.lightness() > 110 ? QColor(FormColors::Grey) : QColor(FormColors::Face).darker(115);
+}
+
 void DrawBox(const Canvas& canvas) {
-  canvas.Fill(canvas.Back(FormColors::Face), QColor(FormColors::Shadow));
-  canvas.On.setPen(QColor(FormColors::Grey));
-  canvas.On.drawText(canvas.Place.adjusted(Inset, 0, -Inset, 0), Qt::AlignCenter | Qt::TextWordWrap,
-                     ToQt(ShownName(canvas.Node)));
+  const QColor back = canvas.Back(FormColors::Face);
+  canvas.Fill(back, QColor(FormColors::Shadow));
+  canvas.On.setPen(GreyOn(back));
+  const QRect text = canvas.Place.adjusted(Inset, 0, -Inset, 0);
+  canvas.On.drawText(text, Qt::AlignCenter,
+                     canvas.On.fontMetrics().elidedText(ToQt(ShownName(canvas.Node)),
+                                                        Qt::ElideRight, text.width()));
 }
 
 void DrawPicture(const Canvas& canvas) {
@@ -312,7 +320,11 @@ void PaintControl(QPainter& painter, const ControlDrawing& drawing) {
   painter.setFont(DrawnFont(own.Name.isEmpty() ? drawing.FormFont : own, drawing.Scale));
   const Look look = control.Class == nullptr ? Look::Box : control.Class->Style;
   const Canvas canvas{painter, *control.Node, drawing.Place, drawing.Line, drawing.Scale};
-  Drawings[static_cast<std::size_t>(look)](canvas);
+  if (look == Look::Box && !control.Sizable) {
+    DrawTile(canvas, Look::Ole);
+  } else {
+    Drawings[static_cast<std::size_t>(look)](canvas);
+  }
   painter.restore();
 }
 

@@ -2,11 +2,13 @@
 
 #include <QMouseEvent>
 #include <QPaintEvent>
+#include <QToolTip>
 #include <algorithm>
 
 #include "hosts/workbench/designer/DesignerView.h"
 #include "hosts/workbench/designer/FormPainter.h"
 #include "hosts/workbench/designer/MenuPreview.h"
+#include "hosts/workbench/platform/Text.h"
 
 namespace tessel::workbench {
 namespace {
@@ -59,6 +61,21 @@ void DesignerCanvas::CancelGesture() {
 
 GestureGround DesignerCanvas::Ground() const {
   return {view_.Layout(), view_.Frame(), *view_.Editor()};
+}
+
+bool DesignerCanvas::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+  const auto* const help = static_cast<QHelpEvent*>(event);
+  QToolTip::showText(help->globalPos(), TipAt(help->pos()), this);
+  return true;
+}
+
+/// Name and class of the control at a point.
+QString DesignerCanvas::TipAt(QPoint pixel) const {
+  if (!view_.Frame().Body.contains(pixel)) return {};
+  const PlacedControl* const control = view_.Layout().At(view_.Frame().ToTwips(pixel));
+  if (control == nullptr) return {};
+  return ToQt(ShownName(*control->Node)) + u'\n' + ToQt(control->Node->Class);
 }
 
 void DesignerCanvas::paintEvent(QPaintEvent* event) {

@@ -19,6 +19,7 @@ class DesignerCanvas : public QWidget {
   void CancelGesture();
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -39,6 +40,7 @@ class DesignerCanvas : public QWidget {
   void PaintHandles(QPainter& painter) const;
   bool MoveByKey(int key, bool resize);
   void ShowCursor(QPoint pixel);
+  [[nodiscard]] QString TipAt(QPoint pixel) const;
 
   DesignerView& view_;
   std::unique_ptr<Gesture> gesture_;

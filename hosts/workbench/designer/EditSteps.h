@@ -14,7 +14,7 @@ namespace tessel::workbench {
 using NamedValue = std::pair<String, String>;
 
 /// One change of a designer. Both directions fail with a vb::Failure and then leave everything as
-/// it was.
+/// it was, but for what a handler of the host's events throws: it hears of a change that stands.
 class EditStep {
  public:
   EditStep() = default;

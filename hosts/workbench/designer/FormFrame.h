@@ -22,7 +22,7 @@ struct FormFrame {
   QRect Title;       ///< empty for what has no title bar
   QRect Strip;       ///< of the menus; empty when there are none
   QRect Body;
-  QSize Whole;  ///< with room around for the handles
+  QSize Whole{0, 0};  ///< with room around for the handles
   std::vector<MenuTitle> Menus;
 
   [[nodiscard]] QPointF ToPixels(QPointF twips) const;

@@ -1,6 +1,7 @@
 #include "hosts/workbench/designer/Toolbox.h"
 
 #include <QEvent>
+#include <QStyle>
 
 #include "hosts/workbench/designer/ControlClasses.h"
 #include "hosts/workbench/designer/ToolIcons.h"
@@ -69,7 +70,8 @@ String Toolbox::Tool() const {
 
 QSize Toolbox::sizeHint() const {
   const int rows = (count() + Columns - 1) / Columns;
-  return {Columns * CellSide + 2 * frameWidth() + 4, rows * CellSide + 2 * frameWidth() + 4};
+  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  return {Columns * CellSide + bar + 2 * frameWidth() + 4, rows * CellSide + 2 * frameWidth() + 4};
 }
 
 }  // namespace tessel::workbench

@@ -1,5 +1,6 @@
 #include "hosts/workbench/designer/Values.h"
 
+#include <QFontDatabase>
 #include <algorithm>
 #include <cmath>
 
@@ -13,6 +14,7 @@ namespace {
 constexpr double GreatestNumber = 1e9;
 constexpr double TwipsPerPoint = 20;
 constexpr double BoldWeight = 600;
+constexpr int StandInStretch = 90;  // hundredths
 constexpr double SystemColorBit = 2147483648.0;
 constexpr double AllColors = 4294967296.0;
 
@@ -134,6 +136,8 @@ FontValue FontOf(const model::DesignerNode& node) {
 QFont DrawnFont(const FontValue& font, double scale) {
   QFont drawn(font.Name.isEmpty() ? QStringLiteral("Sans Serif") : font.Name);
   drawn.setStyleHint(QFont::SansSerif);
+  // The forms' usual fonts are narrower than what stands in for them.
+  if (!QFontDatabase::hasFamily(font.Name)) drawn.setStretch(StandInStretch);
   drawn.setPixelSize(
       std::max(1, static_cast<int>(std::lround(font.Points * TwipsPerPoint * scale))));
   drawn.setBold(font.Bold);
