@@ -89,6 +89,13 @@ String PlainValue(StringView raw) {
   return String(Trimmed(raw.substr(0, raw.find(u'\''))));
 }
 
+/// A block inside may be held longer than its container.
+DesignerNode::~DesignerNode() {
+  for (const Item& item : Items) {
+    if (item.Child) item.Child->Parent = nullptr;
+  }
+}
+
 std::optional<String> DesignerNode::RawValue(StringView property) const {
   for (const Item& item : Items) {
     if (item.Child || !vb::SameText(item.PropertyName, property)) continue;
@@ -301,9 +308,8 @@ void DesignerTree::PutBack(const TakenBlock& block) {
 }
 
 bool DesignerTree::Holds(const DesignerNode* node) const {
-  if (node == nullptr) return false;
-  const auto controls = Controls();
-  return node == root_.get() || std::find(controls.begin(), controls.end(), node) != controls.end();
+  while (node != nullptr && node->Parent != nullptr) node = node->Parent;
+  return node != nullptr && node == root_.get();
 }
 
 }  // namespace tessel::model

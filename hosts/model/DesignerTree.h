@@ -13,6 +13,11 @@ namespace tessel::model {
 /// One block from Begin to End. Every line is kept as the file has it (with its line end), so that
 /// writing the tree gives the file's text back, and an edit changes its own lines only.
 struct DesignerNode : std::enable_shared_from_this<DesignerNode> {
+  DesignerNode() = default;
+  DesignerNode(const DesignerNode&) = delete;
+  DesignerNode& operator=(const DesignerNode&) = delete;
+  ~DesignerNode();
+
   /// A line of the block, or a block inside it.
   struct Item {
     String Line;                          ///< raw; empty when `Child` is set
@@ -73,7 +78,7 @@ class DesignerTree {
   TakenBlock Take(DesignerNode& node);
   /// Puts a block back where it stood; fails with 91 when its parent left the tree.
   void PutBack(const TakenBlock& block);
-  /// Whether the block stands in this tree. Looks at the address only.
+  /// Whether the block, which must be alive, stands in this tree; false for null.
   [[nodiscard]] bool Holds(const DesignerNode* node) const;
 
  private:

@@ -127,6 +127,19 @@ TEST(DesignerTree, AddsOnTopOrBehindTheOtherBlocks) {
   EXPECT_EQ(controls.back()->Name, u"Lower");
 }
 
+TEST(DesignerTree, LetsABlockOutliveItsContainer) {
+  std::shared_ptr<DesignerNode> label;
+  {
+    DesignerTree tree(Head);
+    label = Named(tree, u"Label1").shared_from_this();
+    tree.Remove(Named(tree, u"Frame1"));
+    EXPECT_EQ(label->Parent, nullptr);
+    EXPECT_FALSE(tree.Holds(label.get()));
+  }
+  EXPECT_FALSE(DesignerTree(Head).Holds(label.get()));
+  EXPECT_FALSE(DesignerTree(Head).Holds(nullptr));
+}
+
 TEST(DesignerTree, TakesAnIndexOutsideTheRangeForNone) {
   DesignerTree tree(
       u"Begin VB.Label A\r\n   Index = 99999999999\r\n   Begin VB.Label B\r\n   Index = -4\r\n"

@@ -3,6 +3,7 @@
 #include <QUndoCommand>
 #include <algorithm>
 
+#include "hosts/workbench/designer/Selection.h"
 #include "hosts/workbench/platform/Text.h"
 #include "vb/Failure.h"
 
@@ -72,14 +73,6 @@ bool EditCommand::mergeWith(const QUndoCommand* later) {
   return same;
 }
 
-bool HasAncestorIn(const model::DesignerNode& node,
-                   const std::vector<model::DesignerNode*>& nodes) {
-  for (const model::DesignerNode* up = node.Parent; up != nullptr; up = up->Parent) {
-    if (std::find(nodes.begin(), nodes.end(), up) != nodes.end()) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 DesignerEditor::DesignerEditor(std::shared_ptr<model::VBComponent> component)
@@ -124,8 +117,7 @@ model::DesignerNode* DesignerEditor::Add(StringView className, StringView name,
 
 bool DesignerEditor::Remove(const std::vector<model::DesignerNode*>& nodes) {
   Steps steps;
-  for (model::DesignerNode* node : nodes) {
-    if (node->Parent == nullptr || HasAncestorIn(*node, nodes)) continue;
+  for (model::DesignerNode* node : OutermostOf(nodes)) {
     steps.push_back(std::make_unique<RemoveStep>(component_->OwnDesigner(), *node));
   }
   if (steps.empty()) return false;

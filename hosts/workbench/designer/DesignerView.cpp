@@ -8,7 +8,6 @@
 
 #include "hosts/workbench/designer/DesignerCanvas.h"
 #include "hosts/workbench/designer/FormPainter.h"
-#include "hosts/workbench/designer/InlineRename.h"
 #include "hosts/workbench/designer/Values.h"
 #include "hosts/workbench/platform/Text.h"
 
@@ -42,6 +41,9 @@ DesignerView::~DesignerView() {
   // The properties window may hold the editor longer.
   editor_->OnFailure = nullptr;
   QObject::disconnect(&editor_->UndoStack(), nullptr, this, nullptr);
+  // What is open loses the focus as it goes, and would still come back here.
+  if (rename_ != nullptr) rename_->OnDone = nullptr;
+  delete takeWidget();
 }
 
 const std::shared_ptr<model::VBComponent>& DesignerView::Component() const {
@@ -270,8 +272,8 @@ void DesignerView::StartRename() {
   const QRect place = control != nullptr       ? frame_.ToPixels(control->Bounds)
                       : frame_.Title.isEmpty() ? frame_.Body
                                                : frame_.Title;
-  auto* const field = new InlineRename(canvas_, ToQt(node.Name), place);
-  field->OnDone = [this, weak = node.weak_from_this()](const QString& name) {
+  rename_ = new InlineRename(canvas_, ToQt(node.Name), place);
+  rename_->OnDone = [this, weak = node.weak_from_this()](const QString& name) {
     FinishRename(weak, name);
   };
 }

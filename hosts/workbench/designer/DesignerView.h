@@ -1,6 +1,7 @@
 // A component's form, drawn as its file says, to be edited with mouse and keys.
 #pragma once
 
+#include <QPointer>
 #include <QScrollArea>
 #include <functional>
 #include <memory>
@@ -8,6 +9,7 @@
 
 #include "hosts/workbench/designer/DesignerEditor.h"
 #include "hosts/workbench/designer/FormFrame.h"
+#include "hosts/workbench/designer/InlineRename.h"
 #include "hosts/workbench/designer/Selection.h"
 
 namespace tessel::workbench {
@@ -94,6 +96,7 @@ class DesignerView : public QScrollArea {
 
   std::shared_ptr<DesignerEditor> editor_;
   DesignerCanvas* canvas_;
+  QPointer<InlineRename> rename_;
   Selection selection_;
   FormLayout layout_;
   FormFrame frame_;

@@ -60,6 +60,11 @@ PropertiesWindow::PropertiesWindow(QWidget* parent)
                    [this](int index) { ObjectActivated(index); });
 }
 
+PropertiesWindow::~PropertiesWindow() {
+  // A field that is open gives its value up as it goes, when the rows are gone already.
+  QObject::disconnect(table_, nullptr, this, nullptr);
+}
+
 void PropertiesWindow::SetUpTable() {
   table_->setAccessibleName(QStringLiteral("Properties"));
   table_->horizontalHeader()->hide();

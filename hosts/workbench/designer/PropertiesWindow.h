@@ -18,6 +18,7 @@ namespace tessel::workbench {
 class PropertiesWindow : public QWidget {
  public:
   explicit PropertiesWindow(QWidget* parent = nullptr);
+  ~PropertiesWindow() override;
 
   /// Gets the text of a failure when no editor was handed in.
   std::function<void(const String& text)> OnFailure;

@@ -1,6 +1,7 @@
 #include "hosts/workbench/designer/Selection.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace tessel::workbench {
 
@@ -39,16 +40,15 @@ bool Selection::Prune(const std::function<bool(const model::DesignerNode&)>& acc
          }) > 0;
 }
 
-std::vector<model::DesignerNode*> Selection::Outermost() const {
-  const auto nodes = Nodes();
+std::vector<model::DesignerNode*> Selection::Outermost() const { return OutermostOf(Nodes()); }
+
+std::vector<model::DesignerNode*> OutermostOf(const std::vector<model::DesignerNode*>& nodes) {
+  const std::unordered_set<const model::DesignerNode*> chosen(nodes.begin(), nodes.end());
   std::vector<model::DesignerNode*> outermost;
   for (model::DesignerNode* node : nodes) {
-    if (node->Parent == nullptr) continue;
-    bool inside = false;
-    for (const auto* up = node->Parent; up != nullptr && !inside; up = up->Parent) {
-      inside = up->Parent != nullptr && Holds(*up);
-    }
-    if (!inside) outermost.push_back(node);
+    const model::DesignerNode* up = node->Parent;
+    while (up != nullptr && up->Parent != nullptr && !chosen.contains(up)) up = up->Parent;
+    if (up != nullptr && up->Parent == nullptr) outermost.push_back(node);
   }
   return outermost;
 }

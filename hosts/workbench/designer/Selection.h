@@ -29,4 +29,8 @@ class Selection {
   std::vector<std::weak_ptr<model::DesignerNode>> nodes_;
 };
 
+/// The controls of a list that stand in no other one of it; the form's own block is left out.
+[[nodiscard]] std::vector<model::DesignerNode*> OutermostOf(
+    const std::vector<model::DesignerNode*>& nodes);
+
 }  // namespace tessel::workbench

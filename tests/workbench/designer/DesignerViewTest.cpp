@@ -379,6 +379,16 @@ TEST_F(DesignerTest, KeepsTheNameOnEscape) {
   EXPECT_EQ(Events, u"");
 }
 
+TEST_F(DesignerTest, MayBeClosedWhileANameIsTyped) {
+  Click(At(300, 300));
+  Key(Qt::Key_F2);
+  auto* const field = Canvas()->findChild<QLineEdit*>();
+  ASSERT_NE(field, nullptr);
+  field->setText(u"half"_qs);
+  View.reset();
+  EXPECT_NE(Node(u"cmdGo"), nullptr);
+}
+
 TEST_F(DesignerTest, TellsWhyANameIsRefused) {
   const String before = Text();
   for (const QString& bad : {u"lblNote"_qs, u"2nd"_qs, u"a b"_qs}) {
