@@ -1,6 +1,7 @@
 // A desktop of Qt over the services of the tests, and hands that work on it.
 #pragma once
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
 #include <QTest>
@@ -59,9 +60,9 @@ struct Desk {
 
   /// Lets the event loop do what it has.
   static void Turn() {
-    QCoreApplication::processEvents();
+    // A change of a size travels up to the window, and its new size down again.
+    for (int round = 0; round < 6; ++round) QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCoreApplication::processEvents();
   }
   /// Does something as soon as a modal window of that type is open.
   template <class Window>
@@ -79,7 +80,7 @@ struct Desk {
   void Answer(QMessageBox::StandardButton button) {
     WhenOpen<QMessageBox>([this, button](QMessageBox& box) {
       Boxes.push_back(box.text());
-      QTest::mouseClick(box.button(button), Qt::LeftButton);
+      box.button(button)->click();
     });
   }
 
