@@ -46,6 +46,19 @@ const ControlClass* FindControlClass(StringView name) {
   return found == std::end(Classes) ? nullptr : found;
 }
 
+bool IsFormClass(StringView className) {
+  constexpr StringView Forms[] = {u"VB.Form", u"VB.MDIForm", u"VB.UserControl", u"VB.PropertyPage",
+                                  u"VB.UserDocument"};
+  return std::any_of(std::begin(Forms), std::end(Forms),
+                     [&](StringView form) { return vb::SameText(form, className); });
+}
+
+bool FitsOnMdiForm(StringView className) {
+  const ControlClass* const known = FindControlClass(className);
+  if (known == nullptr) return true;
+  return known->Style == Look::Picture || known->Style == Look::Timer || known->Style == Look::Data;
+}
+
 StringView ShortName(StringView className) {
   return className.substr(className.rfind(u'.') + 1);  // npos + 1 is the whole name
 }

@@ -52,6 +52,14 @@ struct ControlClass {
 /// By name without regard to case; null for a class that isn't the environment's own.
 [[nodiscard]] const ControlClass* FindControlClass(StringView name);
 
+/// Whether controls can stand on a designer of that class: a form, MDI form, user control, property
+/// page or user document. Other designers, as a data environment, are another library's.
+[[nodiscard]] bool IsFormClass(StringView className);
+
+/// Whether a control of that class can stand right on an MDI form: it clings to an edge or can't be
+/// seen. Of another library's classes nothing is known, and they may.
+[[nodiscard]] bool FitsOnMdiForm(StringView className);
+
 /// The class's name without its library: "CommandButton".
 [[nodiscard]] StringView ShortName(StringView className);
 

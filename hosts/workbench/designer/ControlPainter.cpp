@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "hosts/workbench/designer/ToolIcons.h"
 #include "hosts/workbench/platform/Text.h"
@@ -23,7 +24,7 @@ struct Canvas {
   double Scale;
 
   [[nodiscard]] int Pixels(int atFullSize) const {
-    return std::max(1, static_cast<int>(atFullSize * Scale * TwipsPerPixel + 0.5));
+    return std::max(1, static_cast<int>(std::lround(atFullSize * Scale * TwipsPerPixel)));
   }
   [[nodiscard]] QString Caption() const { return TextOf(Node, u"Caption"); }
   [[nodiscard]] QColor Back(QRgb fallback) const {
@@ -280,7 +281,7 @@ void DrawLine(const Canvas& canvas) {
 }
 
 void DrawImage(const Canvas& canvas) {
-  QPen dashed(QColor(FormColors::Shadow));
+  QPen dashed{QColor(FormColors::Shadow)};
   dashed.setStyle(Qt::DashLine);
   canvas.On.setPen(dashed);
   canvas.On.setBrush(Qt::NoBrush);

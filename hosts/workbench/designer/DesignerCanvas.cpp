@@ -90,21 +90,21 @@ void DesignerCanvas::paintEvent(QPaintEvent* event) {
 void DesignerCanvas::PaintHandles(QPainter& painter) const {
   const auto nodes = view_.Chosen().Nodes();
   for (const model::DesignerNode* node : nodes) {
-    const PlacedControl* const control = view_.Layout().Find(node);
-    const auto handles =
-        control == nullptr ? HandlesOfForm(view_.Frame()) : HandlesOf(view_.Frame(), *control);
-    for (const HandlePlace& handle : handles) {
+    for (const HandlePlace& handle : HandlesAround(*node)) {
       PaintHandle(painter, handle, node == nodes.back(), palette());
     }
   }
 }
 
+std::vector<HandlePlace> DesignerCanvas::HandlesAround(const model::DesignerNode& node) const {
+  const PlacedControl* const control = view_.Layout().Find(&node);
+  if (control != nullptr) return HandlesOf(view_.Frame(), *control);
+  return HandlesOfForm(view_.Frame(), IsFormClass(node.Class));
+}
+
 Handle DesignerCanvas::HandleUnder(QPoint pixel) const {
   const auto nodes = view_.Chosen().Nodes();
-  if (nodes.empty()) return Handle::None;
-  const PlacedControl* const control = view_.Layout().Find(nodes.back());
-  if (control != nullptr) return HandleAt(HandlesOf(view_.Frame(), *control), pixel);
-  return HandleAt(HandlesOfForm(view_.Frame()), pixel);
+  return nodes.empty() ? Handle::None : HandleAt(HandlesAround(*nodes.back()), pixel);
 }
 
 void DesignerCanvas::mousePressEvent(QMouseEvent* event) {

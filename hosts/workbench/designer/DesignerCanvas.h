@@ -35,6 +35,7 @@ class DesignerCanvas : public QWidget {
   [[nodiscard]] std::unique_ptr<Gesture> BeginSize(QPoint pixel);
   [[nodiscard]] std::unique_ptr<Gesture> BeginBand(QPoint pixel, bool extend);
   [[nodiscard]] GestureGround Ground() const;
+  [[nodiscard]] std::vector<HandlePlace> HandlesAround(const model::DesignerNode& node) const;
   [[nodiscard]] Handle HandleUnder(QPoint pixel) const;
   bool PressMenu(QPoint pixel);
   void PaintHandles(QPainter& painter) const;

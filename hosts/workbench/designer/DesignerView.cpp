@@ -2,7 +2,7 @@
 
 #include <QEvent>
 #include <QLineEdit>
-#include <QScrollBar>
+#include <QStyle>
 #include <QTimer>
 #include <algorithm>
 
@@ -10,6 +10,7 @@
 #include "hosts/workbench/designer/FormPainter.h"
 #include "hosts/workbench/designer/Values.h"
 #include "hosts/workbench/platform/Text.h"
+#include "vb/Failure.h"
 
 namespace tessel::workbench {
 namespace {
@@ -19,6 +20,21 @@ constexpr double SmallestZoom = 0.25, LargestZoom = 4;
 
 /// Kinds of edits that become one when they follow each other.
 enum EditKind { NoKind = -1, Nudge = 1, Grow = 2 };
+
+/// Fails where a control of that class can't stand.
+void CheckPlace(const model::DesignerNode& root, const PlacedControl* container,
+                StringView className) {
+  if (!IsFormClass(root.Class)) {
+    throw vb::Failure(vb::InvalidCall, u"\"" + root.Name + u"\" holds no controls", u"VBIDE");
+  }
+  const bool onParent = container == nullptr && vb::SameText(root.Class, u"VB.MDIForm");
+  if (onParent && !FitsOnMdiForm(className)) {
+    throw vb::Failure(vb::InvalidCall,
+                      u"A control without an Align property can't stand on an MDI form: " +
+                          String(ShortName(className)),
+                      u"VBIDE");
+  }
+}
 
 }  // namespace
 
@@ -205,6 +221,7 @@ void DesignerView::SizeSelected(int columns, int rows) {
   const QPointF by(columns * GridTwips, rows * GridTwips);
   const auto chosen = selection_.Nodes();
   if (!chosen.empty() && chosen.back() == editor_->Root()) {
+    if (!IsFormClass(chosen.back()->Class)) return;
     const QRectF body = Resized({{}, layout_.ClientSize()}, Handle::BottomRight, by);
     const auto edits = FormSizeEdits(*editor_->Root(), layout_, body.size());
     if (!edits.Values.empty()) {
@@ -247,12 +264,18 @@ void DesignerView::Add(StringView className, QPointF from, QPointF to) {
   if (root == nullptr || className.empty()) return;
   const auto& tree = Component()->OwnDesigner()->Tree();
   const PlacedControl* const container = Layout().ContainerAt(from);
+  if (!editor_->Try([&] { CheckPlace(*root, container, className); })) return;
   const String name = FreeControlName(tree, className);
   auto values = NewControlValues(tree, layout_, container, className, name, from, to);
   model::DesignerNode& holder = container == nullptr ? *root : *container->Node;
   model::DesignerNode* const added = editor_->Add(className, name, holder, std::move(values));
   if (added != nullptr) Select({added});
   Settle();
+}
+
+QSize DesignerView::sizeHint() const {
+  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  return frame_.Whole.isEmpty() ? QScrollArea::sizeHint() : frame_.Whole + QSize(bar, bar) / 4;
 }
 
 void DesignerView::OpenCode() {

@@ -81,6 +81,8 @@ class DesignerView : public QScrollArea {
   [[nodiscard]] DesignerCanvas& Canvas() { return *canvas_; }
   /// Copies of the chosen controls' places, those inside chosen ones left out.
   [[nodiscard]] std::vector<PlacedControl> ChosenPlaces();
+  /// Room for the whole form.
+  [[nodiscard]] QSize sizeHint() const override;
 
  protected:
   bool event(QEvent* event) override;

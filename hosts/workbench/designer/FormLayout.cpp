@@ -64,6 +64,9 @@ bool HasSize(const PlacedControl& control) {
   return control.Node->RawValue(u"Width") || control.Node->RawValue(u"Height");
 }
 
+/// Place of a container's own in a list that begins with the form's, which is -1.
+std::size_t SlotOf(int container) { return static_cast<std::size_t>(container) + 1; }
+
 double DistanceTo(const QLineF& line, QPointF point) {
   const QPointF along = line.p2() - line.p1(), there = point - line.p1();
   const double length = QPointF::dotProduct(along, along);
@@ -86,7 +89,7 @@ FormLayout::FormLayout(model::DesignerNode& root) : root_(&root) {
   std::vector<std::vector<int>> inner(controls_.size() + 1);
   for (int at = 0; at < static_cast<int>(controls_.size()); ++at) {
     const auto& control = controls_[static_cast<std::size_t>(at)];
-    inner[static_cast<std::size_t>(control.Container + 1)].push_back(at);
+    inner[SlotOf(control.Container)].push_back(at);
   }
   OrderInside(-1, inner);
 }
@@ -164,7 +167,7 @@ void FormLayout::Place(model::DesignerNode& node, const Frame& frame) {
 
 /// The first block of a file lies on top, and whatever has a window lies above what has none.
 void FormLayout::OrderInside(int container, const std::vector<std::vector<int>>& inner) {
-  const auto& here = inner[static_cast<std::size_t>(container + 1)];
+  const auto& here = inner[SlotOf(container)];
   for (const bool lightweight : {true, false}) {
     for (auto at = here.rbegin(); at != here.rend(); ++at) {
       const ControlClass* const known = controls_[static_cast<std::size_t>(*at)].Class;

@@ -35,10 +35,10 @@ std::vector<HandlePlace> HandlesOf(const FormFrame& frame, const PlacedControl& 
   return handles;
 }
 
-std::vector<HandlePlace> HandlesOfForm(const FormFrame& frame) {
+std::vector<HandlePlace> HandlesOfForm(const FormFrame& frame, bool sizable) {
   auto handles = Around(frame.Title | frame.Strip | frame.Body);
   for (HandlePlace& handle : handles) {
-    handle.Active = !MovesLeft(handle.Which) && !MovesTop(handle.Which);
+    handle.Active = sizable && !MovesLeft(handle.Which) && !MovesTop(handle.Which);
   }
   return handles;
 }

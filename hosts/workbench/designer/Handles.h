@@ -34,8 +34,9 @@ struct HandlePlace {
 [[nodiscard]] std::vector<HandlePlace> HandlesOf(const FormFrame& frame,
                                                  const PlacedControl& control);
 
-/// The handles of the form itself; only the three that make it larger are active.
-[[nodiscard]] std::vector<HandlePlace> HandlesOfForm(const FormFrame& frame);
+/// The handles of the form itself; only the three that make it larger are active, and none of
+/// another library's designer.
+[[nodiscard]] std::vector<HandlePlace> HandlesOfForm(const FormFrame& frame, bool sizable);
 
 /// The active handle at a point, None when there is none.
 [[nodiscard]] Handle HandleAt(const std::vector<HandlePlace>& handles, QPoint pixel);

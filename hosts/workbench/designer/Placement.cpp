@@ -116,6 +116,9 @@ std::vector<NamedValue> NewControlValues(const model::DesignerTree& tree, const 
   }
   const QRectF bounds = QRectF(from, to).normalized();
   std::vector<NamedValue> values;
+  const bool onParent = container == nullptr && vb::SameText(tree.Root()->Class, u"VB.MDIForm");
+  if (onParent && (look == Look::Picture || look == Look::Data))
+    values.emplace_back(u"Align", u"1");
   if (known != nullptr && known->Caption) values.emplace_back(u"Caption", name);
   if (look != Look::Timer) values.emplace_back(u"Height", units.Height(bounds.height()));
   values.emplace_back(u"Left", units.X(bounds.left()));

@@ -117,7 +117,7 @@ ValueKind KindOf(const model::DesignerNode& node, StringView property, StringVie
 
 String ShownValue(ValueKind kind, Choices choices, StringView raw) {
   if (raw.empty()) return {};
-  const String plain = model::PlainValue(raw);
+  String plain = model::PlainValue(raw);
   switch (kind) {
     case ValueKind::Flag:
       return IsTrue(plain) ? u"True" : u"False";

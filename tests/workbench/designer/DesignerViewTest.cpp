@@ -1,9 +1,9 @@
 #include "hosts/workbench/designer/DesignerView.h"
 
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMenu>
-#include <QScrollBar>
-#include <chrono>
+#include <QToolTip>
 
 #include "hosts/workbench/designer/Toolbox.h"
 #include "hosts/workbench/platform/Text.h"
@@ -282,6 +282,45 @@ TEST_F(DesignerTest, DrawsALineByItsEnds) {
   Drag(At(2220, 2640), At(2220, 2760));
   EXPECT_EQ(Raw(u"Line1", u"Y1"), u"3000");
   EXPECT_EQ(Raw(u"Line1", u"Y2"), u"2520");
+}
+
+TEST_F(DesignerTest, PutsOnAnMdiFormOnlyWhatClingsToAnEdge) {
+  UseForm(u"Begin VB.MDIForm Form1 \r\n   ClientHeight = 3000\r\n   ClientWidth = 4500\r\nEnd\r\n");
+  const String before = Text();
+  View->AddControl(u"VB.CommandButton");
+  ASSERT_EQ(Failures.size(), 1U);
+  EXPECT_EQ(Failures[0],
+            u"A control without an Align property can't stand on an MDI form: CommandButton");
+  EXPECT_EQ(Text(), before);
+  View->AddControl(u"VB.PictureBox");
+  EXPECT_EQ(Raw(u"Picture1", u"Align"), u"1");
+  View->SetTool(u"VB.CommandButton");
+  const QPointF inside = View->Layout().Find(Node(u"Picture1"))->Bounds.center();
+  Click(At(inside.x(), inside.y()));
+  ASSERT_NE(Node(u"Command1"), nullptr);
+  EXPECT_EQ(Node(u"Command1")->Parent->Name, u"Picture1");
+}
+
+TEST_F(DesignerTest, LeavesADesignerOfAnotherLibraryAlone) {
+  UseForm(u"Begin {C0E45035-5775-11D0-B388-00A0C9055D8E} Form1 \r\n   Tag = 1\r\nEnd\r\n");
+  const String before = Text();
+  View->AddControl(u"VB.Label");
+  EXPECT_EQ(Failures, std::vector<String>{u"\"Form1\" holds no controls"});
+  Key(Qt::Key_Right, Qt::ShiftModifier);
+  const QPoint corner = View->Frame().Body.bottomRight() + QPoint(3, 3);
+  Drag(corner, corner + QPoint(60, 60));
+  EXPECT_EQ(Text(), before);
+}
+
+TEST_F(DesignerTest, AsksForRoomForTheWholeForm) {
+  EXPECT_GE(View->sizeHint().width(), View->Frame().Whole.width());
+  EXPECT_GE(View->sizeHint().height(), View->Frame().Whole.height());
+}
+
+TEST_F(DesignerTest, TellsNameAndClassUnderTheMouse) {
+  QHelpEvent event(QEvent::ToolTip, At(300, 300), Canvas()->mapToGlobal(At(300, 300)));
+  QApplication::sendEvent(Canvas(), &event);
+  EXPECT_EQ(QToolTip::text(), u"cmdGo\nVB.CommandButton");
 }
 
 TEST_F(DesignerTest, GivesNewControlsTheFirstFreeName) {
