@@ -133,7 +133,7 @@ std::filesystem::path FindConfig(const std::filesystem::path& folder) {
   std::error_code ignored;
   for (auto at = std::filesystem::absolute(folder, ignored).lexically_normal();;
        at = at.parent_path()) {
-    const auto file = at / ".tessel";
+    auto file = at / ".tessel";
     if (std::filesystem::is_regular_file(file, ignored)) return file;
     if (at == at.parent_path()) return {};
   }

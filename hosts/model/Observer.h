@@ -8,7 +8,6 @@ namespace tessel::model {
 class CodeModule;
 class CodePane;
 class VBComponent;
-class VBProject;
 
 /// Hears of every change of the model behind the fact, whoever made it. The calls come from inside
 /// the operations: an observer must not fail and must not change the model.

@@ -91,7 +91,7 @@ constexpr StringView NewClassHead =
     u"  MTSTransactionMode  = 0  'NotAnMTSObject\r\nEND\r\n";
 
 String NewAttributes(const model::VBComponent& component) {
-  const String name = u"Attribute VB_Name = \"" + component.PlainName() + u"\"\r\n";
+  String name = u"Attribute VB_Name = \"" + component.PlainName() + u"\"\r\n";
   if (component.PlainType() == host::vbext_ct_StdModule) return name;
   const bool form = component.PlainType() == host::vbext_ct_VBForm ||
                     component.PlainType() == host::vbext_ct_VBMDIForm;

@@ -89,7 +89,7 @@ bool ReadEntry(const std::string& line, ProjectEntry& entry) {
 
 }  // namespace
 
-ProjectFile::ProjectFile(fs::path path, std::string bytes)
+ProjectFile::ProjectFile(fs::path path, const std::string& bytes)
     : path_(std::move(path)), lines_(LinesOf(bytes)) {}
 
 std::vector<ProjectEntry> ProjectFile::Entries() const {
@@ -137,10 +137,10 @@ void ProjectFile::AddEntry(host::vbext_ComponentType type, const std::string& na
         entries.empty() ? std::min<std::size_t>(1, lines_.size()) : entries.back().Line + 1;
     const std::string end = lines_.empty() ? "\r\n" : LineEndOf(lines_.front());
     if (at > 0 && LineEndOf(lines_[at - 1]).empty()) lines_[at - 1] += end;
-    lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at),
-                  std::string(WrittenKeys[kind]) + "=" +
-                      (Kinds[kind].Named ? name + "; " + file : file) +
-                      (end.empty() ? "\r\n" : end));
+    std::string line = std::string(WrittenKeys[kind]) + "=";
+    if (Kinds[kind].Named) line.append(name).append("; ");
+    line.append(file).append(end.empty() ? "\r\n" : end);
+    lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(at), std::move(line));
     modified_ = true;
   }
 }

@@ -22,7 +22,7 @@ struct ProjectEntry {
 /// Keeps every line as it is; a change touches its own line only.
 class ProjectFile {
  public:
-  ProjectFile(std::filesystem::path path, std::string bytes);
+  ProjectFile(std::filesystem::path path, const std::string& bytes);
 
   [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
   [[nodiscard]] std::vector<ProjectEntry> Entries() const;

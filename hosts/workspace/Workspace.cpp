@@ -157,7 +157,7 @@ fs::path ResolveNamed(const fs::path& folder, const std::string& written, int li
   if (fs::exists(path)) return path;
   for (const int codePage :
        {Utf8CodePage, 932, 1252, 1251, 1250, 936, 949, 950, 1253, 1254, 1257}) {
-    const fs::path other = ResolvePath(folder, fs::path(vb::ToUtf8(Decode(written, codePage))));
+    fs::path other = ResolvePath(folder, fs::path(vb::ToUtf8(Decode(written, codePage))));
     if (fs::exists(other)) return other;
   }
   return path;
@@ -325,7 +325,7 @@ namespace {
 /// A file to be written, and what is to be told once it is.
 struct Pending {
   FileContent Content;
-  std::function<void(std::string)> Written;
+  std::function<void(const std::string&)> Written;
 };
 
 template <class OpenProject>
@@ -344,9 +344,9 @@ void CollectProject(OpenProject& open, std::vector<Pending>& pending) {
       open.File->RenameEntry(written, name);
     }
     if (bytes == file->StoredBytes() && !file->IsNew()) continue;
-    pending.push_back({{file->Path(), std::move(bytes)}, [file, component](std::string stored) {
-                         file->Stored(*component, std::move(stored));
-                       }});
+    pending.push_back(
+        {{file->Path(), std::move(bytes)},
+         [file, component](const std::string& stored) { file->Stored(*component, stored); }});
   }
   if (open.File && open.File->IsModified()) {
     ProjectFile* const project = open.File.get();
@@ -369,7 +369,7 @@ std::vector<fs::path> Write(std::vector<Pending>& pending) {
   }
   WriteFiles(contents);
   for (std::size_t at = 0; at < pending.size(); ++at) {
-    pending[at].Written(std::move(contents[at].Bytes));
+    pending[at].Written(contents[at].Bytes);
   }
   return written;
 }

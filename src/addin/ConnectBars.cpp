@@ -30,7 +30,7 @@ int PlaceSetting(StringView key, int byDefault) {
 }
 
 ControlPtr AddPopup(host::CommandBarControls& controls, StringView caption, bool beginGroup) {
-  const auto popup = controls.Add(msoControlPopup);
+  auto popup = controls.Add(msoControlPopup);
   popup->SetCaption(caption);
   popup->SetBeginGroup(beginGroup);
   return popup;

@@ -57,7 +57,7 @@ inline constexpr int ShellSuccess = 33;
 class Desktop {
  public:
   virtual ~Desktop() = default;
-  [[nodiscard]] virtual MessageAnswer ShowMessage(StringView text, StringView title, int style) = 0;
+  virtual MessageAnswer ShowMessage(StringView text, StringView title, int style) = 0;
   /// Nothing when the user cancelled.
   [[nodiscard]] virtual std::optional<String> InputBox(StringView prompt, StringView title,
                                                        StringView text) = 0;

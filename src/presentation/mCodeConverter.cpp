@@ -80,7 +80,7 @@ class PassTable {
   std::vector<Pass> passes_;
   std::vector<std::uint16_t> byFirst_[128];
   std::bitset<128> single_;
-  std::bitset<128 * 128> pairs_;
+  std::bitset<std::size_t{128} * 128> pairs_;
 };
 
 const PassTable& Passes() {

@@ -61,7 +61,7 @@ void Connection::Open() {
     // The first real look at the file: damage and locks show here and not in some later tool.
     engine::Run(db_, "SELECT count(*) FROM sqlite_master");
   } catch (const vb::Failure& failure) {
-    const String why = failure.Description();
+    const String& why = failure.Description();
     Close();
     Fail(file, why);
   }

@@ -187,6 +187,8 @@ void FormWindow::SetPlace(const QRect& place, bool maximized) {
 }
 
 void FormWindow::ApplyPlace() {
+  // What has changed since the form was loaded is on its way up from layout to layout.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
   const QRect room = ScreenAround(place_ ? place_->center() : pos());
   if (!room.contains(QRect(room.topLeft(), minimumSizeHint()))) MakeScrollable();
   const QSize wanted = place_ && !placeIsOwn_ ? place_->size() : sizeHint();

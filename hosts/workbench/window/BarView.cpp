@@ -1,8 +1,6 @@
 #include "hosts/workbench/window/BarView.h"
 
-#include <QApplication>
 #include <QSet>
-#include <QStyle>
 #include <QToolButton>
 
 #include "hosts/workbench/platform/Pictures.h"
@@ -48,16 +46,11 @@ int PictureOf(host::CommandBarControl& control) {
 
 QIcon FaceIcon(int faceId) {
   struct Face {
-    int Id;
-    QStyle::StandardPixmap Picture;
+    int Id, Picture;
   };
-  static constexpr Face Faces[] = {{984, QStyle::SP_DialogHelpButton},
-                                   {201, QStyle::SP_MessageBoxInformation},
-                                   {1714, QStyle::SP_FileDialogDetailedView},
-                                   {3253, QStyle::SP_FileDialogListView},
-                                   {3049, QStyle::SP_FileDialogContentsView}};
+  static constexpr Face Faces[] = {{984, 152}, {201, 153}, {1714, 148}, {3253, 130}, {3049, 134}};
   for (const Face& face : Faces) {
-    if (face.Id == faceId) return QApplication::style()->standardIcon(face.Picture);
+    if (face.Id == faceId) return Picture(face.Picture);
   }
   return {};
 }
@@ -123,18 +116,22 @@ QAction* BarView::ActionOf(const std::shared_ptr<host::CommandBarControl>& contr
 }
 
 void BarView::Fill(QToolBar& view, host::CommandBar& bar) {
+  // What was built before goes; the tool bar's own action, which shows and hides it, stays.
+  static const auto Content = QStringLiteral("content");
   view.clear();
-  qDeleteAll(view.findChildren<QAction*>(Qt::FindDirectChildrenOnly));
-  qDeleteAll(view.findChildren<QMenu*>(Qt::FindDirectChildrenOnly));
+  delete view.findChild<QWidget*>(Content, Qt::FindDirectChildrenOnly);
+  auto* const content = new QWidget(&view);
+  content->setObjectName(Content);
+  content->hide();
   const auto controls = bar.Controls();
   for (int at = 1; at <= controls->Count(); ++at) {
     const auto control = controls->Item(at);
     if (control->BeginGroup() && at > 1) view.addSeparator();
     if (control->Type() != host::msoControlPopup) {
-      view.addAction(ActionOf(control, &view));
+      view.addAction(ActionOf(control, content));
       continue;
     }
-    auto* const menu = new QMenu(ToQt(control->Caption()), &view);
+    auto* const menu = new QMenu(ToQt(control->Caption()), content);
     FillWith(*menu, *control->Controls());
     menu->menuAction()->setEnabled(control->Enabled());
     view.addAction(menu->menuAction());

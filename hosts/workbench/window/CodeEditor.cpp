@@ -92,6 +92,7 @@ void CodeEditor::SetOptions(const EditorOptions& options) {
   QsciLexer* const before = lexer();
   setLexer(new BasicLexer(options.Font, options.Dark, this));
   delete before;
+  SendScintilla(SCI_SETPROPERTY, "fold", "0");  // the lexer folds by margin; we fold by member
   setTabWidth(options.TabWidth);
   setIndentationWidth(options.TabWidth);
   const QPalette colors = palette();

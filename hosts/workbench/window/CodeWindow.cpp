@@ -72,7 +72,7 @@ void CodeWindow::ListsChanged() {
 }
 
 void CodeWindow::Moved() {
-  pane_->Follow(editor_->Selected(), editor_->TopLine());
+  TellPane();
   if (!listTimer_.isActive()) listTimer_.start();
   if (OnMoved) OnMoved();
 }

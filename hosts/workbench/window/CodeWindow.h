@@ -24,6 +24,9 @@ class CodeWindow : public QWidget {
   /// The pane's selection or top line was set by a tool.
   void FollowSelection();
   void FollowTopLine();
+  /// Tells the pane where the user is; done with every movement as well, but only when it is
+  /// painted.
+  void TellPane() { pane_->Follow(editor_->Selected(), editor_->TopLine()); }
   /// The objects or the lines changed; the lists follow when the window is idle.
   void ListsChanged();
   /// Puts the caret into a member; an event that has no procedure yet gets one.

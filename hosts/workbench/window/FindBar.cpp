@@ -25,6 +25,7 @@ FindBar::FindBar(QWidget* parent)
       wholeWord_(new QCheckBox(tr("&Whole words"))),
       message_(new QLabel),
       replaceRow_(new QWidget) {
+  setObjectName(QStringLiteral("findBar"));
   Build();
   hide();
 }

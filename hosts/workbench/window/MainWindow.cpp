@@ -5,11 +5,14 @@
 #include <QDir>
 #include <QMessageBox>
 #include <QStatusBar>
+#include <QVBoxLayout>
 
 #include "hosts/workbench/designer/DesignerView.h"
 #include "hosts/workbench/designer/PropertiesWindow.h"
 #include "hosts/workbench/designer/Toolbox.h"
+#include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
+#include "hosts/workbench/window/ComponentIcon.h"
 
 namespace tessel::workbench {
 namespace {
@@ -40,6 +43,7 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
       vbe_(std::dynamic_pointer_cast<model::Vbe>(workspace_.VBE())),
       area_(new QMdiArea(this)) {
   setWindowTitle(tr("Tessel[*]"));
+  setWindowIcon(Picture(ProgramPicture));
   setObjectName(QStringLiteral("workbench"));
   setDockNestingEnabled(true);
   resize(1280, 840);
@@ -50,8 +54,8 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
   bars_ = std::make_unique<BarView>(*this, vbe_);
   // Not from inside the click itself: what it runs may build the bars anew.
   bars_->OnClick = [this](const std::shared_ptr<host::CommandBarControl>& control) {
-    QTimer::singleShot(0, this,
-                       [this, control] { Guard([&] { RunTool([&] { control->Execute(); }); }); });
+    QTimer::singleShot(
+        0, this, [this, control] { services_.Desktop().RunAction([&] { control->Execute(); }); });
   };
   watch_ = new FileWatch(workspace_, this);
   watch_->OnChanged = [this](const auto& changed) { AskToReload(changed); };
@@ -89,7 +93,7 @@ MainWindow::~MainWindow() {
 
 void MainWindow::ConnectAddin() {
   connect_ = std::make_shared<tessel::Connect>();
-  Guard([&] {
+  services_.Desktop().RunAction([&] {
     connect_->AddinInstance_OnConnection(vbe_);
     connect_->AddinInstance_OnStartupComplete();
   });
@@ -112,19 +116,26 @@ void MainWindow::BuildDocks() {
   setCentralWidget(centre);
 
   toolbox_ = new Toolbox(this);
+  toolbox_->OnTool = [this](StringView className) {
+    for (const auto& [component, view] : designers_) view->SetTool(className);
+  };
+  toolbox_->OnAdd = [this](StringView className) {
+    if (DesignerView* const view = CurrentDesigner()) view->AddControl(className);
+  };
   AddDock(tr("Toolbox"), QStringLiteral("toolbox"), toolbox_, Qt::LeftDockWidgetArea);
   projects_ = new ProjectWindow(vbe_);
-  projects_->OnViewCode = [this](const auto& component) {
-    component->Module() ? void(ShowCode(component)) : void();
-  };
+  projects_->OnViewCode = [this](const auto& component) { ShowCode(component); };
   projects_->OnViewObject = [this](const auto& component) { ShowDesigner(component); };
   projects_->OnRemove = [this](const auto& component) { RemoveComponent(component); };
   projects_->OnRename = [this](const auto& component) { RenameComponent(component); };
   projects_->OnSaveAs = [this](const auto& component) { SaveComponentAs(component); };
   projects_->OnCloseProject = [this](const auto& project) { CloseProject(project); };
   AddDock(tr("Project"), QStringLiteral("project"), projects_, Qt::RightDockWidgetArea);
-  properties_ = new PropertiesWindow(workspace_, this);
-  properties_->OnFailure = [this](const QString& text) { ShowFailure(text); };
+  properties_ = new PropertiesWindow(this);
+  properties_->OnFailure = [this](const String& text) { ShowFailure(ToQt(text)); };
+  properties_->OnChosen = [this](model::DesignerNode* node) {
+    if (DesignerView* const view = CurrentDesigner()) view->Select({node});
+  };
   AddDock(tr("Properties"), QStringLiteral("properties"), properties_, Qt::RightDockWidgetArea);
 }
 
@@ -175,6 +186,7 @@ void MainWindow::PaneShown(const std::shared_ptr<model::CodePane>& pane) {
     frame->setAttribute(Qt::WA_DeleteOnClose);
     frame->resize(area_->width() * 3 / 4, area_->height() * 3 / 4);
     code->setWindowTitle(CodeTitle(*code->Component()));
+    frame->setWindowIcon(ComponentIcon(code->Component()->PlainType()));
     frame->show();
     if (codes_.size() + designers_.size() == 1) frame->showMaximized();
   }
@@ -219,14 +231,16 @@ void MainWindow::DesignerShown(model::VBComponent& component) {
       OpenEventProcedure(owner, control);
     };
     view->OnSelection = [this, shared](const std::vector<model::DesignerNode*>& nodes) {
-      properties_->ShowObject(shared, nodes);
+      ShowProperties(shared, nodes);
     };
-    view->OnToolUsed = [this] { toolbox_->ChoosePointer(); };
+    view->SetTool(toolbox_->Tool());
+    view->OnToolUsed = [this] { toolbox_->Reset(); };
     QMdiSubWindow* const frame = area_->addSubWindow(view);
     frame->setAttribute(Qt::WA_DeleteOnClose);
     view->setWindowTitle(QStringLiteral("%1 - %2 (%3)")
                              .arg(ToQt(component.Project()->PlainName()),
                                   ToQt(component.PlainName()), tr("Design")));
+    frame->setWindowIcon(ComponentIcon(component.PlainType()));
     connect(view, &QObject::destroyed, this, [this, key = &component] { designers_.erase(key); });
     frame->resize(area_->width() * 3 / 4, area_->height() * 3 / 4);
     frame->show();
@@ -291,9 +305,11 @@ DesignerView* MainWindow::CurrentDesigner() const {
 }
 
 std::shared_ptr<model::VBComponent> MainWindow::CurrentComponent() const {
-  if (const CodeWindow* const code = CurrentCode()) return code->Component();
-  if (const DesignerView* const view = CurrentDesigner()) return view->Component();
-  return std::dynamic_pointer_cast<model::VBComponent>(vbe_->SelectedVBComponent());
+  auto component = std::dynamic_pointer_cast<model::VBComponent>(vbe_->SelectedVBComponent());
+  if (const CodeWindow* const code = CurrentCode()) component = code->Component();
+  if (const DesignerView* const view = CurrentDesigner()) component = view->Component();
+  // One whose project was closed is on its way out with its window.
+  return component && component->Project() ? component : nullptr;
 }
 
 void MainWindow::SubWindowActivated(QMdiSubWindow* window) {
@@ -304,11 +320,18 @@ void MainWindow::SubWindowActivated(QMdiSubWindow* window) {
   if (!component) return;
   if (const CodeWindow* const code = CurrentCode()) {
     if (vbe_->ActiveCodePane() != code->Pane()) vbe_->BringToFront(code->Pane());
-    properties_->ShowObject(component, {});
+    ShowProperties(component, {});
   } else if (DesignerView* const view = CurrentDesigner()) {
-    properties_->ShowObject(component, view->Selected());
+    ShowProperties(component, view->Selected());
   }
   vbe_->Select(component);
+}
+
+void MainWindow::ShowProperties(const std::shared_ptr<model::VBComponent>& component,
+                                const std::vector<model::DesignerNode*>& nodes) {
+  const auto view = designers_.find(component.get());
+  properties_->ShowObjects(component, nodes,
+                           view == designers_.end() ? nullptr : view->second->Editor());
 }
 
 void MainWindow::CloseDesignersOfGoneComponents() {
@@ -323,13 +346,18 @@ void MainWindow::CloseDesignersOfGoneComponents() {
     if (const auto component = code->Component()) code->setWindowTitle(CodeTitle(*component));
   }
   const auto shown = properties_->Component();
-  if (shown && there.count(shown.get()) == 0) properties_->ShowObject(nullptr, {});
+  if (shown && there.count(shown.get()) == 0) properties_->ShowObjects(nullptr, {});
 }
 
 // State
 
 void MainWindow::RunTool(const std::function<void()>& action) {
-  ++toolDepth_;
+  if (toolDepth_++ == 0) {
+    for (const auto& [module, code] : codes_) {
+      code->Editor().TidyEntered();
+      code->TellPane();
+    }
+  }
   try {
     action();
   } catch (...) {
@@ -354,7 +382,7 @@ bool MainWindow::ClickCommand(StringView bar, const std::vector<String>& path) {
       controls = control->Controls();
     }
     clicked = control && control->Enabled();
-    if (clicked) RunTool([&] { control->Execute(); });
+    if (clicked) services_.Desktop().RunAction([&] { control->Execute(); });
   });
   return clicked;
 }
@@ -416,12 +444,12 @@ void MainWindow::changeEvent(QEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (toolDepth_ > 0) return event->ignore();  // a tool is at work
+  if (services_.Desktop().IsBusy()) return event->ignore();  // a tool is at work
   bars_->StorePlaces();
   settings_.SetPlaces(saveGeometry(), saveState());
   if (!CloseProjects()) return event->ignore();
   if (const auto addin = std::exchange(connect_, nullptr)) {
-    Guard([&] { addin->AddinInstance_OnDisconnection(); });
+    services_.Desktop().RunAction([&] { addin->AddinInstance_OnDisconnection(); });
   }
   recovery_.Remove();
   event->accept();

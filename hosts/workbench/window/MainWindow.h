@@ -122,6 +122,8 @@ class MainWindow : public QMainWindow, private model::Observer {
   [[nodiscard]] std::shared_ptr<model::VBComponent> CurrentComponent() const;
   void SubWindowActivated(QMdiSubWindow* window);
   void CodeClosed(const std::shared_ptr<model::CodePane>& pane);
+  void ShowProperties(const std::shared_ptr<model::VBComponent>& component,
+                      const std::vector<model::DesignerNode*>& nodes);
   void CloseDesignersOfGoneComponents();
   void OpenEventProcedure(const std::shared_ptr<model::VBComponent>& component, StringView control);
   void ShowPlace();

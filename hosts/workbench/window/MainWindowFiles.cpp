@@ -76,8 +76,8 @@ bool MainWindow::OpenFile(const QString& file) {
     problems.append(ToQt(workspace_.Problems()[at].Description()));
   }
   if (!problems.isEmpty()) {
-    ShowFailure(tr("Some components could not be loaded and are left out:") + u"\n\n" +
-                Listed(problems));
+    ShowFailure(tr("Some components could not be loaded and are left out:") +
+                QStringLiteral("\n\n") + Listed(problems));
   }
   return true;
 }
@@ -142,7 +142,8 @@ bool MainWindow::MaySaveChanges(const QString& question) {
   }
   if (changed.isEmpty()) return true;
   changed.removeDuplicates();
-  QMessageBox box(QMessageBox::Question, tr("Tessel"), question + u"\n\n" + Listed(changed),
+  QMessageBox box(QMessageBox::Question, tr("Tessel"),
+                  question + QStringLiteral("\n\n") + Listed(changed),
                   QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
   box.setDefaultButton(QMessageBox::Save);
   switch (box.exec()) {
@@ -211,14 +212,14 @@ void MainWindow::AskToReload(const std::vector<ChangedOutside>& changed) {
   QStringList files, gone;
   for (const ChangedOutside& one : changed) (one.Gone ? gone : files).append(one.File);
   if (!gone.isEmpty()) {
-    ShowFailure(tr("These files are no longer there. Saving writes them anew:") + u"\n\n" +
-                Listed(gone));
+    ShowFailure(tr("These files are no longer there. Saving writes them anew:") +
+                QStringLiteral("\n\n") + Listed(gone));
   }
   if (files.isEmpty()) return;
   QMessageBox box(QMessageBox::Question, tr("Tessel"),
                   tr("These files were changed outside. Load them again? Changes made here to them "
                      "are lost then.") +
-                      u"\n\n" + Listed(files),
+                      QStringLiteral("\n\n") + Listed(files),
                   QMessageBox::Yes | QMessageBox::No, this);
   if (box.exec() != QMessageBox::Yes) return;
   for (const ChangedOutside& one : changed) {
@@ -240,7 +241,7 @@ void MainWindow::OfferRecovery() {
                     tr("The workbench ended without closing. Unsaved work of %1 can be brought "
                        "back:")
                             .arg(work.Time) +
-                        u"\n\n" + Listed(parts),
+                        QStringLiteral("\n\n") + Listed(parts),
                     QMessageBox::NoButton, this);
     QPushButton* const restore = box.addButton(tr("Bring it &back"), QMessageBox::AcceptRole);
     QPushButton* const discard = box.addButton(tr("&Discard"), QMessageBox::DestructiveRole);

@@ -6,6 +6,7 @@
 #include <QMessageBox>
 
 #include "hosts/workbench/designer/DesignerView.h"
+#include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
 #include "hosts/workbench/window/MainWindow.h"
 #include "hosts/workbench/window/OptionsDialog.h"
@@ -114,6 +115,11 @@ void MainWindow::BuildEditMenu() {
   AddCommand(*edit, tr("Find &Next"), QKeySequence(Qt::Key_F3), [this] { find_->FindNext(); });
   AddCommand(*edit, tr("R&eplace..."), QKeySequence(Qt::CTRL | Qt::Key_H),
              [this] { find_->Open(true); });
+  constexpr std::pair<const char*, int> Pictures[] = {
+      {"Cut", 142}, {"Copy", 143}, {"Paste", 144}, {"Find", 145}};
+  for (const auto& [name, picture] : Pictures) {
+    commands_[QString::fromLatin1(name)]->setIcon(Picture(picture));
+  }
   connect(edit, &QMenu::aboutToShow, this, [this] { UpdateCommands(); });
 }
 

@@ -9,7 +9,9 @@
 #include <QVBoxLayout>
 #include <array>
 
+#include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
+#include "hosts/workbench/window/ComponentIcon.h"
 
 namespace tessel::workbench {
 namespace {
@@ -109,6 +111,7 @@ void ProjectWindow::AddProject(const std::shared_ptr<model::VBProject>& project)
   const QString file = QFileInfo(ToQt(project->File)).fileName();
   const QString name = ToQt(project->PlainName());
   item->setText(0, file.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, file));
+  item->setIcon(0, Picture(ProjectPicture));
   item->setToolTip(0, ToQt(project->File));
   item->setData(0, ProjectRole, name);
   QFont font = item->font(0);
@@ -126,11 +129,13 @@ void ProjectWindow::AddComponents(QTreeWidgetItem* parent, const model::VBProjec
       if (type != folder.Types[0] && type != folder.Types[1]) continue;
       if (group == nullptr) group = new QTreeWidgetItem(parent, {tr(folder.Caption)});
       auto* const item = new QTreeWidgetItem(group, {CaptionOf(*component)});
+      item->setIcon(0, ComponentIcon(component->PlainType()));
       item->setData(0, NameRole, ToQt(component->PlainName()));
       item->setData(0, ProjectRole, ToQt(project.PlainName()));
       if (component->Storage()) item->setToolTip(0, ToQt(component->Storage()->FileName()));
     }
     if (group != nullptr) {
+      group->setIcon(0, Picture(FolderPicture));
       group->setData(0, ProjectRole, ToQt(project.PlainName()));
       group->sortChildren(0, Qt::AscendingOrder);
     }

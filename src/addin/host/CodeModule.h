@@ -39,6 +39,9 @@ class CodeModule {
   [[nodiscard]] virtual int ProcCountLines(StringView name, vbext_ProcKind kind) = 0;
   /// First line of the member's declaring statement.
   [[nodiscard]] virtual int ProcBodyLine(StringView name, vbext_ProcKind kind) = 0;
+  /// False where the three above would fail for want of such a member; true also where the host
+  /// can't tell. Spares the failure to those who ask for a kind that is mostly absent.
+  [[nodiscard]] virtual bool MayHaveProc(StringView, vbext_ProcKind) { return true; }
   /// Name of the member that holds `line`, empty in the declarations and past the end; `kind` is
   /// set when there is one.
   [[nodiscard]] virtual String ProcOfLine(int line, vbext_ProcKind& kind) = 0;

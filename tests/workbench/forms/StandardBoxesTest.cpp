@@ -127,9 +127,7 @@ TEST(FontDialogOf, ChangesTheFontWhenAccepted) {
   forms::Font font;
   font.Name = u"DejaVu Serif";
   Desk::WhenOpen<QFontDialog>([](QFontDialog& dialog) {
-    QFont chosen = dialog.currentFont();
-    chosen.setPointSize(14);
-    chosen.setBold(true);
+    QFont chosen(QStringLiteral("DejaVu Serif"), 14, QFont::Bold);
     chosen.setUnderline(true);
     dialog.setCurrentFont(chosen);
     dialog.accept();

@@ -61,9 +61,11 @@ TEST_F(Objects, OfferTheEventsThatHaveNoProcedureYet) {
 }
 
 TEST_F(Objects, CountTheElementsOfAControlArrayOnce) {
-  world_.Environment.AddControl(u"Form1", u"VB.TextBox", u"txt", {{u"Index", u"0"}});
-  world_.Environment.AddControl(u"Form1", u"VB.TextBox", u"txt", {{u"Index", u"1"}});
-  EXPECT_EQ(ObjectsOf(*component_).size(), 5U);
+  component_->AddDesigner(std::make_shared<model::DesignerTree>(
+      u"VERSION 5.00\r\nBegin VB.Form Form1 \r\n   Begin VB.TextBox txt \r\n      Index = 0\r\n   "
+      u"End\r\n"
+      u"   Begin VB.TextBox txt \r\n      Index = 1\r\n   End\r\nEnd\r\n"));
+  EXPECT_EQ(ObjectsOf(*component_).size(), 3U);
 }
 
 TEST(ControlEvents, BeginWithTheOneThatADoubleClickOpens) {

@@ -1,0 +1,342 @@
+#include "hosts/workbench/window/MainWindow.h"
+
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QMenuBar>
+#include <QProcess>
+#include <QProgressBar>
+#include <QStatusBar>
+#include <fstream>
+#include <iterator>
+
+#include "hosts/workbench/designer/DesignerView.h"
+#include "workbench/window/WindowFixture.h"
+
+namespace tessel::workbench {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string BytesOf(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+using Workbench = InWindow;
+
+TEST_F(Workbench, ShowsTheBarAsTheAddinBuiltIt) {
+  QAction* const format = BarAction(QStringLiteral("Code Formatter"));
+  ASSERT_NE(format, nullptr);
+  EXPECT_FALSE(format->icon().isNull());
+  EXPECT_TRUE(format->isEnabled());
+  QAction* const snippets = BarAction(QStringLiteral("Snippet Manager"));
+  ASSERT_NE(snippets, nullptr);
+  EXPECT_FALSE(snippets->isEnabled());
+  QAction* const popup = BarAction(QStringLiteral("Tessel"));
+  ASSERT_NE(popup, nullptr);
+  ASSERT_NE(popup->menu(), nullptr);
+  EXPECT_GT(popup->menu()->actions().size(), 12);
+}
+
+TEST_F(Workbench, FormatsUndoesAndSavesAModule) {
+  OpenSample();
+  const std::string before = BytesOf(SampleFile("modMain.bas"));
+  const String text = Text(u"modMain");
+  CodeWindow& code = Code(u"modMain");
+  code.Editor().Select({10, 1, 10, 1});
+
+  bool ran = false;
+  When([] { return OpenForm("frmFormatText"); },
+       [&](FormWindow* dialog) {
+         auto* const scope = In<QComboBox>(dialog, "ComModule");
+         const int index = scope->findText(QStringLiteral("Current Component [modMain]"));
+         scope->setCurrentIndex(index);
+         emit scope->activated(index);
+         Press(dialog, "btmRun");
+         ran = true;
+       });
+  BarAction(QStringLiteral("Code Formatter"))->trigger();
+  ASSERT_TRUE(
+      QTest::qWaitFor([&] { return ran && OpenForm("frmFormatText") == nullptr; }, PatienceMs));
+  const String formatted = Text(u"modMain");
+  EXPECT_NE(formatted, text);
+  EXPECT_EQ(FromQt(code.Editor().text()), vb::Replace(formatted, u"\r\n", u"\n"));
+  EXPECT_TRUE(window_->SaveAll());
+  EXPECT_NE(BytesOf(SampleFile("modMain.bas")), before);
+
+  code.Editor().undo();
+  EXPECT_EQ(Text(u"modMain"), text);
+  EXPECT_TRUE(window_->SaveAll());
+  EXPECT_EQ(BytesOf(SampleFile("modMain.bas")), before);
+}
+
+TEST_F(Workbench, SavingAnOpenedProjectChangesNoByte) {
+  OpenSample();
+  for (const auto& entry : fs::directory_iterator(folder_.Path() / "ledger")) {
+    EXPECT_EQ(BytesOf(entry.path()), BytesOf(fs::path(TESSEL_SOURCE_DIR) / "samples" / "ledger" /
+                                             entry.path().filename()));
+  }
+  for (const auto& component : window_->Root()->Active()->Components().All()) {
+    if (component->Module()) window_->ShowCode(component);
+  }
+  EXPECT_TRUE(window_->SaveAll());
+  for (const auto& entry : fs::directory_iterator(folder_.Path() / "ledger")) {
+    EXPECT_EQ(BytesOf(entry.path()),
+              BytesOf(fs::path(TESSEL_SOURCE_DIR) / "samples" / "ledger" / entry.path().filename()))
+        << entry.path();
+  }
+}
+
+TEST_F(Workbench, PutsAStatementTemplateAtTheCaret) {
+  window_->NewProject(host::vbext_pt_StandardExe);
+  window_->Environment().AddComponent(u"", host::vbext_ct_StdModule, u"M",
+                                      u"Sub A()\r\n    x\r\nEnd Sub");
+  CodeWindow& code = Code(u"M");
+  code.Editor().Select({2, 5, 2, 6});
+  EXPECT_TRUE(
+      window_->ClickCommand(u"Tessel", {u"Tessel", u"Select / With", u"With ... End With"}));
+  EXPECT_NE(Text(u"M").find(u"With "), String::npos);
+  EXPECT_NE(Text(u"M").find(u"End With"), String::npos);
+  code.Editor().undo();
+  EXPECT_EQ(Text(u"M"), u"Sub A()\r\n    x\r\nEnd Sub");
+}
+
+TEST_F(Workbench, ShowsAbout) {
+  bool shown = false;
+  When([] { return OpenForm("frmAbout"); },
+       [&](FormWindow* about) {
+         shown = true;
+         EXPECT_TRUE(about->isModal());
+         about->close();
+       });
+  EXPECT_TRUE(window_->ClickCommand(u"Tessel", {u"Help", u"About"}));
+  EXPECT_TRUE(shown);
+  EXPECT_EQ(OpenForm("frmAbout"), nullptr);
+}
+
+struct FailingHost {
+  int Failures;
+  std::string Operation;
+  int Calls = 0;
+  void operator()(std::string_view operation) {
+    if (operation != Operation || Calls++ >= Failures) return;
+    throw vb::Failure(vb::InvalidCall, u"The host said no", u"VBIDE");
+  }
+};
+
+/// Clicks a template whose insertion fails once, answers the error dialog, and gives the text.
+class Failing : public InWindow {
+ protected:
+  String After(const char* button) {
+    window_->NewProject(host::vbext_pt_StandardExe);
+    window_->Environment().AddComponent(u"", host::vbext_ct_StdModule, u"M",
+                                        u"Sub A()\r\n\r\nEnd Sub");
+    Code(u"M").Editor().Select({2, 1, 2, 1});
+    const auto fails = std::make_shared<FailingHost>(FailingHost{1, "CodeModule.InsertLines"});
+    window_->Environment().SetOperationHook([fails](std::string_view name) { (*fails)(name); });
+    When([] { return OpenForm("frmErrorMessage"); },
+         [button](FormWindow* dialog) { Press(dialog, button); });
+    window_->ClickCommand(u"Tessel", {u"Tessel", u"On Error", u"On Error Resume Next"});
+    window_->Environment().SetOperationHook({});
+    EXPECT_EQ(fails->Calls > 0, true);
+    return Text(u"M");
+  }
+};
+
+TEST_F(Failing, RetryDoesTheStatementAgain) {
+  EXPECT_NE(After("btnRetry").find(u"On Error Resume Next"), String::npos);
+}
+
+TEST_F(Failing, IgnoreGoesOnBehindIt) {
+  EXPECT_EQ(After("btnIgnore").find(u"On Error Resume Next"), String::npos);
+}
+
+TEST_F(Failing, AbortLeavesTheWindowUsable) {
+  EXPECT_EQ(After("btnAbort"), u"Sub A()\r\n\r\nEnd Sub");
+  EXPECT_TRUE(window_->ClickCommand(u"Tessel", {u"Tessel", u"On Error", u"On Error Resume Next"}));
+  EXPECT_NE(Text(u"M").find(u"On Error Resume Next"), String::npos);
+}
+
+TEST_F(Workbench, CancelsALongRunInTheMiddle) {
+  OpenSample();
+  std::map<String, String> before;
+  for (const auto& component : window_->Root()->Active()->Components().All()) {
+    if (component->Module()) before[component->PlainName()] = Text(component->PlainName());
+  }
+  When([] { return OpenForm("frmFormatText"); },
+       [](FormWindow* dialog) {
+         auto* const scope = In<QComboBox>(dialog, "ComModule");
+         const int index = scope->findText(QStringLiteral("Current Project   [Ledger]"));
+         scope->setCurrentIndex(index);
+         emit scope->activated(index);
+         When([] { return OpenForm("ProgressBarWindow"); },
+              [](FormWindow* progress) { Press(progress, "btmCancel"); });
+         Press(dialog, "btmRun");
+       });
+  window_->ClickCommand(u"Tessel", {u"Code Formatter"});
+  ASSERT_TRUE(QTest::qWaitFor(
+      [] {
+        return OpenForm("frmFormatText") == nullptr && OpenForm("ProgressBarWindow") == nullptr;
+      },
+      PatienceMs));
+  std::size_t same = 0;
+  for (const auto& [name, text] : before) same += Text(name) == text ? 1U : 0U;
+  EXPECT_GT(same, 0U) << "the run went through to its end";
+}
+
+TEST_F(Workbench, TellsTheAddinOfAControlFromTheDesigner) {
+  window_->NewProject(host::vbext_pt_StandardExe);
+  const auto form = Component(u"Form1");
+  DesignerView* const view = window_->ShowDesigner(form);
+  ASSERT_NE(view, nullptr);
+  const auto sink = window_->Root()->Events()->VBControlsEvents();
+  String added;
+  sink->ItemAdded = [&](const auto& control) { added = control->ControlObjectName(); };
+  view->AddControl(u"VB.CommandButton");
+  EXPECT_EQ(added, u"Command1");
+  EXPECT_EQ(form->OwnDesigner()->Tree().Controls().size(), 1U);
+  view->UndoStack().undo();
+  EXPECT_TRUE(form->OwnDesigner()->Tree().Controls().empty());
+}
+
+TEST_F(Workbench, OpensTheEventProcedureOfAControl) {
+  window_->NewProject(host::vbext_pt_StandardExe);
+  DesignerView* const view = window_->ShowDesigner(Component(u"Form1"));
+  view->AddControl(u"VB.CommandButton");
+  view->OpenCode();
+  EXPECT_EQ(Text(u"Form1"), u"Private Sub Command1_Click()\r\n\r\nEnd Sub");
+  view->Select({Component(u"Form1")->OwnDesigner()->Tree().Root()});
+  view->OpenCode();
+  EXPECT_NE(Text(u"Form1").find(u"Private Sub Form_Load()\r\n\r\nEnd Sub"), String::npos);
+}
+
+TEST_F(Workbench, AddsComponentsByTheProjectMenu) {
+  window_->NewProject(host::vbext_pt_StandardExe);
+  EXPECT_TRUE(window_->ClickCommand(u"Menu Bar", {u"Project", u"Add Module"}));
+  EXPECT_TRUE(window_->ClickCommand(u"Menu Bar", {u"Project", u"Add MDI Form"}));
+  EXPECT_FALSE(window_->ClickCommand(u"Menu Bar", {u"Project", u"Add MDI Form"}));
+  EXPECT_FALSE(window_->ClickCommand(u"Menu Bar", {u"Project", u"Add WebClass"}));
+  EXPECT_EQ(Component(u"Module1")->PlainType(), host::vbext_ct_StdModule);
+}
+
+TEST_F(Workbench, SaysWhereTheCaretIs) {
+  OpenSample();
+  CodeWindow& code = Code(u"modMain");
+  const auto members = Component(u"modMain")->Module()->Index().Members();
+  code.Editor().Select({members[1].Lines.Body, 3, members[1].Lines.Body, 3});
+  const auto label = [&](const char* name) {
+    return window_->findChild<QLabel*>(QString::fromLatin1(name))->text();
+  };
+  ASSERT_TRUE(
+      QTest::qWaitFor([&] { return label("member") == ToQt(members[1].Name); }, PatienceMs));
+  EXPECT_EQ(label("place"), QStringLiteral("Ln %1, Col 3").arg(members[1].Lines.Body));
+  EXPECT_EQ(label("codePage"), QStringLiteral("Code page 1251"));
+  auto* const procedures = code.findChild<QComboBox*>(QStringLiteral("procedures"));
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return procedures->currentText().startsWith(ToQt(members[1].Name)); }, PatienceMs));
+}
+
+TEST_F(Workbench, AsksAboutUnsavedChanges) {
+  OpenSample();
+  window_->Environment().SetText(u"modMain", u"' changed");
+  QString asked;
+  AnswerNext(QMessageBox::Cancel, &asked);
+  EXPECT_FALSE(window_->CloseProjects());
+  EXPECT_TRUE(asked.contains(QStringLiteral("modMain.bas"))) << asked.toStdString();
+  EXPECT_EQ(Text(u"modMain"), u"' changed");
+  AnswerNext(QMessageBox::Save);
+  EXPECT_TRUE(window_->CloseProjects());
+  EXPECT_NE(BytesOf(SampleFile("modMain.bas")).find("' changed"), std::string::npos);
+}
+
+TEST_F(Workbench, OffersToReloadWhatChangedOutside) {
+  OpenSample();
+  Code(u"modMain");
+  AnswerNext(QMessageBox::Yes);
+  std::ofstream(SampleFile("modMain.bas"), std::ios::binary)
+      << "Attribute VB_Name = \"modMain\"\r\n' from outside\r\n";
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Text(u"modMain") == u"' from outside"; }, PatienceMs));
+  EXPECT_EQ(Code(u"modMain").Editor().text(), QStringLiteral("' from outside"));
+}
+
+TEST_F(Workbench, NamesAFileThatCantBeOpened) {
+  QString text;
+  AnswerNext(QMessageBox::Ok, &text);
+  EXPECT_FALSE(window_->OpenFile(QStringLiteral("/nowhere/None.vbp")));
+  EXPECT_TRUE(text.contains(QStringLiteral("/nowhere/None.vbp")));
+}
+
+TEST_F(Workbench, NamesTheComponentsThatAreLeftOut) {
+  fs::remove(SampleFile("modMain.bas"));
+  QString text;
+  AnswerNext(QMessageBox::Ok, &text);
+  EXPECT_TRUE(window_->OpenFile(QString::fromStdString(SampleFile("Ledger.vbp").string())));
+  EXPECT_TRUE(text.contains(QStringLiteral("modMain.bas"))) << text.toStdString();
+  EXPECT_GT(window_->Root()->Active()->Components().All().size(), 20U);
+}
+
+TEST_F(Workbench, ClosesThePaneWithItsWindow) {
+  OpenSample();
+  CodeWindow& code = Code(u"modMain");
+  EXPECT_EQ(window_->Root()->ActiveCodePane(), code.Pane());
+  code.parentWidget()->close();
+  EXPECT_EQ(window_->Root()->ActiveCodePane(), nullptr);
+  window_->Environment().SetCaret(u"modMain", {3, 1, 3, 1});
+  EXPECT_NE(window_->Root()->ActiveCodePane(), nullptr);
+  window_->Environment().ClosePane(u"modMain");
+  EXPECT_EQ(window_->Root()->ActiveCodePane(), nullptr);
+}
+
+TEST_F(Workbench, KeepsTheBarsPlaceOverARestart) {
+  QToolBar* bar = nullptr;
+  for (QToolBar* const one : window_->findChildren<QToolBar*>()) {
+    if (one->objectName() == QStringLiteral("bar:Tessel")) bar = one;
+  }
+  ASSERT_NE(bar, nullptr);
+  window_->addToolBar(Qt::BottomToolBarArea, bar);
+  Discard();
+  Start();
+  for (QToolBar* const one : window_->findChildren<QToolBar*>()) {
+    if (one->objectName() != QStringLiteral("bar:Tessel")) continue;
+    EXPECT_EQ(window_->toolBarArea(one), Qt::BottomToolBarArea);
+  }
+}
+
+TEST_F(Workbench, FindsAndReplacesInOneStep) {
+  window_->NewProject(host::vbext_pt_StandardExe);
+  window_->Environment().AddComponent(u"", host::vbext_ct_StdModule, u"M",
+                                      u"one\r\ntwo one\r\nONE");
+  CodeWindow& code = Code(u"M");
+  auto* const find =
+      dynamic_cast<FindBar*>(window_->findChild<QWidget*>(QStringLiteral("findBar")));
+  ASSERT_NE(find, nullptr);
+  find->Open(true);
+  find->findChild<QLineEdit*>(QStringLiteral("findWhat"))->setText(QStringLiteral("one"));
+  find->findChild<QLineEdit*>(QStringLiteral("replaceWith"))->setText(QStringLiteral("oneone"));
+  EXPECT_EQ(find->ReplaceAll(), 3);
+  EXPECT_EQ(Text(u"M"), u"oneone\r\ntwo oneone\r\noneone");
+  code.Editor().undo();
+  EXPECT_EQ(Text(u"M"), u"one\r\ntwo one\r\nONE");
+}
+
+TEST_F(Workbench, BringsBackWorkAfterAKill) {
+  // Another process of this program edits and is killed in the middle.
+  const QString folder = QString::fromStdString(folder_.Path().string());
+  QProcess victim;
+  victim.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--edit-and-die"), folder});
+  ASSERT_TRUE(victim.waitForFinished(60000));
+  EXPECT_EQ(victim.exitStatus(), QProcess::CrashExit);
+
+  When(OpenBox, [](QMessageBox* box) {
+    for (QAbstractButton* const button : box->buttons()) {
+      if (box->buttonRole(button) == QMessageBox::AcceptRole) button->click();
+    }
+  });
+  window_->OfferRecovery();
+  EXPECT_EQ(Text(u"modMain"), u"' typed before the end");
+  EXPECT_TRUE(window_->Environment().IsModified(u"Ledger", u"modMain"));
+}
+
+}  // namespace
+}  // namespace tessel::workbench
