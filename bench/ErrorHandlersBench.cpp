@@ -63,6 +63,12 @@ void FormatProject(benchmark::State& state) {
                [](Project& project) { mFormatText::RunFormatText(project.Components, Scope); });
 }
 
+void FormatDressedProject(benchmark::State& state) {
+  OverProjects(
+      state, [](Project& project) { project.Insert(u"Message Box"); },
+      [](Project& project) { mFormatText::RunFormatText(project.Components, Scope); });
+}
+
 void InsertNumbered(benchmark::State& state) {
   OverProjects(state, Nothing, [](Project& project) { project.Insert(u"Message Box"); });
 }
@@ -98,6 +104,7 @@ void Sizes(benchmark::internal::Benchmark* one) {
       ->Unit(benchmark::kMillisecond);
 }
 BENCHMARK(FormatProject)->Apply(Sizes);
+BENCHMARK(FormatDressedProject)->Apply(Sizes);
 BENCHMARK(InsertNumbered)->Apply(Sizes);
 BENCHMARK(InsertUnnumbered)->Apply(Sizes);
 BENCHMARK(InsertAgain)->Apply(Sizes);

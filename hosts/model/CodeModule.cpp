@@ -115,6 +115,10 @@ const MemberIndex::Span& CodeModule::SpanOf(StringView name, host::vbext_ProcKin
   return *span;
 }
 
+bool CodeModule::MayHaveProc(StringView name, host::vbext_ProcKind kind) {
+  return Index().Find(name, kind) != nullptr;
+}
+
 int CodeModule::ProcStartLine(StringView name, host::vbext_ProcKind kind) {
   (*hook_)("CodeModule.ProcStartLine");
   return SpanOf(name, kind).Start;

@@ -31,6 +31,7 @@ class CodeModule : public host::CodeModule, public std::enable_shared_from_this<
   void InsertLines(int line, StringView text) override;
   void DeleteLines(int startLine, int count) override;
   void ReplaceLine(int line, StringView text) override;
+  [[nodiscard]] bool MayHaveProc(StringView name, host::vbext_ProcKind kind) override;
   [[nodiscard]] int ProcStartLine(StringView name, host::vbext_ProcKind kind) override;
   [[nodiscard]] int ProcCountLines(StringView name, host::vbext_ProcKind kind) override;
   [[nodiscard]] int ProcBodyLine(StringView name, host::vbext_ProcKind kind) override;

@@ -5,13 +5,25 @@
 namespace tessel::model {
 namespace {
 
-constexpr int MostLines = 512;
+constexpr int MostLines = 128;
+
+/// Index of the first CR or LF, or the size. Looks at many units at a time.
+std::size_t FindLineEnd(StringView text) {
+  constexpr std::size_t Block = 16;
+  const auto isEnd = [](char16_t unit) { return unit == u'\r' || unit == u'\n'; };
+  std::size_t at = 0;
+  for (; at + Block <= text.size(); at += Block) {
+    unsigned found = 0;
+    for (std::size_t next = 0; next < Block; ++next) found |= isEnd(text[at + next]) ? 1U : 0U;
+    if (found != 0) break;
+  }
+  while (at < text.size() && !isEnd(text[at])) ++at;
+  return at;
+}
 
 /// The first line of `text` and its end; `text` goes on behind them. False without a line end.
 bool TakeLine(StringView& text, StringView& line, LineEnd& end) {
-  const auto isEnd = [](char16_t unit) { return unit == u'\r' || unit == u'\n'; };
-  const auto at =
-      static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isEnd) - text.begin());
+  const std::size_t at = FindLineEnd(text);
   line = text.substr(0, at);
   if (at == text.size()) {
     text = {};
@@ -122,6 +134,10 @@ void LineBuffer::InsertPieces(Place place, const std::vector<StringView>& lines)
   Block& block = blocks_[place.Block];
   String text;
   std::vector<std::uint32_t> ends;
+  std::size_t units = 0;
+  for (const StringView line : lines) units += line.size();
+  text.reserve(units);
+  ends.reserve(lines.size());
   const std::size_t start = block.StartOf(place.Index);
   for (const StringView line : lines) {
     text += line;

@@ -28,7 +28,7 @@ struct MemberIndex::Scan {
       : Lines(lines), InDeclarations(inDeclarations), RegionStart(from), LastDeclaring(from - 1) {
     for (int line = from; line <= to;) line = Read(line, to);
     OpenEnd = InMember;
-    if (InMember) Close(to);
+    if (InMember) Close(to, false);
   }
 
   /// Reads one logical line and answers where the next begins.
@@ -52,13 +52,13 @@ struct MemberIndex::Scan {
 
   void Apply(LineFacts& facts, int line, int last) {
     // A line belongs to one member: one that ends and begins members is the new one's.
-    if (facts.EndFirst && InMember) Close(facts.Head ? line - 1 : last);
+    if (facts.EndFirst && InMember) Close(facts.Head ? line - 1 : last, !facts.Head);
     if (facts.Head) {
       // A member that was never ended reaches to the next head.
-      if (InMember) Close(line - 1);
+      if (InMember) Close(line - 1, false);
       Open(facts, line);
     }
-    if (facts.End && InMember) Close(last);
+    if (facts.End && InMember) Close(last, true);
     if (facts.Declares && InDeclarations && !InMember) LastDeclaring = last;
   }
 
@@ -76,7 +76,8 @@ struct MemberIndex::Scan {
     Present.BodyOffset = line - RegionStart;
   }
 
-  void Close(int last) {
+  void Close(int last, bool ended) {
+    Present.Ended = ended;
     Present.Length = last - RegionStart + 1;
     Found.push_back(Present);
     RegionStart = last + 1;
@@ -92,6 +93,7 @@ MemberIndex::MemberIndex(const LineBuffer& lines) : lines_(lines) {
 
 void MemberIndex::Edited(int first, int removed, int added) {
   const int grown = added - removed;
+  lastFound_ = false;
   if (!dirty_) {
     dirtyFrom_ = first;
     dirtyTo_ = first + added;
@@ -107,14 +109,20 @@ void MemberIndex::Edited(int first, int removed, int added) {
 void MemberIndex::Refresh() {
   if (!dirty_) return;
   dirty_ = false;
-  // What was touched, in the old numbers; the region ahead counts too, since a statement may join
-  // it.
+  // What was touched, in the old numbers. The region ahead counts too when a statement may join it,
+  // and the line behind when it may go on what was touched.
   std::size_t first = RegionOfLine(dirtyFrom_);
-  if (first > 0) --first;
-  const std::size_t last = RegionOfLine(dirtyTo_ - growth_);
+  const bool closed = first > 1 && regions_[first - 1].Ended && !IsContinuedAt(LinesAhead(first));
+  if (first > 0 && !closed) --first;
+  const int behind = dirtyTo_ - growth_ - (IsContinuedAt(dirtyTo_ - 1) ? 0 : 1);
+  const std::size_t last = std::max(first, RegionOfLine(behind));
   const int firstLine = LinesAhead(first) + 1;
   const int lastLine = LinesAhead(last) + regions_[last].Length + growth_;
   Rescan(first, last, firstLine, lastLine);
+}
+
+bool MemberIndex::IsContinuedAt(int line) const {
+  return line >= 1 && line <= lines_.Count() && IsContinued(lines_.Line(line));
 }
 
 /// Reads the lines of regions [first, last] again, and of more where their ends have moved.
@@ -123,8 +131,8 @@ void MemberIndex::Rescan(std::size_t first, std::size_t last, int firstLine, int
     const bool atEnd = last + 1 == regions_.size();
     Scan scan(lines_, firstLine, atEnd ? lines_.Count() : lastLine, first == 0);
     const int end = atEnd ? lines_.Count() : lastLine;
-    if (!atEnd && (scan.OpenEnd || scan.RegionStart <= end)) {
-      // A member lost its end, or lines stand between: they belong to what follows.
+    if (!atEnd && (scan.OpenEnd || scan.RegionStart <= end || scan.Found.empty())) {
+      // A member lost its end or is gone, or lines stand between: they belong to what follows.
       ++last;
       lastLine += regions_[last].Length;
       continue;
@@ -236,6 +244,9 @@ std::vector<MemberIndex::Member> MemberIndex::Members() {
 }
 
 const MemberIndex::Span* MemberIndex::Find(StringView name, host::vbext_ProcKind kind) {
+  // The same member is mostly asked for several times.
+  const bool again = !dirty_ && lastFound_ && kind == lastKind_ && name == lastName_;
+  if (again) return &found_;
   Refresh();
   BuildNames();
   const auto found = names_.find(KeyOf(name, kind));
@@ -243,6 +254,9 @@ const MemberIndex::Span* MemberIndex::Find(StringView name, host::vbext_ProcKind
   const Region& region = regions_[found->second];
   const int start = LinesAhead(found->second) + 1;
   found_ = {start, region.Length, start + region.BodyOffset};
+  lastFound_ = true;
+  lastKind_ = kind;
+  lastName_ = name;
   return &found_;
 }
 

@@ -45,6 +45,7 @@ class MemberIndex {
     host::vbext_ProcKind Kind = host::vbext_pk_Proc;
     int Length = 0;
     int BodyOffset = 0;
+    bool Ended = false;  ///< its End statement is its own, so what follows can't join it
     [[nodiscard]] bool SameMember(const Region& other) const {
       return Kind == other.Kind && Name == other.Name;
     }
@@ -52,6 +53,7 @@ class MemberIndex {
   struct Scan;
 
   void Refresh();
+  [[nodiscard]] bool IsContinuedAt(int line) const;
   void Rescan(std::size_t first, std::size_t last, int firstLine, int lastLine);
   void Replace(std::size_t first, std::size_t last, std::vector<Region> regions);
   void BuildSums();
@@ -66,6 +68,10 @@ class MemberIndex {
   std::unordered_map<String, std::size_t> names_;
   bool namesBuilt_ = false;
   Span found_{};
+  // Whom `found_` is of, when `lastFound_`.
+  bool lastFound_ = false;
+  host::vbext_ProcKind lastKind_ = host::vbext_pk_Proc;
+  String lastName_;
   // The touched lines [dirtyFrom_, dirtyTo_) as they are now, and how many more there are than
   // before.
   bool dirty_ = false;

@@ -1,5 +1,8 @@
 #include "hosts/model/Statements.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace tessel::model {
 namespace {
 
@@ -93,6 +96,16 @@ bool MayMatter(char16_t first) {
   }
 }
 
+/// Whether the first word is one that a head, an end or a remark begins with.
+bool BeginsWithListed(StringView statement) {
+  if (!MayMatter(statement.front()) && (statement.front() | 0x20) != u'r') return false;
+  const StringView word = TakeWord(statement);
+  constexpr StringView Words[] = {u"End",    u"Sub",    u"Rem",     u"Public",   u"Friend",
+                                  u"Static", u"Global", u"Private", u"Function", u"Property"};
+  return std::any_of(std::begin(Words), std::end(Words),
+                     [&](StringView one) { return Is(word, one); });
+}
+
 void ReadStatement(StringView statement, LineFacts& facts) {
   statement = TrimBlanks(statement);
   if (statement.empty()) return;
@@ -131,7 +144,13 @@ bool IsContinued(StringView line) {
 
 LineFacts ReadLine(StringView line) {
   LineFacts facts;
-  const StringView text = WithoutNumber(line);
+  const StringView text = TrimBlanks(WithoutNumber(line));
+  if (text.empty() || text.front() == u'\'') return facts;
+  // Most lines are one statement that matters to nobody.
+  if (!BeginsWithListed(text) && vb::FindUnit(text, u':') == StringView::npos) {
+    facts.Declares = true;
+    return facts;
+  }
   std::size_t start = 0, at = 0;
   for (; at < text.size(); ++at) {
     const char16_t unit = text[at];

@@ -46,16 +46,31 @@ const KindTable& WordPairs() {
   return table;
 }
 
-String PlainText(StringView document) {
+/// A document and its plain text. A run meets the same few for every member.
+struct ReadDocument {
+  String Document, Plain;
+};
+std::vector<ReadDocument> readDocuments;
+
+String ReadPlainText(StringView document) {
   if (PreviewRichText == nullptr) return forms::ReadRichText(document).Text;
   PreviewRichText->SetTextRTF(document);
   return PreviewRichText->Text();
 }
 
+const String& PlainText(StringView document) {
+  constexpr std::size_t MostDocuments = 32;
+  for (const ReadDocument& read : readDocuments) {
+    if (read.Document == document) return read.Plain;
+  }
+  if (readDocuments.size() >= MostDocuments) readDocuments.clear();
+  return readDocuments.emplace_back(ReadDocument{String(document), ReadPlainText(document)}).Plain;
+}
+
 String ReturnBlock(StringView stored, StringView start, StringView end, StringView prefix,
                    StringView projectName, StringView componentName, StringView memberName,
                    StringView memberType) {
-  const String plain = PlainText(stored);
+  const String& plain = PlainText(stored);
   if (plain.empty()) return String(vb::CrLf);
   const auto line = [](StringView lead, StringView text) {
     return String(lead) + String(text) + String(vb::CrLf);
@@ -68,6 +83,58 @@ String ReturnBlock(StringView stored, StringView start, StringView end, StringVi
 
 bool ContainsText(StringView text, StringView what) {
   return vb::InStr(text, what, vb::Compare::Text) > 0;
+}
+
+/// Words in capitals, as long as those of the tables; anything longer stands in none.
+class Capitals {
+ public:
+  explicit Capitals(StringView words) {
+    if (words.size() > std::size(units_)) return;
+    for (const char16_t unit : words) {
+      if (unit >= 0x80) {
+        foreign_ = vb::UCase(words);
+        return;
+      }
+      units_[size_++] = unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 32) : unit;
+    }
+  }
+  [[nodiscard]] StringView Text() const {
+    return foreign_.empty() ? StringView(units_, size_) : StringView(foreign_);
+  }
+
+ private:
+  char16_t units_[16] = {};
+  std::size_t size_ = 0;
+  String foreign_;
+};
+
+/// Whether some listed word, or an apostrophe, begins like this one; most statements don't.
+bool MayBeListed(StringView word) {
+  constexpr StringView Firsts = u"cdefnoprs'";
+  if (word.empty()) return false;
+  const char16_t first = word.front();
+  return first >= 0x80 || first == u'\'' ||
+         Firsts.find(static_cast<char16_t>(first | 0x20)) != StringView::npos;
+}
+
+/// The kind of a line without blanks around it.
+std::int32_t KindOf(StringView line) {
+  const std::size_t first = line.find(u' ');
+  const StringView word = line.substr(0, first);
+  if (!word.empty() && word.back() == u':') return LabelLine;
+  if (!MayBeListed(word)) return NumberedLine;
+  const Capitals capitals(word);
+  const auto byWord = FirstWords().find(capitals.Text());
+  if (byWord != FirstWords().end()) return byWord->second;
+  if (capitals.Text() == u"CASE") {
+    return std::exchange(FirstCaseFlag, false) ? PaddedLine : NumberedLine;
+  }
+  if (!word.empty() && word.front() == u'\'') return PaddedLine;
+  const std::size_t second = first == StringView::npos ? first : line.find(u' ', first + 1);
+  const Capitals pair(line.substr(0, second));
+  if (pair.Text() == u"SELECT CASE") FirstCaseFlag = true;
+  const auto byPair = WordPairs().find(pair.Text());
+  return byPair == WordPairs().end() ? NumberedLine : byPair->second;
 }
 
 /// Dresses the lines of one member.
@@ -84,11 +151,11 @@ class Dressing {
   String Dress(String line) {
     const StringView trimmed = vb::RTrim(line);
     const bool continued = !trimmed.empty() && trimmed.back() == u'_';
-    if (!label_.empty()) {
+    if (!label_.empty() && line.find(u"On Error GoTo 0") != String::npos) {
       line = vb::Replace(line, u"On Error GoTo 0", u"On Error GoTo " + label_);
     }
     if (inContinuation_) {
-      line = prefix_ + line;
+      line.insert(0, prefix_);
     } else {
       line = Numbered(std::move(line));
     }
@@ -98,11 +165,10 @@ class Dressing {
 
  private:
   String Numbered(String line) {
-    String copy = line;
-    kind_ = ReturnTypeProcessing(copy);
-    if (kind_ == PaddedLine) return prefix_ + line;
+    kind_ = KindOf(vb::Trim(line));
+    if (kind_ == PaddedLine) line.insert(0, prefix_);
     if (kind_ != NumberedLine || number_ + step_ <= 0) return line;
-    line = vb::Str(number_) + u" " + line;
+    line.insert(0, vb::Str(number_) + u" ");
     number_ += step_;
     return line;
   }
@@ -174,8 +240,9 @@ String GetMemberType(StringView text) {
   String type;
   if (ContainsText(line, u"SUB ")) type = u"Sub";
   if (ContainsText(line, u"Function ")) type = u"Function";
-  if (ContainsText(line, u"Property Get ") || ContainsText(line, u"Property Let ") ||
-      ContainsText(line, u"Property Set ")) {
+  if (ContainsText(line, u"Property ") &&
+      (ContainsText(line, u"Property Get ") || ContainsText(line, u"Property Let ") ||
+       ContainsText(line, u"Property Set "))) {
     type = u"Property";
   }
   return type;
@@ -189,18 +256,7 @@ String LabelOf(const ErrorHandlerScheme& scheme) {
 
 std::int32_t ReturnTypeProcessing(String& line) {
   line = String(vb::Trim(line));
-  const std::size_t first = line.find(u' ');
-  const std::size_t second = first == String::npos ? first : line.find(u' ', first + 1);
-  const String word = vb::UCase(StringView(line).substr(0, first));
-  if (!word.empty() && word.back() == u':') return LabelLine;
-  const auto byWord = FirstWords().find(word);
-  if (byWord != FirstWords().end()) return byWord->second;
-  if (word == u"CASE") return std::exchange(FirstCaseFlag, false) ? PaddedLine : NumberedLine;
-  if (!word.empty() && word.front() == u'\'') return PaddedLine;
-  const String pair = vb::UCase(StringView(line).substr(0, second));
-  if (pair == u"SELECT CASE") FirstCaseFlag = true;
-  const auto byPair = WordPairs().find(pair);
-  return byPair == WordPairs().end() ? NumberedLine : byPair->second;
+  return KindOf(line);
 }
 
 String WorkTextComponentMember(StringView text, StringView schemeName) {

@@ -21,6 +21,18 @@ bool ContainsText(StringView text, StringView what) {
   return vb::InStr(text, what, vb::Compare::Text) > 0;
 }
 
+/// What a line holds of the markers.
+struct Marks {
+  bool HeaderStarts = false, HeaderEnds = false, FooterStarts = false, FooterEnds = false;
+};
+
+Marks MarksOf(StringView line) {
+  // Hardly a line holds the sign that all of them hold.
+  if (vb::FindUnit(line, u'<') == StringView::npos) return {};
+  return {ContainsText(line, insert::HeaderStart), ContainsText(line, insert::HeaderEnd),
+          ContainsText(line, insert::FooterStart), ContainsText(line, insert::FooterEnd)};
+}
+
 /// The scheme whose label is turned back.
 String EffectiveScheme(int mode, const String& memberKey, StringView schemeName) {
   if (mode == insert::MethodMode) return memberKey;
@@ -30,31 +42,31 @@ String EffectiveScheme(int mode, const String& memberKey, StringView schemeName)
 
 }  // namespace
 
-String ModifyWorkString(const String& line, int& leftMost) {
-  const std::size_t blank = vb::InStr(line, u" ");
-  if (blank < 2) {
-    if (!line.empty() && line.find(u':') == String::npos) {
+String ModifyWorkString(String line, int& leftMost) {
+  const std::size_t blank = line.find(u' ');
+  if (blank == String::npos || blank == 0) {
+    if (!line.empty() && vb::FindUnit(line, u':') == String::npos) {
       const auto margin = static_cast<int>(std::min(line.size(), line.find_first_not_of(u' ')));
       leftMost = std::min(margin, leftMost);
     }
     return line;
   }
-  const StringView word = StringView(line).substr(0, blank - 1);
-  if (!vb::IsNumeric(word)) return line;
-  leftMost = std::min(static_cast<int>(word.size()), leftMost);
-  return String(word.size(), u' ') + line.substr(blank - 1);
+  if (!vb::IsNumeric(StringView(line).substr(0, blank))) return line;
+  leftMost = std::min(static_cast<int>(blank), leftMost);
+  line.replace(0, blank, blank, u' ');
+  return line;
 }
 
-std::optional<std::vector<String>> DeleteNullLinesAndMoveText(const std::vector<String>& lines,
+std::optional<std::vector<String>> DeleteNullLinesAndMoveText(std::vector<String> lines,
                                                               int leftMost) {
-  const String pad = leftMost > 0 ? vb::Space(leftMost) : String();
-  std::vector<String> kept;
-  for (const String& line : lines) {
-    if (vb::Trim(line).empty()) continue;
-    kept.push_back(!pad.empty() && line.starts_with(pad) ? line.substr(pad.size()) : line);
+  const auto pad = static_cast<std::size_t>(std::max(0, leftMost));
+  std::erase_if(lines,
+                [](const String& line) { return line.find_first_not_of(u' ') == String::npos; });
+  for (String& line : lines) {
+    if (line.find_first_not_of(u' ') >= pad) line.erase(0, pad);
   }
-  if (kept.empty()) return std::nullopt;
-  return kept;
+  if (lines.empty()) return std::nullopt;
+  return lines;
 }
 
 std::optional<std::vector<String>> RemoveErrorHandlerScheme(StringView text, StringView labelName) {
@@ -63,16 +75,18 @@ std::optional<std::vector<String>> RemoveErrorHandlerScheme(StringView text, Str
   std::vector<String> lines = vb::Split(text, vb::CrLf);
   const String jump = u"On Error GoTo " + String(labelName);
   for (String& line : lines) {
-    const String unchanged = line;
-    inFooter |= ContainsText(unchanged, insert::FooterStart);
-    inHeader |= ContainsText(unchanged, insert::HeaderStart);
+    const Marks marks = MarksOf(line);
+    inFooter |= marks.FooterStarts;
+    inHeader |= marks.HeaderStarts;
     if (inFooter || inHeader) line.clear();
-    if (!labelName.empty()) line = vb::Replace(line, jump, u"On Error GoTo 0");
-    line = ModifyWorkString(line, leftMost);
-    if (ContainsText(unchanged, insert::FooterEnd)) inFooter = false;
-    if (ContainsText(unchanged, insert::HeaderEnd)) inHeader = false;
+    if (!labelName.empty() && line.find(jump) != String::npos) {
+      line = vb::Replace(line, jump, u"On Error GoTo 0");
+    }
+    line = ModifyWorkString(std::move(line), leftMost);
+    if (marks.FooterEnds) inFooter = false;
+    if (marks.HeaderEnds) inHeader = false;
   }
-  return DeleteNullLinesAndMoveText(lines, leftMost);
+  return DeleteNullLinesAndMoveText(std::move(lines), leftMost);
 }
 
 void RunRemoveMemberProcedure(const std::shared_ptr<host::CodeModule>& codeModule,

@@ -14,10 +14,10 @@ namespace tessel::mRemoveErrorHandlerCode {
 [[nodiscard]] std::optional<std::vector<String>> RemoveErrorHandlerScheme(StringView text,
                                                                           StringView labelName);
 /// Takes a line number off and lowers `leftMost` to the line's margin.
-[[nodiscard]] String ModifyWorkString(const String& line, int& leftMost);
+[[nodiscard]] String ModifyWorkString(String line, int& leftMost);
 /// Drops blank lines and takes the common margin off the others; nothing when none is left.
 [[nodiscard]] std::optional<std::vector<String>> DeleteNullLinesAndMoveText(
-    const std::vector<String>& lines, int leftMost);
+    std::vector<String> lines, int leftMost);
 
 void RunRemoveMemberProcedure(const std::shared_ptr<host::CodeModule>& codeModule,
                               StringView memberName, StringView schemeName, int mode);

@@ -2,6 +2,8 @@
 
 #include "scanning/mFunctions.h"
 
+#include <algorithm>
+#include <array>
 #include <unordered_set>
 
 #include "foundation/CAppSettings.h"
@@ -23,6 +25,7 @@ struct Span {
 /// A kind that the name doesn't have fails at the host; that is no failure here.
 Span ReadSpan(host::CodeModule& module, StringView name, vbext_ProcKind kind) {
   Span span;
+  if (!module.MayHaveProc(name, kind)) return span;
   ResumeNext([&] {
     span.Count = module.ProcCountLines(name, kind);
     span.Start = module.ProcStartLine(name, kind);
@@ -33,6 +36,7 @@ Span ReadSpan(host::CodeModule& module, StringView name, vbext_ProcKind kind) {
 /// A kind read as the second walk reads it: start first.
 Span ReadSpanFromStart(host::CodeModule& module, StringView name, vbext_ProcKind kind) {
   Span span;
+  if (!module.MayHaveProc(name, kind)) return span;
   ResumeNext([&] {
     span.Start = module.ProcStartLine(name, kind);
     span.Count = module.ProcCountLines(name, kind);
@@ -258,23 +262,66 @@ String GetKEYDeclareComponent(const ModulePtr& codeModule) {
   return key;
 }
 
+namespace {
+
+struct NamedValue {
+  StringView Placeholder, Value;
+};
+using NamedValues = std::array<NamedValue, 5>;
+
+/// Fills placeholders from left to right. Nothing where a value, or what stands around a
+/// placeholder, could make another one.
+std::optional<String> FillInOnePass(StringView text, const NamedValues& values) {
+  for (const NamedValue& one : values) {
+    if (one.Value.find_first_of(u"{}") != StringView::npos) return std::nullopt;
+  }
+  String result;
+  for (std::size_t from = 0;;) {
+    const std::size_t at = vb::FindUnit(text, u'{', from);
+    result += text.substr(from, at - from);
+    if (at == StringView::npos) return result;
+    const StringView rest = text.substr(at);
+    const auto* const found =
+        std::find_if(values.begin(), values.end(),
+                     [&](const NamedValue& one) { return rest.starts_with(one.Placeholder); });
+    if (found != values.end()) {
+      result += found->Value;
+      from = at + found->Placeholder.size();
+      continue;
+    }
+    const std::size_t next = text.find_first_of(u"{}", at + 1);
+    if (next != StringView::npos && text[next] == u'{') return std::nullopt;
+    result += u'{';
+    from = at + 1;
+  }
+}
+
+/// The order counts: what one value brings in, the later ones fill.
+String FillNames(StringView text, const NamedValues& values) {
+  if (auto filled = FillInOnePass(text, values)) return *std::move(filled);
+  String result(text);
+  for (const NamedValue& one : values) result = vb::Replace(result, one.Placeholder, one.Value);
+  return result;
+}
+
+}  // namespace
+
 String DekodeKeyWord(StringView text, StringView projectName, StringView componentName,
                      StringView memberName, StringView memberType, StringView controlName) {
   String result(text);
   Routine(u"mFunctions.DekodeKeyWord", [&](const Statements& run) {
-    if (vb::InStr(text, u"{") == 0) return;
-    // The order counts: what one value brings in, the later ones fill.
+    result = FillNames(text, {{{u"{ProjectName}", projectName},
+                               {u"{ComponentName}", componentName},
+                               {u"{MemberName}", memberName},
+                               {u"{MemberType}", memberType},
+                               {u"{ControlName}", controlName}}});
+    std::size_t brace = vb::FindUnit(result, u'{');
     const auto fill = [&](StringView placeholder, const auto& value) {
-      if (vb::InStr(result, placeholder) > 0) {
-        result = vb::Replace(result, placeholder, run([&] { return String(value()); }));
-      }
+      if (brace == String::npos || result.find(placeholder, brace) == String::npos) return;
+      result = vb::Replace(result, placeholder, run([&] { return String(value()); }));
+      brace = result.find(u'{');
     };
     const auto now = [] { return platform::Current().Clock().Now(); };
-    fill(u"{ProjectName}", [&] { return projectName; });
-    fill(u"{ComponentName}", [&] { return componentName; });
-    fill(u"{MemberName}", [&] { return memberName; });
-    fill(u"{MemberType}", [&] { return memberType; });
-    fill(u"{ControlName}", [&] { return controlName; });
     fill(u"{ComputerName}", GetComputerName);
     fill(u"{UserName}", GetUserName);
     fill(u"{Date}", [&] { return vb::FormatDateTime(vb::DatePart(now())); });

@@ -41,15 +41,28 @@ constexpr std::size_t None = StringView::npos;
 /// Index of `what` at or behind `from`, npos if absent.
 std::size_t FindText(StringView text, StringView what, std::size_t from) {
   if (what.empty()) return from <= text.size() ? from : None;
-  const char16_t first = Fold(what.front());
+  const char16_t first = Fold(what.front()), capital = Upper(first);
   for (std::size_t at = from; at + what.size() <= text.size(); ++at) {
-    if (Fold(text[at]) == first && FoldsEqual(text.substr(at, what.size()), what)) return at;
+    const char16_t unit = text[at];
+    // Most units are neither: that is told without folding.
+    if (unit != first && unit != capital && (unit < 0x80 || Fold(unit) != first)) continue;
+    if (FoldsEqual(text.substr(at + 1, what.size() - 1), what.substr(1))) return at;
+  }
+  return None;
+}
+
+/// text.find, with a fast search for the first unit.
+std::size_t FindBinary(StringView text, StringView what, std::size_t from) {
+  if (what.empty()) return text.find(what, from);
+  for (std::size_t at = FindUnit(text, what.front(), from); at != None;
+       at = FindUnit(text, what.front(), at + 1)) {
+    if (text.substr(at, what.size()) == what) return at;
   }
   return None;
 }
 
 std::size_t Find(StringView text, StringView what, std::size_t from, Compare compare) {
-  return compare == Compare::Binary ? text.find(what, from) : FindText(text, what, from);
+  return compare == Compare::Binary ? FindBinary(text, what, from) : FindText(text, what, from);
 }
 
 template <class Piece>
@@ -59,7 +72,7 @@ std::vector<Piece> SplitInto(StringView text, StringView separator) {
   if (separator.empty()) return {Piece(text)};
   std::size_t start = 0;
   for (;;) {
-    const std::size_t end = text.find(separator, start);
+    const std::size_t end = FindBinary(text, separator, start);
     if (end == None) break;
     pieces.emplace_back(text.substr(start, end - start));
     start = end + separator.size();
@@ -108,6 +121,22 @@ bool IsHigh(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 bool IsLow(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
 }  // namespace
+
+std::size_t FindUnit(StringView text, char16_t unit, std::size_t from) {
+  constexpr std::size_t Block = 16;
+  const char16_t* const units = text.data();
+  std::size_t at = from;
+  // A fixed number of comparisons without a jump between them runs as one.
+  for (; at + Block <= text.size(); at += Block) {
+    unsigned equal = 0;
+    for (std::size_t next = 0; next < Block; ++next) equal |= units[at + next] == unit ? 1U : 0U;
+    if (equal != 0) break;
+  }
+  for (; at < text.size(); ++at) {
+    if (units[at] == unit) return at;
+  }
+  return None;
+}
 
 std::size_t InStr(StringView text, StringView what, Compare compare) {
   return InStr(1, text, what, compare);

@@ -27,6 +27,9 @@ enum class Compare { Binary, Text };
 template <class T>
 concept Temporary = std::same_as<T, String>;
 
+/// Index of `unit` in `text` at or behind `from`, npos if absent: find, but many units at a time.
+[[nodiscard]] std::size_t FindUnit(StringView text, char16_t unit, std::size_t from = 0);
+
 /// Position of `what` in `text`, 0 if absent. An empty `what` is found at `start`.
 [[nodiscard]] std::size_t InStr(StringView text, StringView what,
                                 Compare compare = Compare::Binary);
