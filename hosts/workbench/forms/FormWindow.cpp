@@ -56,6 +56,14 @@ void CollectControls(const forms::Layout& node, std::set<const forms::Control*>&
   for (const forms::Layout& child : node.Children) CollectControls(child, found);
 }
 
+/// As long as a window is hidden, a change of a size stays in the layout where it happened.
+void ForgetSizes(QWidget& window) {
+  for (QLayout* const layout : window.findChildren<QLayout*>()) {
+    layout->invalidate();
+    layout->parentWidget()->updateGeometry();
+  }
+}
+
 }  // namespace
 
 FormWindow::FormWindow(const std::shared_ptr<forms::Form>& form, ActionGate& gate, QWidget* parent)
@@ -187,8 +195,7 @@ void FormWindow::SetPlace(const QRect& place, bool maximized) {
 }
 
 void FormWindow::ApplyPlace() {
-  // What has changed since the form was loaded is on its way up from layout to layout.
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+  ForgetSizes(*this);
   const QRect room = ScreenAround(place_ ? place_->center() : pos());
   if (!room.contains(QRect(room.topLeft(), minimumSizeHint()))) MakeScrollable();
   const QSize wanted = place_ && !placeIsOwn_ ? place_->size() : sizeHint();

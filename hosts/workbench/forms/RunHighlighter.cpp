@@ -31,8 +31,8 @@ double Luminance(const QColor& color) {
 }
 
 double Contrast(const QColor& one, const QColor& other) {
-  const auto [low, high] = std::minmax(Luminance(one), Luminance(other));
-  return (high + 0.05) / (low + 0.05);
+  const double first = Luminance(one), second = Luminance(other);
+  return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
 }
 
 QColor FromModel(forms::Color color) {

@@ -23,6 +23,7 @@
 #include "errorhandlers/frmInsertErrorHandlerCode.h"
 #include "errorhandlers/frmRemoveErrorHandlerCode.h"
 #include "formatter/frmFormatText.h"
+#include "forms/User.h"
 #include "foundation/ProgressBarWindow.h"
 #include "foundation/frmErrorMessage.h"
 #include "support/Modules.h"
@@ -174,9 +175,10 @@ TEST_P(EveryForm, TheFormatterIsWholeOnEveryPage) {
 TEST_P(EveryForm, TheInsertDialogIsWholeOnBothPages) {
   const auto form = std::make_shared<frmInsertErrorHandlerCode>();
   form->VBInstance = world_.Environment.VBE();
-  Look(*form, QStringLiteral("-scheme"));
-  form->C1TTab1Tab2.SetCurrTab(0);
   Look(*form, QStringLiteral("-types"));
+  form->C1TTab1Tab2.SetCurrTab(1);
+  forms::user::Pick(form->ComCurrentScheme, 0);
+  Look(*form, QStringLiteral("-scheme"));
   form->Unload();
 }
 
