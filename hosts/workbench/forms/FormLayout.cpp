@@ -1,8 +1,10 @@
 #include "hosts/workbench/forms/FormLayout.h"
 
+#include <QApplication>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QSplitter>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cstddef>
@@ -41,6 +43,13 @@ bool IsDivided(const Layout& node) {
          std::all_of(node.Children.begin(), node.Children.end(), [](const Layout& part) {
            return part.Type == Kind::Column && part.Stretch > 0;
          });
+}
+
+/// Even where there is no room to spare, parts that are pushed apart don't touch.
+void AddSpace(QBoxLayout& to, int stretch) {
+  const QStyle* const style = QApplication::style();
+  to.addSpacing(style->pixelMetric(QStyle::PM_LayoutVerticalSpacing));
+  to.addStretch(std::max(1, stretch));
 }
 
 /// Whether two neighbours in a row are a number and the arrows that turn it.
@@ -89,7 +98,7 @@ void FormLayout::Add(const Layout& node, QBoxLayout& to) const {
       to.addWidget(MakeTabs(node), node.Stretch);
       break;
     case Kind::Space:
-      to.addStretch(std::max(1, node.Stretch));
+      AddSpace(to, node.Stretch);
       break;
   }
 }

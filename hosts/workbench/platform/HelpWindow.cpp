@@ -5,16 +5,16 @@
 #include <QFile>
 #include <QStatusBar>
 #include <QStyle>
-#include <QTextBrowser>
 #include <QToolBar>
 #include <QUrl>
 
+#include "hosts/workbench/platform/HelpPages.h"
 #include "hosts/workbench/platform/Text.h"
 
 namespace tessel::workbench {
 namespace {
 
-constexpr int PageColumns = 90, PageLines = 36;
+constexpr int PageColumns = 110, PageLines = 40;
 
 const QString& StartPage() {
   static const QString page = QStringLiteral("support.htm");
@@ -27,7 +27,7 @@ bool IsOwnPage(const QUrl& link) { return link.scheme().isEmpty() || link.scheme
 
 }  // namespace
 
-HelpWindow::HelpWindow(QWidget* parent) : QMainWindow(parent), pages_(new QTextBrowser(this)) {
+HelpWindow::HelpWindow(QWidget* parent) : QMainWindow(parent), pages_(new HelpPages(this)) {
   setObjectName(QStringLiteral("HelpWindow"));
   pages_->setSearchPaths({QStringLiteral(":/help")});
   pages_->setOpenLinks(false);

@@ -11,11 +11,14 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyle>
 #include <QStyleOptionComboBox>
 #include <QTabBar>
+#include <QTextBlock>
+#include <QTextLayout>
 #include <QToolButton>
 
 #include "addin/frmAbout.h"
@@ -194,6 +197,27 @@ TEST_P(EveryForm, TheSchemeEditorIsWhole) {
   form->VBInstance = world_.Environment.VBE();
   Look(*form);
   form->Unload();
+}
+
+TEST_P(EveryForm, TheSchemeEditorCanBeReadOnADarkPalette) {
+  const QPalette before = QApplication::palette();
+  QApplication::setPalette(QPalette(QColor(53, 53, 53), QColor(42, 42, 42)));
+  const auto form = std::make_shared<frmErrorHandlerScheme>();
+  form->VBInstance = world_.Environment.VBE();
+  Look(*form, QStringLiteral("-dark"));
+  auto& footer = desk_.Find<QPlainTextEdit>(*form, "RicFooter");
+  const QColor base = footer.palette().color(QPalette::Base);
+  EXPECT_LT(base.lightness(), 60);
+  int colored = 0;
+  for (QTextBlock line = footer.document()->firstBlock(); line.isValid(); line = line.next()) {
+    for (const auto& range : line.layout()->formats()) {
+      EXPECT_GT(range.format.foreground().color().lightness(), base.lightness() + 90);
+      ++colored;
+    }
+  }
+  EXPECT_GT(colored, 0);
+  form->Unload();
+  QApplication::setPalette(before);
 }
 
 TEST_P(EveryForm, TheProgressWindowIsWholeWithLongMessages) {
