@@ -247,9 +247,7 @@ void DesignerCanvas::keyPressEvent(QKeyEvent* event) {
     const bool busy = gesture_ || !view_.Tool().empty();
     CancelGesture();
     if (!busy) return view_.SelectContainer();
-    view_.SetTool({});
-    if (view_.OnToolUsed) view_.OnToolUsed();
-    return;
+    return view_.DropTool();
   }
   if (gesture_) return;
   const auto modifiers = event->modifiers();

@@ -124,6 +124,11 @@ void DesignerView::SetTool(StringView className) {
   canvas_->setCursor(tool_.empty() ? Qt::ArrowCursor : Qt::CrossCursor);
 }
 
+void DesignerView::DropTool() {
+  SetTool({});
+  if (OnToolUsed) OnToolUsed();
+}
+
 void DesignerView::SetZoom(double zoom) {
   zoom_ = std::clamp(zoom, SmallestZoom, LargestZoom);
   stale_ = true;
@@ -247,13 +252,13 @@ void DesignerView::AddControl(StringView className) {
   const QPointF size =
       known == nullptr ? QPointF(GridTwips, GridTwips) : QPointF(known->Width, known->Height);
   const QPointF corner = SnapToGrid(middle - size / 2);
+  DropTool();
   Add(className, corner, corner + size);
 }
 
 void DesignerView::DrawNew(QPointF from, QPointF to) {
   const String className = tool_;
-  SetTool({});
-  if (OnToolUsed) OnToolUsed();
+  DropTool();
   const ControlClass* const known = FindControlClass(className);
   if (from == to && known != nullptr) to = from + QPointF(known->Width, known->Height);
   Add(className, from, to);

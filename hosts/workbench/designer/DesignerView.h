@@ -46,7 +46,9 @@ class DesignerView : public QScrollArea {
   /// The class that the next press of the mouse draws; empty for choosing.
   void SetTool(StringView className);
   [[nodiscard]] const String& Tool() const { return tool_; }
-  /// Adds a control of its class's own size in the middle of what is seen.
+  /// Goes back to choosing, and tells.
+  void DropTool();
+  /// Adds a control of its class's own size in the middle of what is seen, and drops the tool.
   void AddControl(StringView className);
 
   /// 1 draws fifteen twips as one pixel of a screen with 96 dots an inch.

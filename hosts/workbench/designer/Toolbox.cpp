@@ -1,6 +1,7 @@
 #include "hosts/workbench/designer/Toolbox.h"
 
 #include <QEvent>
+#include <QKeyEvent>
 #include <QStyle>
 
 #include "hosts/workbench/designer/ControlClasses.h"
@@ -29,11 +30,20 @@ Toolbox::Toolbox(QWidget* parent) : QListWidget(parent) {
   DrawIcons();
   setCurrentRow(0);
   QObject::connect(this, &QListWidget::currentRowChanged, this, [this] {
-    if (!quiet_ && OnTool) OnTool(Tool());
+    if (OnTool) OnTool(Tool());
   });
-  QObject::connect(this, &QListWidget::itemActivated, this, [this] {
-    if (!Tool().empty() && OnAdd) OnAdd(Tool());
-  });
+  // Not itemActivated: some desktops activate on the first click.
+  QObject::connect(this, &QListWidget::itemDoubleClicked, this, [this] { AddChosen(); });
+}
+
+void Toolbox::AddChosen() {
+  const String tool = Tool();
+  if (!tool.empty() && OnAdd) OnAdd(tool);
+}
+
+void Toolbox::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return AddChosen();
+  QListWidget::keyPressEvent(event);
 }
 
 void Toolbox::AddTool(const QString& className, const QString& tip) {
@@ -57,11 +67,7 @@ void Toolbox::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) DrawIcons();
 }
 
-void Toolbox::Reset() {
-  quiet_ = true;
-  setCurrentRow(0);
-  quiet_ = false;
-}
+void Toolbox::Reset() { setCurrentRow(0); }
 
 String Toolbox::Tool() const {
   const QListWidgetItem* const chosen = currentItem();

@@ -19,7 +19,7 @@ class Toolbox : public QListWidget {
   /// Asked to add a control of a class in its own size.
   std::function<void(StringView className)> OnAdd;
 
-  /// Goes back to the pointer without telling.
+  /// Goes back to the pointer, and tells when another tool was chosen.
   void Reset();
   /// The chosen class; empty for the pointer.
   [[nodiscard]] String Tool() const;
@@ -28,11 +28,12 @@ class Toolbox : public QListWidget {
 
  protected:
   void changeEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void AddTool(const QString& className, const QString& tip);
   void DrawIcons();
-  bool quiet_ = false;
+  void AddChosen();
 };
 
 }  // namespace tessel::workbench

@@ -267,7 +267,9 @@ TEST_F(DesignerTest, GivesAClickedControlItsClassesSize) {
   View->SetTool(u"VB.CommandButton");
   Click(At(250, 2300));
   EXPECT_EQ(Place(u"Command1"), u"240 2280 1215 375");
+  View->SetTool(u"VB.Timer");
   View->AddControl(u"VB.Timer");
+  EXPECT_EQ(View->Tool(), u"");
   EXPECT_EQ(Raw(u"Timer1", u"Width"), u"(none)");
   EXPECT_NE(Raw(u"Timer1", u"Left"), u"(none)");
 }

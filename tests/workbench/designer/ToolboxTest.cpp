@@ -46,11 +46,12 @@ TEST_F(ToolboxTest, TellsOfAChosenTool) {
   EXPECT_EQ(Tools, u"VB.CommandButton;;");
 }
 
-TEST_F(ToolboxTest, GoesBackToThePointerWithoutTelling) {
+TEST_F(ToolboxTest, GoesBackToThePointer) {
   QTest::mouseClick(Box.viewport(), Qt::LeftButton, {}, Cell(3));
   Box.Reset();
+  Box.Reset();
   EXPECT_EQ(Box.Tool(), u"");
-  EXPECT_EQ(Tools, u"VB.TextBox;");
+  EXPECT_EQ(Tools, u"VB.TextBox;;");
 }
 
 TEST_F(ToolboxTest, ChoosesByArrowKeysAndAddsByEnter) {
@@ -60,6 +61,13 @@ TEST_F(ToolboxTest, ChoosesByArrowKeysAndAddsByEnter) {
   EXPECT_EQ(Box.Tool(), u"VB.Label");
   QTest::keyClick(&Box, Qt::Key_Return);
   EXPECT_EQ(Added, u"VB.Label;");
+}
+
+TEST_F(ToolboxTest, AddsOnADoubleClickOnly) {
+  QTest::mouseClick(Box.viewport(), Qt::LeftButton, {}, Cell(4));
+  EXPECT_EQ(Added, u"");
+  QTest::mouseDClick(Box.viewport(), Qt::LeftButton, {}, Cell(4));
+  EXPECT_EQ(Added, u"VB.Frame;");
 }
 
 TEST_F(ToolboxTest, AddsNothingByThePointer) {
