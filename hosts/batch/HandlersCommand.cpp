@@ -69,6 +69,7 @@ class Run {
     environment_.Open(file_);
     for (const vb::Failure& problem : environment_.Problems()) Tell(problem.what());
     FindAll();
+    if (!order_.Remove) Warn();
     RunAll();
     Collect();
     Deliver();
@@ -103,6 +104,25 @@ class Run {
         Fail(vb::FromUtf8(file_) + u": there is no component \"" + wanted + u'"');
       }
     }
+  }
+
+  /// Names what the run will spoil; that is the caller's to judge.
+  void Warn() {
+    for (const ComponentRef& one : ComponentsOf(*environment_.VBE())) {
+      if (!IsChosen(one.Name)) continue;
+      for (const Member& member : MembersOnOneLine(one.Module)) {
+        if (!order_.Member.empty() && !vb::StartsWithText(order_.Member, member.Name)) continue;
+        err_ << one.File << ':' << environment_.FileLine(one.Project, one.Name, member.BodyLine)
+             << ": warning: " << vb::ToUtf8(member.Name)
+             << " stands on one line, so its error handler stands behind it\n";
+      }
+    }
+  }
+
+  [[nodiscard]] bool IsChosen(const String& component) const {
+    return order_.Components.empty() ||
+           std::any_of(order_.Components.begin(), order_.Components.end(),
+                       [&](const String& wanted) { return vb::SameText(wanted, component); });
   }
 
   void RunAll() {

@@ -148,48 +148,56 @@ class Dressing {
     prefix_ = vb::Space(static_cast<std::ptrdiff_t>(vb::Str(scheme_->BaseNumber).size() + 1));
   }
 
-  String Dress(String line) {
+  void Add(StringView line) {
     const StringView trimmed = vb::RTrim(line);
     const bool continued = !trimmed.empty() && trimmed.back() == u'_';
-    if (!label_.empty() && line.find(u"On Error GoTo 0") != String::npos) {
-      line = vb::Replace(line, u"On Error GoTo 0", u"On Error GoTo " + label_);
+    String changed;
+    if (!label_.empty() && line.find(u"On Error GoTo 0") != StringView::npos) {
+      changed = vb::Replace(line, u"On Error GoTo 0", u"On Error GoTo " + label_);
+      line = changed;
     }
+    if (!inContinuation_) kind_ = KindOf(vb::Trim(line));
+    if (!text_.empty()) text_ += vb::CrLf;
+    const bool block = !continued && scheme_ != nullptr;
+    if (block && kind_ == EndLine) AddFooter();
     if (inContinuation_) {
-      line.insert(0, prefix_);
+      text_ += prefix_;
     } else {
-      line = Numbered(std::move(line));
+      AddMargin();
     }
+    text_ += line;
+    if (block && kind_ == HeadLine) AddHeader();
     inContinuation_ = continued;
-    return continued || scheme_ == nullptr ? line : WithBlocks(std::move(line));
   }
+
+  [[nodiscard]] String Take() { return std::move(text_); }
 
  private:
-  String Numbered(String line) {
-    kind_ = KindOf(vb::Trim(line));
-    if (kind_ == PaddedLine) line.insert(0, prefix_);
-    if (kind_ != NumberedLine || number_ + step_ <= 0) return line;
-    line.insert(0, vb::Str(number_) + u" ");
+  /// The number of a line, or what stands in its place.
+  void AddMargin() {
+    if (kind_ == PaddedLine) text_ += prefix_;
+    if (kind_ != NumberedLine || number_ + step_ <= 0) return;
+    text_ += vb::Str(number_);
+    text_ += u' ';
     number_ += step_;
-    return line;
   }
 
-  /// The header goes behind the member's head, the footer ahead of its end.
-  [[nodiscard]] String WithBlocks(String line) const {
-    if (kind_ == HeadLine) {
-      String header = ReturnHeader(scheme_->Header, prefix_, ProjectName, ComponentName, MemberName,
-                                   MemberType, u"");
-      // The join puts the last line end.
-      header.resize(header.size() - vb::CrLf.size());
-      return line + String(vb::CrLf) + header;
-    }
-    if (kind_ != EndLine) return line;
-    return ReturnFooter(scheme_->Footer, prefix_, ProjectName, ComponentName, MemberName,
-                        MemberType, u"") +
-           line;
+  /// Behind the member's head; the next line brings the last line end.
+  void AddHeader() {
+    text_ += vb::CrLf;
+    text_ += ReturnHeader(scheme_->Header, prefix_, ProjectName, ComponentName, MemberName,
+                          MemberType, u"");
+    text_.resize(text_.size() - vb::CrLf.size());
+  }
+
+  /// Ahead of the member's end.
+  void AddFooter() {
+    text_ += ReturnFooter(scheme_->Footer, prefix_, ProjectName, ComponentName, MemberName,
+                          MemberType, u"");
   }
 
   const ErrorHandlerScheme* scheme_;
-  String label_, prefix_;
+  String label_, prefix_, text_;
   std::int32_t number_ = 0, step_ = 0, kind_ = NumberedLine;
   bool inContinuation_ = false;
 };
@@ -270,8 +278,8 @@ String WorkTextComponentMember(StringView text, StringView schemeName) {
     MemberType = GetMemberType(mFunctions::DeleteUnderline(text.substr(0, HeadLength)));
     if (!lines) return;
     Dressing dressing(scheme, scheme == nullptr ? String() : LabelOf(*scheme));
-    for (String& line : *lines) line = dressing.Dress(std::move(line));
-    result = vb::Join(*lines, vb::CrLf);
+    for (const String& line : *lines) dressing.Add(line);
+    result = dressing.Take();
   });
   return result;
 }

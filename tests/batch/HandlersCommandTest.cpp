@@ -249,6 +249,19 @@ TEST_F(HandlersCommandTest, AComponentThatCannotBeReadKeepsTheOthersUnwritten) {
   EXPECT_NE(Code("M"), Sub);
 }
 
+TEST_F(HandlersCommandTest, WarnsOfAMemberOnOneLineUnlessItIsSkipped) {
+  Project({{"M", "Sub A(): x = 1: End Sub\r\n'errMarker: Skip\r\nSub B(): End Sub\r\n" +
+                     std::string(Sub)}});
+  request_.Check = true;
+  EXPECT_EQ(Run(), HandlersWouldChange);
+  EXPECT_EQ(err_.str(), File("M") +
+                            ":2: warning: A stands on one line, so its error handler stands "
+                            "behind it\n");
+  request_.Remove = true;
+  Run();
+  EXPECT_EQ(err_.str(), "");
+}
+
 TEST_F(HandlersCommandTest, TakesAComponentFileAndAGroup) {
   Project({{"M", Sub}});
   folder_.Write("G.vbg", "VBGROUP 5.0\r\nStartupProject=P.vbp\r\n");

@@ -17,7 +17,7 @@ namespace insert = mInsertErrorHandlerCode;
 
 constexpr StringView OverProject = u"Current Project   [Project1]",
                      OverModule = u"Current Component [M]";
-constexpr int Seeds = 20, MembersEach = 5;
+constexpr int Seeds = 10, MembersEach = 5;
 
 struct Source {
   std::string Name;
@@ -208,7 +208,7 @@ TEST_F(HandlersProperty, ASecondInsertionOfAnUnnumberedSchemeChangesNothingInFla
 // A line in column 1 that holds a blank doesn't count towards the margin, so a run can take what is
 // nested for the body; after as many runs as there are levels nothing is left to move.
 TEST_F(HandlersProperty, RepeatedInsertionsOfAnUnnumberedSchemeComeToRest) {
-  constexpr int Levels = 30;
+  constexpr int Levels = 15;
   for (const Source& source : Generated()) {
     Put(source.Text);
     for (int run = 0; run < Levels; ++run) InsertAll(u"Raise to Caller");
