@@ -39,14 +39,20 @@ bool ComboBoxView::InsertText(const QString& text) {
   return true;
 }
 
+void ComboBoxView::ShowItems() {
+  constexpr int MostColumns = 60;
+  shown_ = box_.List();
+  QStringList items;
+  for (const String& text : shown_) items.append(ToQt(text));
+  widget_->clear();
+  widget_->addItems(items);
+  // The widget's own least width is that of the items which it had first.
+  const int most = MostColumns * widget_->fontMetrics().averageCharWidth();
+  widget_->setMinimumWidth(std::min(widget_->sizeHint().width(), most));
+}
+
 void ComboBoxView::Update() {
-  if (shown_ != box_.List()) {
-    shown_ = box_.List();
-    QStringList items;
-    for (const String& text : shown_) items.append(ToQt(text));
-    widget_->clear();
-    widget_->addItems(items);
-  }
+  if (shown_ != box_.List()) ShowItems();
   if (widget_->currentIndex() != box_.ListIndex()) widget_->setCurrentIndex(box_.ListIndex());
   const QString text = ToQt(box_.Text());
   if (!widget_->isEditable() || widget_->currentText() == text) return;

@@ -18,6 +18,7 @@ class ComboBoxView : public ControlView {
 
  private:
   void MakeEditable();
+  void ShowItems();
   forms::ComboBox& box_;
   QComboBox* widget_;
   std::vector<String> shown_;

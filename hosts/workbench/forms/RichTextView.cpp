@@ -12,7 +12,7 @@
 namespace tessel::workbench {
 namespace {
 
-constexpr int Columns = 72, Lines = 12;
+constexpr int Columns = 72, Lines = 14;
 
 }  // namespace
 

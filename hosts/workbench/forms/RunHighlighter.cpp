@@ -17,8 +17,8 @@ struct Span {
 using Spans = std::vector<Span>;
 
 struct LineColors : QTextBlockUserData {
-  explicit LineColors(Spans spans) : Spans_(std::move(spans)) {}
-  Spans Spans_;
+  explicit LineColors(Spans spans) : Colors(std::move(spans)) {}
+  Spans Colors;
 };
 
 /// Relative luminance of a colour (WCAG 2.1).
@@ -69,7 +69,7 @@ std::vector<Spans> SpansOfLines(const forms::ColoredText& content) {
 const Spans& ShownSpans(const QTextBlock& block) {
   static const Spans none;
   const auto* const shown = static_cast<const LineColors*>(block.userData());
-  return shown == nullptr ? none : shown->Spans_;
+  return shown == nullptr ? none : shown->Colors;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPointer>
 
 #include "forms/Control.h"
 #include "hosts/workbench/platform/Text.h"
@@ -119,20 +120,41 @@ void TakeFont(forms::Font& font, const QFont& chosen) {
   font.Underline = chosen.underline();
 }
 
+/// A dialog that lives no longer than the call. What stands below it, its parent, may go while it
+/// is open and takes it along.
+template <class Dialog>
+class Held {
+ public:
+  explicit Held(Dialog* dialog) : dialog_(dialog) {}
+  ~Held() { delete dialog_.data(); }
+  Held(const Held&) = delete;
+  Held& operator=(const Held&) = delete;
+  Dialog* operator->() const { return dialog_; }
+  Dialog& operator*() const { return *dialog_; }
+  /// The dialog's result, 0 when it was taken along.
+  int Exec() const {
+    const int result = dialog_->exec();
+    return dialog_ ? result : 0;
+  }
+
+ private:
+  QPointer<Dialog> dialog_;
+};
+
 }  // namespace
 
 MessageAnswer AskMessage(QWidget* parent, StringView text, StringView title, int style) {
   const ButtonSet set = ButtonsOf(style);
-  QMessageBox box(parent);
-  box.setIcon(IconOf(style));
-  box.setWindowTitle(ToQt(title));
-  box.setTextFormat(Qt::PlainText);
-  box.setText(ToQt(text));
-  for (const ButtonOf& one : set.Buttons) box.addButton(one.Button);
-  box.setEscapeButton(set.Closing.Button);
+  const Held<QMessageBox> box(new QMessageBox(parent));
+  box->setIcon(IconOf(style));
+  box->setWindowTitle(ToQt(title));
+  box->setTextFormat(Qt::PlainText);
+  box->setText(ToQt(text));
+  for (const ButtonOf& one : set.Buttons) box->addButton(one.Button);
+  box->setEscapeButton(set.Closing.Button);
   const std::size_t first = DefaultOf(style);
-  box.setDefaultButton(set.Buttons[first < set.Buttons.size() ? first : 0].Button);
-  const int pressed = box.exec();
+  box->setDefaultButton(set.Buttons[first < set.Buttons.size() ? first : 0].Button);
+  const int pressed = box.Exec();
   for (const ButtonOf& one : set.Buttons) {
     if (one.Button == pressed) return one.Answer;
   }
@@ -142,14 +164,14 @@ MessageAnswer AskMessage(QWidget* parent, StringView text, StringView title, int
 std::optional<String> AskInput(QWidget* parent, StringView prompt, StringView title,
                                StringView text) {
   constexpr int Columns = 48;
-  QInputDialog box(parent);
-  box.setWindowTitle(ToQt(title));
-  box.setLabelText(ToQt(prompt));
-  for (QLabel* const label : box.findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
-  box.setTextValue(ToQt(text));
-  box.resize(Columns * box.fontMetrics().averageCharWidth(), box.sizeHint().height());
-  if (box.exec() != QDialog::Accepted) return std::nullopt;
-  return FromQt(box.textValue());
+  const Held<QInputDialog> box(new QInputDialog(parent));
+  box->setWindowTitle(ToQt(title));
+  box->setLabelText(ToQt(prompt));
+  for (QLabel* const label : box->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
+  box->setTextValue(ToQt(text));
+  box->resize(Columns * box->fontMetrics().averageCharWidth(), box->sizeHint().height());
+  if (box.Exec() != QDialog::Accepted) return std::nullopt;
+  return FromQt(box->textValue());
 }
 
 std::vector<String> FileFilters(StringView filter) {
@@ -162,19 +184,19 @@ std::vector<String> FileFilters(StringView filter) {
 }
 
 std::vector<String> AskFiles(QWidget* parent, const platform::FileDialogRequest& request) {
-  QFileDialog dialog(parent);
-  SetUp(dialog, request);
+  const Held<QFileDialog> dialog(new QFileDialog(parent));
+  SetUp(*dialog, request);
   std::vector<String> files;
-  if (dialog.exec() != QDialog::Accepted) return files;
-  for (const QString& file : dialog.selectedFiles()) files.push_back(FromQt(file));
+  if (dialog.Exec() != QDialog::Accepted) return files;
+  for (const QString& file : dialog->selectedFiles()) files.push_back(FromQt(file));
   return files;
 }
 
 bool AskFont(QWidget* parent, forms::Font& font, StringView title) {
-  QFontDialog dialog(ToQtFont(font), parent);
-  if (!title.empty()) dialog.setWindowTitle(ToQt(title));
-  if (dialog.exec() != QDialog::Accepted) return false;
-  TakeFont(font, dialog.selectedFont());
+  const Held<QFontDialog> dialog(new QFontDialog(ToQtFont(font), parent));
+  if (!title.empty()) dialog->setWindowTitle(ToQt(title));
+  if (dialog.Exec() != QDialog::Accepted) return false;
+  TakeFont(font, dialog->selectedFont());
   return true;
 }
 

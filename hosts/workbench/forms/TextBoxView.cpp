@@ -11,7 +11,7 @@ namespace tessel::workbench {
 
 TextBoxView::TextBoxView(forms::TextBox& box, ViewHost& host)
     : ControlView(box, host), box_(box), widget_(new QLineEdit) {
-  constexpr int LeastColumns = 16;
+  constexpr int LeastColumns = 20;
   widget_->setMinimumWidth(LeastColumns * widget_->fontMetrics().averageCharWidth());
   QObject::connect(widget_, &QLineEdit::textEdited, widget_, [this](const QString& text) {
     Act([this, typed = FromQt(text)] { forms::user::Type(box_, typed); });

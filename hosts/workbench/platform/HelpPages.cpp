@@ -13,10 +13,10 @@ HelpPages::HelpPages(QWidget* parent) : QTextBrowser(parent) {
 void HelpPages::UseDesktopStyle() {
   const auto color = [this](QPalette::ColorRole role) { return palette().color(role).name(); };
   document()->setDefaultStyleSheet(
-      QStringLiteral("h1, h2 { color: %1; } a { color: %1; }"
+      QStringLiteral("h1, h2 { color: %1; } a { color: %3; }"
                      "code, pre { font-family: monospace; background: %2; }"
                      "td, th { padding: 3px 8px; text-align: left; }")
-          .arg(color(QPalette::Link), color(QPalette::AlternateBase)));
+          .arg(color(QPalette::Highlight), color(QPalette::AlternateBase), color(QPalette::Link)));
 }
 
 void HelpPages::changeEvent(QEvent* event) {

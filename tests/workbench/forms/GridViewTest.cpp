@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemModelTester>
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -137,6 +138,24 @@ TEST_F(GridOfForm, AChangedHeadingIsSeen) {
   test::Desk::Turn();
   EXPECT_EQ(Model().headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(),
             QStringLiteral("Length"));
+}
+
+TEST_F(GridOfForm, TheModelKeepsItsPromisesThroughEveryChange) {
+  const QAbstractItemModelTester tester(&Model(),
+                                        QAbstractItemModelTester::FailureReportingMode::Fatal);
+  for (int step = 0; step < 200; ++step) {
+    const int row = 1 + step * 7 % std::max(1, Grid().Rows() - 1);
+    if (step % 5 == 0 && Grid().Rows() > 3) {
+      Grid().RemoveItem(row);
+    } else {
+      Grid().SetRowLevel(Grid().AddItem({vb::Str(step), u"", u"True"}, row), step * 3 % 4);
+    }
+    if (step % 3 == 0) Grid().SetCollapsed(1, step % 2 == 0);
+    test::Desk::Turn();
+  }
+  int rows = 0;
+  for (int row = 0; row < Grid().Rows(); ++row) rows += Model().IndexOf(row, 0).isValid() ? 1 : 0;
+  EXPECT_EQ(rows, Grid().Rows() - 1);
 }
 
 // Edits

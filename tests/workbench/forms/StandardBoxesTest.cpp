@@ -72,6 +72,13 @@ TEST(MessageBoxOf, ShowsTextTitleAndIconAsTheyAre) {
   static_cast<void>(AskMessage(nullptr, u"<b>1 & 2</b>", u"Tessel", platform::Exclamation));
 }
 
+TEST(MessageBoxOf, IsAnsweredWhenItsParentGoes) {
+  auto* const parent = new QWidget;
+  parent->show();
+  Desk::WhenOpen<QMessageBox>([&](QMessageBox&) { parent->deleteLater(); });
+  EXPECT_EQ(AskMessage(parent, u"Text", u"Title", platform::YesNo), MessageAnswer::No);
+}
+
 TEST(InputBoxOf, GivesTheTextOrNothing) {
   Desk::WhenOpen<QInputDialog>([](QInputDialog& box) {
     EXPECT_EQ(box.textValue(), QStringLiteral("old"));
