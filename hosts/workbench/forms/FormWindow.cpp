@@ -5,8 +5,6 @@
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
-#include <QScreen>
-#include <QScrollArea>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -15,7 +13,6 @@
 #include "hosts/workbench/forms/ControlViews.h"
 #include "hosts/workbench/forms/FormLayout.h"
 #include "hosts/workbench/forms/LabelView.h"
-#include "hosts/workbench/forms/ScreenPlace.h"
 #include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
 
@@ -54,14 +51,6 @@ int CodeOf(const QKeyEvent& event) {
 void CollectControls(const forms::Layout& node, std::set<const forms::Control*>& found) {
   if (node.Content != nullptr) found.insert(node.Content);
   for (const forms::Layout& child : node.Children) CollectControls(child, found);
-}
-
-/// As long as a window is hidden, a change of a size stays in the layout where it happened.
-void ForgetSizes(QWidget& window) {
-  for (QLayout* const layout : window.findChildren<QLayout*>()) {
-    layout->invalidate();
-    layout->parentWidget()->updateGeometry();
-  }
 }
 
 }  // namespace
@@ -135,10 +124,9 @@ void FormWindow::Open(bool blocks, QWidget* behind) {
   setWindowModality(blocks ? Qt::ApplicationModal : Qt::NonModal);
   Refresh();
   FocusFirst();
-  if (!shownOnce_) ApplyPlace();
-  shownOnce_ = true;
+  place_.Prepare();
   StandInFrontOf(behind);
-  if (maximize_) {
+  if (place_.IsMaximized()) {
     showMaximized();
   } else {
     show();
@@ -180,42 +168,6 @@ void FormWindow::Detach() {
   focusMoved_ = nullptr;
   for (QObject* const part : findChildren<QObject*>()) part->blockSignals(true);
   Leave();
-}
-
-QRect FormWindow::Place() const {
-  if (shownOnce_) return isMaximized() ? normalGeometry() : QRect(pos(), size());
-  return place_.value_or(QRect(pos(), sizeHint()));
-}
-
-void FormWindow::SetPlace(const QRect& place, bool maximized) {
-  placeIsOwn_ = !shownOnce_ && place.size() == sizeHint();
-  place_ = place;
-  maximize_ = maximized;
-  if (shownOnce_) ApplyPlace();
-}
-
-void FormWindow::ApplyPlace() {
-  ForgetSizes(*this);
-  const QRect room = ScreenAround(place_ ? place_->center() : pos());
-  if (!room.contains(QRect(room.topLeft(), minimumSizeHint()))) MakeScrollable();
-  const QSize wanted = place_ && !placeIsOwn_ ? place_->size() : sizeHint();
-  resize(wanted.expandedTo(minimumSizeHint()).boundedTo(room.size()));
-  if (!place_) return;
-  QRect place(place_->topLeft(), size());
-  if (placeIsOwn_) place.moveCenter(place_->center());
-  move(KeptOnScreen(place).topLeft());
-}
-
-/// A form that the screen can't hold is seen in part.
-void FormWindow::MakeScrollable() {
-  if (content_->parentWidget() != this) return;
-  auto* const area = new QScrollArea;
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidgetResizable(true);
-  layout()->removeWidget(content_);
-  area->setWidget(content_);
-  layout()->addWidget(area);
-  layout()->activate();
 }
 
 void FormWindow::ControlChanged(forms::Control& control) {

@@ -4,11 +4,11 @@
 #include <QDialog>
 #include <QPointer>
 #include <memory>
-#include <optional>
 #include <set>
 
 #include "forms/Form.h"
 #include "hosts/workbench/forms/ControlView.h"
+#include "hosts/workbench/forms/FormPlace.h"
 
 class QEventLoop;
 
@@ -41,10 +41,7 @@ class FormWindow : public QDialog, public forms::View, private ViewHost {
   /// The form was unloaded, or is being destroyed: nothing of it is touched again.
   void Detach();
 
-  /// Where the restored window stands, or would open.
-  [[nodiscard]] QRect Place() const;
-  /// A place of the size that the window would have by itself only moves it.
-  void SetPlace(const QRect& place, bool maximized);
+  [[nodiscard]] FormPlace& Place() { return place_; }
 
   void ControlChanged(forms::Control& control) override;
   void FocusChanged(forms::Control* control) override;
@@ -64,8 +61,6 @@ class FormWindow : public QDialog, public forms::View, private ViewHost {
   void BuildContent();
   void PutAside(const forms::Layout& arrangement);
   void LinkKeys();
-  void ApplyPlace();
-  void MakeScrollable();
   void StandInFrontOf(QWidget* behind);
   void Settle(const ControlView* except);
   void PostRefresh();
@@ -86,10 +81,9 @@ class FormWindow : public QDialog, public forms::View, private ViewHost {
   std::unique_ptr<ControlViews> views_;
   std::set<ControlView*> changed_;
   ControlView* focusMoved_ = nullptr;  // by the user; the form isn't told yet
-  bool focusWanted_ = false, refreshPosted_ = false, syncing_ = false, shownOnce_ = false;
+  bool focusWanted_ = false, refreshPosted_ = false, syncing_ = false;
   QPointer<QEventLoop> wait_;
-  std::optional<QRect> place_;
-  bool placeIsOwn_ = false, maximize_ = false;
+  FormPlace place_{*this};
 };
 
 }  // namespace tessel::workbench

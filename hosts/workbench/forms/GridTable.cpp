@@ -76,6 +76,7 @@ void GridTable::ApplyWidths() {
   header()->setStretchLastSection(false);
   header()->setMinimumSectionSize(fontMetrics().averageCharWidth() * 2);
   std::vector<int> pixels;
+  pixels.reserve(static_cast<std::size_t>(count));
   for (int col = 0; col < count; ++col) pixels.push_back(PixelsOf(col));
   const auto widest = std::max_element(pixels.begin(), pixels.end()) - pixels.begin();
   for (int col = 0; col < count; ++col) {

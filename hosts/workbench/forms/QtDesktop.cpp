@@ -161,13 +161,13 @@ void QtDesktop::StopBlocking() {
 }
 
 std::optional<WindowPlacement> QtDesktop::GetPlacement(forms::Form& form) {
-  const FormWindow& window = Window(form);
-  return PlacementOf(window.Place(), CommandOf(window));
+  FormWindow& window = Window(form);
+  return PlacementOf(window.Place().Get(), CommandOf(window));
 }
 
 // A form never opens minimized: nothing would show that it waits.
 void QtDesktop::SetPlacement(forms::Form& form, const WindowPlacement& placement) {
-  Window(form).SetPlace(PlaceOf(placement), placement.ShowCommand == ShowMaximized);
+  Window(form).Place().Set(PlaceOf(placement), placement.ShowCommand == ShowMaximized);
 }
 
 std::optional<WindowPlacement> QtDesktop::DesktopPlacement() {

@@ -27,7 +27,7 @@ void HelpPages::changeEvent(QEvent* event) {
 }
 
 QVariant HelpPages::loadResource(int type, const QUrl& name) {
-  const QVariant found = QTextBrowser::loadResource(type, name);
+  QVariant found = QTextBrowser::loadResource(type, name);
   if (type != QTextDocument::HtmlResource) return found;
   // The links of the head stand apart by a margin, which a text document hasn't.
   QString page = QString::fromUtf8(found.toByteArray());
