@@ -1,5 +1,7 @@
 #include "hosts/workbench/forms/ComboBoxView.h"
 
+#include <QApplication>
+#include <QFontDatabase>
 #include <QLineEdit>
 #include <algorithm>
 
@@ -39,16 +41,27 @@ bool ComboBoxView::InsertText(const QString& text) {
   return true;
 }
 
+/// Items that are padded with blanks line up in letters of one width.
+void ComboBoxView::LineUp(const QStringList& items) {
+  const bool padded = std::any_of(items.begin(), items.end(), [](const QString& item) {
+    return item.trimmed().contains(QStringLiteral("  "));
+  });
+  QFont font = padded ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QApplication::font();
+  font.setPointSizeF(QApplication::font().pointSizeF());
+  widget_->setFont(font);
+}
+
 void ComboBoxView::ShowItems() {
   constexpr int MostColumns = 60;
   shown_ = box_.List();
   QStringList items;
   for (const String& text : shown_) items.append(ToQt(text));
+  LineUp(items);
   widget_->clear();
   widget_->addItems(items);
-  // The widget's own least width is that of the items which it had first.
-  const int most = MostColumns * widget_->fontMetrics().averageCharWidth();
-  widget_->setMinimumWidth(std::min(widget_->sizeHint().width(), most));
+  // The widget's own least width is that of the items which it had first, and it rounds down.
+  const int unit = widget_->fontMetrics().averageCharWidth();
+  widget_->setMinimumWidth(std::min(widget_->sizeHint().width() + unit, MostColumns * unit));
 }
 
 void ComboBoxView::Update() {

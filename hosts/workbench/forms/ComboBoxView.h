@@ -18,6 +18,7 @@ class ComboBoxView : public ControlView {
 
  private:
   void MakeEditable();
+  void LineUp(const QStringList& items);
   void ShowItems();
   forms::ComboBox& box_;
   QComboBox* widget_;

@@ -141,7 +141,7 @@ void FormLayout::AddLabelledRow(const Layout& row, QGridLayout& to) const {
 QLayout* FormLayout::MakeNumberField(const Layout& field, const Layout& spin) const {
   auto& arrows = dynamic_cast<forms::SpinButton&>(*spin.Content);
   auto& text = dynamic_cast<TextBoxView&>(views_.Of(*field.Content));
-  text.NarrowTo(static_cast<int>(vb::Str(arrows.Max()).size()));
+  text.HoldNumber(arrows.Min(), arrows.Max());
   auto* const pair = new QHBoxLayout;
   pair->setSpacing(0);
   pair->addWidget(text.Widget());

@@ -3,6 +3,7 @@
 #include <QStyle>
 #include <QStyleOptionFrame>
 #include <algorithm>
+#include <utility>
 
 #include "forms/User.h"
 #include "hosts/workbench/platform/Text.h"
@@ -14,14 +15,35 @@ TextBoxView::TextBoxView(forms::TextBox& box, ViewHost& host)
   constexpr int LeastColumns = 20;
   widget_->setMinimumWidth(LeastColumns * widget_->fontMetrics().averageCharWidth());
   QObject::connect(widget_, &QLineEdit::textEdited, widget_, [this](const QString& text) {
-    Act([this, typed = FromQt(text)] { forms::user::Type(box_, typed); });
+    held_ = IsOnItsWay(text);
+    if (!held_) Send();
   });
+  QObject::connect(widget_, &QLineEdit::editingFinished, widget_, [this] { Settle(); });
+}
+
+bool TextBoxView::IsOnItsWay(const QString& text) const {
+  bool whole = false;
+  const int number = text.toInt(&whole);
+  return least_ && (text.isEmpty() || (whole && number >= 0 && number < *least_));
+}
+
+void TextBoxView::Send() {
+  Act([this] { forms::user::Type(box_, FromQt(widget_->text())); });
+}
+
+void TextBoxView::Settle() {
+  if (std::exchange(held_, false)) Send();
 }
 
 bool TextBoxView::InsertText(const QString& text) {
   widget_->insert(text);
-  Act([this] { forms::user::Type(box_, FromQt(widget_->text())); });
+  Send();
   return true;
+}
+
+void TextBoxView::HoldNumber(int least, int most) {
+  least_ = least;
+  NarrowTo(static_cast<int>(vb::Str(most).size()));
 }
 
 void TextBoxView::NarrowTo(int digits) {
@@ -37,6 +59,7 @@ void TextBoxView::NarrowTo(int digits) {
 
 void TextBoxView::Update() {
   widget_->setReadOnly(box_.Locked);
+  if (held_) return;
   const QString text = ToQt(box_.Text());
   if (text == widget_->text()) return;
   // Where the user types, what stands behind the caret stays behind it; else the start is seen.
