@@ -108,7 +108,7 @@ void CodeEditor::SetOptions(const EditorOptions& options) {
 
 void CodeEditor::ShowMargins() {
   setMarginType(LineMargin, QsciScintilla::NumberMargin);
-  const int digits = std::max(4, static_cast<int>(QString::number(Lines()).size()));
+  const int digits = std::max(3, static_cast<int>(QString::number(Lines()).size()));
   setMarginWidth(LineMargin, options_.LineNumbers ? QString(digits + 1, u'9') : QString());
   if (!options_.LineNumbers) setMarginWidth(LineMargin, 0);
 }
@@ -244,6 +244,26 @@ void CodeEditor::Select(const host::Selection& selection) {
   SendScintilla(SCI_SETSEL, start, static_cast<long>(end));
 }
 
+QVariant CodeEditor::inputMethodQuery(Qt::InputMethodQuery query) const {
+  const auto placeOf = [this](unsigned int message) {
+    return Column(static_cast<int>(Ask(message))) - 1;
+  };
+  switch (query) {
+    case Qt::ImSurroundingText: {
+      const long caret = Ask(SCI_GETCURRENTPOS);
+      const auto line =
+          static_cast<int>(Ask(SCI_LINEFROMPOSITION, static_cast<unsigned long>(caret)));
+      return ToQt(TextOfLines(line, line));
+    }
+    case Qt::ImCursorPosition:
+      return placeOf(SCI_GETCURRENTPOS);
+    case Qt::ImAnchorPosition:
+      return placeOf(SCI_GETANCHOR);
+    default:
+      return QsciScintilla::inputMethodQuery(query);
+  }
+}
+
 int CodeEditor::TopLine() const {
   const long shown = Ask(SCI_GETFIRSTVISIBLELINE);
   return 1 + static_cast<int>(Ask(SCI_DOCLINEFROMVISIBLE, static_cast<unsigned long>(shown)));
@@ -277,21 +297,43 @@ void CodeEditor::TidyEntered() {
   entered_.reset();
 }
 
-void CodeEditor::FoldMembers() {
+void CodeEditor::FoldMember(int firstLine, int bodyOffset, int lines) {
   // A member folds at its declaring line; what stands between members is always to be seen.
   constexpr long Base = SC_FOLDLEVELBASE;
-  const auto put = [&](int line, long level) {
-    const auto at = static_cast<unsigned long>(line);
-    if (Ask(SCI_GETFOLDLEVEL, at) != level) Ask(SCI_SETFOLDLEVEL, at, level);
-  };
-  int line = 0;
-  for (const auto& member : module_->Index().Members()) {
-    for (; line < member.Lines.Body - 1; ++line) put(line, Base);
-    const int end = member.Lines.Start + member.Lines.Count - 1;
-    if (end > member.Lines.Body) put(line++, Base | SC_FOLDLEVELHEADERFLAG);
-    for (; line < end; ++line) put(line, Base + 1);
+  for (int at = 0; at < lines; ++at) {
+    long level = Base + (at > bodyOffset ? 1 : 0);
+    if (at == bodyOffset && at + 1 < lines) level |= SC_FOLDLEVELHEADERFLAG;
+    const auto line = static_cast<unsigned long>(firstLine + at - 1);
+    if (Ask(SCI_GETFOLDLEVEL, line) != level) Ask(SCI_SETFOLDLEVEL, line, level);
   }
-  for (; line < Lines(); ++line) put(line, Base);
+}
+
+void CodeEditor::FoldMembers() {
+  const auto members = module_->Index().Members();
+  const int declarations = members.empty() ? Lines() : members.front().Lines.Start - 1;
+  std::vector<FoldedMember> now;
+  now.reserve(members.size());
+  for (const auto& member : members) {
+    now.push_back({member.Lines.Count, member.Lines.Body - member.Lines.Start});
+  }
+  // The levels move with their lines, so only members that changed are gone through again.
+  std::size_t same = 0;
+  const std::size_t least = std::min(now.size(), folded_.size());
+  while (same < least && now[same] == folded_[same]) ++same;
+  std::size_t behind = 0;
+  while (behind < least - same &&
+         now[now.size() - 1 - behind] == folded_[folded_.size() - 1 - behind]) {
+    ++behind;
+  }
+  if (declarations != foldedDeclarations_) FoldMember(1, Lines(), declarations);
+  // The neighbours too: an edit at the border may have carried lines over.
+  const std::size_t first = same == 0 ? 0 : same - 1;
+  const std::size_t last = std::min(now.size(), now.size() - behind + 1);
+  for (std::size_t at = first; at < last; ++at) {
+    FoldMember(members[at].Lines.Start, now[at].BodyOffset, now[at].Lines);
+  }
+  folded_ = std::move(now);
+  foldedDeclarations_ = declarations;
 }
 
 }  // namespace tessel::workbench

@@ -50,6 +50,11 @@ class CodeEditor : public QsciScintilla {
   /// The text changed, by whomever.
   std::function<void()> OnChanged;
 
+ protected:
+  /// Gives an input method the line of the caret as its surroundings. The base class gives the
+  /// whole text, with every key.
+  [[nodiscard]] QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+
  private:
   void Load();
   void ShowMargins();
@@ -57,6 +62,7 @@ class CodeEditor : public QsciScintilla {
   void Moved();
   void CopyToModel(int line, int linesAdded);
   void FoldMembers();
+  void FoldMember(int firstLine, int bodyOffset, int lines);
   void Replace(int start, int end, const QByteArray& text);
   [[nodiscard]] QByteArray TextOfModel(int line, int count) const;
   [[nodiscard]] String TextOfLines(int first, int last) const;
@@ -72,6 +78,13 @@ class CodeEditor : public QsciScintilla {
   EditorOptions options_;
   int modelLines_ = 0;
   int group_ = 0;
+  /// The members as they were folded last.
+  struct FoldedMember {
+    int Lines, BodyOffset;
+    bool operator==(const FoldedMember&) const = default;
+  };
+  std::vector<FoldedMember> folded_;
+  int foldedDeclarations_ = -1;
   bool fromModel_ = false, fromUser_ = false, selecting_ = false, foldsPending_ = false;
   /// The line that the user changed last and still stands in.
   std::optional<int> entered_;

@@ -18,8 +18,8 @@ constexpr int ListDelayMs = 200;
 CodeWindow::CodeWindow(const std::shared_ptr<model::CodePane>& pane, const EditorOptions& options)
     : pane_(pane),
       editor_(new CodeEditor(pane->Module(), options, this)),
-      objectBox_(new QComboBox(this)),
-      procedureBox_(new QComboBox(this)) {
+      objectBox_(new ListOnDemand(this)),
+      procedureBox_(new ListOnDemand(this)) {
   Build();
   editor_->Select(pane->GetSelection());
   editor_->SetTopLine(pane->TopLine());
@@ -38,7 +38,8 @@ CodeWindow::~CodeWindow() = default;
 void CodeWindow::Build() {
   objectBox_->setObjectName(QStringLiteral("objects"));
   procedureBox_->setObjectName(QStringLiteral("procedures"));
-  for (QComboBox* box : {objectBox_, procedureBox_}) {
+  for (ListOnDemand* const box : {objectBox_, procedureBox_}) {
+    box->BeforePopup = [this] { ReadLists(); };
     box->setMaxVisibleItems(25);
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -77,7 +78,23 @@ void CodeWindow::Moved() {
   if (OnMoved) OnMoved();
 }
 
+/// Whether the lists show a member already, as they do while the user types inside it.
+bool CodeWindow::ShowsMember(StringView member, host::vbext_ProcKind kind) const {
+  const int shown = procedureBox_->currentIndex();
+  if (shown < 0 || shown >= static_cast<int>(procedures_.size())) return false;
+  const CodeProcedure& procedure = procedures_[static_cast<std::size_t>(shown)];
+  return procedure.Line > 0 && procedure.Kind == kind && vb::SameText(procedure.Member, member);
+}
+
 void CodeWindow::ShowPlace() {
+  const auto component = Component();
+  if (!component) return;
+  host::vbext_ProcKind kind{};
+  const int line = editor_->Selected().StartLine;
+  if (!ShowsMember(component->Module()->Index().ProcOfLine(line, kind), kind)) ReadLists();
+}
+
+void CodeWindow::ReadLists() {
   const auto component = Component();
   if (!component) return;
   host::vbext_ProcKind kind{};

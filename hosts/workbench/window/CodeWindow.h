@@ -1,7 +1,6 @@
 // A code window: the editor with the lists of objects and procedures above it.
 #pragma once
 
-#include <QComboBox>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -9,6 +8,7 @@
 
 #include "hosts/workbench/window/CodeEditor.h"
 #include "hosts/workbench/window/CodeObjects.h"
+#include "hosts/workbench/window/ListOnDemand.h"
 
 namespace tessel::workbench {
 
@@ -44,6 +44,8 @@ class CodeWindow : public QWidget {
   void Build();
   void Moved();
   void ShowPlace();
+  void ReadLists();
+  [[nodiscard]] bool ShowsMember(StringView member, host::vbext_ProcKind kind) const;
   void FillProcedures(std::size_t object);
   void PickObject(int index);
   void PickProcedure(int index);
@@ -52,8 +54,8 @@ class CodeWindow : public QWidget {
 
   std::shared_ptr<model::CodePane> pane_;
   CodeEditor* editor_;
-  QComboBox* objectBox_;
-  QComboBox* procedureBox_;
+  ListOnDemand* objectBox_;
+  ListOnDemand* procedureBox_;
   QTimer listTimer_;
   std::vector<CodeObject> objects_;
   std::vector<CodeProcedure> procedures_;
