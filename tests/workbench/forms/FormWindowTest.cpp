@@ -10,6 +10,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTreeView>
+#include <random>
 
 #include "hosts/workbench/forms/ControlViews.h"
 #include "vb/Failure.h"
@@ -305,6 +306,71 @@ TEST_F(Window, ManyChangesAreShownAtOnce) {
   test::Desk::Turn();
   EXPECT_EQ(Find<QComboBox>("ComKind").count(), 503);
   EXPECT_LE(shown, 4);
+}
+
+/// A user who presses anything anywhere, always in the same way.
+class Storm {
+ public:
+  explicit Storm(QWidget& window) : window_(window) {
+    // Whatever opens on top is closed again: menus, lists, messages.
+    QObject::connect(&closer_, &QTimer::timeout, &closer_, [] {
+      if (QWidget* const popup = QApplication::activePopupWidget()) popup->close();
+      if (auto* const box = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+        box->accept();
+      }
+    });
+    closer_.start(1);
+  }
+  void Blow(int times) {
+    for (int each = 0; each < times; ++each) {
+      const auto widgets = window_.findChildren<QWidget*>();
+      QWidget* const target = widgets.at(Any(widgets.size()));
+      if (!target->isVisible()) continue;
+      if (Any(2) == 0) {
+        QTest::keyClick(target, Keys[static_cast<std::size_t>(Any(std::size(Keys)))]);
+      } else {
+        const QPoint place(static_cast<int>(Any(target->width() + 1)),
+                           static_cast<int>(Any(target->height() + 1)));
+        QTest::mouseClick(target, Qt::LeftButton, {}, place);
+      }
+      if (Any(8) == 0) QCoreApplication::processEvents();
+    }
+  }
+
+ private:
+  static constexpr Qt::Key Keys[] = {Qt::Key_A,     Qt::Key_9,  Qt::Key_Space, Qt::Key_Return,
+                                     Qt::Key_Down,  Qt::Key_Up, Qt::Key_Left,  Qt::Key_Right,
+                                     Qt::Key_Tab,   Qt::Key_F2, Qt::Key_Home,  Qt::Key_Delete,
+                                     Qt::Key_Escape};
+  qsizetype Any(qsizetype below) {
+    return static_cast<qsizetype>(random_() % static_cast<std::uint32_t>(below));
+  }
+  QWidget& window_;
+  QTimer closer_;
+  std::mt19937 random_{7};
+};
+
+TEST_F(Window, WidgetsAndModelAgreeAfterAnyInput) {
+  form_->fgRows.BeforeEdit = [](int row, int, bool& cancel) { cancel = row == 2; };
+  form_->chkOn.LostFocus = [this] { form_->RicText.SetText(u"left"); };
+  form_->OptTwo.Click = [] { throw vb::Failure(5, u"no"); };
+  Storm(Shown()).Blow(1500);
+  test::Desk::Turn();
+  Focus("btmRun");  // ends what is half typed
+  EXPECT_EQ(FromQt(Find<QLineEdit>("txtName").text()), form_->txtName.Text());
+  EXPECT_EQ(Find<QPlainTextEdit>("txtNotes").toPlainText().count(u'\n') + 1,
+            static_cast<qsizetype>(
+                std::max<std::size_t>(1, vb::Split(form_->txtNotes.Text(), vb::CrLf).size())));
+  EXPECT_EQ(Find<QComboBox>("ComKind").currentIndex(), form_->ComKind.ListIndex());
+  EXPECT_EQ(FromQt(Find<QComboBox>("ComFree").currentText()), form_->ComFree.Text());
+  EXPECT_EQ(Find<QCheckBox>("chkOn").isChecked(), form_->chkOn.Value() == 1);
+  EXPECT_EQ(Find<QTabWidget>("tabPages").currentIndex(), form_->tabPages.CurrTab());
+  const auto& grid = *Find<QTreeView>("fgRows").model();
+  for (int col = 0; col < 2; ++col) {
+    EXPECT_EQ(FromQt(grid.index(0, col).data().toString()), form_->fgRows.TextMatrix(1, col));
+  }
+  EXPECT_EQ(form_->fgRows.TextMatrix(2, 0), u"Child") << "a row that refuses edits";
+  EXPECT_GT(form_->Events.size(), 50U);
 }
 
 TEST(FormWindowFrame, TellsTheBordersApart) {
