@@ -16,13 +16,11 @@
 namespace tessel::batch {
 namespace {
 
-namespace fs = std::filesystem;
-
 [[noreturn]] void Fail(const String& why) { throw vb::Failure(vb::InvalidCall, why, u"Tessel"); }
 
 /// The table's spelling of a scheme's name.
 String Known(const std::vector<String>& names, const std::string& given) {
-  const String wanted = vb::FromUtf8(given);
+  String wanted = vb::FromUtf8(given);
   if (wanted == mInsertErrorHandlerCode::SkipScheme) return wanted;
   for (const String& name : names) {
     if (vb::SameText(name, wanted)) return name;

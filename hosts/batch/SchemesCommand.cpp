@@ -59,18 +59,19 @@ std::vector<Imported> ReadFiles(const SchemesRequest& request, const Schemes& al
   for (const std::string& file : request.Files) {
     Imported one{file, ReadScheme(workspace::ReadFile(file), file)};
     const std::string name = vb::ToUtf8(one.Scheme.NameError);
+    const auto refuse = [&](const std::string& why) {
+      Fail(file + (": the scheme \"" + name) + why);
+    };
     if (name.find('"') != std::string::npos) {
-      Fail(file + ": a scheme whose name holds a quote character can't be found again: " + name);
+      refuse("\" can't be found again, since its name holds a quote character");
     }
     for (const Imported& earlier : read) {
       if (vb::SameText(earlier.Scheme.NameError, one.Scheme.NameError)) {
-        Fail(file + ": the scheme \"" + name + "\" comes from " + earlier.File + " as well");
+        refuse("\" comes from " + earlier.File + " as well");
       }
     }
     one.Replaces = Find(all, one.Scheme.NameError) != nullptr;
-    if (one.Replaces && !request.Replace) {
-      Fail(file + ": the scheme \"" + name + "\" exists (--replace writes it)");
-    }
+    if (one.Replaces && !request.Replace) refuse("\" exists (--replace writes it)");
     read.push_back(std::move(one));
   }
   return read;
