@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMimeData>
+#include <QWindow>
 
 #include "forms/Form.h"
 #include "forms/RichTextBox.h"
@@ -205,9 +206,21 @@ int QtDesktop::OpenDocument(StringView target, StringView verb, StringView param
   return OpenTarget(target, verb, parameters);
 }
 
+/// A dialog that takes all input leaves it to the windows that belong to it alone; whether one does
+/// is decided when it is shown.
+void QtDesktop::UnblockHelp() {
+  const QWidget* const modal = QApplication::activeModalWidget();
+  QWindow* const owner = modal == nullptr ? nullptr : modal->window()->windowHandle();
+  help_->winId();
+  if (help_->windowHandle()->transientParent() == owner) return;
+  help_->hide();
+  help_->windowHandle()->setTransientParent(owner);
+}
+
 // The topics travel inside the program, whatever file they once came in.
 void QtDesktop::ShowHelp(StringView, StringView topic) {
   if (!help_) help_ = new HelpWindow;
+  UnblockHelp();
   help_->ShowTopic(topic);
 }
 

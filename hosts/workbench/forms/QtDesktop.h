@@ -67,6 +67,7 @@ class QtDesktop : public platform::Desktop {
   void DropLostWindows();
   void Report(const vb::Failure& failure);
   void StopBlocking();
+  void UnblockHelp();
 
   ActionGate gate_;
   QPointer<QWidget> parent_;

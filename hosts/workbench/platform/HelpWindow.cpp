@@ -54,6 +54,10 @@ void HelpWindow::AddActions() {
   QAction* const start = add(QStyle::SP_DirHomeIcon, tr("Start"), QKeySequence(tr("Alt+Home")));
   back->setEnabled(false);
   forward->setEnabled(false);
+  auto* const close = new QAction(tr("Close"), this);
+  close->setShortcut(QKeySequence(Qt::Key_Escape));
+  addAction(close);
+  connect(close, &QAction::triggered, this, &QWidget::close);
   connect(back, &QAction::triggered, pages_, &QTextBrowser::backward);
   connect(forward, &QAction::triggered, pages_, &QTextBrowser::forward);
   connect(start, &QAction::triggered, this, [this] { ShowTopic(u""); });

@@ -11,6 +11,8 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTextBrowser>
+#include <QToolBar>
+#include <QWindow>
 
 #include "forms/User.h"
 #include "foundation/CAppSettings.h"
@@ -303,15 +305,35 @@ TEST_F(DesktopOfQt, AProgramIsStartedWithItsParameters) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(folder.Path() / "mark"); }));
 }
 
+HelpWindow* OpenHelp() {
+  for (QWidget* const widget : QApplication::topLevelWidgets()) {
+    if (auto* const one = dynamic_cast<HelpWindow*>(widget)) return one;
+  }
+  return nullptr;
+}
+
 TEST_F(DesktopOfQt, AHelpTopicOpensTheHelpWindow) {
   desk_.Desktop().ShowHelp(u"C:\\Program\\Marlow.CHM", u"formatter.htm");
-  HelpWindow* help = nullptr;
-  for (QWidget* const widget : QApplication::topLevelWidgets()) {
-    if (auto* const one = dynamic_cast<HelpWindow*>(widget)) help = one;
-  }
-  ASSERT_NE(help, nullptr);
-  EXPECT_TRUE(help->isVisible());
-  EXPECT_TRUE(help->Pages().source().toString().endsWith(QStringLiteral("formatter.htm")));
+  ASSERT_NE(OpenHelp(), nullptr);
+  EXPECT_TRUE(OpenHelp()->isVisible());
+  EXPECT_TRUE(OpenHelp()->Pages().source().toString().endsWith(QStringLiteral("formatter.htm")));
+}
+
+TEST_F(DesktopOfQt, TheHelpOfAModalFormCanBeRead) {
+  desk_.Desktop().ShowHelp(u"", u"errors.htm");  // open already, and blocked by the form
+  test::Desk::WhenOpen<FormWindow>([&](FormWindow&) {
+    desk_.Desktop().ShowHelp(u"", u"formatter.htm");
+    HelpWindow& help = *OpenHelp();
+    static_cast<void>(QTest::qWaitForWindowExposed(&help));
+    auto* const bar = help.findChild<QToolBar*>();
+    const QRect start = bar->actionGeometry(bar->actions().at(2));
+    const QPoint place = bar->mapTo(&help, start.center());
+    QTest::mouseClick(help.windowHandle(), Qt::LeftButton, {}, place);
+    test::Desk::Turn();
+    EXPECT_TRUE(help.Pages().source().toString().endsWith(QStringLiteral("support.htm")));
+    form_->Unload();
+  });
+  form_->Show(ShowStyle::Modal);
 }
 
 }  // namespace

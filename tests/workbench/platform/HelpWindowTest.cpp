@@ -60,6 +60,13 @@ TEST_F(Help, BackAndForwardWalkThroughThePagesSeen) {
   EXPECT_EQ(Page(), QStringLiteral("support.htm"));
 }
 
+TEST_F(Help, EscapeClosesTheWindow) {
+  window_.ShowTopic(u"");
+  Action(QStringLiteral("Close")).trigger();
+  EXPECT_FALSE(window_.isVisible());
+  EXPECT_EQ(Action(QStringLiteral("Close")).shortcut(), QKeySequence(Qt::Key_Escape));
+}
+
 TEST_F(Help, EveryLinkOfEveryPageLeadsToAPage) {
   for (const QString& page : QDir(QStringLiteral(":/help")).entryList({QStringLiteral("*.htm")})) {
     window_.ShowTopic(page.toStdU16String());
