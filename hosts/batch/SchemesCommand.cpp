@@ -60,7 +60,8 @@ std::vector<Imported> ReadFiles(const SchemesRequest& request, const Schemes& al
     Imported one{file, ReadScheme(workspace::ReadFile(file), file)};
     const std::string name = vb::ToUtf8(one.Scheme.NameError);
     const auto refuse = [&](const std::string& why) {
-      Fail(file + (": the scheme \"" + name) + why);
+      std::string message = file;
+      Fail(message.append(": the scheme \"").append(name).append(why));
     };
     if (name.find('"') != std::string::npos) {
       refuse("\" can't be found again, since its name holds a quote character");
