@@ -96,7 +96,8 @@ TEST_F(Window, TabFollowsTheOrderOfConstruction) {
 
 TEST_F(Window, AnAccessKeyPressesItsButton) {
   QTest::keyClick(&Shown(), Qt::Key_R, Qt::AltModifier);
-  QTest::qWait(200);  // the button is seen going down
+  // The button is seen going down first.
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !form_->Events.empty(); }));
   EXPECT_EQ(form_->Events, (Events{u"btmRun"}));
 }
 
