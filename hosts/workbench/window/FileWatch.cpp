@@ -27,6 +27,9 @@ FileWatch::FileWatch(workspace::Workspace& workspace, QObject* parent)
     : QObject(parent), workspace_(workspace) {
   timer_.setSingleShot(true);
   timer_.setInterval(SettleMs);
+  watchTimer_.setSingleShot(true);
+  watchTimer_.setInterval(SettleMs);
+  connect(&watchTimer_, &QTimer::timeout, this, [this] { Watch(); });
   connect(&watcher_, &QFileSystemWatcher::fileChanged, this, [this] { timer_.start(); });
   connect(&timer_, &QTimer::timeout, this, [this] {
     const auto changed = Look();
@@ -36,6 +39,10 @@ FileWatch::FileWatch(workspace::Workspace& workspace, QObject* parent)
 }
 
 void FileWatch::Refresh() {
+  if (!watchTimer_.isActive()) watchTimer_.start();
+}
+
+void FileWatch::Watch() {
   QStringList wanted;
   ForEachFile(workspace_, [&](const model::VBProject&, const auto& component) {
     wanted.append(ToQt(component->Storage()->FileName()));

@@ -26,7 +26,7 @@ class FileWatch : public QObject {
  public:
   FileWatch(workspace::Workspace& workspace, QObject* parent);
 
-  /// Watches what is open now.
+  /// Watches what is open now, as soon as the program has nothing better to do.
   void Refresh();
   /// Looks at once, not only when the system says so.
   [[nodiscard]] std::vector<ChangedOutside> Look();
@@ -34,9 +34,10 @@ class FileWatch : public QObject {
   std::function<void(const std::vector<ChangedOutside>&)> OnChanged;
 
  private:
+  void Watch();
   workspace::Workspace& workspace_;
   QFileSystemWatcher watcher_;
-  QTimer timer_;
+  QTimer timer_, watchTimer_;
   std::map<QString, QByteArray> told_;  // a digest of what stood there when it was told
 };
 
