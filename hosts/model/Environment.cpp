@@ -146,6 +146,7 @@ std::shared_ptr<host::VBProject> Environment::NewProject(StringView name,
   }
   auto project = std::make_shared<VBProject>(vbe_->OwnHook(), vbe_, name, type);
   vbe_->Projects().All().push_back(project);
+  vbe_->OwnHook()->Tell(&Observer::ProjectsChanged);
   vbe_->Activate(project);
   vbe_->OwnEvents().ProjectAdded(project);
   return project;

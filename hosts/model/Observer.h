@@ -23,8 +23,10 @@ class Observer {
   virtual void DesignerShown(VBComponent& /*component*/) {}
   /// A control came, went or got another name, or a property changed.
   virtual void DesignerChanged(VBComponent& /*component*/) {}
-  /// Projects or components came, went or got other names, or another one is active or selected.
+  /// Projects or components came, went or got other names.
   virtual void ProjectsChanged() {}
+  /// Another project is active or another component selected.
+  virtual void ChoiceChanged() {}
   /// Controls of a command bar came, went or look otherwise.
   virtual void BarsChanged() {}
 };

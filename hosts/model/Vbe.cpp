@@ -102,13 +102,13 @@ void Vbe::BringToFront(const std::shared_ptr<CodePane>& pane) {
 void Vbe::Activate(const std::shared_ptr<VBProject>& project) {
   if (active_.lock() == project) return;
   active_ = project;
-  hook_->Tell(&Observer::ProjectsChanged);
+  hook_->Tell(&Observer::ChoiceChanged);
 }
 
 void Vbe::Select(const std::shared_ptr<VBComponent>& component) {
   if (selected_.lock() == component) return;
   selected_ = component;
-  hook_->Tell(&Observer::ProjectsChanged);
+  hook_->Tell(&Observer::ChoiceChanged);
 }
 
 void Vbe::ClosePane(const CodeModule& module) {

@@ -316,6 +316,7 @@ void Workspace::Open(const fs::path& given) {
     impl_->Projects.push_back(open);
     vbe_->Projects().All().push_back(open->Project);
   }
+  vbe_->OwnHook()->Tell(&model::Observer::ProjectsChanged);
   vbe_->Activate(loaded.front()->Project);
   for (const auto& open : loaded) vbe_->OwnEvents().ProjectAdded(open->Project);
 }

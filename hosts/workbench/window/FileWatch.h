@@ -1,6 +1,7 @@
 // Notices files that change outside.
 #pragma once
 
+#include <QDateTime>
 #include <QFileSystemWatcher>
 #include <QObject>
 #include <QTimer>
@@ -38,6 +39,7 @@ class FileWatch : public QObject {
   workspace::Workspace& workspace_;
   QFileSystemWatcher watcher_;
   QTimer timer_, watchTimer_;
+  QDateTime asked_;
   std::map<QString, QByteArray> told_;  // a digest of what stood there when it was told
 };
 

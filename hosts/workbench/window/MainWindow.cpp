@@ -70,6 +70,7 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
     UpdateCommands();
     ShowState();
   });
+  StartSingle(choiceTimer_, 0, this, [this] { ShowChoice(); });
   StartSingle(placeTimer_, PlaceDelayMs, this, [this] { ShowPlace(); });
   StartSingle(stateTimer_, StateDelayMs, this, [this] { ShowState(); });
   StartSingle(keepTimer_, KeepDelayMs, this, [this] { KeepWork(); });
@@ -262,6 +263,10 @@ void MainWindow::ProjectsChanged() {
   if (!projectsTimer_.isActive()) projectsTimer_.start();
 }
 
+void MainWindow::ChoiceChanged() {
+  if (!choiceTimer_.isActive()) choiceTimer_.start();
+}
+
 void MainWindow::BarsChanged() {
   if (!barsTimer_.isActive()) barsTimer_.start();
 }
@@ -332,6 +337,15 @@ void MainWindow::ShowProperties(const std::shared_ptr<model::VBComponent>& compo
   const auto view = designers_.find(component.get());
   properties_->ShowObjects(component, nodes,
                            view == designers_.end() ? nullptr : view->second->Editor());
+}
+
+void MainWindow::ShowChoice() {
+  projects_->ShowSelected();
+  // A designer shows the properties of its own choice.
+  const auto selected = std::dynamic_pointer_cast<model::VBComponent>(vbe_->SelectedVBComponent());
+  const DesignerView* const view = CurrentDesigner();
+  if (selected && (view == nullptr || view->Component() != selected)) ShowProperties(selected, {});
+  ShowState();
 }
 
 void MainWindow::CloseDesignersOfGoneComponents() {

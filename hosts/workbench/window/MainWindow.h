@@ -83,6 +83,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   void DesignerShown(model::VBComponent& component) override;
   void DesignerChanged(model::VBComponent& component) override;
   void ProjectsChanged() override;
+  void ChoiceChanged() override;
   void BarsChanged() override;
 
   // MainWindowMenus.cpp
@@ -128,6 +129,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   void OpenEventProcedure(const std::shared_ptr<model::VBComponent>& component, StringView control);
   void ShowPlace();
   void ShowState();
+  void ShowChoice();
   void EndToolEdits();
 
   WorkbenchPlatform& services_;
@@ -150,7 +152,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   std::map<QString, QAction*> commands_;
   QMenu* recentMenu_ = nullptr;
   QLabel *placeLabel_ = nullptr, *memberLabel_ = nullptr, *codePageLabel_ = nullptr;
-  QTimer barsTimer_, projectsTimer_, placeTimer_, stateTimer_, keepTimer_;
+  QTimer barsTimer_, projectsTimer_, choiceTimer_, placeTimer_, stateTimer_, keepTimer_;
   int toolDepth_ = 0;
   std::set<CodeEditor*> grouped_;
 };

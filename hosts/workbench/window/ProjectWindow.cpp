@@ -114,9 +114,6 @@ void ProjectWindow::AddProject(const std::shared_ptr<model::VBProject>& project)
   item->setIcon(0, Picture(ProjectPicture));
   item->setToolTip(0, ToQt(project->File));
   item->setData(0, ProjectRole, name);
-  QFont font = item->font(0);
-  font.setBold(project == vbe_->Active());
-  item->setFont(0, font);
   AddComponents(item, *project);
 }
 
@@ -142,7 +139,17 @@ void ProjectWindow::AddComponents(QTreeWidgetItem* parent, const model::VBProjec
   }
 }
 
+void ProjectWindow::MarkActive() {
+  for (int at = 0; at < tree_->topLevelItemCount(); ++at) {
+    QTreeWidgetItem* const item = tree_->topLevelItem(at);
+    QFont font = tree_->font();
+    font.setBold(ProjectOf(item) == vbe_->Active());
+    item->setFont(0, font);
+  }
+}
+
 void ProjectWindow::ShowSelected() {
+  MarkActive();
   const auto selected = std::dynamic_pointer_cast<model::VBComponent>(vbe_->SelectedVBComponent());
   if (ComponentOf(tree_->currentItem()) == selected && selected) return;
   const QScopedValueRollback guard(filling_, true);

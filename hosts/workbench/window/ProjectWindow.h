@@ -18,7 +18,7 @@ class ProjectWindow : public QWidget {
 
   /// Reads projects and components again; what was open stays open.
   void Refresh();
-  /// Marks the environment's selected component.
+  /// Marks the environment's selected component and its active project.
   void ShowSelected();
 
   std::function<void(const std::shared_ptr<model::VBComponent>&)> OnViewCode, OnViewObject,
@@ -27,6 +27,7 @@ class ProjectWindow : public QWidget {
 
  private:
   void Build();
+  void MarkActive();
   void AddProject(const std::shared_ptr<model::VBProject>& project);
   void AddComponents(QTreeWidgetItem* parent, const model::VBProject& project);
   void Selected();

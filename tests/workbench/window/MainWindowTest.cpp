@@ -320,6 +320,24 @@ TEST_F(Workbench, FindsAndReplacesInOneStep) {
   EXPECT_EQ(Text(u"M"), u"one\r\ntwo one\r\nONE");
 }
 
+TEST_F(Workbench, OpensAComponentByADoubleClickInTheProjectWindow) {
+  OpenSample();
+  auto* const tree = window_->findChild<QTreeWidget*>(QStringLiteral("projects"));
+  ASSERT_NE(tree, nullptr);
+  const auto found = tree->findItems(QStringLiteral("modMain (modMain.bas)"),
+                                     Qt::MatchExactly | Qt::MatchRecursive);
+  ASSERT_EQ(found.size(), 1);
+  tree->scrollToItem(found.front());
+  const QPoint place = tree->visualItemRect(found.front()).center();
+  QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, place);
+  QApplication::processEvents();
+  EXPECT_EQ(window_->Root()->SelectedVBComponent(), Component(u"modMain"));
+  QTest::mouseDClick(tree->viewport(), Qt::LeftButton, {}, place);
+  QApplication::processEvents();
+  ASSERT_NE(window_->Root()->ActiveCodePane(), nullptr);
+  EXPECT_EQ(window_->Root()->ActiveCodePane()->CodeModule()->Name(), u"modMain");
+}
+
 TEST_F(Workbench, BringsBackWorkAfterAKill) {
   // Another process of this program edits and is killed in the middle.
   const QString folder = QString::fromStdString(folder_.Path().string());
