@@ -8,31 +8,30 @@ namespace {
 
 constexpr ControlClass Classes[] = {
     // clang-format off
-    // name                base name   event       look            width height light  holds  caption
-    {u"VB.PictureBox",     u"Picture", u"Click",   Look::Picture,  1215, 1215,  false, true,  false},
-    {u"VB.Label",          u"Label",   u"Click",   Look::Label,    1215, 255,   true,  false, true},
-    {u"VB.TextBox",        u"Text",    u"Change",  Look::Text,     1215, 315,   false, false, false},
-    {u"VB.Frame",          u"Frame",   u"DragDrop", Look::Frame,   2415, 1215,  false, true,  true},
-    {u"VB.CommandButton",  u"Command", u"Click",   Look::Button,   1215, 375,   false, false, true},
-    {u"VB.CheckBox",       u"Check",   u"Click",   Look::Check,    1215, 255,   false, false, true},
-    {u"VB.OptionButton",   u"Option",  u"Click",   Look::Option,   1215, 255,   false, false, true},
-    {u"VB.ComboBox",       u"Combo",   u"Change",  Look::Combo,    1215, 315,   false, false, false},
-    {u"VB.ListBox",        u"List",    u"Click",   Look::List,     1215, 1035,  false, false, false},
-    {u"VB.HScrollBar",     u"HScroll", u"Change",  Look::HScroll,  1215, 255,   false, false, false},
-    {u"VB.VScrollBar",     u"VScroll", u"Change",  Look::VScroll,  255,  1215,  false, false, false},
-    {u"VB.Timer",          u"Timer",   u"Timer",   Look::Timer,    420,  420,   false, false, false},
-    {u"VB.DriveListBox",   u"Drive",   u"Change",  Look::Drive,    1215, 315,   false, false, false},
-    {u"VB.DirListBox",     u"Dir",     u"Change",  Look::Dir,      1215, 1215,  false, false, false},
-    {u"VB.FileListBox",    u"File",    u"Click",   Look::File,     1215, 1065,  false, false, false},
-    {u"VB.Shape",          u"Shape",   u"",        Look::Shape,    1215, 615,   true,  false, false},
-    {u"VB.Line",           u"Line",    u"",        Look::Line,     1215, 615,   true,  false, false},
-    {u"VB.Image",          u"Image",   u"Click",   Look::Image,    615,  615,   true,  false, false},
-    {u"VB.Data",           u"Data",    u"Validate", Look::Data,    1215, 345,   false, false, true},
-    {u"VB.OLE",            u"OLE",     u"Updated", Look::Ole,      1215, 615,   false, false, false},
+    // name                base name   look            width height light  holds  caption
+    {u"VB.PictureBox",     u"Picture", Look::Picture,  1215, 1215,  false, true,  false},
+    {u"VB.Label",          u"Label",   Look::Label,    1215, 255,   true,  false, true},
+    {u"VB.TextBox",        u"Text",    Look::Text,     1215, 315,   false, false, false},
+    {u"VB.Frame",          u"Frame",   Look::Frame,   2415, 1215,  false, true,  true},
+    {u"VB.CommandButton",  u"Command", Look::Button,   1215, 375,   false, false, true},
+    {u"VB.CheckBox",       u"Check",   Look::Check,    1215, 255,   false, false, true},
+    {u"VB.OptionButton",   u"Option",  Look::Option,   1215, 255,   false, false, true},
+    {u"VB.ComboBox",       u"Combo",   Look::Combo,    1215, 315,   false, false, false},
+    {u"VB.ListBox",        u"List",    Look::List,     1215, 1035,  false, false, false},
+    {u"VB.HScrollBar",     u"HScroll", Look::HScroll,  1215, 255,   false, false, false},
+    {u"VB.VScrollBar",     u"VScroll", Look::VScroll,  255,  1215,  false, false, false},
+    {u"VB.Timer",          u"Timer",   Look::Timer,    420,  420,   false, false, false},
+    {u"VB.DriveListBox",   u"Drive",   Look::Drive,    1215, 315,   false, false, false},
+    {u"VB.DirListBox",     u"Dir",     Look::Dir,      1215, 1215,  false, false, false},
+    {u"VB.FileListBox",    u"File",    Look::File,     1215, 1065,  false, false, false},
+    {u"VB.Shape",          u"Shape",   Look::Shape,    1215, 615,   true,  false, false},
+    {u"VB.Line",           u"Line",    Look::Line,     1215, 615,   true,  false, false},
+    {u"VB.Image",          u"Image",   Look::Image,    615,  615,   true,  false, false},
+    {u"VB.Data",           u"Data",    Look::Data,    1215, 345,   false, false, true},
+    {u"VB.OLE",            u"OLE",     Look::Ole,      1215, 615,   false, false, false},
     // clang-format on
 };
-constexpr ControlClass MenuClass{u"VB.Menu", u"Menu", u"Click", Look::Menu, 0,
-                                 0,          true,    false,    false};
+constexpr ControlClass MenuClass{u"VB.Menu", u"Menu", Look::Menu, 0, 0, true, false, false};
 
 }  // namespace
 
@@ -61,14 +60,6 @@ bool FitsOnMdiForm(StringView className) {
 
 StringView ShortName(StringView className) {
   return className.substr(className.rfind(u'.') + 1);  // npos + 1 is the whole name
-}
-
-StringView DefaultEvent(StringView className) {
-  if (const ControlClass* const known = FindControlClass(className)) return known->Event;
-  for (const StringView form : {u"Form", u"MDIForm", u"UserControl"}) {
-    if (vb::SameText(ShortName(className), form)) return u"Load";
-  }
-  return u"Click";
 }
 
 String FreeControlName(const model::DesignerTree& tree, StringView className) {

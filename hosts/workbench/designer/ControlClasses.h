@@ -38,7 +38,6 @@ enum class Look {
 struct ControlClass {
   StringView Name;      ///< "VB.CommandButton"
   StringView BaseName;  ///< what names of new ones begin with: "Command"
-  StringView Event;     ///< the event whose procedure a double click opens
   Look Style;
   int Width, Height;  ///< twips of one that is put on a form with a click
   bool Lightweight;   ///< has no window: lies below the controls that have one
@@ -62,9 +61,6 @@ struct ControlClass {
 
 /// The class's name without its library: "CommandButton".
 [[nodiscard]] StringView ShortName(StringView className);
-
-/// The event whose procedure opens for a control or a form of that class.
-[[nodiscard]] StringView DefaultEvent(StringView className);
 
 /// The first name of a class that no control of the form has: "Command1", "Command2" ...
 [[nodiscard]] String FreeControlName(const model::DesignerTree& tree, StringView className);

@@ -24,7 +24,7 @@ class DesignerView : public QScrollArea {
   ~DesignerView() override;
 
   /// Asked to open the procedure of a control, a menu, or of the form itself under the name that it
-  /// has in code ("Form", "UserControl" ...). DefaultEvent names the event.
+  /// has in code ("Form", "UserControl" ...).
   std::function<void(const std::shared_ptr<model::VBComponent>&, const String& controlName)>
       OnOpenCode;
   /// Gets the text of a failure.

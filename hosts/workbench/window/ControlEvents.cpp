@@ -29,8 +29,18 @@ constexpr std::array TextEvents{Change, Click,     DblClick,  GotFocus,  KeyDown
                                 KeyUp,  LostFocus, MouseDown, MouseMove, MouseUp, Validate};
 constexpr std::array ListEvents{Click,     DblClick,  GotFocus,  KeyDown, KeyPress, KeyUp,
                                 LostFocus, MouseDown, MouseMove, MouseUp, Scroll,   Validate};
-constexpr std::array ComboEvents{Click,    Change, DblClick,  GotFocus, KeyDown,
-                                 KeyPress, KeyUp,  LostFocus, Scroll,   Validate};
+constexpr std::array ComboEvents{Change,   Click, DblClick,  GotFocus, KeyDown,
+                                 KeyPress, KeyUp, LostFocus, Scroll,   Validate};
+constexpr std::array FolderEvents{Change, Click,     DblClick,  GotFocus,  KeyDown, KeyPress,
+                                  KeyUp,  LostFocus, MouseDown, MouseMove, MouseUp, Scroll};
+constexpr std::array DataEvents{ObjectEvent{u"Validate", u"Action As Integer, Save As Integer"},
+                                ObjectEvent{u"Reposition", u""},
+                                MouseDown,
+                                MouseMove,
+                                MouseUp,
+                                Resize};
+constexpr std::array OleEvents{
+    ObjectEvent{u"Updated", u"Code As Integer"}, Click, DblClick, GotFocus, LostFocus, Resize};
 constexpr std::array LabelEvents{Click, Change, DblClick, MouseDown, MouseMove, MouseUp};
 constexpr std::array FrameEvents{Click, DblClick, MouseDown, MouseMove, MouseUp};
 constexpr std::array PictureEvents{Click,    Change, DblClick,  GotFocus,  KeyDown,
@@ -72,7 +82,7 @@ const std::array Tables{ClassEventTable{u"VB.CommandButton", ButtonEvents},
                         ClassEventTable{u"VB.OptionButton", OptionEvents},
                         ClassEventTable{u"VB.TextBox", TextEvents},
                         ClassEventTable{u"VB.ListBox", ListEvents},
-                        ClassEventTable{u"VB.DirListBox", ListEvents},
+                        ClassEventTable{u"VB.DirListBox", FolderEvents},
                         ClassEventTable{u"VB.FileListBox", ListEvents},
                         ClassEventTable{u"VB.ComboBox", ComboEvents},
                         ClassEventTable{u"VB.DriveListBox", ComboEvents},
@@ -82,6 +92,8 @@ const std::array Tables{ClassEventTable{u"VB.CommandButton", ButtonEvents},
                         ClassEventTable{u"VB.PictureBox", PictureEvents},
                         ClassEventTable{u"VB.HScrollBar", ScrollEvents},
                         ClassEventTable{u"VB.VScrollBar", ScrollEvents},
+                        ClassEventTable{u"VB.Data", DataEvents},
+                        ClassEventTable{u"VB.OLE", OleEvents},
                         ClassEventTable{u"VB.Timer", TimerEvents},
                         ClassEventTable{u"VB.Menu", MenuEvents},
                         ClassEventTable{u"VB.Form", FormEvents},

@@ -72,6 +72,8 @@ TEST(ControlEvents, BeginWithTheOneThatADoubleClickOpens) {
   EXPECT_EQ(EventsOf(u"vb.commandbutton").front().Name, u"Click");
   EXPECT_EQ(EventsOf(u"VB.TextBox").front().Name, u"Change");
   EXPECT_EQ(EventsOf(u"VB.Form").front().Name, u"Load");
+  EXPECT_EQ(EventsOf(u"VB.ComboBox").front().Name, u"Change");
+  EXPECT_EQ(EventsOf(u"VB.UserControl").front().Name, u"Initialize");
   EXPECT_TRUE(EventsOf(u"MSComctlLib.TreeView").empty());
 }
 
