@@ -46,7 +46,7 @@ QByteArray ToEditor(const String& text) {
 /// The way back.
 String FromEditor(const QByteArray& bytes) {
   constexpr char PlaneLead = '\xF4';  // first byte of that plane's characters
-  const String text = FromQt(QString::fromUtf8(bytes));
+  String text = FromQt(QString::fromUtf8(bytes));
   if (!bytes.contains(PlaneLead)) return text;
   String back;
   for (std::size_t at = 0; at < text.size(); ++at) {
@@ -100,6 +100,10 @@ void CodeEditor::SetOptions(const EditorOptions& options) {
   setMarginsForegroundColor(colors.color(QPalette::Disabled, QPalette::Text));
   setMarginsBackgroundColor(colors.color(QPalette::Window));
   setFoldMarginColors(colors.color(QPalette::Window), colors.color(QPalette::Window));
+  for (int mark = SC_MARKNUM_FOLDEREND; mark <= SC_MARKNUM_FOLDEROPEN; ++mark) {
+    setMarkerForegroundColor(colors.color(QPalette::Window), mark);
+    setMarkerBackgroundColor(colors.color(QPalette::Disabled, QPalette::Text), mark);
+  }
   setCaretForegroundColor(lexer()->defaultColor(0));
   setSelectionBackgroundColor(colors.color(QPalette::Highlight));
   setSelectionForegroundColor(colors.color(QPalette::HighlightedText));
@@ -241,7 +245,7 @@ void CodeEditor::Select(const host::Selection& selection) {
   const QScopedValueRollback guard(selecting_, true);
   const int start = Position(selection.StartLine, selection.StartColumn);
   const int end = Position(selection.EndLine, selection.EndColumn);
-  SendScintilla(SCI_SETSEL, start, static_cast<long>(end));
+  SendScintilla(SCI_SETSEL, static_cast<unsigned long>(start), static_cast<long>(end));
 }
 
 QVariant CodeEditor::inputMethodQuery(Qt::InputMethodQuery query) const {
