@@ -100,7 +100,7 @@ void CodeEditor::SetOptions(const EditorOptions& options) {
   setMarginsForegroundColor(colors.color(QPalette::Disabled, QPalette::Text));
   setMarginsBackgroundColor(colors.color(QPalette::Window));
   setFoldMarginColors(colors.color(QPalette::Window), colors.color(QPalette::Window));
-  for (int mark = SC_MARKNUM_FOLDEREND; mark <= SC_MARKNUM_FOLDEROPEN; ++mark) {
+  for (int mark = SC_MARKNUM_FOLDEREND; mark <= int{SC_MARKNUM_FOLDEROPEN}; ++mark) {
     setMarkerForegroundColor(colors.color(QPalette::Window), mark);
     setMarkerBackgroundColor(colors.color(QPalette::Disabled, QPalette::Text), mark);
   }

@@ -2,7 +2,6 @@
 
 #include <QCryptographicHash>
 #include <QFile>
-#include <QFileInfo>
 #include <algorithm>
 
 #include "hosts/workbench/platform/Text.h"
@@ -41,9 +40,7 @@ FileWatch::FileWatch(workspace::Workspace& workspace, QObject* parent)
 }
 
 void FileWatch::Refresh() {
-  if (watchTimer_.isActive()) return;
-  asked_ = QDateTime::currentDateTime();
-  watchTimer_.start();
+  if (!watchTimer_.isActive()) watchTimer_.start();
 }
 
 void FileWatch::Watch() {
@@ -54,11 +51,11 @@ void FileWatch::Watch() {
   const QStringList before = watcher_.files();
   if (!before.isEmpty()) watcher_.removePaths(before);
   if (!wanted.isEmpty()) watcher_.addPaths(wanted);
-  // What changed before the watch began is not told by the system.
-  const bool late = std::any_of(wanted.begin(), wanted.end(), [this](const QString& file) {
-    return QFileInfo(file).lastModified() >= asked_;
-  });
-  if (late) timer_.start();
+  // What changed ahead of the watch is not told by the system.
+  const bool fresh = std::any_of(wanted.begin(), wanted.end(),
+                                 [&](const QString& file) { return !watched_.contains(file); });
+  watched_ = QSet<QString>(wanted.begin(), wanted.end());
+  if (fresh) timer_.start();
 }
 
 std::vector<ChangedOutside> FileWatch::Look() {

@@ -1,9 +1,9 @@
 // Notices files that change outside.
 #pragma once
 
-#include <QDateTime>
 #include <QFileSystemWatcher>
 #include <QObject>
+#include <QSet>
 #include <QTimer>
 #include <functional>
 #include <map>
@@ -39,7 +39,7 @@ class FileWatch : public QObject {
   workspace::Workspace& workspace_;
   QFileSystemWatcher watcher_;
   QTimer timer_, watchTimer_;
-  QDateTime asked_;
+  QSet<QString> watched_;  // also those that the system can't watch, as one not yet written
   std::map<QString, QByteArray> told_;  // a digest of what stood there when it was told
 };
 

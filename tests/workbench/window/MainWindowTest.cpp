@@ -237,6 +237,47 @@ TEST_F(Workbench, SaysWhereTheCaretIs) {
       [&] { return procedures->currentText().startsWith(ToQt(members[1].Name)); }, PatienceMs));
 }
 
+TEST_F(Workbench, KeepsCaretAndTopLineInStepWithThePane) {
+  window_->NewProject(host::vbext_pt_StandardExe);
+  String text;
+  for (int line = 0; line < 300; ++line) text += u"    x\r\n";
+  window_->Environment().AddComponent(u"", host::vbext_ct_StdModule, u"M", text);
+  CodeWindow& code = Code(u"M");
+  const auto pane = window_->Root()->ActiveCodePane();
+  pane->SetTopLine(120);
+  pane->SetSelection({125, 2, 126, 3});
+  EXPECT_EQ(code.Editor().TopLine(), 120);
+  EXPECT_EQ(code.Editor().Selected(), (host::Selection{125, 2, 126, 3}));
+  code.Editor().setCursorPosition(129, 4);
+  ASSERT_TRUE(QTest::qWaitFor(
+      [&] {
+        return pane->GetSelection() == host::Selection{130, 5, 130, 5};
+      },
+      PatienceMs));
+  EXPECT_EQ(pane->TopLine(), code.Editor().TopLine());
+}
+
+TEST_F(Workbench, GroupsTheEditsOfOneActionInEachWindow) {
+  window_->NewProject(host::vbext_pt_StandardExe);
+  for (const char16_t* const name : {u"A", u"B"}) {
+    window_->Environment().AddComponent(u"", host::vbext_ct_StdModule, name, u"one");
+    Code(name);
+  }
+  window_->RunTool([&] {
+    for (const char16_t* const name : {u"A", u"B"}) {
+      const auto module = Component(name)->CodeModule();
+      module->InsertLines(1, u"two");
+      window_->RunTool([&] { module->InsertLines(1, u"three"); });
+    }
+  });
+  EXPECT_EQ(Text(u"A"), u"three\r\ntwo\r\none");
+  Code(u"A").Editor().undo();
+  EXPECT_EQ(Text(u"A"), u"one");
+  EXPECT_EQ(Text(u"B"), u"three\r\ntwo\r\none");
+  Code(u"B").Editor().undo();
+  EXPECT_EQ(Text(u"B"), u"one");
+}
+
 TEST_F(Workbench, AsksAboutUnsavedChanges) {
   OpenSample();
   window_->Environment().SetText(u"modMain", u"' changed");
