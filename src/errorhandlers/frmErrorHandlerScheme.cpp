@@ -24,6 +24,11 @@ constexpr Placeholder Placeholders[] = {{u"PROJECTNAME", u"Project Name", u"{Pro
                                         {u"DATE", u"Date", u"{Date}"},
                                         {u"TIME", u"Time", u"{Time}"}};
 
+/// The names stand behind a fixed column.
+constexpr int NameColumn = 1;
+/// In characters; the setting is in twips.
+constexpr int FixedWidth = 1, UsualWidth = 20, TwipsOfCharacter = 120;
+
 constexpr StringView Section = u"Settings\\VBCode\\frmErrorHandlerScheme",
                      DividerKey = u"C1EAll_Grid_0_gsColWidth", DividerDefault = u"2400";
 
@@ -164,25 +169,26 @@ void frmErrorHandlerScheme::Form_Load() {
     run([&] {
       const String width = gAppSettings ? gAppSettings->GetText(Section, DividerKey, DividerDefault)
                                         : String(DividerDefault);
-      VSFErrorHandler.ColumnWidths = {vb::CLng(vb::Val(width)) / 120};
+      VSFErrorHandler.ColumnWidths = {FixedWidth, vb::CLng(vb::Val(width)) / TwipsOfCharacter};
     });
   });
 }
 
 void frmErrorHandlerScheme::LoadParametr(StringView name) {
   Routine(u"frmErrorHandlerScheme.LoadParametr", [&](const Statements& run) {
-    VSFErrorHandler.SetCols(1);
+    VSFErrorHandler.SetCols(NameColumn + 1);
+    VSFErrorHandler.SetFixedCols(NameColumn);
     VSFErrorHandler.SetRows(1);
     VSFErrorHandler.SetFixedRows(1);
-    VSFErrorHandler.SetTextMatrix(0, 0, u"Name Error");
+    VSFErrorHandler.SetTextMatrix(0, NameColumn, u"Name Error");
     const auto schemes = run([&] { return Need(table_).GetTable(); });
     if (!schemes) return;
     int selected = 1;
     for (const ErrorHandlerScheme& scheme : *schemes) {
-      const int row = VSFErrorHandler.AddItem({scheme.NameError});
+      const int row = VSFErrorHandler.AddItem({u"", scheme.NameError});
       if (!name.empty() && vb::SameText(scheme.NameError, name)) selected = row;
     }
-    VSFErrorHandler.Select(selected, 0);
+    VSFErrorHandler.Select(selected, NameColumn);
     ViewAllField();
   });
 }
@@ -190,7 +196,7 @@ void frmErrorHandlerScheme::LoadParametr(StringView name) {
 std::optional<String> frmErrorHandlerScheme::SelectedName() const {
   const int row = VSFErrorHandler.Row();
   if (row < VSFErrorHandler.FixedRows()) return std::nullopt;
-  return VSFErrorHandler.TextMatrix(row, 0);
+  return VSFErrorHandler.TextMatrix(row, NameColumn);
 }
 
 void frmErrorHandlerScheme::ViewAllField() {
@@ -247,7 +253,8 @@ void frmErrorHandlerScheme::LeaveNumber(forms::TextBox& box) {
 
 bool frmErrorHandlerScheme::CheckDuplicateName(StringView name, int exceptRow) const {
   for (int row = VSFErrorHandler.FixedRows(); row < VSFErrorHandler.Rows(); ++row) {
-    if (row != exceptRow && vb::SameText(VSFErrorHandler.TextMatrix(row, 0), name)) return true;
+    if (row != exceptRow && vb::SameText(VSFErrorHandler.TextMatrix(row, NameColumn), name))
+      return true;
   }
   return false;
 }
@@ -266,7 +273,7 @@ void frmErrorHandlerScheme::AddRecord() {
       }
       run([&] { Need(table_).InsertRecord(*name); });
       showing_ = true;
-      VSFErrorHandler.Select(VSFErrorHandler.AddItem({*name}), 0);
+      VSFErrorHandler.Select(VSFErrorHandler.AddItem({u"", *name}), NameColumn);
       showing_ = false;
       ErrorHandlerScheme empty;
       ShowScheme(empty);
@@ -288,7 +295,7 @@ void frmErrorHandlerScheme::DuplicateRecord() {
     }
     const ErrorHandlerScheme copy = SchemeOfFields(u"Copy " + *name);
     run([&] { Need(table_).InsertRecord(copy.NameError); });
-    VSFErrorHandler.Select(VSFErrorHandler.AddItem({copy.NameError}), 0);
+    VSFErrorHandler.Select(VSFErrorHandler.AddItem({u"", copy.NameError}), NameColumn);
     ShowScheme(copy);
     UpdateRecord();
   });
@@ -311,7 +318,7 @@ void frmErrorHandlerScheme::DeleteRecord() {
 
 void frmErrorHandlerScheme::AfterRename(int row, int col) {
   Routine(u"frmErrorHandlerScheme.VSFErrorHandler_AfterEdit", [&](const Statements& run) {
-    if (row < 1) return;
+    if (row < 1 || col < NameColumn) return;
     const String name = VSFErrorHandler.TextMatrix(row, col);
     if (CheckDuplicateName(name, row)) {
       mFunctions::myBreak(12, name);
@@ -327,8 +334,9 @@ void frmErrorHandlerScheme::Form_Unload() {
     UpdateRecord();
     run([&] {
       if (!gAppSettings) return;
-      const int width = VSFErrorHandler.ColumnWidths.empty() ? 20 : VSFErrorHandler.ColumnWidths[0];
-      gAppSettings->SaveSetting(Section, DividerKey, vb::Str(width * 120));
+      const auto& widths = VSFErrorHandler.ColumnWidths;
+      const int width = widths.size() > NameColumn ? widths[NameColumn] : UsualWidth;
+      gAppSettings->SaveSetting(Section, DividerKey, vb::Str(width * TwipsOfCharacter));
     });
     run([&] {
       if (gAppSettings && restore_.AppSettings()) restore_.SavePosition(*this);

@@ -309,7 +309,7 @@ TEST_F(Handlers, TheEditorWritesAFieldWhenItLosesTheFocus) {
   EXPECT_TRUE(table_.GetRecordTable(u"New").has_value());
   EXPECT_EQ(world_.Services.DesktopService.Messages.back().Text,
             u"Duplicating the names in the table. Name \"plain\"");
-  forms::user::EditCell(form->VSFErrorHandler, 3, 0, u"Newer");
+  forms::user::EditCell(form->VSFErrorHandler, 3, 1, u"Newer");
   EXPECT_TRUE(table_.GetRecordTable(u"Newer").has_value());
   world_.Services.DesktopService.Answers = {platform::MessageAnswer::Yes,
                                             platform::MessageAnswer::Yes};
