@@ -61,7 +61,7 @@ void CodeModule::InsertLines(int line, StringView text) {
   (*hook_)("CodeModule.InsertLines");
   if (line < 1) throw vb::RuntimeFailure(vb::SubscriptOutOfRange);
   const int at = std::min(line, Text().Count() + 1);
-  Index();
+  Changing();
   const int added = Text().Insert(at, text);
   index_->Edited(at, 0, added);
   Changed(at, 0, added);
@@ -73,7 +73,7 @@ void CodeModule::DeleteLines(int startLine, int count) {
     throw vb::RuntimeFailure(vb::SubscriptOutOfRange);
   }
   if (count == 0) return;
-  Index();
+  Changing();
   Text().Delete(startLine, count);
   index_->Edited(startLine, count, 0);
   Changed(startLine, count, 0);
@@ -86,7 +86,7 @@ void CodeModule::ReplaceLine(int line, StringView text) {
 }
 
 void CodeModule::Edit(int line, int count, StringView text) {
-  Index();
+  Changing();
   if (count > 0) Text().Delete(line, count);
   const int added = Text().Insert(line, text);
   index_->Edited(line, count, added);
@@ -95,11 +95,17 @@ void CodeModule::Edit(int line, int count, StringView text) {
 
 void CodeModule::Reload(LineBuffer lines) {
   const int removed = Text().Count();
-  Index();
+  Changing();
   *buffer_ = std::move(lines);
   index_->Edited(1, removed, buffer_->Count());
   Changed(1, removed, buffer_->Count());
   modified_ = false;
+}
+
+/// The index must know the lines as they were.
+void CodeModule::Changing() {
+  Index();
+  hook_->Tell(&Observer::LinesChanging, *this);
 }
 
 void CodeModule::Changed(int line, int removed, int added) {

@@ -54,6 +54,7 @@ class CodeModule : public host::CodeModule, public std::enable_shared_from_this<
 
  private:
   LineBuffer& Text();
+  void Changing();
   void Changed(int line, int removed, int added);
   [[nodiscard]] const MemberIndex::Span& SpanOf(StringView name, host::vbext_ProcKind kind);
   Hook hook_;

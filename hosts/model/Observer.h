@@ -14,6 +14,8 @@ class VBComponent;
 class Observer {
  public:
   virtual ~Observer() = default;
+  /// The lines of a module are about to change.
+  virtual void LinesChanging(CodeModule& /*module*/) {}
   /// `removed` lines from `line` went and `added` lines stand there now.
   virtual void LinesChanged(CodeModule& /*module*/, int /*line*/, int /*removed*/, int /*added*/) {}
   virtual void PaneShown(const std::shared_ptr<CodePane>& /*pane*/) {}

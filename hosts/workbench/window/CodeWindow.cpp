@@ -15,11 +15,13 @@ constexpr int ListDelayMs = 200;
 
 }  // namespace
 
-CodeWindow::CodeWindow(const std::shared_ptr<model::CodePane>& pane, const EditorOptions& options)
+CodeWindow::CodeWindow(const std::shared_ptr<model::CodePane>& pane, const EditorOptions& options,
+                       CodeEditor* editor)
     : pane_(pane),
-      editor_(new CodeEditor(pane->Module(), options, this)),
+      editor_(editor != nullptr ? editor : new CodeEditor(pane->Module(), options, this)),
       objectBox_(new ListOnDemand(this)),
       procedureBox_(new ListOnDemand(this)) {
+  if (editor != nullptr) editor->SetOptions(options);
   Build();
   editor_->Select(pane->GetSelection());
   editor_->SetTopLine(pane->TopLine());

@@ -14,7 +14,9 @@ namespace tessel::workbench {
 
 class CodeWindow : public QWidget {
  public:
-  CodeWindow(const std::shared_ptr<model::CodePane>& pane, const EditorOptions& options);
+  /// `editor` is one of the same module that was kept aside, or null; it becomes the window's.
+  CodeWindow(const std::shared_ptr<model::CodePane>& pane, const EditorOptions& options,
+             CodeEditor* editor);
   ~CodeWindow() override;
 
   [[nodiscard]] CodeEditor& Editor() const { return *editor_; }

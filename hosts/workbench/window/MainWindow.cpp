@@ -164,12 +164,20 @@ void MainWindow::BuildStatusBar() {
 
 // What the model tells
 
-void MainWindow::LinesChanged(model::CodeModule& module, int line, int removed, int added) {
+CodeEditor* MainWindow::EditorOf(const model::CodeModule& module) const {
   const auto code = codes_.find(&module);
-  if (code != codes_.end()) {
-    CodeEditor& editor = code->second->Editor();
-    if (toolDepth_ > 0 && grouped_.insert(&editor).second) editor.BeginGroup();
-    editor.LinesChanged(line, removed, added);
+  return code == codes_.end() ? shelf_.Find(module) : &code->second->Editor();
+}
+
+void MainWindow::LinesChanging(model::CodeModule& module) {
+  if (toolDepth_ == 0 || EditorOf(module) != nullptr) return;
+  shelf_.Put(module.shared_from_this(), CurrentOptions());
+}
+
+void MainWindow::LinesChanged(model::CodeModule& module, int line, int removed, int added) {
+  if (CodeEditor* const editor = EditorOf(module)) {
+    if (toolDepth_ > 0 && grouped_.insert(editor).second) editor->BeginGroup();
+    editor->LinesChanged(line, removed, added);
   }
   if (!stateTimer_.isActive()) stateTimer_.start();
   if (!keepTimer_.isActive()) keepTimer_.start();
@@ -178,7 +186,7 @@ void MainWindow::LinesChanged(model::CodeModule& module, int line, int removed, 
 void MainWindow::PaneShown(const std::shared_ptr<model::CodePane>& pane) {
   CodeWindow*& code = codes_[pane->Module().get()];
   if (code == nullptr) {
-    code = new CodeWindow(pane, CurrentOptions());
+    code = new CodeWindow(pane, CurrentOptions(), shelf_.Take(*pane->Module()));
     code->OnClosed = [this, pane] { CodeClosed(pane); };
     code->OnMoved = [this] {
       if (!placeTimer_.isActive()) placeTimer_.start();
@@ -356,6 +364,7 @@ void MainWindow::CloseDesignersOfGoneComponents() {
   for (const auto& [component, view] : std::map(designers_)) {
     if (there.count(component) == 0) view->parentWidget()->close();
   }
+  if (toolDepth_ == 0) shelf_.DropGone();  // a tool's edits are still open in them
   for (const auto& [module, code] : codes_) {
     if (const auto component = code->Component()) code->setWindowTitle(CodeTitle(*component));
   }

@@ -17,6 +17,7 @@
 #include "hosts/workbench/forms/WorkbenchPlatform.h"
 #include "hosts/workbench/window/BarView.h"
 #include "hosts/workbench/window/CodeWindow.h"
+#include "hosts/workbench/window/EditorShelf.h"
 #include "hosts/workbench/window/FileWatch.h"
 #include "hosts/workbench/window/FindBar.h"
 #include "hosts/workbench/window/ProjectWindow.h"
@@ -75,6 +76,7 @@ class MainWindow : public QMainWindow, private model::Observer {
 
  private:
   // model::Observer
+  void LinesChanging(model::CodeModule& module) override;
   void LinesChanged(model::CodeModule& module, int line, int removed, int added) override;
   void PaneShown(const std::shared_ptr<model::CodePane>& pane) override;
   void PaneClosed(const model::CodeModule& module) override;
@@ -118,6 +120,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   void ApplyOptions();
   void ShowOptions();
   [[nodiscard]] EditorOptions CurrentOptions() const;
+  [[nodiscard]] CodeEditor* EditorOf(const model::CodeModule& module) const;
   [[nodiscard]] CodeWindow* CurrentCode() const;
   [[nodiscard]] DesignerView* CurrentDesigner() const;
   [[nodiscard]] std::shared_ptr<model::VBComponent> CurrentComponent() const;
@@ -148,6 +151,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   std::unique_ptr<BarView> bars_;
   std::map<const model::CodeModule*, CodeWindow*> codes_;
   std::map<const model::VBComponent*, DesignerView*> designers_;
+  EditorShelf shelf_;
   std::vector<QDockWidget*> docks_;
   std::map<QString, QAction*> commands_;
   QMenu* recentMenu_ = nullptr;

@@ -278,6 +278,24 @@ TEST_F(Workbench, GroupsTheEditsOfOneActionInEachWindow) {
   EXPECT_EQ(Text(u"B"), u"one");
 }
 
+TEST_F(Workbench, TakesBackWhatAToolDidToAModuleWithoutAWindow) {
+  window_->NewProject(host::vbext_pt_StandardExe);
+  window_->Environment().AddComponent(u"", host::vbext_ct_StdModule, u"A", u"one\r\ntwo");
+  window_->RunTool([&] {
+    const auto module = Component(u"A")->CodeModule();
+    module->DeleteLines(1, 2);
+    module->InsertLines(1, u"three");
+    module->InsertLines(2, u"four");
+  });
+  EXPECT_EQ(Text(u"A"), u"three\r\nfour");
+  CodeWindow& code = Code(u"A");
+  EXPECT_EQ(code.Editor().text(), QStringLiteral("three\nfour"));
+  code.Editor().undo();
+  EXPECT_EQ(Text(u"A"), u"one\r\ntwo");
+  code.Editor().redo();
+  EXPECT_EQ(Text(u"A"), u"three\r\nfour");
+}
+
 TEST_F(Workbench, AsksAboutUnsavedChanges) {
   OpenSample();
   window_->Environment().SetText(u"modMain", u"' changed");
