@@ -8,6 +8,7 @@
 #include "errorhandlers/mInsertErrorHandlerCode.h"
 #include "errorhandlers/mRemoveErrorHandlerCode.h"
 #include "foundation/CErrorHandler.h"
+#include "scanning/Scope.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel::batch {
@@ -17,14 +18,8 @@ namespace insert = mInsertErrorHandlerCode;
 using ComponentPtr = std::shared_ptr<host::VBComponent>;
 
 constexpr int DefaultTabWidth = 4;
-constexpr StringView MethodScope = u"Current Method   ", ComponentScope = u"Current Component",
-                     ProjectScope = u"Current Project  ";
 
 constexpr StringView MemberEnds[] = {u"End Sub", u"End Function", u"End Property"};
-
-String Scope(StringView word, StringView name) {
-  return String(word) + u" [" + String(name) + u"]";
-}
 
 String ComponentInHand() {
   return HandlerProgress() == nullptr ? String() : HandlerProgress()->lblMessage1.Caption();
@@ -110,14 +105,14 @@ class Steps {
   }
 
   void Take() {
-    if (order_.Components.empty()) Run(Scope(ProjectScope, project_.Name()));
+    if (order_.Components.empty()) Run(scope::Text(scope::Project, project_.Name()));
     for (const String& wanted : order_.Components) {
       const ComponentPtr component = Find(project_, wanted);
       if (!component) continue;
       log_.Component = component->Name();
       if (order_.Member.empty()) {
         environment_.SetCaret(log_.Component, {1, 1, 1, 1});
-        Run(Scope(ComponentScope, log_.Component));
+        Run(scope::Text(scope::Component, log_.Component));
       } else {
         Members(*component);
       }
@@ -133,7 +128,7 @@ class Steps {
       // The line of the statement can belong to the member above as well, the next one can't.
       const int inside = module->ProcBodyLine(name, kind) + 1;
       environment_.SetCaret(log_.Component, {inside, 1, inside, 1});
-      Run(Scope(MethodScope, name));
+      Run(scope::Text(scope::Method, name));
     }
   }
 

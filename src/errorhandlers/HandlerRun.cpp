@@ -3,6 +3,7 @@
 #include "errorhandlers/mInsertErrorHandlerCode.h"
 #include "foundation/Routine.h"
 #include "platform/Platform.h"
+#include "scanning/Scope.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel {
@@ -10,26 +11,7 @@ namespace {
 
 std::shared_ptr<ProgressBarWindow> progressWindow;
 
-constexpr StringView MethodScope = u"Current Method   ", ComponentScope = u"Current Component",
-                     ProjectScope = u"Current Project  ";
-
-bool IsScope(StringView scope, StringView word) {
-  return vb::SameText(vb::Left(scope, word.size()), word);
-}
-
-StringView TargetOf(StringView scope) {
-  const std::size_t open = scope.find(u'[');
-  if (open == StringView::npos || open + 2 > scope.size()) return {};
-  return scope.substr(open + 1, scope.size() - open - 2);
-}
-
 void DoEvents() { platform::Current().Clock().DoEvents(); }
-
-void ShowLine(host::CodeModule& module, int line) {
-  const auto pane = module.CodePane();
-  Need(pane).SetTopLine(line);
-  Need(pane).SetSelection({line, 1, line, 1});
-}
 
 void OverProject(const Statements& run, const HandlerRun& steps, host::VBComponents& components) {
   ProgressBarWindow& progress = *progressWindow;
@@ -59,7 +41,7 @@ void OverComponent(const Statements& run, const HandlerRun& steps, host::VBCompo
     const auto module = run([&] { return component->CodeModule(); });
     if (module) {
       steps.Component(module);
-      run([&] { ShowLine(*module, 1); });
+      run([&] { scope::ShowLine(*module, 1); });
     }
     if (progress.ProgressBarStop()) return;
   }
@@ -81,7 +63,7 @@ void OverMember(const Statements& run, const HandlerRun& steps, host::VBComponen
   steps.Member(module, target);
   const auto kind = static_cast<host::vbext_ProcKind>(CurrentMemberKind);
   const int line = run([&] { return Need(module).ProcBodyLine(target, kind); }) + 1;
-  run([&] { ShowLine(Need(module), line); });
+  run([&] { scope::ShowLine(Need(module), line); });
 }
 
 }  // namespace
@@ -112,7 +94,7 @@ void RunHandlers(StringView routine, const HandlerRun& steps,
                  const std::shared_ptr<host::VBComponents>& components, StringView scope) {
   Routine(routine, [&](const Statements& run) {
     mInsertErrorHandlerCode::Init_mRecord_ErrorHandlerScheme();
-    const String target(TargetOf(scope));
+    const String target(scope::Target(scope));
     const auto window = std::make_shared<ProgressBarWindow>(steps.Title);
     progressWindow = window;
     run([&] { window->Show(platform::ShowStyle::Modeless); });
@@ -121,11 +103,11 @@ void RunHandlers(StringView routine, const HandlerRun& steps,
     window->SetPRBCount2(1);
     window->SetPRBsi2(0);
     run([&] {
-      if (IsScope(scope, ProjectScope)) {
+      if (scope::Is(scope, scope::Project)) {
         OverProject(run, steps, Need(components));
-      } else if (IsScope(scope, ComponentScope)) {
+      } else if (scope::Is(scope, scope::Component)) {
         OverComponent(run, steps, Need(components), target);
-      } else if (IsScope(scope, MethodScope)) {
+      } else if (scope::Is(scope, scope::Method)) {
         OverMember(run, steps, Need(components), target);
       }
     });

@@ -8,13 +8,13 @@
 #include "foundation/Routine.h"
 #include "insertion/mGlobals.h"
 #include "presentation/ViewTextRichtextbox.h"
+#include "scanning/Scope.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel {
 namespace {
 
 constexpr StringView Section = u"Settings\\VBCode\\frmInsertErrorHandlerCode";
-constexpr StringView ProjectScope = u"Current Project  ";
 
 struct Choice {
   StringView Key;
@@ -96,8 +96,8 @@ void frmInsertErrorHandlerCode::SaveForm() {
 }
 
 void frmInsertErrorHandlerCode::ShowPageOfScope() {
-  const String scope = ComInsertIN.Text();
-  const bool project = vb::SameText(vb::Left(scope, ProjectScope.size()), ProjectScope);
+  const String chosen = ComInsertIN.Text();
+  const bool project = scope::Is(chosen, scope::Project);
   C1TTab1Tab2.SetCurrTab(project ? SummaryPage : ModulePage);
 }
 

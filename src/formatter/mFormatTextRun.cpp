@@ -7,6 +7,7 @@
 #include "foundation/Routine.h"
 #include "insertion/ReplaceLines.h"
 #include "platform/Platform.h"
+#include "scanning/Scope.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel::mFormatText {
@@ -15,32 +16,7 @@ namespace {
 using ModulePtr = std::shared_ptr<host::CodeModule>;
 using ComponentsPtr = std::shared_ptr<host::VBComponents>;
 
-constexpr StringView MethodScope = u"Current Method   ", ComponentScope = u"Current Component",
-                     ProjectScope = u"Current Project  ";
-
-String ScopeText(StringView word, StringView name) {
-  return String(word) + u" [" + String(name) + u"]";
-}
-
-bool IsScope(StringView scope, StringView word) {
-  return vb::SameText(vb::Left(scope, word.size()), word);
-}
-
-/// The name in the brackets.
-StringView TargetOf(StringView scope) {
-  const std::size_t open = scope.find(u'[');
-  if (open == StringView::npos || open + 2 > scope.size()) return {};
-  return scope.substr(open + 1, scope.size() - open - 2);
-}
-
 void DoEvents() { platform::Current().Clock().DoEvents(); }
-
-/// Puts a line at the top of the module's pane, with the caret in it.
-void ShowLine(host::CodeModule& module, int line) {
-  const auto pane = module.CodePane();
-  Need(pane).SetTopLine(line);
-  Need(pane).SetSelection({line, 1, line, 1});
-}
 
 /// Formats what stands behind the declarations; true when text was written.
 bool FormatBodies(const Statements& run, const ModulePtr& module) {
@@ -79,7 +55,9 @@ void FormatComponent(const Statements& run, host::VBComponents& components, Stri
     run(DoEvents);
     const auto module = run([&] { return Need(component).CodeModule(); });
     if (module && FormatBodies(run, module)) {
-      run([&] { ShowLine(Need(module), std::max(1, Need(module).CountOfDeclarationLines())); });
+      run([&] {
+        scope::ShowLine(Need(module), std::max(1, Need(module).CountOfDeclarationLines()));
+      });
     }
     if (progress.ProgressBarStop()) return;
   }
@@ -104,7 +82,7 @@ void FormatMember(const Statements& run, const ModulePtr& module, StringView tar
     run([&] { Need(module).InsertLines(body - 1, vb::Repeat(MarkerBlankLines - 1, u'\r')); });
   }
   const int line = run([&] { return Need(module).ProcBodyLine(target, kind); }) + 1;
-  if (!formatted.empty()) run([&] { ShowLine(Need(module), line); });
+  if (!formatted.empty()) run([&] { scope::ShowLine(Need(module), line); });
 }
 
 }  // namespace
@@ -123,14 +101,14 @@ String GetProjectForFormated(const std::shared_ptr<host::VBE>& vbe) {
       const auto module = run([&] { return Need(pane).CodeModule(); });
       host::vbext_ProcKind kind{};
       ActiveMemberName = run([&] { return Need(module).ProcOfLine(SelStartLine, kind); });
-      if (!ActiveMemberName.empty()) list += ScopeText(MethodScope, ActiveMemberName) + u"|";
-      list += ScopeText(ComponentScope, run([&] { return Need(module).Name(); })) + u"|";
+      if (!ActiveMemberName.empty()) list += scope::Text(scope::Method, ActiveMemberName) + u"|";
+      list += scope::Text(scope::Component, run([&] { return Need(module).Name(); })) + u"|";
       if (!ActiveMemberName.empty()) {
         ActiveMemberKind =
             mFunctions::MemberKindAtLine(module, ActiveMemberName, SelStartLine, false);
       }
     }
-    list += ScopeText(ProjectScope, run([&] { return Need(project).Name(); }));
+    list += scope::Text(scope::Project, run([&] { return Need(project).Name(); }));
   });
   return list;
 }
@@ -152,16 +130,16 @@ void WriteModuleBodies(const ModulePtr& codeModule, StringView formatted) {
 void RunFormatText(const ComponentsPtr& components, StringView scope) {
   Routine(u"mFormatText.RunFormatText", [&](const Statements& run) {
     Init_mRecord_FormatText();
-    const String target(TargetOf(scope));
+    const String target(scope::Target(scope));
     const auto progress = std::make_shared<ProgressBarWindow>(u"Format Text");
     run([&] { progress->Show(platform::ShowStyle::Modeless); });
     run([&] { progress->SetPRBCount1(Need(components).Count()); });
     progress->SetPRBsi1(0);
     progress->C1ElaProgressBar2.SetVisible(false);
     progress->lblMessage2.SetVisible(false);
-    if (IsScope(scope, ProjectScope)) {
+    if (scope::Is(scope, scope::Project)) {
       FormatProject(run, Need(components), *progress);
-    } else if (IsScope(scope, ComponentScope)) {
+    } else if (scope::Is(scope, scope::Component)) {
       FormatComponent(run, Need(components), target, *progress);
     } else if (const auto pane = run([&] { return Need(components).VBE()->ActiveCodePane(); })) {
       FormatMember(run, run([&] { return Need(pane).CodeModule(); }), target);

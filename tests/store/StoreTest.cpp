@@ -8,6 +8,7 @@
 #include "store/Recordset.h"
 #include "store/Seeds.h"
 #include "store/Statements.h"
+#include "support/EngineWords.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessel::store {
@@ -65,40 +66,7 @@ class Database : public testing::Test {
 
 TEST_F(Database, EveryKeyOfTheEngineHasARuleInForce) {
   Recordset records;
-  for (const StringView key : {u"FUNCTION",
-                               u"SUB",
-                               u"PROPERTY",
-                               u"WITH",
-                               u"FOR",
-                               u"DO",
-                               u"IF",
-                               u"ELSE",
-                               u"ELSEIF",
-                               u"CASE",
-                               u"NEXT",
-                               u"LOOP",
-                               u"END FUNCTION",
-                               u"END SUB",
-                               u"END PROPERTY",
-                               u"END IF",
-                               u"END WITH",
-                               u"END SELECT",
-                               u"SELECT CASE",
-                               u"PRIVATE FUNCTION",
-                               u"PUBLIC FUNCTION",
-                               u"FRIEND FUNCTION",
-                               u"STATIC FUNCTION",
-                               u"PRIVATE SUB",
-                               u"PUBLIC SUB",
-                               u"FRIEND SUB",
-                               u"STATIC SUB",
-                               u"PRIVATE STATIC",
-                               u"PUBLIC STATIC",
-                               u"FRIEND STATIC",
-                               u"PRIVATE PROPERTY",
-                               u"PUBLIC PROPERTY",
-                               u"FRIEND PROPERTY",
-                               u"STATIC PROPERTY"}) {
+  for (const StringView key : test::EngineWords) {
     records.Open(u"SELECT * FROM FormatText WHERE KeyWords = \"" + String(key) + u"\"",
                  connection_);
     ASSERT_EQ(records.RecordCount(), 1U) << vb::ToUtf8(key);

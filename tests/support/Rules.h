@@ -2,46 +2,14 @@
 #pragma once
 
 #include "formatter/mFormatText.h"
+#include "support/EngineWords.h"
 
 namespace tessel::test {
 
 /// A rule for every word that the engine knows, all in force, without blank lines.
 inline std::vector<FormatRule> AllRules() {
   std::vector<FormatRule> rules;
-  for (const StringView words : {u"FUNCTION",
-                                 u"SUB",
-                                 u"PROPERTY",
-                                 u"WITH",
-                                 u"FOR",
-                                 u"DO",
-                                 u"IF",
-                                 u"ELSE",
-                                 u"ELSEIF",
-                                 u"CASE",
-                                 u"NEXT",
-                                 u"LOOP",
-                                 u"END FUNCTION",
-                                 u"END SUB",
-                                 u"END PROPERTY",
-                                 u"END IF",
-                                 u"END WITH",
-                                 u"END SELECT",
-                                 u"SELECT CASE",
-                                 u"PRIVATE FUNCTION",
-                                 u"PUBLIC FUNCTION",
-                                 u"FRIEND FUNCTION",
-                                 u"STATIC FUNCTION",
-                                 u"PRIVATE SUB",
-                                 u"PUBLIC SUB",
-                                 u"FRIEND SUB",
-                                 u"STATIC SUB",
-                                 u"PRIVATE STATIC",
-                                 u"PUBLIC STATIC",
-                                 u"FRIEND STATIC",
-                                 u"PRIVATE PROPERTY",
-                                 u"PUBLIC PROPERTY",
-                                 u"FRIEND PROPERTY",
-                                 u"STATIC PROPERTY"}) {
+  for (const StringView words : EngineWords) {
     rules.push_back({true, String(words), 0, 0});
   }
   return rules;

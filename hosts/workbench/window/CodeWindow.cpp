@@ -148,7 +148,6 @@ void CodeWindow::PickObject(int index) {
     return;
   }
   // Without a procedure of its own, an object gets that of its first event.
-  const auto component = Component();
   const CodeObject object = objects_[static_cast<std::size_t>(index)];
   OpenProcedure(object.Name, {});
 }

@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "hosts/workbench/designer/DesignerView.h"
 #include "hosts/workbench/designer/PropertiesWindow.h"
@@ -435,10 +436,9 @@ void MainWindow::ShowState() {
   setWindowTitle(project ? tr("%1 - Tessel[*]").arg(ToQt(project->PlainName())) : tr("Tessel[*]"));
   bool modified = false;
   for (const auto& one : vbe_->Projects().All()) {
-    for (const auto& component : one->Components().All()) {
-      modified |= component->Module() && component->Module()->IsModified();
-      modified |= component->OwnDesigner() && component->OwnDesigner()->Tree().IsModified();
-    }
+    const auto& all = one->Components().All();
+    modified |= std::any_of(all.begin(), all.end(),
+                            [](const auto& component) { return IsUnsaved(*component); });
   }
   setWindowModified(modified || !workspace_.ChangedFiles().empty());
   UpdateCommands();

@@ -29,13 +29,6 @@ QJsonObject ComponentJson(const model::VBComponent& component) {
           {"head", head}};
 }
 
-bool IsUnsaved(const model::VBComponent& component) {
-  if (!component.Module()) return false;
-  if (!component.Storage()) return true;  // of a project without a file
-  return component.Module()->IsModified() ||
-         (component.OwnDesigner() && component.OwnDesigner()->Tree().IsModified());
-}
-
 QJsonObject ProjectJson(model::VBProject& project) {
   QJsonArray components;
   for (const auto& component : project.Components().All()) {
@@ -96,6 +89,13 @@ void RestoreComponent(model::VBComponent& component, const RecoveredComponent& w
 }
 
 }  // namespace
+
+bool IsUnsaved(const model::VBComponent& component) {
+  if (!component.Module()) return false;
+  if (!component.Storage()) return true;  // of a project without a file
+  return component.Module()->IsModified() ||
+         (component.OwnDesigner() && component.OwnDesigner()->Tree().IsModified());
+}
 
 QJsonObject UnsavedWork(const workspace::Workspace& workspace) {
   const auto vbe = std::dynamic_pointer_cast<model::Vbe>(workspace.VBE());

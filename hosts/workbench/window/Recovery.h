@@ -6,6 +6,7 @@
 #include <QStringList>
 #include <memory>
 
+#include "hosts/model/Component.h"
 #include "hosts/workspace/Workspace.h"
 
 namespace tessel::workbench {
@@ -31,6 +32,9 @@ struct RecoveredWork {
   QString Time;
   std::vector<RecoveredProject> Projects;
 };
+
+/// Whether a component holds what its file doesn't.
+[[nodiscard]] bool IsUnsaved(const model::VBComponent& component);
 
 /// The unsaved state of an environment. Texts are kept as texts, so also what the file's code page
 /// could not hold is safe.
