@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 
-#include "addin/host/CodeModule.h"
+#include "host/CodeModule.h"
 #include "hosts/model/LineBuffer.h"
 #include "hosts/model/MemberIndex.h"
 #include "hosts/model/OperationHook.h"

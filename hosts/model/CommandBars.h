@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "addin/host/CommandBars.h"
+#include "host/CommandBars.h"
 #include "hosts/model/Events.h"
 #include "hosts/model/OperationHook.h"
 #include "platform/Platform.h"

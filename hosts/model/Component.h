@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "addin/host/Project.h"
+#include "host/Project.h"
 #include "hosts/model/CodeModule.h"
 #include "hosts/model/Designer.h"
 #include "hosts/model/OperationHook.h"

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "addin/host/Designer.h"
+#include "host/Designer.h"
 #include "hosts/model/DesignerTree.h"
 #include "hosts/model/OperationHook.h"
 

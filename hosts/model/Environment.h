@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "addin/host/VBE.h"
+#include "host/VBE.h"
 #include "platform/Platform.h"
 
 namespace tessel::model {

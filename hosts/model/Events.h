@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "addin/host/CommandBars.h"
-#include "addin/host/Events.h"
+#include "host/CommandBars.h"
+#include "host/Events.h"
 
 namespace tessel::model {
 

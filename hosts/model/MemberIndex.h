@@ -4,7 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "addin/host/Types.h"
+#include "host/Types.h"
 #include "hosts/model/LineBuffer.h"
 
 namespace tessel::model {

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "addin/host/Project.h"
+#include "host/Project.h"
 #include "hosts/model/Component.h"
 
 namespace tessel::model {

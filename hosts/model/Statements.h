@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "addin/host/Types.h"
+#include "host/Types.h"
 #include "vb/Text.h"
 
 namespace tessel::model {

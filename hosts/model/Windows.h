@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "addin/host/VBE.h"
+#include "host/VBE.h"
 #include "hosts/model/Environment.h"
 #include "hosts/model/OperationHook.h"
 

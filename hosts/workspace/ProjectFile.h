@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "addin/host/Types.h"
+#include "host/Types.h"
 
 namespace tessel::workspace {
 

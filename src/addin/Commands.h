@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "addin/host/CommandBars.h"
+#include "host/CommandBars.h"
 
 namespace tessel {
 

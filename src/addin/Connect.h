@@ -5,13 +5,13 @@
 #include <vector>
 
 #include "addin/Commands.h"
-#include "addin/IConnect.h"
 #include "addin/frmAbout.h"
-#include "addin/host/VBE.h"
 #include "errorhandlers/frmErrorHandlerScheme.h"
 #include "errorhandlers/frmInsertErrorHandlerCode.h"
 #include "errorhandlers/frmRemoveErrorHandlerCode.h"
 #include "formatter/frmFormatText.h"
+#include "host/IConnect.h"
+#include "host/VBE.h"
 
 namespace tessel {
 

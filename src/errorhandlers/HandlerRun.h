@@ -4,8 +4,8 @@
 #include <functional>
 #include <memory>
 
-#include "addin/host/VBE.h"
 #include "foundation/ProgressBarWindow.h"
+#include "host/VBE.h"
 
 namespace tessel {
 

@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "addin/host/VBE.h"
 #include "forms/RichTextBox.h"
+#include "host/VBE.h"
 
 namespace tessel {
 

@@ -5,14 +5,14 @@
 #include <memory>
 #include <optional>
 
-#include "addin/IConnect.h"
-#include "addin/host/VBE.h"
 #include "errorhandlers/CSQLErrorHandler.h"
 #include "forms/Controls.h"
 #include "forms/Form.h"
 #include "forms/Grid.h"
 #include "forms/RichTextBox.h"
 #include "foundation/CFormRestore.h"
+#include "host/IConnect.h"
+#include "host/VBE.h"
 
 namespace tessel {
 

@@ -3,12 +3,12 @@
 
 #include <memory>
 
-#include "addin/IConnect.h"
-#include "addin/host/VBE.h"
 #include "forms/Controls.h"
 #include "forms/Form.h"
 #include "forms/RichTextBox.h"
 #include "foundation/CFormRestore.h"
+#include "host/IConnect.h"
+#include "host/VBE.h"
 
 namespace tessel {
 

@@ -5,9 +5,9 @@
 #include <memory>
 #include <vector>
 
-#include "addin/host/VBE.h"
 #include "errorhandlers/CSQLErrorHandler.h"
 #include "forms/RichTextBox.h"
+#include "host/VBE.h"
 
 namespace tessel::mInsertErrorHandlerCode {
 

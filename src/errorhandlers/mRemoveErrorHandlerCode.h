@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "addin/host/VBE.h"
+#include "host/VBE.h"
 
 namespace tessel::mRemoveErrorHandlerCode {
 

@@ -3,13 +3,13 @@
 
 #include <memory>
 
-#include "addin/IConnect.h"
-#include "addin/host/VBE.h"
 #include "forms/Controls.h"
 #include "forms/Form.h"
 #include "forms/Grid.h"
 #include "forms/RichTextBox.h"
 #include "foundation/CFormRestore.h"
+#include "host/IConnect.h"
+#include "host/VBE.h"
 #include "store/Recordset.h"
 
 namespace tessel {

@@ -7,8 +7,8 @@
 #include <variant>
 #include <vector>
 
-#include "addin/host/VBE.h"
 #include "formatter/CSQLFormating.h"
+#include "host/VBE.h"
 
 namespace tessel::mFormatText {
 

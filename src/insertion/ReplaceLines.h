@@ -3,12 +3,12 @@
 
 #include <memory>
 
-#include "addin/host/CodeModule.h"
+#include "host/CodeModule.h"
 
 namespace tessel {
 
-/// Deletes `count` lines from `first` and inserts `text` at `insertAt`. When the insertion fails, the old lines are put back
-/// and the failure goes on to the caller.
+/// Deletes `count` lines from `first` and inserts `text` at `insertAt`. When the insertion fails,
+/// the old lines are put back and the failure goes on to the caller.
 void ReplaceLines(host::CodeModule& module, int first, int count, int insertAt, StringView text);
 
 }  // namespace tessel

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "addin/host/VBE.h"
+#include "host/VBE.h"
 
 namespace tessel::mGlobals {
 

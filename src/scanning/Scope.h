@@ -1,7 +1,7 @@
 // The scope of a run, as the dialogs list it: a fixed word, a blank, and a name in brackets.
 #pragma once
 
-#include "addin/host/CodeModule.h"
+#include "host/CodeModule.h"
 
 namespace tessel::scope {
 

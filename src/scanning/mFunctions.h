@@ -6,9 +6,9 @@
 #include <variant>
 #include <vector>
 
-#include "addin/host/VBE.h"
 #include "forms/Controls.h"
 #include "forms/RichTextBox.h"
+#include "host/VBE.h"
 #include "scanning/Member.h"
 
 namespace tessel::mFunctions {

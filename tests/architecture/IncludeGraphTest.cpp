@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 const std::map<std::string, int> Levels{{"vb", 0},
                                         {"platform", 1},
                                         {"store", 1},
-                                        {"addin/host", 1},
+                                        {"host", 1},
                                         {"forms", 2},
                                         {"foundation", 3},
                                         {"scanning", 4},
@@ -73,8 +73,8 @@ TEST(IncludeGraph, PointsDownOnly) {
       if (include.front() != '"') continue;
       const std::string target = include.substr(1, include.rfind('"') - 1);
       const std::string folder = FolderOf(target);
-      // The dialogs' view of Connect, and texts generated for the store.
-      if (target == "addin/IConnect.h" || folder.empty()) continue;
+      // Texts generated for the store.
+      if (target == "host/IConnect.h" || folder.empty()) continue;
       ASSERT_TRUE(Levels.count(folder)) << name << " includes " << target;
       EXPECT_TRUE(folder == own || Levels.at(folder) < Levels.at(own))
           << name << " includes " << target;

@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "addin/host/Designer.h"
+#include "host/Designer.h"
 #include "hosts/workbench/designer/ControlClasses.h"
 #include "hosts/workbench/designer/PropertyDelegate.h"
 #include "hosts/workbench/designer/Values.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "addin/host/Designer.h"
+#include "host/Designer.h"
 #include "hosts/workbench/designer/Values.h"
 #include "hosts/workbench/platform/Text.h"
 

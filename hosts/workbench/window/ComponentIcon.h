@@ -3,7 +3,7 @@
 
 #include <QIcon>
 
-#include "addin/host/Types.h"
+#include "host/Types.h"
 
 namespace tessel::workbench {
 

@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 
-#include "addin/host/Types.h"
+#include "host/Types.h"
 
 namespace tessel::host {
 

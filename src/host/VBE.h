@@ -4,11 +4,11 @@
 #include <cstdint>
 #include <memory>
 
-#include "addin/host/CodeModule.h"
-#include "addin/host/CommandBars.h"
-#include "addin/host/Designer.h"
-#include "addin/host/Events.h"
-#include "addin/host/Project.h"
+#include "host/CodeModule.h"
+#include "host/CommandBars.h"
+#include "host/Designer.h"
+#include "host/Events.h"
+#include "host/Project.h"
 
 namespace tessel::host {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <optional>
 
-#include "addin/host/Types.h"
+#include "host/Types.h"
 
 namespace tessel::host {
 

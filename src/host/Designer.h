@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "addin/host/Types.h"
+#include "host/Types.h"
 
 namespace tessel::host {
 
