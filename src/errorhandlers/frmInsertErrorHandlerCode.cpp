@@ -4,7 +4,6 @@
 #include "errorhandlers/RunContext.h"
 #include "errorhandlers/frmErrorHandlerScheme.h"
 #include "errorhandlers/mInsertErrorHandlerCode.h"
-#include "formatter/mFormatText.h"
 #include "foundation/Routine.h"
 #include "insertion/mGlobals.h"
 #include "presentation/ViewTextRichtextbox.h"
@@ -65,7 +64,8 @@ void frmInsertErrorHandlerCode::Form_Load() {
       restore_.GetPosition(*this);
     });
     LoadParametr();
-    const String scopes = mFormatText::GetProjectForFormated(VBInstance);
+    scope::ActiveMember unused;
+    const String scopes = scope::GetProjectForFormated(VBInstance, unused);
     run([&] { mFunctions::AddListInCombobox(ComInsertIN, vb::Split(scopes, u"|")); });
     C1TTab1Tab2.SetCurrTab(ModulePage);
     ShowPageOfScope();

@@ -2,9 +2,9 @@
 
 #include "errorhandlers/RunContext.h"
 #include "errorhandlers/mRemoveErrorHandlerCode.h"
-#include "formatter/mFormatText.h"
 #include "foundation/Routine.h"
 #include "insertion/mGlobals.h"
+#include "scanning/Scope.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel {
@@ -31,7 +31,8 @@ void frmRemoveErrorHandlerCode::Form_Load() {
       restore_.Init(gAppSettings, u"Windows settings");
       restore_.GetPosition(*this);
     });
-    const String scopes = mFormatText::GetProjectForFormated(VBInstance);
+    scope::ActiveMember unused;
+    const String scopes = scope::GetProjectForFormated(VBInstance, unused);
     run([&] { mFunctions::AddListInCombobox(ComRemoveFrom, vb::Split(scopes, u"|")); });
     if (ComRemoveFrom.Text().empty()) btmBegin.SetEnabled(false);
   });

@@ -8,6 +8,7 @@
 #include "insertion/mGlobals.h"
 #include "platform/Platform.h"
 #include "presentation/mCodeConverter.h"
+#include "scanning/Scope.h"
 #include "scanning/mFunctions.h"
 #include "vb/Numbers.h"
 
@@ -159,7 +160,7 @@ void frmFormatText::Form_Load() {
     });
     LoadParametr();
     ComModule.Clear();
-    const String scopes = mFormatText::GetProjectForFormated(VBInstance);
+    const String scopes = scope::GetProjectForFormated(VBInstance, mFormatText::Active);
     run([&] { mFunctions::AddListInCombobox(ComModule, vb::Split(scopes, u"|")); });
     for (const NumberSetting& number : NumberSettings) {
       (this->*number.Spin).SetValue(Bounded((this->*number.Control).Text(), this->*number.Spin));

@@ -9,6 +9,7 @@
 
 #include "formatter/CSQLFormating.h"
 #include "host/VBE.h"
+#include "scanning/Scope.h"
 
 namespace tessel::mFormatText {
 
@@ -31,10 +32,7 @@ extern thread_local std::int32_t SpacesPerLevel;  ///< 1 to 20
 
 extern thread_local bool MarkerFound;               ///< a key comment belongs to the present member
 extern thread_local std::int32_t MarkerBlankLines;  ///< its blank lines, held back
-extern std::int32_t SelStartLine;                   ///< caret when the dialog opened
-extern std::int32_t SelStartColumn;                 ///< stored, not used
-extern String ActiveMemberName;                     ///< member at the caret, empty when none
-extern std::int32_t ActiveMemberKind;               ///< its kind
+extern scope::ActiveMember Active;                  ///< caret and member when the dialog opened
 
 /// The rules in force. Written by `SetRules` only, which also builds the index that the look-ups
 /// use.
@@ -68,8 +66,6 @@ bool CheckTextLabel(String& text);
 /// The whole engine: lines separated by CR LF in, formatted text out. Linear in the text.
 [[nodiscard]] String FormatTextComponent(StringView text);
 
-/// The scopes that a run can have, separated by "|"; also notes the caret and its member.
-[[nodiscard]] String GetProjectForFormated(const std::shared_ptr<host::VBE>& vbe);
 /// The bodies of a module: everything behind its declarations.
 struct ModuleBodies {
   int FirstLine = 1;  ///< in the module
@@ -80,7 +76,7 @@ struct ModuleBodies {
     const std::shared_ptr<host::CodeModule>& codeModule);
 /// Replaces the bodies of a module by `formatted`.
 void WriteModuleBodies(const std::shared_ptr<host::CodeModule>& codeModule, StringView formatted);
-/// Formats a scope (a text of `GetProjectForFormated`) with the progress window up.
+/// Formats a scope (a text of `scope::GetProjectForFormated`) with the progress window up.
 void RunFormatText(const std::shared_ptr<host::VBComponents>& components, StringView scope);
 
 }  // namespace tessel::mFormatText

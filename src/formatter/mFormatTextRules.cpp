@@ -20,10 +20,7 @@ thread_local std::int32_t SpacesPerLevel = 4;
 
 thread_local bool MarkerFound = false;
 thread_local std::int32_t MarkerBlankLines = 0;
-std::int32_t SelStartLine = 0;
-std::int32_t SelStartColumn = 0;
-String ActiveMemberName;
-std::int32_t ActiveMemberKind = 0;
+scope::ActiveMember Active;
 
 thread_local std::vector<FormatRule> mRecord_FormatText;
 

@@ -64,7 +64,7 @@ void FormatComponent(const Statements& run, host::VBComponents& components, Stri
 }
 
 void FormatMember(const Statements& run, const ModulePtr& module, StringView target) {
-  const auto kind = static_cast<host::vbext_ProcKind>(ActiveMemberKind);
+  const auto kind = static_cast<host::vbext_ProcKind>(Active.ActiveMemberKind);
   const int body = run([&] { return Need(module).ProcBodyLine(target, kind); });
   const int count = run([&] { return Need(module).ProcCountLines(target, kind); });
   const int start = run([&] { return Need(module).ProcStartLine(target, kind); });
@@ -86,32 +86,6 @@ void FormatMember(const Statements& run, const ModulePtr& module, StringView tar
 }
 
 }  // namespace
-
-String GetProjectForFormated(const std::shared_ptr<host::VBE>& vbe) {
-  String list;
-  Routine(u"mFormatText.GetProjectForFormated", [&](const Statements& run) {
-    list.clear();
-    ActiveMemberName.clear();
-    const auto project = run([&] { return Need(vbe).ActiveVBProject(); });
-    if (!project) return;
-    if (const auto pane = run([&] { return Need(vbe).ActiveCodePane(); })) {
-      const host::Selection selection = run([&] { return Need(pane).GetSelection(); });
-      SelStartLine = selection.StartLine;
-      SelStartColumn = selection.StartColumn;
-      const auto module = run([&] { return Need(pane).CodeModule(); });
-      host::vbext_ProcKind kind{};
-      ActiveMemberName = run([&] { return Need(module).ProcOfLine(SelStartLine, kind); });
-      if (!ActiveMemberName.empty()) list += scope::Text(scope::Method, ActiveMemberName) + u"|";
-      list += scope::Text(scope::Component, run([&] { return Need(module).Name(); })) + u"|";
-      if (!ActiveMemberName.empty()) {
-        ActiveMemberKind =
-            mFunctions::MemberKindAtLine(module, ActiveMemberName, SelStartLine, false);
-      }
-    }
-    list += scope::Text(scope::Project, run([&] { return Need(project).Name(); }));
-  });
-  return list;
-}
 
 std::optional<ModuleBodies> ReadModuleBodies(const ModulePtr& codeModule) {
   const int declarations = codeModule->CountOfDeclarationLines();

@@ -1,6 +1,7 @@
 #include "scanning/Scope.h"
 
 #include "foundation/Routine.h"
+#include "scanning/mFunctions.h"
 
 namespace tessel::scope {
 
@@ -14,6 +15,33 @@ StringView Target(StringView scope) {
   const std::size_t open = scope.find(u'[');
   if (open == StringView::npos || open + 2 > scope.size()) return {};
   return scope.substr(open + 1, scope.size() - open - 2);
+}
+
+String GetProjectForFormated(const std::shared_ptr<host::VBE>& vbe, ActiveMember& active) {
+  String list;
+  Routine(u"mFormatText.GetProjectForFormated", [&](const Statements& run) {
+    list.clear();
+    active.ActiveMemberName.clear();
+    const auto project = run([&] { return Need(vbe).ActiveVBProject(); });
+    if (!project) return;
+    if (const auto pane = run([&] { return Need(vbe).ActiveCodePane(); })) {
+      const host::Selection selection = run([&] { return Need(pane).GetSelection(); });
+      active.SelStartLine = selection.StartLine;
+      active.SelStartColumn = selection.StartColumn;
+      const auto module = run([&] { return Need(pane).CodeModule(); });
+      host::vbext_ProcKind kind{};
+      String& name = active.ActiveMemberName;
+      name = run([&] { return Need(module).ProcOfLine(active.SelStartLine, kind); });
+      if (!name.empty()) list += Text(Method, name) + u"|";
+      list += Text(Component, run([&] { return Need(module).Name(); })) + u"|";
+      if (!name.empty()) {
+        active.ActiveMemberKind =
+            mFunctions::MemberKindAtLine(module, name, active.SelStartLine, false);
+      }
+    }
+    list += Text(Project, run([&] { return Need(project).Name(); }));
+  });
+  return list;
 }
 
 void ShowLine(host::CodeModule& module, int line) {

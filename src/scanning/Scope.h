@@ -1,7 +1,7 @@
 // The scope of a run, as the dialogs list it: a fixed word, a blank, and a name in brackets.
 #pragma once
 
-#include "host/CodeModule.h"
+#include "host/VBE.h"
 
 namespace tessel::scope {
 
@@ -14,6 +14,19 @@ inline constexpr StringView Method = u"Current Method   ", Component = u"Current
 [[nodiscard]] bool Is(StringView scope, StringView word);
 /// The name in the brackets; empty without one.
 [[nodiscard]] StringView Target(StringView scope);
+
+/// The caret of the active pane, and the member that it stands in.
+struct ActiveMember {
+  std::int32_t SelStartLine = 0;
+  std::int32_t SelStartColumn = 0;    ///< stored, not used
+  String ActiveMemberName;            ///< empty when the caret is in none
+  std::int32_t ActiveMemberKind = 0;  ///< its kind
+};
+
+/// The scopes that a run can have, separated by "|"; empty without a project. Notes the caret and
+/// its member; without a pane only the member's name is cleared.
+[[nodiscard]] String GetProjectForFormated(const std::shared_ptr<host::VBE>& vbe,
+                                           ActiveMember& active);
 
 /// Puts a line at the top of the module's pane, with the caret in it.
 void ShowLine(host::CodeModule& module, int line);

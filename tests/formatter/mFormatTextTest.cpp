@@ -291,21 +291,6 @@ class Run : public Formatter {
   test::SharedDatabase database_;
 };
 
-TEST_F(Run, WithoutAPaneTheListHoldsTheProjectAlone) {
-  EXPECT_EQ(GetProjectForFormated(world_.Environment.VBE()), u"Current Project   [Project1]");
-}
-
-TEST_F(Run, WithTheCaretInTheDeclarationsTheListStartsWithTheComponent) {
-  world_.Module(u"M", u"Option Explicit\r\nSub A()\r\nEnd Sub");
-  world_.Caret(u"M", 1);
-  EXPECT_EQ(GetProjectForFormated(world_.Environment.VBE()),
-            u"Current Component [M]|Current Project   [Project1]");
-  EXPECT_EQ(ActiveMemberName, u"");
-  world_.Caret(u"M", 2);
-  EXPECT_EQ(GetProjectForFormated(world_.Environment.VBE()),
-            u"Current Method    [A]|Current Component [M]|Current Project   [Project1]");
-}
-
 TEST_F(Run, AModuleWithOnlyDeclarationsIsNotRead) {
   EXPECT_FALSE(ReadModuleBodies(world_.Module(u"M", u"Option Explicit\r\nDim x")).has_value());
   EXPECT_FALSE(ReadModuleBodies(world_.Module(u"N", u"")).has_value());
@@ -321,7 +306,7 @@ TEST_F(Run, FormatsOneMemberAndNothingAboveIt) {
   world_.Module(u"M", u"Sub A()\r\nx\r\nEnd Sub\r\n' about B\r\nSub B()\r\ny\r\nEnd Sub");
   world_.Caret(u"M", 6);
   const auto vbe = world_.Environment.VBE();
-  const String scopes = GetProjectForFormated(vbe);
+  const String scopes = scope::GetProjectForFormated(vbe, Active);
   RunFormatText(vbe->ActiveVBProject()->VBComponents(), scopes.substr(0, scopes.find(u'|')));
   EXPECT_EQ(world_.Text(u"M"),
             u"Sub A()\r\nx\r\nEnd Sub\r\n' about B\r\nSub B()\r\n    y\r\nEnd Sub\r\n");
@@ -333,7 +318,7 @@ TEST_F(Run, GivesTheKeyCommentOfOneMemberItsBlankLines) {
   world_.Module(u"M", u"Dim z\r\n'errMarker: S\r\nSub A()\r\nx\r\nEnd Sub");
   world_.Caret(u"M", 4);
   const auto vbe = world_.Environment.VBE();
-  static_cast<void>(GetProjectForFormated(vbe));
+  static_cast<void>(scope::GetProjectForFormated(vbe, Active));
   RunFormatText(vbe->ActiveVBProject()->VBComponents(), u"Current Method    [A]");
   EXPECT_EQ(world_.Text(u"M"),
             u"Dim z\r\n\r\n\r\n'errMarker: S\r\nSub A()\r\n    x\r\nEnd Sub\r\n");
@@ -343,7 +328,7 @@ TEST_F(Run, NoBlankLinesForAKeyCommentIsAFailureBehindTheWrittenText) {
   world_.Module(u"M", u"'errMarker: S\r\nSub A()\r\nx\r\nEnd Sub");
   world_.Caret(u"M", 3);
   const auto vbe = world_.Environment.VBE();
-  static_cast<void>(GetProjectForFormated(vbe));
+  static_cast<void>(scope::GetProjectForFormated(vbe, Active));
   gErrorHandler = std::make_shared<CErrorHandler>();
   gErrorHandler->SetErrorHandlerActions(ActionMessageBox);
   RunFormatText(vbe->ActiveVBProject()->VBComponents(), u"Current Method    [A]");
