@@ -252,7 +252,7 @@ void DesignerCanvas::keyPressEvent(QKeyEvent* event) {
   if (gesture_) return;
   const auto modifiers = event->modifiers();
   const auto plain = modifiers & ~Qt::KeypadModifier;
-  if ((plain == Qt::NoModifier || plain == Qt::ShiftModifier) &&
+  if ((plain == Qt::NoModifier || plain == Qt::ControlModifier || plain == Qt::ShiftModifier) &&
       MoveByKey(event->key(), plain == Qt::ShiftModifier)) {
     return;
   }

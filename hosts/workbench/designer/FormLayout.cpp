@@ -24,8 +24,8 @@ constexpr int UserMode = 0, TwipMode = 1;
 
 double Near(double twips) { return std::clamp(twips, -FarthestTwip, FarthestTwip); }
 
-double SizeOf(const model::DesignerNode& node, StringView property, double unit, double fallback) {
-  return std::clamp(NumberOf(node, property, fallback / unit) * unit, 0.0, LargestForm);
+double SizeOf(const model::DesignerNode& node, StringView property, double fallback) {
+  return std::clamp(NumberOf(node, property, fallback), 0.0, LargestForm);
 }
 
 /// Units of a container's own: its inner size over the size that it claims.
@@ -83,8 +83,8 @@ bool PlacedControl::Contains(QPointF point) const {
 }
 
 FormLayout::FormLayout(model::DesignerNode& root) : root_(&root) {
-  client_ = {SizeOf(root, u"ClientWidth", 1, DefaultWidth),
-             SizeOf(root, u"ClientHeight", 1, DefaultHeight)};
+  client_ = {SizeOf(root, u"ClientWidth", DefaultWidth),
+             SizeOf(root, u"ClientHeight", DefaultHeight)};
   PlaceInside(root, -1);
   std::vector<std::vector<int>> inner(controls_.size() + 1);
   for (int at = 0; at < static_cast<int>(controls_.size()); ++at) {
@@ -127,20 +127,14 @@ ContainerScale FormLayout::ScaleOf(const PlacedControl* container) const {
   return ReadScale(*container->Node, container->Bounds.size() - QSizeF(border, border));
 }
 
-QSizeF FormLayout::SizeOfControl(const PlacedControl& control, const ContainerScale& scale) {
+QSizeF FormLayout::SizeOfControl(const PlacedControl& control) {
   if (!control.Sizable) return {IconSize, IconSize};
   const bool own = control.Class != nullptr;
-  return {
-      SizeOf(*control.Node, u"Width", std::abs(scale.UnitX), own ? control.Class->Width : IconSize),
-      SizeOf(*control.Node, u"Height", std::abs(scale.UnitY),
-             own ? control.Class->Height : IconSize)};
+  return {SizeOf(*control.Node, u"Width", own ? control.Class->Width : IconSize),
+          SizeOf(*control.Node, u"Height", own ? control.Class->Height : IconSize)};
 }
 
-void FormLayout::Place(model::DesignerNode& node, const Frame& frame) {
-  PlacedControl control;
-  control.Node = &node;
-  control.Class = FindControlClass(node.Class);
-  control.Container = frame.Index;
+QLineF FormLayout::EndsOfLine(const model::DesignerNode& node, const Frame& frame) {
   const ContainerScale& scale = frame.Scale;
   const auto x = [&](StringView property) {
     const double units = NumberOf(node, property, scale.Left) - scale.Left;
@@ -150,13 +144,23 @@ void FormLayout::Place(model::DesignerNode& node, const Frame& frame) {
     const double units = NumberOf(node, property, scale.Top) - scale.Top;
     return Near(frame.Origin.y() + units * scale.UnitY);
   };
+  return {x(u"X1"), y(u"Y1"), x(u"X2"), y(u"Y2")};
+}
+
+void FormLayout::Place(model::DesignerNode& node, const Frame& frame) {
+  PlacedControl control;
+  control.Node = &node;
+  control.Class = FindControlClass(node.Class);
+  control.Container = frame.Index;
   if (control.IsLine()) {
-    control.Line = {x(u"X1"), y(u"Y1"), x(u"X2"), y(u"Y2")};
+    control.Line = EndsOfLine(node, frame);
     control.Bounds = QRectF(control.Line.p1(), control.Line.p2()).normalized();
     control.Shown = control.Bounds;
   } else {
     control.Sizable = HasSize(control);
-    control.Bounds = {QPointF(x(u"Left"), y(u"Top")), SizeOfControl(control, scale)};
+    control.Bounds = {QPointF(Near(frame.Origin.x() + NumberOf(node, u"Left", 0)),
+                              Near(frame.Origin.y() + NumberOf(node, u"Top", 0))),
+                      SizeOfControl(control)};
     control.Shown = control.Bounds.intersected(frame.Around);
   }
   const int index = static_cast<int>(controls_.size());

@@ -12,7 +12,8 @@
 
 namespace tessel::workbench {
 
-/// What a container's coordinates mean: twips of one unit, and the coordinate of its corner.
+/// What the ends of lines in a container are counted in: twips of one unit, and the coordinate of
+/// the container's corner. All other places and sizes are twips, whatever the scale.
 struct ContainerScale {
   double UnitX = 1, UnitY = 1;
   double Left = 0, Top = 0;
@@ -68,8 +69,8 @@ class FormLayout {
     QRectF Around;
   };
   void Place(model::DesignerNode& node, const Frame& frame);
-  [[nodiscard]] static QSizeF SizeOfControl(const PlacedControl& control,
-                                            const ContainerScale& scale);
+  [[nodiscard]] static QSizeF SizeOfControl(const PlacedControl& control);
+  [[nodiscard]] static QLineF EndsOfLine(const model::DesignerNode& node, const Frame& frame);
   void OrderInside(int container, const std::vector<std::vector<int>>& inner);
 
   model::DesignerNode* root_ = nullptr;

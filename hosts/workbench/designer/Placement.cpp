@@ -10,29 +10,18 @@
 namespace tessel::workbench {
 namespace {
 
-/// Units that aren't twips keep three digits behind the point.
-String UnitText(double units) {
-  const double rounded = std::round(units * 1000) / 1000;
-  if (rounded == std::round(rounded)) return vb::Str(static_cast<long long>(rounded));
-  return vb::NumberText(rounded);
-}
-
-/// Twips of the body as the numbers of a container.
-struct Units {
+/// Points of the body as the ends of lines in a container.
+struct LineUnits {
   ContainerScale Scale;
   QPointF Origin;
 
-  Units(const FormLayout& layout, const PlacedControl* container)
+  LineUnits(const FormLayout& layout, const PlacedControl* container)
       : Scale(layout.ScaleOf(container)), Origin(layout.OriginOf(container)) {}
   [[nodiscard]] String X(double twips) const {
-    return UnitText(Scale.Left + (twips - Origin.x()) / Scale.UnitX);
+    return TwipsText(Scale.Left + (twips - Origin.x()) / Scale.UnitX);
   }
   [[nodiscard]] String Y(double twips) const {
-    return UnitText(Scale.Top + (twips - Origin.y()) / Scale.UnitY);
-  }
-  [[nodiscard]] String Width(double twips) const { return UnitText(twips / std::abs(Scale.UnitX)); }
-  [[nodiscard]] String Height(double twips) const {
-    return UnitText(twips / std::abs(Scale.UnitY));
+    return TwipsText(Scale.Top + (twips - Origin.y()) / Scale.UnitY);
   }
 };
 
@@ -52,10 +41,16 @@ String NextTabIndex(const model::DesignerTree& tree) {
   for (const model::DesignerNode* node : tree.Controls()) {
     next = std::max(next, NumberOf(*node, u"TabIndex", -1) + 1);
   }
-  return UnitText(next);
+  return TwipsText(next);
 }
 
 }  // namespace
+
+String TwipsText(double units) {
+  const double rounded = std::round(units * 1000) / 1000;
+  if (rounded == std::round(rounded)) return vb::Str(static_cast<long long>(rounded));
+  return vb::NumberText(rounded);
+}
 
 double SnapToGrid(double twips) { return std::round(twips / GridTwips) * GridTwips; }
 
@@ -63,19 +58,19 @@ QPointF SnapToGrid(QPointF twips) { return {SnapToGrid(twips.x()), SnapToGrid(tw
 
 PropertyEdits BoundsEdits(const FormLayout& layout, const PlacedControl& control,
                           const QRectF& bounds) {
-  const Units units(layout, layout.ContainerOf(control));
+  const QPointF origin = layout.OriginOf(layout.ContainerOf(control));
   PropertyEdits edits{control.Node, {}};
   const QRectF& before = control.Bounds;
-  AddChanged(edits, before.left(), bounds.left(), u"Left", units.X(bounds.left()));
-  AddChanged(edits, before.top(), bounds.top(), u"Top", units.Y(bounds.top()));
-  AddChanged(edits, before.width(), bounds.width(), u"Width", units.Width(bounds.width()));
-  AddChanged(edits, before.height(), bounds.height(), u"Height", units.Height(bounds.height()));
+  AddChanged(edits, before.left(), bounds.left(), u"Left", TwipsText(bounds.left() - origin.x()));
+  AddChanged(edits, before.top(), bounds.top(), u"Top", TwipsText(bounds.top() - origin.y()));
+  AddChanged(edits, before.width(), bounds.width(), u"Width", TwipsText(bounds.width()));
+  AddChanged(edits, before.height(), bounds.height(), u"Height", TwipsText(bounds.height()));
   return edits;
 }
 
 PropertyEdits LineEdits(const FormLayout& layout, const PlacedControl& control,
                         const QLineF& line) {
-  const Units units(layout, layout.ContainerOf(control));
+  const LineUnits units(layout, layout.ContainerOf(control));
   PropertyEdits edits{control.Node, {}};
   AddChanged(edits, control.Line.x1(), line.x1(), u"X1", units.X(line.x1()));
   AddChanged(edits, control.Line.y1(), line.y1(), u"Y1", units.Y(line.y1()));
@@ -87,17 +82,17 @@ PropertyEdits LineEdits(const FormLayout& layout, const PlacedControl& control,
 PropertyEdits FormSizeEdits(model::DesignerNode& root, const FormLayout& layout, QSizeF client) {
   PropertyEdits edits{&root, {}};
   const QSizeF before = layout.ClientSize();
-  AddChanged(edits, before.width(), client.width(), u"ClientWidth", UnitText(client.width()));
-  AddChanged(edits, before.height(), client.height(), u"ClientHeight", UnitText(client.height()));
+  AddChanged(edits, before.width(), client.width(), u"ClientWidth", TwipsText(client.width()));
+  AddChanged(edits, before.height(), client.height(), u"ClientHeight", TwipsText(client.height()));
   if (NumberOf(root, u"ScaleMode", 1) == 0) return edits;  // units of its own stretch with it
   const ContainerScale scale = layout.ScaleOf(nullptr);
   if (root.RawValue(u"ScaleWidth")) {
     AddChanged(edits, before.width(), client.width(), u"ScaleWidth",
-               UnitText(client.width() / scale.UnitX));
+               TwipsText(client.width() / scale.UnitX));
   }
   if (root.RawValue(u"ScaleHeight")) {
     AddChanged(edits, before.height(), client.height(), u"ScaleHeight",
-               UnitText(client.height() / scale.UnitY));
+               TwipsText(client.height() / scale.UnitY));
   }
   return edits;
 }
@@ -107,25 +102,25 @@ std::vector<NamedValue> NewControlValues(const model::DesignerTree& tree, const 
                                          StringView name, QPointF from, QPointF to) {
   const ControlClass* const known = FindControlClass(className);
   const Look look = known == nullptr ? Look::Box : known->Style;
-  const Units units(layout, container);
   if (look == Look::Line) {
+    const LineUnits units(layout, container);
     return {{u"X1", units.X(from.x())},
             {u"X2", units.X(to.x())},
             {u"Y1", units.Y(from.y())},
             {u"Y2", units.Y(to.y())}};
   }
-  const QRectF bounds = QRectF(from, to).normalized();
+  const QRectF bounds = QRectF(from, to).normalized().translated(-layout.OriginOf(container));
   std::vector<NamedValue> values;
   const bool onParent = container == nullptr && vb::SameText(tree.Root()->Class, u"VB.MDIForm");
   if (onParent && (look == Look::Picture || look == Look::Data))
     values.emplace_back(u"Align", u"1");
   if (known != nullptr && known->Caption) values.emplace_back(u"Caption", name);
-  if (look != Look::Timer) values.emplace_back(u"Height", units.Height(bounds.height()));
-  values.emplace_back(u"Left", units.X(bounds.left()));
+  if (look != Look::Timer) values.emplace_back(u"Height", TwipsText(bounds.height()));
+  values.emplace_back(u"Left", TwipsText(bounds.left()));
   if (TakesFocus(look)) values.emplace_back(u"TabIndex", NextTabIndex(tree));
   if (look == Look::Text || look == Look::Combo) values.emplace_back(u"Text", name);
-  values.emplace_back(u"Top", units.Y(bounds.top()));
-  if (look != Look::Timer) values.emplace_back(u"Width", units.Width(bounds.width()));
+  values.emplace_back(u"Top", TwipsText(bounds.top()));
+  if (look != Look::Timer) values.emplace_back(u"Width", TwipsText(bounds.width()));
   return values;
 }
 

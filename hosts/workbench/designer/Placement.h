@@ -6,6 +6,10 @@
 
 namespace tessel::workbench {
 
+/// A number of twips, or of units of a scale, as files have it: no more than three digits behind
+/// the point.
+[[nodiscard]] String TwipsText(double units);
+
 /// The nearest dot of the grid, twips.
 [[nodiscard]] double SnapToGrid(double twips);
 [[nodiscard]] QPointF SnapToGrid(QPointF twips);

@@ -10,6 +10,7 @@
 #include "hosts/workbench/designer/ControlClasses.h"
 #include "hosts/workbench/designer/PropertyDelegate.h"
 #include "hosts/workbench/designer/Values.h"
+#include "hosts/workbench/designer/WindowPlace.h"
 #include "hosts/workbench/platform/Text.h"
 #include "vb/Failure.h"
 
@@ -267,7 +268,10 @@ void PropertiesWindow::Apply(const PropertyRow& row, const String& shown) {
     std::vector<PropertyEdits> edits;
     for (model::DesignerNode* node : nodes) {
       const String before = node->RawValue(row.Name).value_or(String());
-      edits.push_back({node, {{row.Name, RawFromShown(row.Kind, row.List, shown, before)}}});
+      const String raw = RawFromShown(row.Kind, row.List, shown, before);
+      edits.push_back(IsWindowPlace(*node, row.Name)
+                          ? WindowPlaceEdits(*node, row.Name, PlainNumber(raw))
+                          : PropertyEdits{node, {{row.Name, raw}}});
     }
     (void)editor_->SetValues(edits, QStringLiteral("Change %1").arg(ToQt(row.Name)));
   });

@@ -4,7 +4,9 @@
 #include <unordered_set>
 
 #include "host/Designer.h"
+#include "hosts/workbench/designer/Placement.h"
 #include "hosts/workbench/designer/Values.h"
+#include "hosts/workbench/designer/WindowPlace.h"
 #include "hosts/workbench/platform/Text.h"
 
 namespace tessel::workbench {
@@ -29,6 +31,18 @@ PropertyRow FileRow(const model::DesignerNode& node, StringView property) {
   row.List = ChoicesOf(node.Class, property);
   row.Shown = ShownValue(row.Kind, row.List, row.Raw);
   row.InFile = true;
+  return row;
+}
+
+/// The window's place in the stead of the body's, which the file keeps.
+PropertyRow WindowPlaceRow(const model::DesignerNode& root, StringView property) {
+  PropertyRow row;
+  row.Name = property;
+  row.Kind = ValueKind::Number;
+  if (const auto twips = WindowPlace(root, property)) {
+    row.Raw = row.Shown = TwipsText(*twips);
+    row.InFile = true;
+  }
   return row;
 }
 
@@ -63,6 +77,12 @@ void SortByName(std::vector<PropertyRow>& rows) {
   });
 }
 
+/// "Left" for the "ClientLeft" of an outermost block; any other name as it is.
+StringView PlaceName(const model::DesignerNode& node, StringView property) {
+  const StringView window = WindowProperty(property);
+  return node.Parent == nullptr && IsWindowPlace(node, window) ? window : property;
+}
+
 /// Rows of the lines that a block has, each name once.
 std::vector<PropertyRow> RowsInFile(const model::DesignerNode& node,
                                     std::unordered_set<String>& seen) {
@@ -72,7 +92,9 @@ std::vector<PropertyRow> RowsInFile(const model::DesignerNode& node,
     if (item.Child) continue;
     PropertyRow row;
     if (!item.PropertyName.empty()) {
-      row = FileRow(node, item.PropertyName);
+      row = IsWindowPlace(node, PlaceName(node, item.PropertyName))
+                ? WindowPlaceRow(node, PlaceName(node, item.PropertyName))
+                : FileRow(node, item.PropertyName);
     } else {
       const QString line = ToQt(item.Line).trimmed();
       if (depth == 0) row = ObjectRow(node, item.Line);
@@ -107,7 +129,8 @@ std::vector<PropertyRow> RowsOf(const model::DesignerNode& node) {
   std::vector<PropertyRow> rows = RowsInFile(node, seen);
   rows.push_back(NameRow(node.Name));
   for (const StringView property : CommonProperties(node.Class)) {
-    if (seen.insert(vb::LCase(property)).second) rows.push_back(MissingRow(node, property));
+    const StringView name = PlaceName(node, property);
+    if (seen.insert(vb::LCase(name)).second) rows.push_back(MissingRow(node, name));
   }
   SortByName(rows);
   return rows;

@@ -254,13 +254,45 @@ TEST_F(DesignerTest, DrawsIntoTheContainerUnderTheMouse) {
   EXPECT_EQ(Raw(u"Option1", u"Caption"), u"\"Option1\"");
 }
 
-TEST_F(DesignerTest, DrawsInTheUnitsOfTheForm) {
-  UseForm(
-      u"Begin VB.Form Form1 \r\n   ClientHeight = 3000\r\n   ClientWidth = 4500\r\n"
-      u"   ScaleMode = 3  'Pixel\r\nEnd\r\n");
+constexpr StringView PixelForm =
+    u"Begin VB.Form Form1 \r\n   ClientHeight = 3000\r\n   ClientWidth = 4500\r\n"
+    u"   ScaleHeight = 200\r\n   ScaleMode = 3  'Pixel\r\n   ScaleWidth = 300\r\n"
+    u"   Begin VB.CommandButton cmdGo \r\n      Height = 375\r\n      Left = 120\r\n"
+    u"      Top = 120\r\n      Width = 1215\r\n   End\r\n"
+    u"   Begin VB.Line linRule \r\n      X1 = 8\r\n      X2 = 108\r\n      Y1 = 80\r\n"
+    u"      Y2 = 80\r\n   End\r\nEnd\r\n";
+
+TEST_F(DesignerTest, DrawsInTwipsOnAFormThatCountsPixels) {
+  UseForm(PixelForm);
   View->SetTool(u"VB.ListBox");
-  Drag(At(240, 240), At(1440, 1440));
-  EXPECT_EQ(Place(u"List1"), u"16 16 80 80");
+  Drag(At(240, 600), At(1440, 1800));
+  EXPECT_EQ(Place(u"List1"), u"240 600 1200 1200");
+  View->SetTool(u"VB.Line");
+  Drag(At(1800, 2400), At(3000, 2400));
+  EXPECT_EQ(Raw(u"Line1", u"X1") + u" " + Raw(u"Line1", u"Y1"), u"120 160");
+  EXPECT_EQ(Raw(u"Line1", u"X2") + u" " + Raw(u"Line1", u"Y2"), u"200 160");
+}
+
+TEST_F(DesignerTest, MovesByTwipsOnAFormThatCountsPixels) {
+  UseForm(PixelForm);
+  View->Select({Node(u"cmdGo")});
+  Key(Qt::Key_Right);
+  EXPECT_EQ(Place(u"cmdGo"), u"240 120 1215 375");
+  Key(Qt::Key_Down, Qt::ShiftModifier);
+  EXPECT_EQ(Place(u"cmdGo"), u"240 120 1215 495");
+  View->Select({Node(u"linRule")});
+  Key(Qt::Key_Right);
+  EXPECT_EQ(Raw(u"linRule", u"X1") + u" " + Raw(u"linRule", u"X2"), u"16 116");
+  View->Select({Tree().Root()});
+  Key(Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_EQ(Raw(u"Form1", u"ClientWidth") + u" " + Raw(u"Form1", u"ScaleWidth"), u"4620 308");
+}
+
+TEST_F(DesignerTest, MovesWithTheControlKeyHeldToo) {
+  View->Select({Node(u"cmdGo")});
+  Key(Qt::Key_Down, Qt::ControlModifier);
+  Key(Qt::Key_Right, Qt::ControlModifier);
+  EXPECT_EQ(Place(u"cmdGo"), u"240 240 1215 375");
 }
 
 TEST_F(DesignerTest, GivesAClickedControlItsClassesSize) {

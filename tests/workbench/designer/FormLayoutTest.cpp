@@ -62,16 +62,27 @@ TEST(FormLayout, CutsControlsOffAtTheirContainer) {
   EXPECT_EQ(form.Layout.At({700, 700}), nullptr);
 }
 
-TEST(FormLayout, ReadsPixelsWhereTheContainerCountsThem) {
-  const Form form(u"ScaleMode = 3  'Pixel\r\n" +
-                  Control(u"VB.TextBox Text1", Bounds(10, 20, 100, 21)));
-  EXPECT_EQ(form[0].Bounds, QRectF(150, 300, 1500, 315));
+TEST(FormLayout, CountsTwipsWhateverTheScaleIs) {
+  for (const StringView scale :
+       {u"ScaleMode = 3  'Pixel\r\n", u"ScaleMode = 5  'Inch\r\n", u"ScaleMode = 7\r\n",
+        u"ScaleMode = 0\r\nScaleWidth = 450\r\nScaleHeight = -300\r\nScaleTop = 300\r\n"}) {
+    const Form form(String(scale) + Control(u"VB.TextBox Text1", Bounds(150, 300, 1500, 315)) +
+                    Control(u"VB.PictureBox Picture1",
+                            Bounds(1000, 500, 2000, 1000) + String(scale) +
+                                Control(u"VB.CommandButton Command1", Bounds(60, 90, 900, 375))));
+    EXPECT_EQ(form[0].Bounds, QRectF(150, 300, 1500, 315));
+    EXPECT_EQ(form[1].Bounds, QRectF(1000, 500, 2000, 1000));
+    EXPECT_EQ(form[2].Bounds, QRectF(1090, 620, 900, 375));
+  }
 }
 
-TEST(FormLayout, ReadsUnitsOfTheFormsOwn) {
-  const Form form(u"ScaleMode = 0\r\nScaleWidth = 450\r\nScaleHeight = -300\r\nScaleTop = 300\r\n" +
-                  Control(u"VB.TextBox Text1", Bounds(10, 200, 20, 30)));
-  EXPECT_EQ(form[0].Bounds, QRectF(100, 1000, 200, 300));
+TEST(FormLayout, ReadsTheEndsOfLinesInTheScaleOfTheirContainer) {
+  const String ends = u"X1 = 10\r\nY1 = 20\r\nX2 = 110\r\nY2 = 20\r\n";
+  const Form pixels(u"ScaleMode = 3  'Pixel\r\n" + Control(u"VB.Line Line1", ends));
+  EXPECT_EQ(pixels[0].Line, QLineF(150, 300, 1650, 300));
+  const Form own(u"ScaleMode = 0\r\nScaleWidth = 450\r\nScaleHeight = -300\r\nScaleTop = 300\r\n" +
+                 Control(u"VB.Line Line1", ends));
+  EXPECT_EQ(own[0].Line, QLineF(100, 2800, 1100, 2800));
 }
 
 TEST(FormLayout, GivesALineItsTwoEnds) {

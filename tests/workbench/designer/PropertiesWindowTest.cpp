@@ -98,6 +98,44 @@ TEST_F(PropertiesTest, MovesTheDrawnControl) {
   EXPECT_EQ(View->Layout().Find(Node(u"cmdGo"))->Bounds.left(), 1500);
 }
 
+TEST_F(PropertiesTest, ShowsThePlaceOfAFormsWindow) {
+  ShowControls({});
+  EXPECT_EQ(Value(u"Width") + u" " + Value(u"Height"), u"4620 3405");
+  EXPECT_EQ(Value(u"ClientWidth") + Value(u"ClientLeft"), u"(none)(none)");
+  EXPECT_EQ(Value(u"Left") + Value(u"Top"), u"");
+  const String before = Text();
+  Type(u"Width", u"6120"_qs);
+  EXPECT_EQ(Raw(u"Form1", u"ClientWidth") + u" " + Raw(u"Form1", u"ScaleWidth"), u"6000 6000");
+  EXPECT_EQ(Raw(u"Form1", u"Width"), u"(none)");
+  Type(u"Left", u"0"_qs);
+  EXPECT_EQ(Raw(u"Form1", u"ClientLeft"), u"60");
+  EXPECT_EQ(Value(u"Left"), u"0");
+  Type(u"Top", u"300"_qs);
+  EXPECT_EQ(Raw(u"Form1", u"ClientTop"), u"645");
+  for (int edit = 0; edit < 3; ++edit) View->UndoStack().undo();
+  EXPECT_EQ(Text(), before);
+}
+
+TEST_F(PropertiesTest, MeasuresAFormsWindowByItsBorderAndMenus) {
+  UseForm(
+      u"Begin VB.Form Form1 \r\n   BorderStyle = 4\r\n   ClientHeight = 3000\r\n"
+      u"   ClientLeft = 45\r\n   ClientTop = 570\r\n   ClientWidth = 4500\r\n"
+      u"   Begin VB.Menu mnuFile \r\n      Caption = \"File\"\r\n   End\r\nEnd\r\n");
+  ShowControls({});
+  EXPECT_EQ(Value(u"Left") + u" " + Value(u"Top"), u"0 0");
+  EXPECT_EQ(Value(u"Width") + u" " + Value(u"Height"), u"4590 3615");
+}
+
+TEST_F(PropertiesTest, ShowsTheSizeOfASurfaceWithoutAWindow) {
+  UseForm(
+      u"Begin VB.UserControl Form1 \r\n   ClientHeight = 3000\r\n   ClientWidth = 4500\r\n"
+      u"   Height = 3000\r\nEnd\r\n");
+  ShowControls({});
+  EXPECT_EQ(Value(u"Width") + u" " + Value(u"Height"), u"4500 3000");
+  Type(u"Height", u"1500"_qs);
+  EXPECT_EQ(Raw(u"Form1", u"ClientHeight") + u" " + Raw(u"Form1", u"Height"), u"1500 1500");
+}
+
 TEST_F(PropertiesTest, AddsAPropertyThatTheFileHadNot) {
   const String before = Text();
   EXPECT_EQ(Value(u"Tag"), u"");
