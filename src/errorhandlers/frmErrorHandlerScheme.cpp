@@ -43,7 +43,7 @@ bool Confirm(const String& question) {
 }  // namespace
 
 frmErrorHandlerScheme::frmErrorHandlerScheme()
-    : Form("frmErrorHandlerScheme", u"Error Handler Scheme") {
+    : ToolForm("frmErrorHandlerScheme", u"Error Handler Scheme") {
   Icon = 148;
   VSFErrorHandler.Editable = true;
   Arrange();
@@ -156,11 +156,7 @@ void frmErrorHandlerScheme::Form_Load() {
   Routine(u"frmErrorHandlerScheme.Form_Load", [&](const Statements& run) {
     constexpr int EditorWidth = 600;
     RicFooter.RightMargin = RicHeader.RightMargin = 6 * EditorWidth;
-    run([&] {
-      if (!gAppSettings) return;
-      restore_.Init(gAppSettings, u"Windows settings");
-      restore_.GetPosition(*this);
-    });
+    RestorePlace(run);
     table_ = run([] { return std::make_shared<CSQLErrorHandler>(); });
     LoadParametr(u"");
     btmStandard.ClearItems();
@@ -330,7 +326,7 @@ void frmErrorHandlerScheme::AfterRename(int row, int col) {
 }
 
 void frmErrorHandlerScheme::Form_Unload() {
-  Routine(u"frmErrorHandlerScheme.Form_Unload", [&](const Statements& run) {
+  Leave(u"frmErrorHandlerScheme.Form_Unload", [&](const Statements& run) {
     UpdateRecord();
     run([&] {
       if (!gAppSettings) return;
@@ -338,11 +334,7 @@ void frmErrorHandlerScheme::Form_Unload() {
       const int width = widths.size() > NameColumn ? widths[NameColumn] : UsualWidth;
       gAppSettings->SaveSetting(Section, DividerKey, vb::Str(width * TwipsOfCharacter));
     });
-    run([&] {
-      if (gAppSettings && restore_.AppSettings()) restore_.SavePosition(*this);
-    });
     table_.reset();
-    if (Connect != nullptr) Connect->SetDialogOpen(false);
   });
 }
 

@@ -7,23 +7,15 @@
 
 #include "errorhandlers/CSQLErrorHandler.h"
 #include "forms/Controls.h"
-#include "forms/Form.h"
 #include "forms/Grid.h"
 #include "forms/RichTextBox.h"
-#include "foundation/CFormRestore.h"
-#include "host/IConnect.h"
-#include "host/VBE.h"
+#include "foundation/ToolForm.h"
 
 namespace tessel {
 
-class frmErrorHandlerScheme : public forms::Form {
+class frmErrorHandlerScheme : public ToolForm {
  public:
   frmErrorHandlerScheme();
-
-  std::shared_ptr<host::VBE> VBInstance;
-  /// Told when the form goes, so that other dialogs can open; null for an editor that another
-  /// dialog opened.
-  IConnect* Connect = nullptr;
 
   forms::Grid VSFErrorHandler{this, "VSFErrorHandler"};
   forms::Button btmAdd{this, "btmAdd", {.Caption = u"Add"}};
@@ -78,7 +70,6 @@ class frmErrorHandlerScheme : public forms::Form {
   bool showing_ = false;  // fields follow the record, so they don't write it
   String nameBefore_;
   std::shared_ptr<CSQLErrorHandler> table_;
-  CFormRestore restore_;
 };
 
 }  // namespace tessel

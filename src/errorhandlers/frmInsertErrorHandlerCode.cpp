@@ -30,7 +30,7 @@ enum Page : int { SummaryPage = 0, ModulePage = 1 };
 }  // namespace
 
 frmInsertErrorHandlerCode::frmInsertErrorHandlerCode()
-    : Form("frmInsertErrorHandlerCode", u"Insert Error Handler Code") {
+    : ToolForm("frmInsertErrorHandlerCode", u"Insert Error Handler Code") {
   using namespace forms;
   Icon = 109;
   RicPreView.Locked = true;
@@ -58,11 +58,7 @@ void frmInsertErrorHandlerCode::Form_Load() {
   Routine(u"frmInsertErrorHandlerCode.Form_Load", [&](const Statements& run) {
     constexpr int PreviewWidth = 600;
     RicPreView.RightMargin = 6 * PreviewWidth;
-    run([&] {
-      if (!gAppSettings) return;
-      restore_.Init(gAppSettings, u"Windows settings");
-      restore_.GetPosition(*this);
-    });
+    RestorePlace(run);
     LoadParametr();
     scope::ActiveMember unused;
     const String scopes = scope::GetProjectForFormated(VBInstance, unused);
@@ -140,7 +136,7 @@ void frmInsertErrorHandlerCode::EditSchemes() {
 
 void frmInsertErrorHandlerCode::Begin() {
   namespace insert = mInsertErrorHandlerCode;
-  Routine(u"frmInsertErrorHandlerCode.btmBegin_Click", [&](const Statements& run) {
+  RunAndLeave(u"frmInsertErrorHandlerCode.btmBegin_Click", [&](const Statements& run) {
     run([&] { FillRunContext(Need(VBInstance), &RicPreView); });
     insert::ActiveXScheme = ComActiveX.Text();
     insert::DocumentScheme = ComDocument.Text();
@@ -160,13 +156,8 @@ void frmInsertErrorHandlerCode::Begin() {
 }
 
 void frmInsertErrorHandlerCode::Form_Unload() {
-  Routine(u"frmInsertErrorHandlerCode.Form_Unload", [&](const Statements& run) {
-    mInsertErrorHandlerCode::PreviewRichText = nullptr;
-    if (Connect != nullptr) Connect->SetDialogOpen(false);
-    run([&] {
-      if (gAppSettings && restore_.AppSettings()) restore_.SavePosition(*this);
-    });
-  });
+  mInsertErrorHandlerCode::PreviewRichText = nullptr;
+  Leave(u"frmInsertErrorHandlerCode.Form_Unload");
 }
 
 }  // namespace tessel

@@ -4,22 +4,16 @@
 #include <memory>
 
 #include "forms/Controls.h"
-#include "forms/Form.h"
 #include "forms/RichTextBox.h"
-#include "foundation/CFormRestore.h"
-#include "host/IConnect.h"
-#include "host/VBE.h"
+#include "foundation/ToolForm.h"
 
 namespace tessel {
 
 /// A scope, and either a scheme for each component type (page 0) or one scheme with its preview
 /// (page 1).
-class frmInsertErrorHandlerCode : public forms::Form {
+class frmInsertErrorHandlerCode : public ToolForm {
  public:
   frmInsertErrorHandlerCode();
-
-  std::shared_ptr<host::VBE> VBInstance;
-  IConnect* Connect = nullptr;
 
   forms::Label lblInsertIN{this, "lblInsertIN", {.Caption = u"InsertIN"}};
   forms::ComboBox ComInsertIN{this, "ComInsertIN"};
@@ -55,7 +49,6 @@ class frmInsertErrorHandlerCode : public forms::Form {
   void ShowPreview();
   void EditSchemes();
   void Begin();
-  CFormRestore restore_;
 };
 
 }  // namespace tessel

@@ -10,7 +10,7 @@
 namespace tessel {
 
 frmRemoveErrorHandlerCode::frmRemoveErrorHandlerCode()
-    : Form("frmRemoveErrorHandlerCode", u"Remove Error Handler Code") {
+    : ToolForm("frmRemoveErrorHandlerCode", u"Remove Error Handler Code") {
   using namespace forms;
   Icon = 110;
   btmBegin.Default = true;
@@ -26,11 +26,7 @@ frmRemoveErrorHandlerCode::frmRemoveErrorHandlerCode()
 
 void frmRemoveErrorHandlerCode::Form_Load() {
   Routine(u"frmRemoveErrorHandlerCode.Form_Load", [&](const Statements& run) {
-    run([&] {
-      if (!gAppSettings) return;
-      restore_.Init(gAppSettings, u"Windows settings");
-      restore_.GetPosition(*this);
-    });
+    RestorePlace(run);
     scope::ActiveMember unused;
     const String scopes = scope::GetProjectForFormated(VBInstance, unused);
     run([&] { mFunctions::AddListInCombobox(ComRemoveFrom, vb::Split(scopes, u"|")); });
@@ -39,7 +35,7 @@ void frmRemoveErrorHandlerCode::Form_Load() {
 }
 
 void frmRemoveErrorHandlerCode::Begin() {
-  Routine(u"frmRemoveErrorHandlerCode.btmBegin_Click", [&](const Statements& run) {
+  RunAndLeave(u"frmRemoveErrorHandlerCode.btmBegin_Click", [&](const Statements& run) {
     run([&] { FillRunContext(Need(VBInstance), nullptr); });
     const String scope = ComRemoveFrom.Text();
     run([&] { Hide(); });
@@ -50,13 +46,6 @@ void frmRemoveErrorHandlerCode::Begin() {
   });
 }
 
-void frmRemoveErrorHandlerCode::Form_Unload() {
-  Routine(u"frmRemoveErrorHandlerCode.Form_Unload", [&](const Statements& run) {
-    if (Connect != nullptr) Connect->SetDialogOpen(false);
-    run([&] {
-      if (gAppSettings && restore_.AppSettings()) restore_.SavePosition(*this);
-    });
-  });
-}
+void frmRemoveErrorHandlerCode::Form_Unload() { Leave(u"frmRemoveErrorHandlerCode.Form_Unload"); }
 
 }  // namespace tessel

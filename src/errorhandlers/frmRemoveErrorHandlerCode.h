@@ -4,19 +4,13 @@
 #include <memory>
 
 #include "forms/Controls.h"
-#include "forms/Form.h"
-#include "foundation/CFormRestore.h"
-#include "host/IConnect.h"
-#include "host/VBE.h"
+#include "foundation/ToolForm.h"
 
 namespace tessel {
 
-class frmRemoveErrorHandlerCode : public forms::Form {
+class frmRemoveErrorHandlerCode : public ToolForm {
  public:
   frmRemoveErrorHandlerCode();
-
-  std::shared_ptr<host::VBE> VBInstance;
-  IConnect* Connect = nullptr;
 
   forms::Label lblRemoveFrom{this, "lblRemoveFrom", {.Caption = u"Remove From"}};
   forms::ComboBox ComRemoveFrom{this, "ComRemoveFrom"};
@@ -30,7 +24,6 @@ class frmRemoveErrorHandlerCode : public forms::Form {
 
  private:
   void Begin();
-  CFormRestore restore_;
 };
 
 }  // namespace tessel

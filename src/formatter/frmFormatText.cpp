@@ -84,7 +84,7 @@ store::Value ValueOfCell(int col, StringView text) {
 
 }  // namespace
 
-frmFormatText::frmFormatText() : Form("frmFormatText", u"Code Formatter") {
+frmFormatText::frmFormatText() : ToolForm("frmFormatText", u"Code Formatter") {
   Icon = 111;
   RicCode.Locked = true;
   VSFFormatLines.Editable = true;
@@ -153,11 +153,7 @@ void frmFormatText::Form_Load() {
   Routine(u"frmFormatText.Form_Load", [&](const Statements& run) {
     constexpr int PreviewWidth = 600;
     RicCode.RightMargin = 6 * PreviewWidth;
-    run([&] {
-      if (!gAppSettings) return;
-      restore_.Init(gAppSettings, u"Windows settings");
-      restore_.GetPosition(*this);
-    });
+    RestorePlace(run);
     LoadParametr();
     ComModule.Clear();
     const String scopes = scope::GetProjectForFormated(VBInstance, mFormatText::Active);
@@ -314,7 +310,7 @@ void frmFormatText::SaveForm() {
 }
 
 void frmFormatText::Run() {
-  Routine(u"frmFormatText.btmRun_Click", [&](const Statements& run) {
+  RunAndLeave(u"frmFormatText.btmRun_Click", [&](const Statements& run) {
     if (!CheckField()) return;
     const String scope = ComModule.Text();
     run([&] { Hide(); });
@@ -335,13 +331,7 @@ void frmFormatText::Cancel() {
 }
 
 void frmFormatText::Form_Unload() {
-  Routine(u"frmFormatText.Form_Unload", [&](const Statements& run) {
-    if (Connect != nullptr) Connect->SetDialogOpen(false);
-    run([&] { CloseRules(); });
-    run([&] {
-      if (gAppSettings && restore_.AppSettings()) restore_.SavePosition(*this);
-    });
-  });
+  Leave(u"frmFormatText.Form_Unload", [&](const Statements& run) { run([&] { CloseRules(); }); });
 }
 
 }  // namespace tessel

@@ -4,24 +4,17 @@
 #include <memory>
 
 #include "forms/Controls.h"
-#include "forms/Form.h"
 #include "forms/Grid.h"
 #include "forms/RichTextBox.h"
-#include "foundation/CFormRestore.h"
-#include "host/IConnect.h"
-#include "host/VBE.h"
+#include "foundation/ToolForm.h"
 #include "store/Recordset.h"
 
 namespace tessel {
 
-/// Collects options and a scope, and starts a run. `VBInstance` and `Connect` are set before it is
-/// shown; it owns the recordset behind its grid and its window-restore object.
-class frmFormatText : public forms::Form {
+/// Collects options and a scope, and starts a run. It owns the recordset behind its grid.
+class frmFormatText : public ToolForm {
  public:
   frmFormatText();
-
-  std::shared_ptr<host::VBE> VBInstance;
-  IConnect* Connect = nullptr;
 
   forms::ComboBox ComModule{this, "ComModule"};
   forms::TabControl C1TCodeObject{this,
@@ -90,7 +83,6 @@ class frmFormatText : public forms::Form {
   void Cancel();
 
   store::Recordset rules_;
-  CFormRestore restore_;
 };
 
 }  // namespace tessel

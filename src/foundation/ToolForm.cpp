@@ -1,0 +1,54 @@
+#include "foundation/ToolForm.h"
+
+namespace tessel {
+namespace {
+
+/// Unloads a form that was left hidden; also when a failure passes through.
+class UnloadHidden {
+ public:
+  explicit UnloadHidden(forms::Form& form) : form_(form) {}
+  ~UnloadHidden() {
+    if (!form_.Visible()) ResumeNext([&] { form_.Unload(); });
+  }
+  UnloadHidden(const UnloadHidden&) = delete;
+  UnloadHidden& operator=(const UnloadHidden&) = delete;
+
+ private:
+  forms::Form& form_;
+};
+
+}  // namespace
+
+void ToolForm::RestorePlace(const Statements& run) {
+  run([&] {
+    if (!gAppSettings) return;
+    place_.Init(gAppSettings, u"Windows settings");
+    place_.GetPosition(*this);
+  });
+}
+
+void ToolForm::RestoreFont(const Statements& run, StringView owner, forms::Font& font) {
+  run([&] {
+    if (!gAppSettings) return;
+    fonts_.Init(gAppSettings, u"Font settings");
+    fonts_.GetFont(owner, font);
+  });
+}
+
+void ToolForm::Leave(StringView routine, const Steps& steps) {
+  if (Connect != nullptr) Connect->SetDialogOpen(false);
+  Routine(routine, [&](const Statements& run) {
+    if (steps) steps(run);
+    run([&] {
+      if (gAppSettings && place_.AppSettings()) place_.SavePosition(*this);
+    });
+  });
+}
+
+void ToolForm::RunAndLeave(StringView routine, const Steps& steps) {
+  const auto self = weak_from_this().lock();  // the steps may drop the last other reference
+  const UnloadHidden unload(*this);
+  Routine(routine, steps);
+}
+
+}  // namespace tessel

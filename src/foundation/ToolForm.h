@@ -1,0 +1,44 @@
+// What the dialogs of the tools have in common.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "forms/Form.h"
+#include "foundation/CFontRestore.h"
+#include "foundation/CFormRestore.h"
+#include "foundation/Routine.h"
+#include "host/IConnect.h"
+#include "host/VBE.h"
+
+namespace tessel {
+
+/// Base of the dialogs. `VBInstance` and `Connect` are set before it is shown.
+class ToolForm : public forms::Form {
+ public:
+  std::shared_ptr<host::VBE> VBInstance;
+  /// Told when the form goes, so that other dialogs can open; null for one that another dialog
+  /// opened.
+  IConnect* Connect = nullptr;
+
+ protected:
+  using Form::Form;
+  using Steps = std::function<void(const Statements& run)>;
+
+  /// A statement of Form_Load: puts the form where the user left it, or in the middle.
+  void RestorePlace(const Statements& run);
+  /// The same for the font of a text box, which is kept under the owner's name.
+  void RestoreFont(const Statements& run, StringView owner, forms::Font& font);
+  /// Form_Unload as the routine of that name: other dialogs can open again before anything can
+  /// fail, then the form's own steps are taken and its place is kept.
+  void Leave(StringView routine, const Steps& steps = {});
+  /// A handler whose steps hide the form for a run. However they end, a form that is hidden behind
+  /// them is unloaded.
+  void RunAndLeave(StringView routine, const Steps& steps);
+
+ private:
+  CFormRestore place_;
+  CFontRestore fonts_;
+};
+
+}  // namespace tessel
