@@ -14,12 +14,12 @@
 
 #include "formatter/mFormatText.h"
 #include "hosts/batch/BatchPlatform.h"
-#include "hosts/batch/CodeTokens.h"
 #include "hosts/batch/Components.h"
 #include "hosts/batch/FormatOptions.h"
 #include "hosts/batch/FormatRules.h"
 #include "hosts/batch/LineDiff.h"
 #include "hosts/batch/ProgressLine.h"
+#include "hosts/review/CodeComparison.h"
 #include "hosts/workspace/Workspace.h"
 #include "vb/Failure.h"
 
@@ -33,7 +33,7 @@ struct Job {
   ComponentRef Component;
   int FirstLine = 1;  // of the bodies, in the module
   String Before, After;
-  std::vector<Difference> Differences;
+  std::vector<review::Difference> Differences;
   std::string Failure;
   [[nodiscard]] bool Changes() const { return Failure.empty() && After != Before; }
 };
@@ -43,7 +43,7 @@ void FormatJob(Job& job) {
   try {
     job.After = mFormatText::FormatTextComponent(job.Before);
     if (job.After.empty()) job.After = job.Before;
-    if (job.Changes()) job.Differences = CompareCode(job.Before, job.After);
+    if (job.Changes()) job.Differences = review::CompareCode(job.Before, job.After);
   } catch (...) {
     job.Failure = vb::CurrentFailure().what();
   }
@@ -240,7 +240,7 @@ class Run {
   /// Names the failure, or every change that is more than layout.
   void Report(const Job& job) {
     if (!job.Failure.empty()) Fail(job, job.Failure);
-    for (const Difference& difference : job.Differences) {
+    for (const review::Difference& difference : job.Differences) {
       const int line = environment_->FileLine(job.Component.Project, job.Component.Name,
                                               job.FirstLine + difference.Line - 1);
       err_ << NameOf(job) << ':' << line << ": " << difference.Cause

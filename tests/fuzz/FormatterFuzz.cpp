@@ -1,7 +1,7 @@
 #include "formatter/mFormatText.h"
 #include "fuzz/FuzzDriver.h"
-#include "hosts/batch/CodeTokens.h"
 #include "hosts/memory/MemoryPlatform.h"
+#include "hosts/review/CodeComparison.h"
 #include "presentation/mCodeConverter.h"
 #include "support/Rules.h"
 
@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   mFormatText::LineCharacters = 40;
   try {
     const String once = mFormatText::FormatTextComponent(text);
-    static_cast<void>(batch::CompareCode(text, once));
+    static_cast<void>(review::CompareCode(text, once));
   } catch (const vb::Failure&) {
     // An indent wider than the line is a failure that the caller hears of.
   }

@@ -1,15 +1,17 @@
-#include "hosts/batch/CodeTokens.h"
+#include "hosts/review/CodeTokens.h"
 
 #include <algorithm>
-#include <optional>
 
-namespace tessel::batch {
-namespace {
+namespace tessel::review {
 
 bool IsBlank(char16_t unit) {
   return unit == u' ' || unit == u'\t' || unit == 0xA0 || unit == 0x3000;
 }
+
 bool IsLineEnd(char16_t unit) { return unit == u'\r' || unit == u'\n'; }
+
+namespace {
+
 bool IsDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 bool IsLetter(char16_t unit) {
   return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') || unit == u'_' ||
@@ -254,128 +256,15 @@ class Reader {
   bool inIf_ = false, sawThen_ = false, singleIf_ = false;
 };
 
-/// White space inside a comment counts as one blank, at its end as none.
-String Folded(StringView comment) {
-  String folded;
-  for (std::size_t at = 0; at < comment.size(); ++at) {
-    const char16_t unit = comment[at];
-    if (unit == u'_' && at + 1 < comment.size() && IsLineEnd(comment[at + 1])) continue;
-    const bool space = IsBlank(unit) || IsLineEnd(unit);
-    if (!space) folded += unit;
-    if (space && !folded.empty() && folded.back() != u' ') folded += u' ';
-  }
-  while (!folded.empty() && folded.back() == u' ') folded.pop_back();
-  return folded;
-}
-
-bool Same(const Token& left, const Token& right) {
-  if (left.Kind != right.Kind) return false;
-  if (left.Kind == TokenKind::Comment) return Folded(left.Text) == Folded(right.Text);
-  return left.Text == right.Text;
-}
-
-std::string Quote(const Token& token) {
-  if (token.Kind == TokenKind::Comment) return "the comment " + vb::ToUtf8(Folded(token.Text));
-  return '"' + vb::ToUtf8(token.Text) + '"';
-}
-
-/// Says what happened to the token that differs first.
-std::string CauseOf(const Token& before, const std::optional<Token>& after) {
-  switch (before.Kind) {
-    case TokenKind::LineNumber:
-      return "the line number " + vb::ToUtf8(before.Text) + " is lost";
-    case TokenKind::Label:
-      return "the label " + vb::ToUtf8(before.Text) + " is lost";
-    case TokenKind::Comment:
-      if (!after || after->Kind != TokenKind::Comment) return Quote(before) + " moves or is lost";
-      return Quote(before) + " becomes " + Quote(*after);
-    case TokenKind::Separator:
-      return after && after->Kind == TokenKind::EndOfSingleIf
-                 ? "statements behind Then leave the If of their line"
-                 : "two statements become one";
-    case TokenKind::EndOfSingleIf:
-      return "the If of one line takes in more or fewer statements";
-    default:
-      break;
-  }
-  if (!after) return Quote(before) + " is lost";
-  if (after->Kind == TokenKind::Label) {
-    return "the word " + vb::ToUtf8(before.Text) + " ahead of a colon becomes a label";
-  }
-  if (after->Kind == TokenKind::Separator) return "a statement is broken ahead of " + Quote(before);
-  return Quote(before) + " becomes " + Quote(*after);
-}
-
-/// A comment and the separators round it may change places: the comment behind a statement may go
-/// to the next line. So comments are compared in a stream of their own.
-struct Streams {
-  std::vector<Token> Code, Comments;
-};
-
-Streams Part(const std::vector<Token>& tokens) {
-  Streams parted;
-  for (const Token& token : tokens) {
-    if (token.Kind == TokenKind::Comment) {
-      parted.Comments.push_back(token);
-    } else if (token.Kind != TokenKind::Separator ||
-               (!parted.Code.empty() && parted.Code.back().Kind != TokenKind::Separator &&
-                parted.Code.back().Kind != TokenKind::Label)) {
-      parted.Code.push_back(token);
-    }
-  }
-  return parted;
-}
-
-/// How far ahead two streams are searched for the place where they meet again.
-constexpr std::size_t Reach = 64;
-
-/// The nearest pair of places behind (i, j) from which both streams agree for a few tokens.
-bool MeetAgain(const std::vector<Token>& left, const std::vector<Token>& right, std::size_t& i,
-               std::size_t& j) {
-  constexpr std::size_t Run = 4;
-  const auto agrees = [&](std::size_t a, std::size_t b) {
-    for (std::size_t step = 0; step < Run; ++step) {
-      if (a + step == left.size() && b + step == right.size()) return true;
-      if (a + step >= left.size() || b + step >= right.size()) return false;
-      if (!Same(left[a + step], right[b + step])) return false;
-    }
-    return true;
-  };
-  for (std::size_t sum = 1; sum <= 2 * Reach; ++sum) {
-    for (std::size_t a = 0; a <= std::min(sum, Reach); ++a) {
-      if (sum - a > Reach || !agrees(i + a, j + sum - a)) continue;
-      i += a;
-      j += sum - a;
-      return true;
-    }
-  }
-  return false;
-}
-
-void Compare(const std::vector<Token>& left, const std::vector<Token>& right, std::size_t most,
-             std::vector<Difference>& found) {
-  std::size_t i = 0, j = 0;
-  while (found.size() < most) {
-    while (i < left.size() && j < right.size() && Same(left[i], right[j])) ++i, ++j;
-    if (i == left.size() && j == right.size()) return;
-    const std::optional<Token> after = j < right.size() ? std::optional(right[j]) : std::nullopt;
-    if (i < left.size()) {
-      found.push_back({left[i].Line, CauseOf(left[i], after)});
-    } else {
-      found.push_back({left.empty() ? 1 : left.back().Line, Quote(*after) + " is new"});
-    }
-    if (!MeetAgain(left, right, i, j)) return;
-  }
-}
-
-bool IsJump(StringView word) {
-  for (const StringView jump : {u"GoTo", u"GoSub", u"Resume"}) {
-    if (vb::SameText(word, jump)) return true;
-  }
-  return false;
-}
-
 }  // namespace
+
+bool IsJump(const Token& token) {
+  if (token.Kind != TokenKind::Word) return false;
+  for (const StringView jump : {u"GoTo", u"GoSub", u"Resume"}) {
+    if (vb::SameText(token.Text, jump)) return true;
+  }
+  return false;
+}
 
 std::vector<Token> ReadTokens(StringView code, const std::set<String>& jumpTargets) {
   return Reader(code, jumpTargets).Read();
@@ -392,21 +281,9 @@ std::set<String> JumpTargets(StringView code) {
       targets.insert(vb::UCase(token.Text));
       continue;
     }
-    jump = token.Kind == TokenKind::Word && IsJump(token.Text);
+    jump = IsJump(token);
   }
   return targets;
 }
 
-std::vector<Difference> CompareCode(StringView before, StringView after, std::size_t most) {
-  const std::set<String> targets = JumpTargets(before);
-  const Streams left = Part(ReadTokens(before, targets));
-  const Streams right = Part(ReadTokens(after, targets));
-  std::vector<Difference> found;
-  Compare(left.Code, right.Code, most, found);
-  Compare(left.Comments, right.Comments, most, found);
-  std::stable_sort(found.begin(), found.end(),
-                   [](const Difference& a, const Difference& b) { return a.Line < b.Line; });
-  return found;
-}
-
-}  // namespace tessel::batch
+}  // namespace tessel::review

@@ -7,7 +7,7 @@
 
 #include "vb/Text.h"
 
-namespace tessel::batch {
+namespace tessel::review {
 
 /// What a token is. Separators between statements are one kind, whether a colon or a line end.
 enum class TokenKind {
@@ -24,7 +24,16 @@ struct Token {
   TokenKind Kind;
   StringView Text;  ///< into the code
   int Line;         ///< from 1
+  /// The line number ahead of it, where a reader of its own counts it as no token.
+  StringView Number = {};
 };
+
+// Characters, as all of the reading sees them.
+
+[[nodiscard]] bool IsBlank(char16_t unit);
+[[nodiscard]] bool IsLineEnd(char16_t unit);
+/// Whether the token is GoTo, GoSub or Resume.
+[[nodiscard]] bool IsJump(const Token& token);
 
 /// Reads code (lines separated by CR LF, CR or LF) into tokens. White space, blank lines,
 /// continuations and the way in which statements are separated leave no trace. `jumpTargets` holds,
@@ -35,16 +44,4 @@ struct Token {
 /// The names that jumps of the code go to, in upper case.
 [[nodiscard]] std::set<String> JumpTargets(StringView code);
 
-/// A difference that is more than layout.
-struct Difference {
-  int Line;  ///< in the text before, from 1
-  std::string Cause;
-  bool operator==(const Difference&) const = default;
-};
-
-/// Compares code before and after a run. Stops at the first differences of each stretch and goes on
-/// behind it; at most `most` are told.
-[[nodiscard]] std::vector<Difference> CompareCode(StringView before, StringView after,
-                                                  std::size_t most = 20);
-
-}  // namespace tessel::batch
+}  // namespace tessel::review
