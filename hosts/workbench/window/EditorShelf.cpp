@@ -23,6 +23,10 @@ CodeEditor* EditorShelf::Find(const model::CodeModule& module) const {
   return found == editors_.end() ? nullptr : found->second;
 }
 
+void EditorShelf::ForEach(const std::function<void(CodeEditor&)>& visit) const {
+  for (const auto& [module, editor] : editors_) visit(*editor);
+}
+
 void EditorShelf::Put(const std::shared_ptr<model::CodeModule>& module,
                       const EditorOptions& options) {
   if (editors_.size() >= MostKept || Find(*module) != nullptr) return;

@@ -1,6 +1,7 @@
 // Editors of modules that show in no window.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -22,6 +23,7 @@ class EditorShelf {
 
   /// Null when the module has none here.
   [[nodiscard]] CodeEditor* Find(const model::CodeModule& module) const;
+  void ForEach(const std::function<void(CodeEditor&)>& visit) const;
   /// Makes an editor with the module's present text; no effect when the shelf is full.
   void Put(const std::shared_ptr<model::CodeModule>& module, const EditorOptions& options);
   /// Hands an editor over to a window; null when there is none.

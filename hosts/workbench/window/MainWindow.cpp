@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
-#include <QMessageBox>
 #include <QStatusBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -14,6 +13,7 @@
 #include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
 #include "hosts/workbench/window/ComponentIcon.h"
+#include "hosts/workspace/ComponentFile.h"
 
 namespace tessel::workbench {
 namespace {
@@ -23,35 +23,34 @@ constexpr int PlaceDelayMs = 80, StateDelayMs = 400;
 constexpr int KeepDelayMs = 4000;
 constexpr int DarkLimit = 128;
 
-QString CodeTitle(const model::VBComponent& component) {
-  return QStringLiteral("%1 - %2 (Code)")
-      .arg(ToQt(component.Project()->PlainName()), ToQt(component.PlainName()));
-}
-
 void StartSingle(QTimer& timer, int ms, QObject* owner, const std::function<void()>& action) {
   timer.setSingleShot(true);
   timer.setInterval(ms);
   QObject::connect(&timer, &QTimer::timeout, owner, action);
 }
 
+/// The first wish of a stretch of time starts its timer.
+void Start(QTimer& timer) {
+  if (!timer.isActive()) timer.start();
+}
+
 }  // namespace
 
 MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
     : services_(services),
+      questions_(*this),
       settings_(QDir(stateFolder).filePath(QStringLiteral("workbench.ini"))),
-      recovery_(QDir(stateFolder).filePath(QStringLiteral("recovery"))),
       workspace_(services, {.SkipBadComponents = true}),
       vbe_(std::dynamic_pointer_cast<model::Vbe>(workspace_.VBE())),
-      area_(new QMdiArea(this)) {
+      files_(workspace_, questions_, settings_,
+             QDir(stateFolder).filePath(QStringLiteral("recovery"))),
+      children_(new ChildWindows(vbe_, this)) {
   setWindowTitle(tr("Tessel[*]"));
   setWindowIcon(Picture(ProgramPicture));
   setObjectName(QStringLiteral("workbench"));
   setDockNestingEnabled(true);
   resize(1280, 840);
-  area_->setViewMode(QMdiArea::SubWindowView);
-  area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
-  connect(area_, &QMdiArea::subWindowActivated, this,
-          [this](QMdiSubWindow* window) { SubWindowActivated(window); });
+  ConnectChildren();
   bars_ = std::make_unique<BarView>(*this, vbe_);
   // Not from inside the click itself: what it runs may build the bars anew.
   bars_->OnClick = [this](const std::shared_ptr<host::CommandBarControl>& control) {
@@ -59,22 +58,19 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
         0, this, [this, control] { services_.Desktop().RunAction([&] { control->Execute(); }); });
   };
   watch_ = new FileWatch(workspace_, this);
-  watch_->OnChanged = [this](const auto& changed) { AskToReload(changed); };
+  watch_->OnChanged = [this](const auto& changed) { files_.AskToReload(changed); };
+  files_.BeforeSaving = [this] { children_->TidyEntered(); };
+  files_.OnChanged = [this] { FilesChanged(); };
+  files_.RunTool = [this](const std::function<void()>& action) { RunTool(action); };
   BuildDocks();
   BuildMenus();
   BuildStatusBar();
   StartSingle(barsTimer_, 0, this, [this] { bars_->Rebuild(); });
-  StartSingle(projectsTimer_, 0, this, [this] {
-    CloseDesignersOfGoneComponents();
-    projects_->Refresh();
-    watch_->Refresh();
-    UpdateCommands();
-    ShowState();
-  });
+  StartSingle(projectsTimer_, 0, this, [this] { ShowProjects(); });
   StartSingle(choiceTimer_, 0, this, [this] { ShowChoice(); });
   StartSingle(placeTimer_, PlaceDelayMs, this, [this] { ShowPlace(); });
   StartSingle(stateTimer_, StateDelayMs, this, [this] { ShowState(); });
-  StartSingle(keepTimer_, KeepDelayMs, this, [this] { KeepWork(); });
+  StartSingle(keepTimer_, KeepDelayMs, this, [this] { files_.KeepWork(); });
   vbe_->SetObserver(this);
   services_.Desktop().SetParent(this);
   services_.Desktop().RunTool = [this](const std::function<void()>& action) { RunTool(action); };
@@ -89,8 +85,7 @@ MainWindow::~MainWindow() {
   services_.Desktop().RunTool = nullptr;
   services_.Desktop().SetParent(nullptr);
   // The windows hold parts of the model that must go ahead of it.
-  for (const auto& [module, window] : codes_) window->OnClosed = nullptr;
-  delete area_;
+  delete children_;
 }
 
 void MainWindow::ConnectAddin() {
@@ -103,6 +98,27 @@ void MainWindow::ConnectAddin() {
   restoreState(settings_.Docks());
 }
 
+void MainWindow::ConnectChildren() {
+  children_->Options = [this] { return CurrentOptions(); };
+  children_->OnActivated = [this] { WindowActivated(); };
+  children_->OnMoved = [this] { Start(placeTimer_); };
+  children_->OnUnchanged = [this] { KeepWorkSoon(); };
+  children_->OnDesigner = [this](DesignerView& view) { ConnectDesigner(view); };
+}
+
+void MainWindow::ConnectDesigner(DesignerView& view) {
+  view.OnFailure = [this](const String& text) { ShowFailure(ToQt(text)); };
+  view.OnOpenCode = [this](const auto& owner, const String& control) {
+    OpenEventProcedure(owner, control);
+  };
+  view.OnSelection = [this, component =
+                                view.Component()](const std::vector<model::DesignerNode*>& nodes) {
+    ShowProperties(component, nodes);
+  };
+  view.SetTool(toolbox_->Tool());
+  view.OnToolUsed = [this] { toolbox_->Reset(); };
+}
+
 void MainWindow::BuildDocks() {
   auto* const centre = new QWidget(this);
   auto* const column = new QVBoxLayout(centre);
@@ -110,33 +126,33 @@ void MainWindow::BuildDocks() {
   column->setSpacing(0);
   find_ = new FindBar(centre);
   find_->Target = [this]() -> CodeEditor* {
-    CodeWindow* const code = CurrentCode();
+    CodeWindow* const code = children_->CurrentCode();
     return code == nullptr ? nullptr : &code->Editor();
   };
-  column->addWidget(area_, 1);
+  column->addWidget(children_, 1);
   column->addWidget(find_);
   setCentralWidget(centre);
 
   toolbox_ = new Toolbox(this);
   toolbox_->OnTool = [this](StringView className) {
-    for (const auto& [component, view] : designers_) view->SetTool(className);
+    for (const auto& [component, view] : children_->Designers()) view->SetTool(className);
   };
   toolbox_->OnAdd = [this](StringView className) {
-    if (DesignerView* const view = CurrentDesigner()) view->AddControl(className);
+    if (DesignerView* const view = children_->CurrentDesigner()) view->AddControl(className);
   };
   AddDock(tr("Toolbox"), QStringLiteral("toolbox"), toolbox_, Qt::LeftDockWidgetArea);
   projects_ = new ProjectWindow(vbe_);
   projects_->OnViewCode = [this](const auto& component) { ShowCode(component); };
   projects_->OnViewObject = [this](const auto& component) { ShowDesigner(component); };
-  projects_->OnRemove = [this](const auto& component) { RemoveComponent(component); };
-  projects_->OnRename = [this](const auto& component) { RenameComponent(component); };
-  projects_->OnSaveAs = [this](const auto& component) { SaveComponentAs(component); };
-  projects_->OnCloseProject = [this](const auto& project) { CloseProject(project); };
+  projects_->OnRemove = [this](const auto& component) { files_.Remove(component); };
+  projects_->OnRename = [this](const auto& component) { files_.Rename(component); };
+  projects_->OnSaveAs = [this](const auto& component) { files_.SaveAs(component); };
+  projects_->OnCloseProject = [this](const auto& project) { files_.Close(project); };
   AddDock(tr("Project"), QStringLiteral("project"), projects_, Qt::RightDockWidgetArea);
   properties_ = new PropertiesWindow(this);
   properties_->OnFailure = [this](const String& text) { ShowFailure(ToQt(text)); };
   properties_->OnChosen = [this](model::DesignerNode* node) {
-    if (DesignerView* const view = CurrentDesigner()) view->Select({node});
+    if (DesignerView* const view = children_->CurrentDesigner()) view->Select({node});
   };
   AddDock(tr("Properties"), QStringLiteral("properties"), properties_, Qt::RightDockWidgetArea);
 }
@@ -165,137 +181,58 @@ void MainWindow::BuildStatusBar() {
 
 // What the model tells
 
-CodeEditor* MainWindow::EditorOf(const model::CodeModule& module) const {
-  const auto code = codes_.find(&module);
-  return code == codes_.end() ? shelf_.Find(module) : &code->second->Editor();
+void MainWindow::KeepWorkSoon() {
+  Start(stateTimer_);
+  Start(keepTimer_);
 }
 
-void MainWindow::LinesChanging(model::CodeModule& module) {
-  if (toolDepth_ == 0 || EditorOf(module) != nullptr) return;
-  shelf_.Put(module.shared_from_this(), CurrentOptions());
-}
+void MainWindow::LinesChanging(model::CodeModule& module) { children_->LinesChanging(module); }
 
 void MainWindow::LinesChanged(model::CodeModule& module, int line, int removed, int added) {
-  if (CodeEditor* const editor = EditorOf(module)) {
-    if (toolDepth_ > 0 && grouped_.insert(editor).second) editor->BeginGroup();
-    editor->LinesChanged(line, removed, added);
-  }
-  if (!stateTimer_.isActive()) stateTimer_.start();
-  if (!keepTimer_.isActive()) keepTimer_.start();
+  children_->LinesChanged(module, line, removed, added);
+  KeepWorkSoon();
 }
 
 void MainWindow::PaneShown(const std::shared_ptr<model::CodePane>& pane) {
-  CodeWindow*& code = codes_[pane->Module().get()];
-  if (code == nullptr) {
-    code = new CodeWindow(pane, CurrentOptions(), shelf_.Take(*pane->Module()));
-    code->OnClosed = [this, pane] { CodeClosed(pane); };
-    code->OnMoved = [this] {
-      if (!placeTimer_.isActive()) placeTimer_.start();
-    };
-    QMdiSubWindow* const frame = area_->addSubWindow(code);
-    frame->setAttribute(Qt::WA_DeleteOnClose);
-    frame->resize(area_->width() * 3 / 4, area_->height() * 3 / 4);
-    code->setWindowTitle(CodeTitle(*code->Component()));
-    frame->setWindowIcon(ComponentIcon(code->Component()->PlainType()));
-    frame->show();
-    if (codes_.size() + designers_.size() == 1) frame->showMaximized();
-  }
-  area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(code->parentWidget()));
+  children_->ShowPane(pane);
 }
 
-void MainWindow::CodeClosed(const std::shared_ptr<model::CodePane>& pane) {
-  const auto code = codes_.find(pane->Module().get());
-  if (code == codes_.end()) return;
-  grouped_.erase(&code->second->Editor());
-  codes_.erase(code);
-  if (pane->Module()) vbe_->ClosePane(*pane->Module());
-}
+void MainWindow::PaneClosed(const model::CodeModule& module) { children_->ClosePane(module); }
 
-void MainWindow::PaneClosed(const model::CodeModule& module) {
-  const auto code = codes_.find(&module);
-  if (code == codes_.end()) return;
-  CodeWindow* const window = code->second;
-  grouped_.erase(&window->Editor());
-  codes_.erase(code);
-  window->OnClosed = nullptr;
-  window->parentWidget()->close();
-}
+void MainWindow::SelectionSet(model::CodePane& pane) { children_->SelectionSet(pane); }
 
-void MainWindow::SelectionSet(model::CodePane& pane) {
-  const auto code = codes_.find(pane.Module().get());
-  if (code != codes_.end()) code->second->FollowSelection();
-}
-
-void MainWindow::TopLineSet(model::CodePane& pane) {
-  const auto code = codes_.find(pane.Module().get());
-  if (code != codes_.end()) code->second->FollowTopLine();
-}
+void MainWindow::TopLineSet(model::CodePane& pane) { children_->TopLineSet(pane); }
 
 void MainWindow::DesignerShown(model::VBComponent& component) {
-  DesignerView*& view = designers_[&component];
-  if (view == nullptr) {
-    const auto shared = component.shared_from_this();
-    view = new DesignerView(shared);
-    view->OnFailure = [this](const String& text) { ShowFailure(ToQt(text)); };
-    view->OnOpenCode = [this](const auto& owner, const String& control) {
-      OpenEventProcedure(owner, control);
-    };
-    view->OnSelection = [this, shared](const std::vector<model::DesignerNode*>& nodes) {
-      ShowProperties(shared, nodes);
-    };
-    view->SetTool(toolbox_->Tool());
-    view->OnToolUsed = [this] { toolbox_->Reset(); };
-    QMdiSubWindow* const frame = area_->addSubWindow(view);
-    frame->setAttribute(Qt::WA_DeleteOnClose);
-    view->setWindowTitle(QStringLiteral("%1 - %2 (%3)")
-                             .arg(ToQt(component.Project()->PlainName()),
-                                  ToQt(component.PlainName()), tr("Design")));
-    frame->setWindowIcon(ComponentIcon(component.PlainType()));
-    connect(view, &QObject::destroyed, this, [this, key = &component] { designers_.erase(key); });
-    frame->resize(area_->width() * 3 / 4, area_->height() * 3 / 4);
-    frame->show();
-  }
-  area_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(view->parentWidget()));
+  children_->ShowDesigner(component);
 }
 
 void MainWindow::DesignerChanged(model::VBComponent& component) {
-  const auto view = designers_.find(&component);
-  if (view != designers_.end()) view->second->Refresh();
+  children_->DesignerChanged(component);
   properties_->Refresh();
-  const auto code = codes_.find(component.Module().get());
-  if (code != codes_.end()) code->second->ListsChanged();
-  if (!stateTimer_.isActive()) stateTimer_.start();
-  if (!keepTimer_.isActive()) keepTimer_.start();
+  KeepWorkSoon();
 }
 
-void MainWindow::ProjectsChanged() {
-  if (!projectsTimer_.isActive()) projectsTimer_.start();
-}
+void MainWindow::ProjectsChanged() { Start(projectsTimer_); }
 
-void MainWindow::ChoiceChanged() {
-  if (!choiceTimer_.isActive()) choiceTimer_.start();
-}
+void MainWindow::ChoiceChanged() { Start(choiceTimer_); }
 
-void MainWindow::BarsChanged() {
-  if (!barsTimer_.isActive()) barsTimer_.start();
-}
+void MainWindow::BarsChanged() { Start(barsTimer_); }
 
 // Windows
 
 CodeWindow* MainWindow::ShowCode(const std::shared_ptr<model::VBComponent>& component) {
   if (!component->Module()) return nullptr;
-  Guard([&] { component->Module()->OwnPane()->Show(); });
-  const auto code = codes_.find(component->Module().get());
-  if (code == codes_.end()) return nullptr;
-  code->second->Editor().setFocus();
-  return code->second;
+  questions_.Guard([&] { component->Module()->OwnPane()->Show(); });
+  CodeWindow* const code = children_->CodeOf(*component->Module());
+  if (code != nullptr) code->Editor().setFocus();
+  return code;
 }
 
 DesignerView* MainWindow::ShowDesigner(const std::shared_ptr<model::VBComponent>& component) {
   if (!component->OwnDesigner()) return nullptr;
-  Guard([&] { component->Activate(); });
-  const auto view = designers_.find(component.get());
-  return view == designers_.end() ? nullptr : view->second;
+  questions_.Guard([&] { component->Activate(); });
+  return children_->DesignerOf(*component);
 }
 
 void MainWindow::OpenEventProcedure(const std::shared_ptr<model::VBComponent>& component,
@@ -308,34 +245,26 @@ void MainWindow::OpenEventProcedure(const std::shared_ptr<model::VBComponent>& c
   RunTool([&] { code->OpenProcedure(root ? StringView(objects[1].Name) : control, {}); });
 }
 
-CodeWindow* MainWindow::CurrentCode() const {
-  QMdiSubWindow* const frame = area_->activeSubWindow();
-  return frame == nullptr ? nullptr : dynamic_cast<CodeWindow*>(frame->widget());
-}
-
-DesignerView* MainWindow::CurrentDesigner() const {
-  QMdiSubWindow* const frame = area_->activeSubWindow();
-  return frame == nullptr ? nullptr : dynamic_cast<DesignerView*>(frame->widget());
-}
-
 std::shared_ptr<model::VBComponent> MainWindow::CurrentComponent() const {
+  if (children_->activeSubWindow() != nullptr) return children_->CurrentComponent();
   auto component = std::dynamic_pointer_cast<model::VBComponent>(vbe_->SelectedVBComponent());
-  if (const CodeWindow* const code = CurrentCode()) component = code->Component();
-  if (const DesignerView* const view = CurrentDesigner()) component = view->Component();
-  // One whose project was closed is on its way out with its window.
   return component && component->Project() ? component : nullptr;
 }
 
-void MainWindow::SubWindowActivated(QMdiSubWindow* window) {
+bool MainWindow::SaveCurrent() {
+  const auto component = CurrentComponent();
+  return component && files_.Save(component);
+}
+
+void MainWindow::WindowActivated() {
   UpdateCommands();
   ShowPlace();
-  if (window == nullptr) return;
-  const auto component = CurrentComponent();
+  const auto component = children_->CurrentComponent();
   if (!component) return;
-  if (const CodeWindow* const code = CurrentCode()) {
+  if (const CodeWindow* const code = children_->CurrentCode()) {
     if (vbe_->ActiveCodePane() != code->Pane()) vbe_->BringToFront(code->Pane());
     ShowProperties(component, {});
-  } else if (DesignerView* const view = CurrentDesigner()) {
+  } else if (DesignerView* const view = children_->CurrentDesigner()) {
     ShowProperties(component, view->Selected());
   }
   vbe_->Select(component);
@@ -343,62 +272,43 @@ void MainWindow::SubWindowActivated(QMdiSubWindow* window) {
 
 void MainWindow::ShowProperties(const std::shared_ptr<model::VBComponent>& component,
                                 const std::vector<model::DesignerNode*>& nodes) {
-  const auto view = designers_.find(component.get());
-  properties_->ShowObjects(component, nodes,
-                           view == designers_.end() ? nullptr : view->second->Editor());
+  DesignerView* const view = children_->DesignerOf(*component);
+  properties_->ShowObjects(component, nodes, view == nullptr ? nullptr : view->Editor());
 }
 
 void MainWindow::ShowChoice() {
   projects_->ShowSelected();
   // A designer shows the properties of its own choice.
   const auto selected = std::dynamic_pointer_cast<model::VBComponent>(vbe_->SelectedVBComponent());
-  const DesignerView* const view = CurrentDesigner();
+  const DesignerView* const view = children_->CurrentDesigner();
   if (selected && (view == nullptr || view->Component() != selected)) ShowProperties(selected, {});
   ShowState();
 }
 
-void MainWindow::CloseDesignersOfGoneComponents() {
-  std::set<const model::VBComponent*> there;
-  for (const auto& project : vbe_->Projects().All()) {
-    for (const auto& component : project->Components().All()) there.insert(component.get());
-  }
-  for (const auto& [component, view] : std::map(designers_)) {
-    if (there.count(component) == 0) view->parentWidget()->close();
-  }
-  if (toolDepth_ == 0) shelf_.DropGone();  // a tool's edits are still open in them
-  for (const auto& [module, code] : codes_) {
-    if (const auto component = code->Component()) code->setWindowTitle(CodeTitle(*component));
-  }
+void MainWindow::ShowProjects() {
+  children_->CloseGone();
   const auto shown = properties_->Component();
-  if (shown && there.count(shown.get()) == 0) properties_->ShowObjects(nullptr, {});
+  const auto owner = shown ? shown->Project() : nullptr;
+  if (shown && (!owner || std::ranges::count(owner->Components().All(), shown) == 0)) {
+    properties_->ShowObjects(nullptr, {});
+  }
+  projects_->Refresh();
+  watch_->Refresh();
+  ShowState();
+}
+
+void MainWindow::FilesChanged() {
+  children_->CloseGone();
+  children_->NoteSaved();
+  ProjectsChanged();
+  ShowState();
 }
 
 // State
 
-void MainWindow::RunTool(const std::function<void()>& action) {
-  if (toolDepth_++ == 0) {
-    for (const auto& [module, code] : codes_) {
-      code->Editor().TidyEntered();
-      code->TellPane();
-    }
-  }
-  try {
-    action();
-  } catch (...) {
-    EndToolEdits();
-    throw;
-  }
-  EndToolEdits();
-}
-
-void MainWindow::EndToolEdits() {
-  if (--toolDepth_ > 0) return;
-  for (CodeEditor* const editor : std::exchange(grouped_, {})) editor->EndGroup();
-}
-
 bool MainWindow::ClickCommand(StringView bar, const std::vector<String>& path) {
   bool clicked = false;
-  Guard([&] {
+  questions_.Guard([&] {
     auto controls = vbe_->OwnBars().Item(bar)->Controls();
     std::shared_ptr<host::CommandBarControl> control;
     for (const String& caption : path) {
@@ -412,7 +322,7 @@ bool MainWindow::ClickCommand(StringView bar, const std::vector<String>& path) {
 }
 
 void MainWindow::ShowPlace() {
-  const CodeWindow* const code = CurrentCode();
+  const CodeWindow* const code = children_->CurrentCode();
   const auto component = CurrentComponent();
   if (code == nullptr || !component) {
     placeLabel_->clear();
@@ -424,29 +334,17 @@ void MainWindow::ShowPlace() {
     const String member = component->Module()->Index().ProcOfLine(at.EndLine, kind);
     memberLabel_->setText(member.empty() ? tr("(Declarations)") : ToQt(member));
   }
-  const bool stored = component && component->Storage() && component->Module();
-  codePageLabel_->setText(stored ? tr("Code page %1")
-                                       .arg(workspace_.CodePageOf(component->Project()->PlainName(),
-                                                                  component->PlainName()))
-                                 : QString());
+  const auto file = component
+                        ? std::dynamic_pointer_cast<workspace::ComponentFile>(component->Storage())
+                        : nullptr;
+  codePageLabel_->setText(file ? tr("Code page %1").arg(file->CodePage()) : QString());
 }
 
 void MainWindow::ShowState() {
   const auto project = vbe_->Active();
   setWindowTitle(project ? tr("%1 - Tessel[*]").arg(ToQt(project->PlainName())) : tr("Tessel[*]"));
-  bool modified = false;
-  for (const auto& one : vbe_->Projects().All()) {
-    const auto& all = one->Components().All();
-    modified |= std::any_of(all.begin(), all.end(),
-                            [](const auto& component) { return IsUnsaved(*component); });
-  }
-  setWindowModified(modified || !workspace_.ChangedFiles().empty());
+  setWindowModified(files_.IsUnsaved());
   UpdateCommands();
-}
-
-void MainWindow::KeepWork() {
-  keepTimer_.stop();
-  recovery_.Write(UnsavedWork(workspace_));
 }
 
 EditorOptions MainWindow::CurrentOptions() const {
@@ -457,24 +355,24 @@ EditorOptions MainWindow::CurrentOptions() const {
 
 void MainWindow::ApplyOptions() {
   QApplication::setPalette(PaletteOf(settings_.Colors()));
-  for (const auto& [module, code] : codes_) code->Editor().SetOptions(CurrentOptions());
+  children_->ApplyOptions();
 }
 
 void MainWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
-  if (event->type() != QEvent::PaletteChange) return;
-  for (const auto& [module, code] : codes_) code->Editor().SetOptions(CurrentOptions());
+  if (event->type() == QEvent::PaletteChange) children_->ApplyOptions();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   if (services_.Desktop().IsBusy()) return event->ignore();  // a tool is at work
   bars_->StorePlaces();
   settings_.SetPlaces(saveGeometry(), saveState());
-  if (!CloseProjects()) return event->ignore();
+  if (!files_.CloseAll()) return event->ignore();
+  children_->CloseGone();
   if (const auto addin = std::exchange(connect_, nullptr)) {
     services_.Desktop().RunAction([&] { addin->AddinInstance_OnDisconnection(); });
   }
-  recovery_.Remove();
+  files_.ForgetWork();
   event->accept();
 }
 

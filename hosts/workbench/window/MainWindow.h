@@ -4,30 +4,26 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QMainWindow>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QTimer>
 #include <functional>
 #include <map>
 #include <memory>
-#include <set>
 
 #include "addin/Connect.h"
 #include "hosts/model/Vbe.h"
 #include "hosts/workbench/forms/WorkbenchPlatform.h"
 #include "hosts/workbench/window/BarView.h"
-#include "hosts/workbench/window/CodeWindow.h"
-#include "hosts/workbench/window/EditorShelf.h"
+#include "hosts/workbench/window/ChildWindows.h"
 #include "hosts/workbench/window/FileWatch.h"
 #include "hosts/workbench/window/FindBar.h"
+#include "hosts/workbench/window/ProjectFiles.h"
 #include "hosts/workbench/window/ProjectWindow.h"
-#include "hosts/workbench/window/Recovery.h"
+#include "hosts/workbench/window/Questions.h"
 #include "hosts/workbench/window/Settings.h"
 #include "hosts/workspace/Workspace.h"
 
 namespace tessel::workbench {
 
-class DesignerView;
 class PropertiesWindow;
 class Toolbox;
 
@@ -43,16 +39,16 @@ class MainWindow : public QMainWindow, private model::Observer {
   /// Connects the add-in: its bars appear.
   void ConnectAddin();
   /// Offers what a run that ended without closing left.
-  void OfferRecovery();
+  void OfferRecovery() { files_.OfferRecovery(); }
 
   /// Opens a project, a group or a component file; false when it failed, which was shown.
-  bool OpenFile(const QString& file);
-  void NewProject(host::vbext_ProjectType type);
+  bool OpenFile(const QString& file) { return files_.Open(file); }
+  void NewProject(host::vbext_ProjectType type) { files_.NewProject(type); }
   /// Closes all projects, after asking about unsaved changes; false when the user cancelled.
-  bool CloseProjects();
+  bool CloseProjects() { return files_.CloseAll(); }
   /// Both answer false when something failed or the user cancelled.
   bool SaveCurrent();
-  bool SaveAll();
+  bool SaveAll() { return files_.SaveAll(); }
 
   [[nodiscard]] workspace::Workspace& Environment() { return workspace_; }
   [[nodiscard]] const std::shared_ptr<model::Vbe>& Root() const { return vbe_; }
@@ -62,13 +58,13 @@ class MainWindow : public QMainWindow, private model::Observer {
   /// Clicks a command of a bar by its captions, as the user does; false when it isn't there or is
   /// greyed.
   bool ClickCommand(StringView bar, const std::vector<String>& path);
-  void TileWindows() { area_->tileSubWindows(); }
-  /// Writes unsaved work into the recovery file now.
-  void KeepWork();
+  [[nodiscard]] ProjectFiles& Files() { return files_; }
+  /// The windows of code and designers.
+  [[nodiscard]] ChildWindows& Children() { return *children_; }
   /// What one action of the user makes the tools do; its edits are one step of each window's undo.
-  void RunTool(const std::function<void()>& action);
+  void RunTool(const std::function<void()>& action) { children_->RunTool(action); }
   /// Shows a failure of the window's own work.
-  void ShowFailure(const QString& text);
+  void ShowFailure(const QString& text) { questions_.ShowFailure(text); }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -101,18 +97,6 @@ class MainWindow : public QMainWindow, private model::Observer {
   void Undo();
   void Redo();
 
-  // MainWindowFiles.cpp
-  bool Guard(const std::function<void()>& action);
-  bool SaveUnnamedProjects();
-  bool MaySaveChanges(const QString& question);
-  void AskToReload(const std::vector<ChangedOutside>& changed);
-  void SaveComponentAs(const std::shared_ptr<model::VBComponent>& component);
-  void RemoveComponent(const std::shared_ptr<model::VBComponent>& component);
-  void RenameComponent(const std::shared_ptr<model::VBComponent>& component);
-  void CloseProject(const std::shared_ptr<model::VBProject>& project);
-  void AskForFile();
-  void RestoreWork(const RecoveredWork& work);
-
   void BuildDocks();
   void BuildStatusBar();
   QDockWidget* AddDock(const QString& caption, const QString& name, QWidget* content,
@@ -120,45 +104,41 @@ class MainWindow : public QMainWindow, private model::Observer {
   void ApplyOptions();
   void ShowOptions();
   [[nodiscard]] EditorOptions CurrentOptions() const;
-  [[nodiscard]] CodeEditor* EditorOf(const model::CodeModule& module) const;
-  [[nodiscard]] CodeWindow* CurrentCode() const;
-  [[nodiscard]] DesignerView* CurrentDesigner() const;
+  /// The component that the window in front shows, else the selected one; null for none.
   [[nodiscard]] std::shared_ptr<model::VBComponent> CurrentComponent() const;
-  void SubWindowActivated(QMdiSubWindow* window);
-  void CodeClosed(const std::shared_ptr<model::CodePane>& pane);
+  void ConnectChildren();
+  void ConnectDesigner(DesignerView& view);
+  void WindowActivated();
   void ShowProperties(const std::shared_ptr<model::VBComponent>& component,
                       const std::vector<model::DesignerNode*>& nodes);
-  void CloseDesignersOfGoneComponents();
+  void ShowProjects();
+  void FilesChanged();
   void OpenEventProcedure(const std::shared_ptr<model::VBComponent>& component, StringView control);
   void ShowPlace();
   void ShowState();
   void ShowChoice();
-  void EndToolEdits();
+  void KeepWorkSoon();
 
   WorkbenchPlatform& services_;
+  Questions questions_;
   Settings settings_;
-  RecoveryFile recovery_;
   workspace::Workspace workspace_;
   std::shared_ptr<model::Vbe> vbe_;
+  ProjectFiles files_;
   std::shared_ptr<tessel::Connect> connect_;
 
-  QMdiArea* area_;
+  ChildWindows* children_;
   ProjectWindow* projects_ = nullptr;
   PropertiesWindow* properties_ = nullptr;
   Toolbox* toolbox_ = nullptr;
   FindBar* find_ = nullptr;
   FileWatch* watch_ = nullptr;
   std::unique_ptr<BarView> bars_;
-  std::map<const model::CodeModule*, CodeWindow*> codes_;
-  std::map<const model::VBComponent*, DesignerView*> designers_;
-  EditorShelf shelf_;
   std::vector<QDockWidget*> docks_;
   std::map<QString, QAction*> commands_;
   QMenu* recentMenu_ = nullptr;
   QLabel *placeLabel_ = nullptr, *memberLabel_ = nullptr, *codePageLabel_ = nullptr;
   QTimer barsTimer_, projectsTimer_, choiceTimer_, placeTimer_, stateTimer_, keepTimer_;
-  int toolDepth_ = 0;
-  std::set<CodeEditor*> grouped_;
 };
 
 }  // namespace tessel::workbench

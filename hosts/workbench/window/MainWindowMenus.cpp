@@ -66,30 +66,28 @@ void MainWindow::BuildFileMenu() {
   QMenu* const fresh = file->addMenu(tr("&New Project"));
   for (const NewProjectKind& kind : NewProjectKinds) {
     connect(fresh->addAction(tr(kind.Caption)), &QAction::triggered, this,
-            [this, type = kind.Type] { NewProject(type); });
+            [this, type = kind.Type] { files_.NewProject(type); });
   }
-  AddCommand(*file, tr("&Open..."), QKeySequence::Open, [this] { AskForFile(); });
+  AddCommand(*file, tr("&Open..."), QKeySequence::Open, [this] { files_.AskForFile(); });
   recentMenu_ = file->addMenu(tr("&Recent"));
   connect(recentMenu_, &QMenu::aboutToShow, this, [this] { FillRecent(*recentMenu_); });
   file->addSeparator();
   AddCommand(*file, tr("&Save"), QKeySequence::Save, [this] { SaveCurrent(); });
   AddCommand(*file, tr("Save &All"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
-             [this] { SaveAll(); });
+             [this] { files_.SaveAll(); });
   AddCommand(*file, tr("Save Component &As..."), {}, [this] {
-    if (const auto component = CurrentComponent()) SaveComponentAs(component);
+    if (const auto component = CurrentComponent()) files_.SaveAs(component);
   });
   file->addSeparator();
-  AddCommand(*file, tr("&Close Project"), {}, [this] { CloseProjects(); });
+  AddCommand(*file, tr("&Close Project"), {}, [this] { files_.CloseAll(); });
   AddCommand(*file, tr("E&xit"), QKeySequence::Quit, [this] { close(); });
 }
 
 void MainWindow::FillRecent(QMenu& menu) {
   menu.clear();
   for (const QString& file : settings_.Recent()) {
-    connect(menu.addAction(file), &QAction::triggered, this, [this, file] {
-      if (!CloseProjects()) return;
-      if (!OpenFile(file)) settings_.RemoveRecent(file);
-    });
+    connect(menu.addAction(file), &QAction::triggered, this,
+            [this, file] { files_.OpenRecent(file); });
   }
   if (menu.isEmpty()) menu.addAction(tr("(None)"))->setEnabled(false);
 }
@@ -98,7 +96,7 @@ void MainWindow::BuildEditMenu() {
   QMenu* const edit = menuBar()->addMenu(tr("&Edit"));
   const auto inEditor = [this](void (QsciScintilla::*action)()) {
     return [this, action] {
-      if (CodeWindow* const code = CurrentCode()) (code->Editor().*action)();
+      if (CodeWindow* const code = children_->CurrentCode()) (code->Editor().*action)();
     };
   };
   AddCommand(*edit, tr("&Undo"), QKeySequence::Undo, [this] { Undo(); });
@@ -108,7 +106,7 @@ void MainWindow::BuildEditMenu() {
   AddCommand(*edit, tr("&Copy"), QKeySequence::Copy, inEditor(&QsciScintilla::copy));
   AddCommand(*edit, tr("&Paste"), QKeySequence::Paste, inEditor(&QsciScintilla::paste));
   AddCommand(*edit, tr("Select &All"), QKeySequence::SelectAll, [this] {
-    if (CodeWindow* const code = CurrentCode()) code->Editor().selectAll(true);
+    if (CodeWindow* const code = children_->CurrentCode()) code->Editor().selectAll(true);
   });
   edit->addSeparator();
   AddCommand(*edit, tr("&Find..."), QKeySequence::Find, [this] { find_->Open(false); });
@@ -156,25 +154,26 @@ void MainWindow::BuildWindowMenu() {
   QMenu* const menu = menuBar()->addMenu(tr("&Window"));
   connect(menu, &QMenu::aboutToShow, this, [this, menu] {
     menu->clear();
-    connect(menu->addAction(tr("&Cascade")), &QAction::triggered, area_,
+    connect(menu->addAction(tr("&Cascade")), &QAction::triggered, children_,
             &QMdiArea::cascadeSubWindows);
-    connect(menu->addAction(tr("&Tile")), &QAction::triggered, area_, &QMdiArea::tileSubWindows);
-    connect(menu->addAction(tr("Close &All")), &QAction::triggered, area_,
+    connect(menu->addAction(tr("&Tile")), &QAction::triggered, children_,
+            &QMdiArea::tileSubWindows);
+    connect(menu->addAction(tr("Close &All")), &QAction::triggered, children_,
             &QMdiArea::closeAllSubWindows);
     menu->addSeparator();
-    for (QMdiSubWindow* const frame : area_->subWindowList()) {
+    for (QMdiSubWindow* const frame : children_->subWindowList()) {
       QAction* const action = menu->addAction(frame->widget()->windowTitle());
       action->setCheckable(true);
-      action->setChecked(frame == area_->activeSubWindow());
+      action->setChecked(frame == children_->activeSubWindow());
       connect(action, &QAction::triggered, frame,
-              [this, frame] { area_->setActiveSubWindow(frame); });
+              [this, frame] { children_->setActiveSubWindow(frame); });
     }
   });
 }
 
 void MainWindow::UpdateCommands() {
-  const CodeWindow* const code = CurrentCode();
-  DesignerView* const view = CurrentDesigner();
+  const CodeWindow* const code = children_->CurrentCode();
+  DesignerView* const view = children_->CurrentDesigner();
   const auto component = CurrentComponent();
   const bool open = !vbe_->Projects().All().empty();
   const auto put = [this](const char* name, bool enabled) {
@@ -195,13 +194,13 @@ void MainWindow::UpdateCommands() {
 }
 
 void MainWindow::Undo() {
-  if (CodeWindow* const code = CurrentCode()) code->Editor().undo();
-  if (DesignerView* const view = CurrentDesigner()) view->UndoStack().undo();
+  if (CodeWindow* const code = children_->CurrentCode()) code->Editor().undo();
+  if (DesignerView* const view = children_->CurrentDesigner()) view->UndoStack().undo();
 }
 
 void MainWindow::Redo() {
-  if (CodeWindow* const code = CurrentCode()) code->Editor().redo();
-  if (DesignerView* const view = CurrentDesigner()) view->UndoStack().redo();
+  if (CodeWindow* const code = children_->CurrentCode()) code->Editor().redo();
+  if (DesignerView* const view = children_->CurrentDesigner()) view->UndoStack().redo();
 }
 
 void MainWindow::ShowOptions() {

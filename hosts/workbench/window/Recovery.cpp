@@ -12,6 +12,7 @@
 
 #include "hosts/model/Vbe.h"
 #include "hosts/workbench/platform/Text.h"
+#include "hosts/workbench/window/Unsaved.h"
 
 namespace tessel::workbench {
 namespace {
@@ -89,13 +90,6 @@ void RestoreComponent(model::VBComponent& component, const RecoveredComponent& w
 }
 
 }  // namespace
-
-bool IsUnsaved(const model::VBComponent& component) {
-  if (!component.Module()) return false;
-  if (!component.Storage()) return true;  // of a project without a file
-  return component.Module()->IsModified() ||
-         (component.OwnDesigner() && component.OwnDesigner()->Tree().IsModified());
-}
 
 QJsonObject UnsavedWork(const workspace::Workspace& workspace) {
   const auto vbe = std::dynamic_pointer_cast<model::Vbe>(workspace.VBE());

@@ -33,9 +33,6 @@ struct RecoveredWork {
   std::vector<RecoveredProject> Projects;
 };
 
-/// Whether a component holds what its file doesn't.
-[[nodiscard]] bool IsUnsaved(const model::VBComponent& component);
-
 /// The unsaved state of an environment. Texts are kept as texts, so also what the file's code page
 /// could not hold is safe.
 [[nodiscard]] QJsonObject UnsavedWork(const workspace::Workspace& workspace);

@@ -59,7 +59,7 @@ QString DialogFile(const QString& file) {
 
 bool DrawScreenshots(MainWindow& window, const QString& file, const QString& command) {
   OpenWindows(window);
-  window.TileWindows();
+  window.Children().tileSubWindows();
   Settle();
   bool drawn = window.grab().save(file);
   if (command.isEmpty()) return drawn;

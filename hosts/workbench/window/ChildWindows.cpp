@@ -1,0 +1,275 @@
+#include "hosts/workbench/window/ChildWindows.h"
+
+#include <QEvent>
+#include <QUndoStack>
+
+#include "hosts/workbench/designer/DesignerView.h"
+#include "hosts/workbench/platform/Text.h"
+#include "hosts/workbench/window/ComponentIcon.h"
+#include "hosts/workspace/ComponentFile.h"
+
+namespace tessel::workbench {
+namespace {
+
+QString CodeTitle(const model::VBComponent& component) {
+  return QStringLiteral("%1 - %2 (%3)")
+      .arg(ToQt(component.Project()->PlainName()), ToQt(component.PlainName()),
+           QObject::tr("Code"));
+}
+
+QString DesignTitle(const model::VBComponent& component) {
+  return QStringLiteral("%1 - %2 (%3)")
+      .arg(ToQt(component.Project()->PlainName()), ToQt(component.PlainName()),
+           QObject::tr("Design"));
+}
+
+}  // namespace
+
+ChildWindows::ChildWindows(std::shared_ptr<model::Vbe> vbe, QWidget* parent)
+    : QMdiArea(parent), vbe_(std::move(vbe)) {
+  setViewMode(QMdiArea::SubWindowView);
+  setActivationOrder(QMdiArea::ActivationHistoryOrder);
+  connect(this, &QMdiArea::subWindowActivated, this, [this] {
+    if (OnActivated) OnActivated();
+  });
+  ShowColors();
+}
+
+ChildWindows::~ChildWindows() {
+  OnActivated = nullptr;
+  for (const auto& [module, window] : codes_) window->OnClosed = nullptr;
+  // What their ends are told to must still be there; also those that are closed and not yet gone.
+  qDeleteAll(findChildren<QMdiSubWindow*>());
+}
+
+CodeWindow* ChildWindows::CodeOf(const model::CodeModule& module) const {
+  const auto code = codes_.find(&module);
+  return code == codes_.end() ? nullptr : code->second;
+}
+
+DesignerView* ChildWindows::DesignerOf(const model::VBComponent& component) const {
+  const auto view = designers_.find(&component);
+  return view == designers_.end() ? nullptr : view->second;
+}
+
+CodeWindow* ChildWindows::CurrentCode() const {
+  QMdiSubWindow* const frame = activeSubWindow();
+  return frame == nullptr ? nullptr : dynamic_cast<CodeWindow*>(frame->widget());
+}
+
+DesignerView* ChildWindows::CurrentDesigner() const {
+  QMdiSubWindow* const frame = activeSubWindow();
+  return frame == nullptr ? nullptr : dynamic_cast<DesignerView*>(frame->widget());
+}
+
+std::shared_ptr<model::VBComponent> ChildWindows::CurrentComponent() const {
+  std::shared_ptr<model::VBComponent> component;
+  if (const CodeWindow* const code = CurrentCode()) component = code->Component();
+  if (const DesignerView* const view = CurrentDesigner()) component = view->Component();
+  return component && component->Project() ? component : nullptr;
+}
+
+CodeEditor* ChildWindows::EditorOf(const model::CodeModule& module) const {
+  CodeWindow* const code = CodeOf(module);
+  return code == nullptr ? shelf_.Find(module) : &code->Editor();
+}
+
+// Opening and closing
+
+QMdiSubWindow* ChildWindows::AddFrame(QWidget& content, const model::VBComponent& component) {
+  const QMdiSubWindow* const front = activeSubWindow();
+  const bool maximized = front == nullptr ? dynamic_cast<const CodeWindow*>(&content) != nullptr
+                                          : front->isMaximized();
+  QMdiSubWindow* const frame = addSubWindow(&content);
+  frame->setAttribute(Qt::WA_DeleteOnClose);
+  frame->setWindowIcon(ComponentIcon(component.PlainType()));
+  frame->resize(width() * 3 / 4, height() * 3 / 4);
+  if (maximized) {
+    frame->showMaximized();
+  } else {
+    frame->show();
+  }
+  return frame;
+}
+
+void ChildWindows::ShowPane(const std::shared_ptr<model::CodePane>& pane) {
+  CodeWindow* code = CodeOf(*pane->Module());
+  if (code == nullptr) {
+    CodeEditor* const kept = shelf_.Take(*pane->Module());
+    code = new CodeWindow(pane, Options(), kept);
+    codes_[pane->Module().get()] = code;
+    if (kept == nullptr) WatchSavePoint(code->Editor());
+    code->OnClosed = [this, pane] { CodeClosed(pane); };
+    code->OnMoved = [this] {
+      if (OnMoved) OnMoved();
+    };
+    code->setWindowTitle(CodeTitle(*code->Component()));
+    AddFrame(*code, *code->Component());
+  }
+  setActiveSubWindow(qobject_cast<QMdiSubWindow*>(code->parentWidget()));
+}
+
+void ChildWindows::ShowDesigner(model::VBComponent& component) {
+  DesignerView* view = DesignerOf(component);
+  if (view == nullptr) {
+    view = new DesignerView(component.shared_from_this());
+    designers_[&component] = view;
+    WatchSavePoint(*view);
+    if (OnDesigner) OnDesigner(*view);
+    view->setWindowTitle(DesignTitle(component));
+    connect(view, &QObject::destroyed, this, [this, key = &component] { designers_.erase(key); });
+    AddFrame(*view, component);
+  }
+  setActiveSubWindow(qobject_cast<QMdiSubWindow*>(view->parentWidget()));
+}
+
+/// What was known of an editor goes with its window.
+void ChildWindows::Forget(std::map<const model::CodeModule*, CodeWindow*>::iterator code) {
+  const CodeEditor& editor = code->second->Editor();
+  grouped_.erase(&code->second->Editor());
+  saved_.erase(&editor);
+  codes_.erase(code);
+}
+
+void ChildWindows::CodeClosed(const std::shared_ptr<model::CodePane>& pane) {
+  const auto code = codes_.find(pane->Module().get());
+  if (code == codes_.end()) return;
+  Forget(code);
+  if (pane->Module()) vbe_->ClosePane(*pane->Module());
+}
+
+void ChildWindows::ClosePane(const model::CodeModule& module) {
+  const auto code = codes_.find(&module);
+  if (code == codes_.end()) return;
+  CodeWindow* const window = code->second;
+  Forget(code);
+  window->OnClosed = nullptr;
+  window->parentWidget()->close();
+}
+
+void ChildWindows::CloseGone() {
+  std::set<const model::VBComponent*> there;
+  for (const auto& project : vbe_->Projects().All()) {
+    for (const auto& component : project->Components().All()) there.insert(component.get());
+  }
+  for (const auto& [component, view] : std::map(designers_)) {
+    if (there.count(component) == 0) {
+      view->parentWidget()->close();
+    } else {
+      view->setWindowTitle(DesignTitle(*component));
+    }
+  }
+  if (toolDepth_ == 0) shelf_.DropGone();  // a tool's edits are still open in them
+  for (const auto& [module, code] : codes_) {
+    const auto component = code->Component();
+    if (component && component->Project()) code->setWindowTitle(CodeTitle(*component));
+  }
+}
+
+// Looks
+
+void ChildWindows::ApplyOptions() {
+  for (const auto& [module, code] : codes_) code->Editor().SetOptions(Options());
+}
+
+void ChildWindows::ShowColors() { setBackground(palette().brush(QPalette::Dark)); }
+
+void ChildWindows::changeEvent(QEvent* event) {
+  QMdiArea::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) ShowColors();
+}
+
+// Edits
+
+void ChildWindows::TidyEntered() {
+  for (const auto& [module, code] : codes_) code->Editor().TidyEntered();
+}
+
+void ChildWindows::RunTool(const std::function<void()>& action) {
+  if (toolDepth_++ == 0) {
+    TidyEntered();
+    for (const auto& [module, code] : codes_) code->TellPane();
+  }
+  try {
+    action();
+  } catch (...) {
+    EndToolEdits();
+    throw;
+  }
+  EndToolEdits();
+}
+
+void ChildWindows::EndToolEdits() {
+  if (--toolDepth_ > 0) return;
+  for (CodeEditor* const editor : std::exchange(grouped_, {})) editor->EndGroup();
+}
+
+void ChildWindows::LinesChanging(model::CodeModule& module) {
+  if (toolDepth_ == 0 || EditorOf(module) != nullptr) return;
+  shelf_.Put(module.shared_from_this(), Options());
+  if (CodeEditor* const editor = shelf_.Find(module)) WatchSavePoint(*editor);
+}
+
+void ChildWindows::LinesChanged(model::CodeModule& module, int line, int removed, int added) {
+  CodeEditor* const editor = EditorOf(module);
+  if (editor == nullptr) return;
+  if (toolDepth_ > 0 && grouped_.insert(editor).second) editor->BeginGroup();
+  editor->LinesChanged(line, removed, added);
+}
+
+void ChildWindows::SelectionSet(const model::CodePane& pane) {
+  if (CodeWindow* const code = CodeOf(*pane.Module())) code->FollowSelection();
+}
+
+void ChildWindows::TopLineSet(const model::CodePane& pane) {
+  if (CodeWindow* const code = CodeOf(*pane.Module())) code->FollowTopLine();
+}
+
+void ChildWindows::DesignerChanged(model::VBComponent& component) {
+  if (DesignerView* const view = DesignerOf(component)) view->Refresh();
+  CodeWindow* const code = component.Module() ? CodeOf(*component.Module()) : nullptr;
+  if (code != nullptr) code->ListsChanged();
+}
+
+// Back to what the file holds
+
+void ChildWindows::NoteSaved(CodeEditor& editor) {
+  if (editor.Module()->IsModified()) return;
+  editor.setModified(false);
+  saved_.insert(&editor);
+}
+
+void ChildWindows::NoteSaved() {
+  for (const auto& [module, code] : codes_) NoteSaved(code->Editor());
+  shelf_.ForEach([this](CodeEditor& editor) { NoteSaved(editor); });
+  for (const auto& [component, view] : designers_) {
+    if (!component->OwnDesigner()->Tree().IsModified()) view->UndoStack().setClean();
+  }
+}
+
+void ChildWindows::WatchSavePoint(CodeEditor& editor) {
+  NoteSaved(editor);
+  connect(&editor, &QsciScintillaBase::SCN_SAVEPOINTREACHED, this, [this, watched = &editor] {
+    if (saved_.count(watched) == 0 || !watched->Module()->IsModified()) return;
+    watched->Module()->SetModified(false);
+    if (OnUnchanged) OnUnchanged();
+  });
+  connect(&editor, &QObject::destroyed, this, [this, watched = &editor] { saved_.erase(watched); });
+}
+
+void ChildWindows::WatchSavePoint(DesignerView& view) {
+  connect(&view.UndoStack(), &QUndoStack::cleanChanged, this,
+          [this, component = view.Component()](bool clean) {
+            const auto file =
+                std::dynamic_pointer_cast<workspace::ComponentFile>(component->Storage());
+            if (!clean || !file || file->IsNew()) return;
+            // Other hands than the user's may have changed the form as well.
+            const auto stored = file->LoadDesigner();
+            auto& tree = component->OwnDesigner()->Tree();
+            if (!stored || stored->Text() != tree.Text()) return;
+            tree.SetModified(false);
+            if (OnUnchanged) OnUnchanged();
+          });
+}
+
+}  // namespace tessel::workbench

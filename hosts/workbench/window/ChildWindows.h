@@ -1,0 +1,100 @@
+// The windows of code and designers inside the main window.
+#pragma once
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+
+#include "hosts/model/Vbe.h"
+#include "hosts/workbench/window/CodeWindow.h"
+#include "hosts/workbench/window/EditorShelf.h"
+
+namespace tessel::workbench {
+
+class DesignerView;
+
+/// Opens, finds and closes them, and keeps them and the model in step. What a tool changes goes
+/// into their undo histories as one step of each.
+class ChildWindows : public QMdiArea {
+ public:
+  explicit ChildWindows(std::shared_ptr<model::Vbe> vbe, QWidget* parent);
+  ~ChildWindows() override;
+
+  /// The options of editors that are opened from now on.
+  std::function<EditorOptions()> Options;
+  /// Another window is in front, or none.
+  std::function<void()> OnActivated;
+  /// The caret of a code window moved or its text changed.
+  std::function<void()> OnMoved;
+  /// A component holds again what its file does.
+  std::function<void()> OnUnchanged;
+  /// Told of each designer that is opened, to connect it.
+  std::function<void(DesignerView&)> OnDesigner;
+
+  /// Null when the component has no open window of that kind.
+  [[nodiscard]] CodeWindow* CodeOf(const model::CodeModule& module) const;
+  [[nodiscard]] DesignerView* DesignerOf(const model::VBComponent& component) const;
+  /// The window in front when it is one of that kind, else null.
+  [[nodiscard]] CodeWindow* CurrentCode() const;
+  [[nodiscard]] DesignerView* CurrentDesigner() const;
+  /// The component of the window in front; null for none, and for one that is on its way out.
+  [[nodiscard]] std::shared_ptr<model::VBComponent> CurrentComponent() const;
+  [[nodiscard]] const std::map<const model::CodeModule*, CodeWindow*>& Codes() const {
+    return codes_;
+  }
+  [[nodiscard]] const std::map<const model::VBComponent*, DesignerView*>& Designers() const {
+    return designers_;
+  }
+
+  /// Brings the window of a pane or a designer to the front, opening it when there is none.
+  void ShowPane(const std::shared_ptr<model::CodePane>& pane);
+  void ShowDesigner(model::VBComponent& component);
+  void ClosePane(const model::CodeModule& module);
+  /// Closes windows whose components are gone, and names the others anew.
+  void CloseGone();
+  /// Gives every open editor the options that `Options` answers now.
+  void ApplyOptions();
+  /// Puts what the user has entered and not left yet into its final form.
+  void TidyEntered();
+  /// Notes that what counts as unchanged now is what the files hold: undo back to here counts as
+  /// unchanged again.
+  void NoteSaved();
+
+  /// Runs what one action of the user makes the tools do. May be called inside itself.
+  void RunTool(const std::function<void()>& action);
+
+  // What the model tells, passed on by its observer.
+  void LinesChanging(model::CodeModule& module);
+  void LinesChanged(model::CodeModule& module, int line, int removed, int added);
+  void SelectionSet(const model::CodePane& pane);
+  void TopLineSet(const model::CodePane& pane);
+  void DesignerChanged(model::VBComponent& component);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  [[nodiscard]] CodeEditor* EditorOf(const model::CodeModule& module) const;
+  QMdiSubWindow* AddFrame(QWidget& content, const model::VBComponent& component);
+  void CodeClosed(const std::shared_ptr<model::CodePane>& pane);
+  void Forget(std::map<const model::CodeModule*, CodeWindow*>::iterator code);
+  void EndToolEdits();
+  void NoteSaved(CodeEditor& editor);
+  void WatchSavePoint(CodeEditor& editor);
+  void WatchSavePoint(DesignerView& view);
+  void ShowColors();
+
+  std::shared_ptr<model::Vbe> vbe_;
+  std::map<const model::CodeModule*, CodeWindow*> codes_;
+  std::map<const model::VBComponent*, DesignerView*> designers_;
+  int toolDepth_ = 0;
+  std::set<CodeEditor*> grouped_;
+  /// Editors whose save point holds what the file does.
+  std::set<const CodeEditor*> saved_;
+  EditorShelf shelf_;
+};
+
+}  // namespace tessel::workbench

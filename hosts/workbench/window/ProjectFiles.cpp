@@ -1,0 +1,288 @@
+#include "hosts/workbench/window/ProjectFiles.h"
+
+#include <QFileDialog>
+#include <QInputDialog>
+#include <algorithm>
+
+#include "hosts/workbench/platform/Text.h"
+#include "hosts/workbench/window/Unsaved.h"
+
+namespace tessel::workbench {
+namespace {
+
+std::filesystem::path PathOf(const QString& file) {
+  return std::filesystem::path(file.toStdU16String());
+}
+
+/// What a new project begins with.
+host::vbext_ComponentType FirstComponent(host::vbext_ProjectType type) {
+  switch (type) {
+    case host::vbext_pt_StandardExe:
+      return host::vbext_ct_VBForm;
+    case host::vbext_pt_ActiveXControl:
+      return host::vbext_ct_UserControl;
+    default:
+      return host::vbext_ct_ClassModule;
+  }
+}
+
+/// Whether a project needs a file before it can be saved; one around a single component file never
+/// gets one.
+bool IsUnnamed(model::VBProject& project) {
+  const auto& all = project.Components().All();
+  return project.File.empty() && (all.empty() || std::any_of(all.begin(), all.end(), [](auto& one) {
+                                    return one->Storage() == nullptr;
+                                  }));
+}
+
+}  // namespace
+
+ProjectFiles::ProjectFiles(workspace::Workspace& workspace, Questions& questions,
+                           Settings& settings, const QString& recoveryFolder)
+    : workspace_(workspace),
+      vbe_(std::dynamic_pointer_cast<model::Vbe>(workspace.VBE())),
+      questions_(questions),
+      settings_(settings),
+      recovery_(recoveryFolder) {}
+
+ProjectFiles::Projects ProjectFiles::All() const { return vbe_->Projects().All(); }
+
+void ProjectFiles::Changed() {
+  KeepWork();
+  if (OnChanged) OnChanged();
+}
+
+// Opening
+
+bool ProjectFiles::Open(const QString& file) {
+  const std::size_t before = workspace_.Problems().size();
+  if (!questions_.Guard([&] { workspace_.Open(PathOf(file)); })) return false;
+  settings_.AddRecent(file);
+  QStringList problems;
+  for (std::size_t at = before; at < workspace_.Problems().size(); ++at) {
+    problems.append(ToQt(workspace_.Problems()[at].Description()));
+  }
+  if (!problems.isEmpty()) {
+    questions_.ShowFailure(QObject::tr("Some components could not be loaded and are left out:") +
+                           QStringLiteral("\n\n") + Listed(problems));
+  }
+  return true;
+}
+
+bool ProjectFiles::Replace(const std::function<bool()>& open) {
+  Projects before = All();
+  if (!MaySaveChanges(before) || !open()) return false;
+  CloseUnasked(std::move(before));
+  return true;
+}
+
+void ProjectFiles::AskForFile() {
+  const QString file = QFileDialog::getOpenFileName(
+      &questions_.Window(), QObject::tr("Open Project"), {},
+      QObject::tr("Projects (*.vbp *.vbg);;"
+                  "Components (*.bas *.cls *.frm *.ctl *.pag *.dob *.dsr);;All files (*)"));
+  if (!file.isEmpty()) Replace([&] { return Open(file); });
+}
+
+void ProjectFiles::OpenRecent(const QString& file) {
+  Replace([&] {
+    if (Open(file)) return true;
+    settings_.RemoveRecent(file);
+    return false;
+  });
+}
+
+void ProjectFiles::NewProject(host::vbext_ProjectType type) {
+  if (!CloseAll()) return;
+  questions_.Guard([&] {
+    workspace_.NewProject(u"Project1", type);
+    workspace_.AddComponent(u"Project1", FirstComponent(type), u"", u"");
+  });
+}
+
+// Saving
+
+bool ProjectFiles::SaveUnnamed(const Projects& projects) {
+  for (const auto& project : projects) {
+    if (!IsUnnamed(*project)) continue;
+    const QString file = QFileDialog::getSaveFileName(
+        &questions_.Window(), QObject::tr("Save Project As"),
+        ToQt(project->PlainName()) + QStringLiteral(".vbp"), QObject::tr("Projects (*.vbp)"));
+    if (file.isEmpty()) return false;
+    if (!questions_.Guard([&] { workspace_.SaveProjectAs(project->PlainName(), PathOf(file)); })) {
+      return false;
+    }
+    settings_.AddRecent(file);
+  }
+  return true;
+}
+
+bool ProjectFiles::SaveAll() {
+  BeforeSaving();
+  const bool saved = SaveUnnamed(All()) && questions_.Guard([&] { workspace_.Save(); });
+  Changed();
+  return saved;
+}
+
+bool ProjectFiles::Save(const std::shared_ptr<model::VBComponent>& component) {
+  if (!component->Storage() ||
+      workspace_.StoredBytes(component->Project()->PlainName(), component->PlainName()).empty()) {
+    return SaveAll();  // the project must name a new file
+  }
+  BeforeSaving();
+  const bool saved = questions_.Guard(
+      [&] { workspace_.SaveComponent(component->Project()->PlainName(), component->PlainName()); });
+  Changed();
+  return saved;
+}
+
+void ProjectFiles::SaveAs(const std::shared_ptr<model::VBComponent>& component) {
+  if (!component->Storage()) {
+    SaveAll();
+    return;
+  }
+  const QString file =
+      QFileDialog::getSaveFileName(&questions_.Window(), QObject::tr("Save Component As"),
+                                   ToQt(component->Storage()->FileName()));
+  if (file.isEmpty()) return;
+  BeforeSaving();
+  questions_.Guard([&] { component->SaveAs(FromQt(file)); });
+  Changed();
+}
+
+bool ProjectFiles::IsUnsaved() const {
+  const Projects projects = All();
+  return std::any_of(projects.begin(), projects.end(), [this](const auto& project) {
+    return workbench::IsUnsaved(workspace_, *project);
+  });
+}
+
+bool ProjectFiles::MaySaveChanges(const Projects& projects) {
+  BeforeSaving();
+  QStringList unsaved;
+  for (const auto& project : projects) unsaved.append(UnsavedOf(workspace_, *project));
+  if (unsaved.isEmpty()) return true;
+  switch (questions_.Ask(
+      QObject::tr("Save the changes to these files?") + QStringLiteral("\n\n") + Listed(unsaved),
+      QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save)) {
+    case QMessageBox::Save:
+      return SaveAll();
+    case QMessageBox::Discard:
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Closing
+
+void ProjectFiles::CloseUnasked(Projects projects) {
+  questions_.Guard([&] {
+    for (const auto& project : projects) workspace_.Close(project->PlainName());
+  });
+  projects.clear();  // windows of theirs see that they are gone
+  Changed();
+}
+
+bool ProjectFiles::CloseAll() {
+  Projects projects = All();
+  if (!MaySaveChanges(projects)) return false;
+  CloseUnasked(std::move(projects));
+  return true;
+}
+
+bool ProjectFiles::Close(const std::shared_ptr<model::VBProject>& project) {
+  if (!MaySaveChanges({project})) return false;
+  CloseUnasked({project});
+  return true;
+}
+
+void ProjectFiles::Remove(const std::shared_ptr<model::VBComponent>& component) {
+  const QString question = QObject::tr("Take %1 out of the project? Its file stays where it is.")
+                               .arg(ToQt(component->PlainName()));
+  if (questions_.Ask(question, QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes) !=
+      QMessageBox::Yes) {
+    return;
+  }
+  questions_.Guard([&] {
+    workspace_.RemoveComponent(component->Project()->PlainName(), component->PlainName());
+  });
+}
+
+void ProjectFiles::Rename(const std::shared_ptr<model::VBComponent>& component) {
+  bool accepted = false;
+  const QString name = QInputDialog::getText(
+      &questions_.Window(), QObject::tr("Rename"), QObject::tr("Name of the component:"),
+      QLineEdit::Normal, ToQt(component->PlainName()), &accepted);
+  if (!accepted || name.isEmpty()) return;
+  questions_.Guard([&] { component->SetName(FromQt(name)); });
+}
+
+// Reloading and recovery
+
+void ProjectFiles::AskToReload(const std::vector<ChangedOutside>& changed) {
+  QStringList files, gone;
+  for (const ChangedOutside& one : changed) (one.Gone ? gone : files).append(one.File);
+  if (!gone.isEmpty()) {
+    questions_.ShowFailure(
+        QObject::tr("These files are no longer there. Saving writes them anew:") +
+        QStringLiteral("\n\n") + Listed(gone));
+  }
+  if (files.isEmpty()) return;
+  const QString question =
+      QObject::tr(
+          "These files were changed outside. Load them again? Changes made here to them "
+          "are lost then.") +
+      QStringLiteral("\n\n") + Listed(files);
+  if (questions_.Ask(question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) !=
+      QMessageBox::Yes) {
+    return;
+  }
+  for (const ChangedOutside& one : changed) {
+    const auto project = one.Gone ? nullptr : one.Component->Project();
+    if (!project) continue;
+    questions_.Guard([&] { workspace_.Reload(project->PlainName(), one.Component->PlainName()); });
+  }
+  Changed();
+}
+
+void ProjectFiles::KeepWork() { recovery_.Write(UnsavedWork(workspace_)); }
+
+void ProjectFiles::OfferRecovery() {
+  for (const RecoveredWork& work : recovery_.Left()) {
+    QStringList parts;
+    for (const RecoveredProject& project : work.Projects) {
+      for (const RecoveredComponent& component : project.Components) {
+        parts.append(ToQt(project.Name + u" - " + component.Name));
+      }
+    }
+    const QString question =
+        QObject::tr("The workbench ended without closing. Unsaved work of %1 can be brought back:")
+            .arg(work.Time) +
+        QStringLiteral("\n\n") + Listed(parts);
+    switch (questions_.Choose(
+        question, {QObject::tr("Bring it &back"), QObject::tr("&Discard"), QObject::tr("&Later")},
+        0)) {
+      case 0:
+        Restore(work);
+        break;
+      case 1:
+        QFile::remove(work.File);
+        break;
+      default:
+        break;
+    }
+  }
+}
+
+void ProjectFiles::Restore(const RecoveredWork& work) {
+  for (const RecoveredProject& project : work.Projects) {
+    if (project.File.isEmpty() || vbe_->Projects().Find(project.Name)) continue;
+    if (!Open(project.File)) return;
+  }
+  if (!questions_.Guard([&] { RunTool([&] { workbench::Restore(workspace_, work); }); })) return;
+  KeepWork();  // the work is in this run's own file before the old one goes
+  QFile::remove(work.File);
+}
+
+}  // namespace tessel::workbench

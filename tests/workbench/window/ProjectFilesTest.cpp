@@ -1,0 +1,145 @@
+#include "hosts/workbench/window/ProjectFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "hosts/workbench/designer/DesignerView.h"
+#include "hosts/workbench/window/Unsaved.h"
+#include "workbench/window/WindowFixture.h"
+
+namespace tessel::workbench {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string BytesOf(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+/// Two small projects beside the sample.
+class Files : public InWindow {
+ protected:
+  Files() {
+    for (const std::string name : {"One", "Two"}) {
+      folder_.Write(name + ".bas", "Attribute VB_Name = \"" + name + "M\"\r\n' as it was\r\n");
+      folder_.Write(name + ".vbp", "Type=Exe\r\nModule=" + name + "M; " + name + ".bas\r\nName=\"" +
+                                       name + "\"\r\n");
+    }
+    folder_.Write("Both.vbg", "VBGROUP 5.0\r\nStartupProject=One.vbp\r\nProject=Two.vbp\r\n");
+    folder_.Write("Bad.vbp", "no project\r\n");
+  }
+  [[nodiscard]] QString Path(const char* name) const {
+    return QString::fromStdString((folder_.Path() / name).string());
+  }
+  [[nodiscard]] QStringList Projects() const {
+    QStringList names;
+    for (const auto& project : window_->Root()->Projects().All()) {
+      names.append(ToQt(project->PlainName()));
+    }
+    return names;
+  }
+  [[nodiscard]] std::shared_ptr<model::VBProject> Project(StringView name) const {
+    return window_->Root()->Projects().Find(name);
+  }
+  [[nodiscard]] std::shared_ptr<model::VBComponent> In(StringView project) const {
+    return Project(project)->Components().All().front();
+  }
+  /// A form of the sample with controls.
+  [[nodiscard]] std::shared_ptr<model::VBComponent> Form() const {
+    for (const auto& one : window_->Root()->Active()->Components().All()) {
+      if (one->PlainType() == host::vbext_ct_VBForm &&
+          !one->OwnDesigner()->Tree().Controls().empty()) {
+        return one;
+      }
+    }
+    return nullptr;
+  }
+};
+
+TEST_F(Files, StayOpenWhenAnotherOneCantBeOpenedInTheirPlace) {
+  ASSERT_TRUE(window_->OpenFile(Path("One.vbp")));
+  In(u"One")->Module()->InsertLines(1, u"' mine");
+  QString told;
+  AnswerNext(QMessageBox::Discard);
+  When([] { return OpenBox() && OpenBox()->button(QMessageBox::Ok) ? OpenBox() : nullptr; },
+       [&](QMessageBox* box) {
+         told = box->text();
+         box->button(QMessageBox::Ok)->click();
+       });
+  window_->Files().OpenRecent(Path("Bad.vbp"));
+  EXPECT_TRUE(told.contains(QStringLiteral("Bad.vbp"))) << told.toStdString();
+  EXPECT_EQ(Projects(), QStringList{QStringLiteral("One")});
+  EXPECT_EQ(In(u"One")->Module()->Lines(1, 1), u"' mine");
+  AnswerNext(QMessageBox::Discard);
+  window_->Files().OpenRecent(Path("Two.vbp"));
+  EXPECT_EQ(Projects(), QStringList{QStringLiteral("Two")});
+}
+
+TEST_F(Files, AskForTheProjectAloneThatIsClosed) {
+  ASSERT_TRUE(window_->OpenFile(Path("Both.vbg")));
+  In(u"One")->Module()->InsertLines(1, u"' mine");
+  EXPECT_TRUE(window_->Files().Close(Project(u"Two"))) << "nothing was to be asked";
+  EXPECT_EQ(Projects(), QStringList{QStringLiteral("One")});
+  QString asked;
+  AnswerNext(QMessageBox::Cancel, &asked);
+  EXPECT_FALSE(window_->Files().Close(Project(u"One")));
+  EXPECT_TRUE(asked.contains(QStringLiteral("One.bas"))) << asked.toStdString();
+}
+
+TEST_F(Files, CountAsSavedWhenTheTextIsThatOfTheFileAgain) {
+  ASSERT_TRUE(window_->OpenFile(Path("One.vbp")));
+  const auto component = In(u"One");
+  CodeWindow& code = *window_->ShowCode(component);
+  code.Editor().insertAt(QStringLiteral("x"), 0, 0);
+  EXPECT_TRUE(IsUnsaved(*component));
+  code.Editor().undo();
+  EXPECT_FALSE(IsUnsaved(*component));
+  code.Editor().redo();
+  EXPECT_TRUE(IsUnsaved(*component));
+  ASSERT_TRUE(window_->SaveAll());
+  EXPECT_FALSE(IsUnsaved(*component));
+  code.Editor().undo();
+  EXPECT_TRUE(IsUnsaved(*component)) << "the file holds the x now";
+  code.Editor().redo();
+  EXPECT_FALSE(IsUnsaved(*component));
+  EXPECT_EQ(BytesOf(folder_.Path() / "One.bas"),
+            "Attribute VB_Name = \"OneM\"\r\nx' as it was\r\n");
+}
+
+TEST_F(Files, DontCountAsSavedByUndoWhatWasChangedAheadOfTheWindow) {
+  ASSERT_TRUE(window_->OpenFile(Path("One.vbp")));
+  const auto component = In(u"One");
+  component->Module()->InsertLines(1, u"' by another hand");
+  CodeWindow& code = *window_->ShowCode(component);
+  code.Editor().insertAt(QStringLiteral("x"), 0, 0);
+  code.Editor().undo();
+  EXPECT_TRUE(IsUnsaved(*component));
+}
+
+TEST_F(Files, CountAsSavedWhenTheFormIsThatOfTheFileAgain) {
+  OpenSample();
+  const auto form = Form();
+  ASSERT_NE(form, nullptr);
+  DesignerView& view = *window_->ShowDesigner(form);
+  view.AddControl(u"VB.CommandButton");
+  EXPECT_TRUE(IsUnsaved(*form));
+  view.UndoStack().undo();
+  EXPECT_FALSE(IsUnsaved(*form));
+}
+
+TEST_F(Files, DontCountAFormAsSavedThatOtherHandsHaveChanged) {
+  OpenSample();
+  const auto form = Form();
+  ASSERT_NE(form, nullptr);
+  DesignerView& view = *window_->ShowDesigner(form);
+  view.AddControl(u"VB.CommandButton");
+  form->Properties()->Item(u"Caption")->SetValue(u"otherwise");
+  view.UndoStack().undo();
+  EXPECT_TRUE(IsUnsaved(*form));
+}
+
+}  // namespace
+}  // namespace tessel::workbench
