@@ -8,6 +8,7 @@
 #include "hosts/batch/FormatOptions.h"
 #include "hosts/batch/HandlersCommand.h"
 #include "hosts/batch/MembersCommand.h"
+#include "hosts/batch/NewCommand.h"
 #include "hosts/batch/SchemesCommand.h"
 #include "hosts/drive/Session.h"
 #include "hosts/linux/LinuxApp.h"
@@ -160,11 +161,13 @@ int main(int argc, char** argv) {
   MembersRequest members;
   batch::HandlersRequest handlers;
   batch::SchemesRequest schemes;
+  batch::NewRequest making;
   DriveRequest driving;
   AddFormat(app, format);
   AddMembers(app, members);
   AddHandlers(app, handlers);
   AddSchemes(app, schemes);
+  batch::AddNew(app, making);
   AddDrive(app, driving);
   try {
     app.parse(argc, argv);
@@ -181,6 +184,7 @@ int main(int argc, char** argv) {
       return batch::RunHandlersCommand(handlers, std::cout, std::cerr);
     }
     if (app.got_subcommand("schemes")) return batch::RunSchemes(schemes, std::cout, std::cerr);
+    if (app.got_subcommand("new")) return batch::RunNew(making, std::cin, std::cout, std::cerr);
     return RunDrive(driving);
   } catch (const std::exception& failure) {
     std::cerr << "tessel: " << failure.what() << '\n';

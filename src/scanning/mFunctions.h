@@ -70,7 +70,10 @@ template <class T>
 
 // Input and messages
 
-/// Shows message `code` (1 to 19; others are empty) with its placeholders filled in. Always false.
+/// Message `code` (1 to 19; others are empty) with its placeholders filled in.
+[[nodiscard]] String MessageText(int code, StringView info1 = {}, StringView info2 = {},
+                                 StringView info3 = {});
+/// Shows that message. Always false.
 bool myBreak(int code, StringView info1 = {}, StringView info2 = {}, StringView info3 = {});
 /// True when `text` holds one of the symbols.
 [[nodiscard]] bool GetBadSymbols(StringView text, StringView badSymbols);

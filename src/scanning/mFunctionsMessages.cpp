@@ -47,15 +47,17 @@ bool SettingIsOn(StringView key) {
 
 }  // namespace
 
+String MessageText(int code, StringView info1, StringView info2, StringView info3) {
+  if (code < 1 || code > static_cast<int>(Messages.size())) return {};
+  String text(Messages[static_cast<std::size_t>(code) - 1]);
+  text = vb::Replace(text, u"AdditionalInformation1", info1);
+  text = vb::Replace(text, u"AdditionalInformation2", info2);
+  return vb::Replace(text, u"AdditionalInformation3", info3);
+}
+
 bool myBreak(int code, StringView info1, StringView info2, StringView info3) {
   Routine(u"mFunctions.myBreak", [&](const Statements& run) {
-    String text;
-    if (code >= 1 && code <= static_cast<int>(Messages.size())) {
-      text = Messages[static_cast<std::size_t>(code) - 1];
-    }
-    text = vb::Replace(text, u"AdditionalInformation1", info1);
-    text = vb::Replace(text, u"AdditionalInformation2", info2);
-    text = vb::Replace(text, u"AdditionalInformation3", info3);
+    const String text = MessageText(code, info1, info2, info3);
     run([&] { platform::Current().Desktop().ShowMessage(text, u"Tessel", platform::Exclamation); });
   });
   return false;

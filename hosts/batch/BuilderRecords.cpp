@@ -1,0 +1,255 @@
+#include "hosts/batch/BuilderRecords.h"
+
+#include <functional>
+#include <nlohmann/json.hpp>
+
+#include "scanning/mFunctions.h"
+#include "vb/Failure.h"
+
+namespace tessel::batch {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// One record on its way from JSON to choices. Each field is taken once; what is left over is a
+/// field that the builder doesn't know.
+class Fields {
+ public:
+  Fields(const Json& json, std::string where) : json_(json), where_(std::move(where)) {
+    if (!json.is_object()) Fail("is no object");
+  }
+
+  [[noreturn]] void Fail(const std::string& why) const {
+    throw vb::Failure(vb::InvalidCall, vb::FromUtf8(where_ + " " + why), u"Tessel");
+  }
+  [[nodiscard]] std::string Where(const char* name) const { return where_ + "." + name; }
+
+  void Text(const char* name, String& value) {
+    if (const Json* const found = Take(name)) {
+      if (!found->is_string()) Fail(Quoted(name) + " is no text");
+      value = vb::FromUtf8(found->get<std::string>());
+    }
+  }
+  void Flag(const char* name, bool& value) {
+    if (const Json* const found = Take(name)) {
+      if (!found->is_boolean()) Fail(Quoted(name) + " is neither true nor false");
+      value = found->get<bool>();
+    }
+  }
+  /// A text that is one of `words`, in their spelling.
+  void Word(const char* name, String& value, std::initializer_list<StringView> words) {
+    String text = value;
+    Text(name, text);
+    for (const StringView word : words) {
+      if (vb::SameText(word, text)) {
+        value = word;
+        return;
+      }
+    }
+    Fail(Quoted(name) + " can't be \"" + vb::ToUtf8(text) + '"');
+  }
+  /// Calls `item` with each element of a list.
+  void List(const char* name, const std::function<void(const Json&, std::string)>& item) {
+    const Json* const found = Take(name);
+    if (found == nullptr) return;
+    if (!found->is_array()) Fail(Quoted(name) + " is no list");
+    std::size_t at = 0;
+    for (const Json& one : *found) item(one, Where(name) + "[" + std::to_string(at++) + "]");
+  }
+  /// Fails for a field that nobody took.
+  void Done() const {
+    for (const auto& [name, value] : json_.items()) {
+      if (std::find(taken_.begin(), taken_.end(), name) == taken_.end()) {
+        Fail("has a field that is not known: " + Quoted(name));
+      }
+    }
+  }
+
+ private:
+  static std::string Quoted(const std::string& name) { return '"' + name + '"'; }
+  const Json* Take(const char* name) {
+    taken_.emplace_back(name);
+    const auto found = json_.find(name);
+    return found == json_.end() ? nullptr : &*found;
+  }
+
+  const Json& json_;
+  std::string where_;
+  std::vector<std::string> taken_;
+};
+
+void ReadComment(Fields& fields, builders::HeaderChoices& comment) {
+  comment.Full = false;
+  fields.Flag("header", comment.Full);
+  fields.Text("description", comment.Description);
+  fields.Text("author", comment.Author);
+  fields.Text("date-time", comment.DateTime);
+}
+
+void ReadScope(Fields& fields, String& accessibility, String& fixed) {
+  fields.Word("accessibility", accessibility, {u"", u"Public", u"Private", u"Friend"});
+  bool isStatic = false;
+  fields.Flag("static", isStatic);
+  if (isStatic) fixed = u"Static";
+}
+
+/// A finished text, or an object with the fields of the Argument Builder.
+String ReadArgument(const Json& json, const std::string& where) {
+  if (json.is_string()) return vb::FromUtf8(json.get<std::string>());
+  Fields fields(json, where);
+  builders::ArgumentChoices choices;
+  String passing;
+  fields.Text("name", choices.Name);
+  fields.Text("type", choices.Type);
+  fields.Flag("array", choices.Array);
+  fields.Flag("optional", choices.Optional);
+  fields.Flag("param-array", choices.ParamArray);
+  fields.Word("passing", passing, {u"", u"ByRef", u"ByVal"});
+  fields.Text("default", choices.DefaultValue);
+  fields.Done();
+  choices.ByRef = passing == u"ByRef";
+  choices.ByVal = passing == u"ByVal";
+  if (const auto complaint = builders::CheckField(choices)) {
+    fields.Fail(vb::ToUtf8(mFunctions::MessageText(complaint->Code, complaint->Info1)));
+  }
+  return builders::GeneratorStrok(choices);
+}
+
+/// A finished text, or an object with the fields of an enum's member.
+String ReadMember(const Json& json, const std::string& where, const String& prefix) {
+  if (json.is_string()) return prefix + vb::FromUtf8(json.get<std::string>());
+  Fields fields(json, where);
+  builders::EnumMemberChoices choices;
+  choices.Prefix = prefix;
+  fields.Text("prefix", choices.Prefix);
+  fields.Text("name", choices.Name);
+  fields.Text("value", choices.InitValue);
+  fields.Done();
+  if (const auto complaint = builders::CheckField(choices)) {
+    fields.Fail(vb::ToUtf8(mFunctions::MessageText(complaint->Code, complaint->Info1)));
+  }
+  return builders::GeneratorStrok(choices);
+}
+
+BuilderRecord ReadProcedure(Fields& fields) {
+  builders::ProcedureChoices choices;
+  fields.Text("name", choices.Name);
+  fields.Word("type", choices.Type, {u"Sub", u"Function"});
+  ReadScope(fields, choices.Accessibility, choices.Static);
+  fields.List("arguments", [&](const Json& json, const std::string& where) {
+    choices.Arguments.push_back(ReadArgument(json, where));
+  });
+  fields.Text("return-type", choices.ReturnValueType);
+  ReadComment(fields, choices.Comment);
+  return choices;
+}
+
+BuilderRecord ReadProperty(Fields& fields) {
+  builders::PropertyChoices choices;
+  choices.LetSet = false;
+  fields.Text("name", choices.Name);
+  fields.Text("type", choices.ValueType);
+  ReadScope(fields, choices.Accessibility, choices.Static);
+  fields.Text("prefix", choices.Prefix);
+  choices.MemberVariable = choices.Prefix;
+  fields.Text("member-variable", choices.MemberVariable);
+  fields.Flag("get", choices.Get);
+  fields.Flag("set", choices.LetSet);
+  ReadComment(fields, choices.Comment);
+  return choices;
+}
+
+BuilderRecord ReadCollection(Fields& fields) {
+  builders::CollectionChoices choices;
+  fields.Text("base-class", choices.BaseClass);
+  choices.ClassName = choices.BaseClass + u"S";
+  fields.Text("name", choices.ClassName);
+  fields.Text("variable-prefix", choices.VariablePrefix);
+  fields.Flag("exists", choices.Exists);
+  ReadComment(fields, choices.Comment);
+  return choices;
+}
+
+BuilderRecord ReadEnum(Fields& fields) {
+  builders::EnumChoices choices;
+  fields.Text("name", choices.Name);
+  fields.Word("accessibility", choices.Accessibility, {u"", u"Public", u"Private"});
+  String prefix;
+  fields.Text("prefix", prefix);
+  fields.List("members", [&](const Json& json, const std::string& where) {
+    choices.Parameters.push_back(ReadMember(json, where, prefix));
+  });
+  choices.Selected = static_cast<int>(choices.Parameters.size()) - 1;
+  ReadComment(fields, choices.Comment);
+  return choices;
+}
+
+struct KindRow {
+  StringView Name;
+  BuilderRecord (*Read)(Fields&);
+};
+constexpr KindRow Kinds[] = {{u"procedure", ReadProcedure},
+                             {u"property", ReadProperty},
+                             {u"collection", ReadCollection},
+                             {u"enum", ReadEnum}};
+
+BuilderRecord ReadRecord(const Json& json, const std::string& where, const std::string& kind) {
+  Fields fields(json, where);
+  String named = vb::FromUtf8(kind);
+  fields.Text("kind", named);
+  if (!kind.empty() && named != vb::FromUtf8(kind)) {
+    fields.Fail("is of the kind \"" + vb::ToUtf8(named) + "\", not \"" + kind + '"');
+  }
+  for (const KindRow& row : Kinds) {
+    if (row.Name != named) continue;
+    BuilderRecord record = row.Read(fields);
+    fields.Done();
+    return record;
+  }
+  fields.Fail("needs a \"kind\": procedure, property, collection or enum");
+}
+
+}  // namespace
+
+std::vector<BuilderRecord> ReadBuilderRecords(const std::string& json, const std::string& source,
+                                              const std::string& kind) {
+  Json parsed;
+  try {
+    parsed = Json::parse(json);
+  } catch (const Json::parse_error& error) {
+    throw vb::Failure(vb::InvalidCall, vb::FromUtf8(source + ": no JSON: " + error.what()),
+                      u"Tessel");
+  }
+  std::vector<BuilderRecord> records;
+  if (!parsed.is_array()) {
+    records.push_back(ReadRecord(parsed, source + ": the record", kind));
+    return records;
+  }
+  for (const Json& one : parsed) {
+    records.push_back(
+        ReadRecord(one, source + ": record " + std::to_string(records.size() + 1), kind));
+  }
+  return records;
+}
+
+String FaultOf(const BuilderRecord& record) {
+  const auto complaint =
+      std::visit([](const auto& choices) { return builders::CheckField(choices); }, record);
+  if (!complaint) return {};
+  return mFunctions::MessageText(complaint->Code, complaint->Info1, complaint->Info2);
+}
+
+const String& NameOf(const BuilderRecord& record) {
+  if (const auto* const collection = std::get_if<builders::CollectionChoices>(&record)) {
+    return collection->ClassName;
+  }
+  if (const auto* const procedure = std::get_if<builders::ProcedureChoices>(&record)) {
+    return procedure->Name;
+  }
+  if (const auto* const property = std::get_if<builders::PropertyChoices>(&record)) {
+    return property->Name;
+  }
+  return std::get<builders::EnumChoices>(record).Name;
+}
+
+}  // namespace tessel::batch

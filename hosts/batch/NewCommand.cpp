@@ -1,0 +1,203 @@
+#include "hosts/batch/NewCommand.h"
+
+#include <iostream>
+#include <iterator>
+#include <set>
+
+#include "builders/CSQLDataType.h"
+#include "hosts/batch/BatchPlatform.h"
+#include "hosts/batch/BuilderRecords.h"
+#include "hosts/batch/PersonalDatabase.h"
+#include "hosts/workspace/AtomicFile.h"
+#include "hosts/workspace/Workspace.h"
+#include "insertion/mGlobals.h"
+#include "scanning/mFunctions.h"
+
+namespace tessel::batch {
+namespace {
+
+using builders::CollectionChoices;
+using builders::EnumChoices;
+using builders::ProcedureChoices;
+using builders::PropertyChoices;
+
+[[noreturn]] void Fail(const String& why) { throw vb::Failure(vb::InvalidCall, why, u"Tessel"); }
+
+/// What goes to the end of the declarations, and what goes to the end of the module. Properties
+/// bring both: their variables stand together.
+struct ModuleText {
+  String Declarations, Members;
+};
+
+void Add(ModuleText& text, const ProcedureChoices& choices) {
+  text.Members += builders::GeneratorTextMethod(choices) + String(vb::CrLf);
+}
+void Add(ModuleText& text, const PropertyChoices& choices) {
+  builders::PropertyText property = builders::GeneratorTextProperty(choices);
+  text.Declarations += StringView(property.Declaration).substr(0, property.Declaration.size() - 2);
+  text.Members += property.Body;
+}
+void Add(ModuleText& text, const EnumChoices& choices) {
+  text.Declarations += builders::GeneratorText(choices) + String(vb::CrLf);
+}
+void Add(ModuleText& text, const CollectionChoices& choices) {
+  text.Members += builders::GeneratorTextClass(choices) + String(vb::CrLf);
+}
+
+/// Gives each property without a prefix that of its type; an unknown type gets none that would
+/// make a name, so it is refused.
+void FindPrefixes(std::vector<BuilderRecord>& records) {
+  std::optional<std::vector<CSQLDataType::Row>> types;
+  for (BuilderRecord& record : records) {
+    auto* const property = std::get_if<PropertyChoices>(&record);
+    if (property == nullptr || !property->Prefix.empty()) continue;
+    if (!types) types = CSQLDataType().GetAllTypeMemberVariable(u"");
+    if (!types) types.emplace();
+    for (const CSQLDataType::Row& row : *types) {
+      if (vb::SameText(row.Name, property->ValueType)) property->Prefix = row.Prefix;
+    }
+    if (property->Prefix.empty()) {
+      Fail(u"the property " + property->Name + u": the type " + property->ValueType +
+           u" has no prefix in the table of types; name one");
+    }
+    if (property->MemberVariable.empty()) property->MemberVariable = property->Prefix;
+  }
+}
+
+void Check(const std::vector<BuilderRecord>& records) {
+  for (const BuilderRecord& record : records) {
+    if (const String fault = FaultOf(record); !fault.empty()) Fail(NameOf(record) + u": " + fault);
+  }
+}
+
+std::vector<BuilderRecord> ReadRecords(const NewRequest& request, std::istream& in) {
+  if (request.From.empty()) return ReadBuilderRecords(request.Record, "the options", request.Kind);
+  if (request.From != "-") {
+    return ReadBuilderRecords(workspace::ReadFile(request.From), request.From, request.Kind);
+  }
+  const std::string json{std::istreambuf_iterator<char>(in), {}};
+  return ReadBuilderRecords(json, "standard input", request.Kind);
+}
+
+/// Puts records into the active project of a workspace.
+class Inserter {
+ public:
+  Inserter(const workspace::Workspace& environment, String component)
+      : vbe_(environment.VBE()), component_(std::move(component)) {}
+
+  void Insert(const std::vector<BuilderRecord>& records) {
+    ModuleText text;
+    for (const BuilderRecord& record : records) {
+      if (const auto* const collection = std::get_if<CollectionChoices>(&record)) {
+        MakeClasses(*collection);
+        continue;
+      }
+      if (component_.empty()) Fail(NameOf(record) + u": --component says where it goes");
+      Refuse(NameOf(record));
+      std::visit([&](const auto& choices) { Add(text, choices); }, record);
+    }
+    Into(component_, text.Declarations, mGlobals::EndOfDeclarations, host::vbext_ct_StdModule);
+    Into(component_, text.Members, mGlobals::EndOfModule, host::vbext_ct_StdModule);
+  }
+
+ private:
+  void MakeClasses(const CollectionChoices& choices) {
+    if (mGlobals::CheckComponentName(vbe_, choices.ClassName)) {
+      Fail(mFunctions::MessageText(8, choices.ClassName));
+    }
+    Into(choices.ClassName, builders::GeneratorTextClass(choices), mGlobals::EndOfModule,
+         host::vbext_ct_ClassModule);
+    if (mGlobals::CheckComponentName(vbe_, choices.BaseClass)) return;
+    Into(choices.BaseClass, builders::BaseClassText(), mGlobals::EndOfModule,
+         host::vbext_ct_ClassModule);
+  }
+
+  /// One blank line stands between what is there and what comes.
+  void Into(StringView component, String text, mGlobals::InsertMode mode,
+            host::vbext_ComponentType type) {
+    while (text.ends_with(vb::CrLf)) text.erase(text.size() - vb::CrLf.size());
+    if (text.empty()) return;
+    if (const auto module = ModuleOf(component)) {
+      const int last = module->CountOfLines(), declarations = module->CountOfDeclarationLines();
+      if (mode == mGlobals::EndOfModule && HasCode(*module, last)) text.insert(0, vb::CrLf);
+      if (mode == mGlobals::EndOfDeclarations && HasCode(*module, declarations + 1)) {
+        text += vb::CrLf;
+      }
+    }
+    mGlobals::InsertTextActiveVbComponent(vbe_, component, text, mode, u"", type, 0);
+  }
+  static bool HasCode(host::CodeModule& module, int line) {
+    return line > 0 && line <= module.CountOfLines() &&
+           !vb::Trim(StringView(module.Lines(line, 1))).empty();
+  }
+  /// Nothing for a component that isn't there.
+  [[nodiscard]] std::shared_ptr<host::CodeModule> ModuleOf(StringView component) const {
+    if (!mGlobals::CheckComponentName(vbe_, component)) return nullptr;
+    auto module = vbe_->ActiveVBProject()->VBComponents()->Item(component)->CodeModule();
+    if (!module) Fail(String(component) + u" has no code");
+    return module;
+  }
+
+  /// Names that the component has already, or that two records share, would not compile.
+  void Refuse(const String& name) {
+    if (!members_) members_ = Members();
+    if (!members_->insert(vb::UCase(name)).second) {
+      Fail(component_ + u" has a member " + name + u" already");
+    }
+  }
+  [[nodiscard]] std::set<String> Members() const {
+    std::set<String> names;
+    const auto module = ModuleOf(component_);
+    if (!module) return names;
+    if (const auto table = mFunctions::AllNameProcedures(module, u"")) {
+      for (const Member& member : *table) names.insert(vb::UCase(member.Name));
+    }
+    return names;
+  }
+
+  std::shared_ptr<host::VBE> vbe_;
+  String component_;
+  std::optional<std::set<String>> members_;
+};
+
+void Print(const std::vector<BuilderRecord>& records, std::ostream& out) {
+  ModuleText text;
+  for (const BuilderRecord& record : records) {
+    std::visit([&](const auto& choices) { Add(text, choices); }, record);
+  }
+  if (!text.Declarations.empty() && !text.Members.empty()) text.Declarations += vb::CrLf;
+  out << vb::ToUtf8(text.Declarations + text.Members);
+}
+
+void Carry(const NewRequest& request, std::istream& in, std::ostream& out) {
+  BatchPlatform services(4);
+  const platform::ScopedPlatform scope(services);
+  const SharedDatabase shared(OpenPersonal(SchemeData(request.Data)));
+  std::vector<BuilderRecord> records = ReadRecords(request, in);
+  FindPrefixes(records);
+  Check(records);
+  if (request.Into.empty()) {
+    Print(records, out);
+    return;
+  }
+  workspace::Workspace environment(services, {request.CodePage, false});
+  environment.Open(request.Into);
+  Inserter(environment, vb::FromUtf8(request.Component)).Insert(records);
+  for (const auto& file : environment.Save()) out << file.string() << '\n';
+}
+
+}  // namespace
+
+int RunNew(const NewRequest& request, std::istream& in, std::ostream& out, std::ostream& err) {
+  try {
+    Carry(request, in, out);
+    out.flush();
+    if (!out) throw vb::Failure(vb::InvalidCall, u"the output can't be written", u"Tessel");
+    return 0;
+  } catch (...) {
+    err << "tessel: " << vb::CurrentFailure().what() << '\n';
+    return 2;
+  }
+}
+
+}  // namespace tessel::batch

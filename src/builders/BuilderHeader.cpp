@@ -1,0 +1,50 @@
+#include "builders/BuilderHeader.h"
+
+#include "scanning/mFunctions.h"
+#include "vb/Numbers.h"
+
+namespace tessel::builders {
+namespace {
+
+constexpr std::ptrdiff_t RuleWidth = 26;
+
+String Rule(char16_t sign) { return u"'" + vb::Repeat(RuleWidth, sign) + String(vb::CrLf); }
+
+String Line(StringView label, std::size_t width, StringView text) {
+  String line = u"' " + String(label);
+  line.resize(std::max(line.size(), width + 2), u' ');
+  return line + u": " + String(text) + String(vb::CrLf);
+}
+
+}  // namespace
+
+bool IsNoType(StringView type) { return vb::SameText(type, NoType); }
+
+String Header(const HeaderWords& words, StringView name, const HeaderChoices& choices) {
+  if (!choices.Full && choices.Description.empty()) return {};
+  String text = Rule(u'=');
+  std::size_t width = words.LabelWidth;
+  if (choices.Full) {
+    text += Line(words.Kind, width, name);
+    text += Line(u"DateTime", width, choices.DateTime);
+    text += Line(u"Author", width, choices.Author);
+  } else if (words.ShortWidth != 0) {
+    width = words.ShortWidth;
+  }
+  return text + Line(u"Description", width, choices.Description) + Rule(u'-');
+}
+
+std::optional<int> NameFault(StringView name) {
+  if (vb::IsNumeric(vb::Left(name, 1))) return 2;
+  if (name.empty()) return 4;
+  if (mFunctions::GetBadSymbols(name, mFunctions::BadNameSymbols)) return 3;
+  return std::nullopt;
+}
+
+std::optional<Complaint> CheckName(const NameField& field, StringView text) {
+  const auto code = NameFault(text);
+  if (!code) return std::nullopt;
+  return Complaint{field.Control, *code, String(field.Label)};
+}
+
+}  // namespace tessel::builders

@@ -1,0 +1,118 @@
+// Runs every table in tests/data/builders; a new table is a new file. NAME.json holds "fixed"
+// fields and "axes", lists of values that are combined in every way; NAME.golden holds the text of
+// each combination behind a line "=== " with its own fields. What comes out is written below the
+// build folder; tools/renew-goldens.sh takes it over.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "builders/CodeReader.h"
+#include "hosts/batch/BuilderRecords.h"
+#include "hosts/workspace/AtomicFile.h"
+#include "support/BlockChecker.h"
+
+namespace tessel::builders {
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::ordered_json;
+
+const fs::path Folder = fs::path(TESSEL_SOURCE_DIR) / "tests/data/builders";
+const fs::path Actual = fs::path(TESSEL_BINARY_DIR) / "actual/builders";
+
+/// Each combination of one value from each axis.
+std::vector<Json> Combine(const Json& axes) {
+  std::vector<Json> all{Json::object()};
+  for (const auto& [name, values] : axes.items()) {
+    std::vector<Json> more;
+    for (const Json& one : all) {
+      for (const Json& value : values) {
+        more.push_back(one);
+        if (!value.is_null()) more.back()[name] = value;
+      }
+    }
+    all = std::move(more);
+  }
+  return all;
+}
+
+String TextOf(const batch::BuilderRecord& record) {
+  struct Write {
+    String operator()(const ProcedureChoices& one) const { return GeneratorTextMethod(one); }
+    String operator()(const EnumChoices& one) const { return GeneratorText(one); }
+    String operator()(const CollectionChoices& one) const {
+      return GeneratorTextClass(one) + String(vb::CrLf);
+    }
+    String operator()(const PropertyChoices& one) const {
+      const PropertyText text = GeneratorTextProperty(one);
+      return text.Declaration + text.Body;
+    }
+  };
+  return std::visit(Write{}, record);
+}
+
+void CheckCode(const String& text, const std::string& what) {
+  const test::BlockChecker blocks(text);
+  EXPECT_EQ(blocks.Errors(), std::vector<std::string>()) << what;
+  EXPECT_EQ(test::FaultsOfCode(text), std::vector<std::string>()) << what << '\n'
+                                                                  << vb::ToUtf8(text);
+}
+
+class BuilderGoldens : public testing::TestWithParam<std::string> {};
+
+TEST_P(BuilderGoldens, EveryCombinationGivesItsText) {
+  const Json table = Json::parse(workspace::ReadFile(Folder / (GetParam() + ".json")));
+  std::string actual;
+  for (const Json& combination : Combine(table.at("axes"))) {
+    Json record = table.at("fixed");
+    record.update(combination);
+    const auto read = batch::ReadBuilderRecords(record.dump(), GetParam());
+    ASSERT_EQ(read.size(), 1U);
+    ASSERT_EQ(batch::FaultOf(read[0]), u"") << record;
+    const String text = TextOf(read[0]);
+    CheckCode(text, record.dump());
+    actual += "=== " + combination.dump() + '\n' + vb::ToUtf8(vb::Replace(text, vb::CrLf, u"\n"));
+  }
+  fs::create_directories(Actual);
+  std::ofstream(Actual / (GetParam() + ".golden"), std::ios::binary) << actual;
+  const fs::path golden = Folder / (GetParam() + ".golden");
+  ASSERT_TRUE(fs::exists(golden)) << "run tools/renew-goldens.sh and read the difference";
+  EXPECT_TRUE(workspace::ReadFile(golden) == actual)
+      << "compare with " << (Actual / (GetParam() + ".golden")).string();
+}
+
+std::vector<std::string> Tables() {
+  std::vector<std::string> names;
+  for (const auto& file : fs::directory_iterator(Folder)) {
+    if (file.path().extension() == ".json") names.push_back(file.path().stem().string());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+INSTANTIATE_TEST_SUITE_P(Tables, BuilderGoldens, testing::ValuesIn(Tables()),
+                         [](const auto& table) {
+                           std::string name = table.param;
+                           std::replace(name.begin(), name.end(), '-', '_');
+                           return name;
+                         });
+
+TEST(CodeReader, FindsWhatIsWrong) {
+  const auto faults = [](StringView code) { return test::FaultsOfCode(code).size(); };
+  EXPECT_EQ(faults(u"Sub A()\r\n  x = 1\r\nEnd Sub\r\n"), 1U) << "not declared";
+  EXPECT_EQ(faults(u"Sub A()\r\n  Dim x As Long\r\n  x = 1\r\nEnd Sub\r\n"), 0U);
+  EXPECT_EQ(faults(u"Property Get A() As Long\r\nEnd Property\r\n"
+                   u"Property Let A(ByVal x As String)\r\nEnd Property\r\n"),
+            1U)
+      << "types that differ";
+  EXPECT_EQ(faults(u"' " + vb::Repeat(1022, u'x')), 1U) << "a line too long";
+  String continued = u"Sub A(";
+  for (int count = 0; count < 25; ++count) continued += u" _\r\n";
+  EXPECT_EQ(faults(continued + u")\r\nEnd Sub"), 1U) << "continued too often";
+}
+
+}  // namespace
+}  // namespace tessel::builders
