@@ -267,7 +267,7 @@ void ProjectFiles::OfferRecovery() {
         Restore(work);
         break;
       case 1:
-        QFile::remove(work.File);
+        work.Discard();
         break;
       default:
         break;
@@ -276,13 +276,32 @@ void ProjectFiles::OfferRecovery() {
 }
 
 void ProjectFiles::Restore(const RecoveredWork& work) {
-  for (const RecoveredProject& project : work.Projects) {
-    if (project.File.isEmpty() || vbe_->Projects().Find(project.Name)) continue;
-    if (!Open(project.File)) return;
+  for (const QString& file : FilesOf(work)) {
+    if (!IsOpen(file) && !Open(file)) return;
   }
-  if (!questions_.Guard([&] { RunTool([&] { workbench::Restore(workspace_, work); }); })) return;
+  QStringList homeless;
+  if (!questions_.Guard(
+          [&] { RunTool([&] { homeless = workbench::Restore(workspace_, work); }); })) {
+    return;
+  }
   KeepWork();  // the work is in this run's own file before the old one goes
-  QFile::remove(work.File);
+  if (homeless.isEmpty()) return work.Discard();
+  questions_.ShowFailure(
+      QObject::tr("These components are not what they were, so their work could not be brought "
+                  "back. It is kept for the next start in %1:")
+          .arg(work.File) +
+      QStringLiteral("\n\n") + Listed(homeless));
+}
+
+bool ProjectFiles::IsOpen(const QString& file) const {
+  const Projects projects = All();
+  return std::any_of(projects.begin(), projects.end(), [&](const auto& project) {
+    if (!project->File.empty()) return ToQt(project->File) == file;
+    const auto& all = project->Components().All();
+    return std::any_of(all.begin(), all.end(), [&](const auto& one) {
+      return one->Storage() && ToQt(one->Storage()->FileName()) == file;
+    });
+  });
 }
 
 }  // namespace tessel::workbench

@@ -61,6 +61,8 @@ class ProjectFiles {
   /// Opens one thing in the place of all that is open, which stays when that fails.
   bool Replace(const std::function<bool()>& open);
   void CloseUnasked(Projects projects);
+  /// Whether a project or a component in a project of its own is open from that file.
+  [[nodiscard]] bool IsOpen(const QString& file) const;
   void Restore(const RecoveredWork& work);
   void Changed();
 
