@@ -99,6 +99,7 @@ void Channel::SendPending() {
 void Channel::Send(Json reply) {
   Json ordered{{"ok", reply["ok"]}};
   ordered.update(reply);
+  ordered.update(std::exchange(further_, Json::object()));
   ordered["front"] = front_();
   out_ << ordered.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n' << std::flush;
 }

@@ -30,6 +30,9 @@ class Channel {
   /// handler.
   void WaitUntil(const std::function<bool()>& done);
 
+  /// Gives the next reply, whichever request it answers, further fields.
+  void AddToReply(Json fields) { further_.update(fields); }
+
   /// Ends all waits; `last` is carried out when the outermost loop is reached, before the reply to
   /// the request in hand.
   void Unwind(std::function<void()> last);
@@ -51,8 +54,9 @@ class Channel {
   std::ostream& out_;
   Handler handler_;
   Front front_;
-  Flight* flight_ = nullptr;     // the request whose handler runs, innermost
-  std::optional<Json> pending_;  // the reply to a request whose handler has come back
+  Flight* flight_ = nullptr;       // the request whose handler runs, innermost
+  std::optional<Json> pending_;    // the reply to a request whose handler has come back
+  Json further_ = Json::object();  // fields of the next reply
   std::function<void()> last_;
   bool unwinding_ = false, closed_ = false;
 };

@@ -3,12 +3,15 @@
 #include "forms/User.h"
 #include "hosts/drive/Fields.h"
 #include "hosts/drive/FormJson.h"
+#include "hosts/drive/RunDifferences.h"
 #include "hosts/drive/Session.h"
 
 namespace tessel::drive {
 namespace {
 
 namespace user = forms::user;
+
+constexpr int ReturnKey = 13;
 
 std::shared_ptr<forms::Form> FormOf(Session& session, const Json& request) {
   return session.Desktop().OpenForm(TextField(request, "form", u""));
@@ -64,7 +67,9 @@ Json Press(Session& session, const Json& request) {
   if (request.contains("item")) {
     user::PressItem(*target.Control, TextField(request, "item"));
   } else {
-    user::Press(*target.Control);
+    CarryReviewed(session, *target.Form,
+                  review::RunOfButton(target.Form->Name(), target.Control->Name()),
+                  [&] { user::Press(*target.Control); });
   }
   return {};
 }
@@ -114,7 +119,14 @@ Json Focus(Session& session, const Json& request) {
 
 Json Key(Session& session, const Json& request) {
   const int ascii = IntField(request, "ascii");
-  user::Key(*ControlOf(session, request).Control, ascii);
+  const Target target = ControlOf(session, request);
+  std::optional<review::RunKind> run;
+  if (ascii == ReturnKey) {
+    const bool onButton = dynamic_cast<const forms::Button*>(target.Control) != nullptr;
+    run = onButton ? review::RunOfButton(target.Form->Name(), target.Control->Name())
+                   : review::RunOfForm(target.Form->Name());
+  }
+  CarryReviewed(session, *target.Form, run, [&] { user::Key(*target.Control, ascii); });
   return {};
 }
 

@@ -87,7 +87,8 @@ Tokens WithoutHandlers(const Tokens& tokens) {
 bool HoldsHandlers(StringView code) {
   const Tokens tokens = ReadTokens(code, {});
   for (std::size_t at = 0; at < tokens.size(); ++at) {
-    if (tokens[at].Kind == TokenKind::LineNumber || BehindBlock(tokens, at) != at) return true;
+    const bool numbered = tokens[at].Kind == TokenKind::LineNumber && BearsNumber(tokens, at);
+    if (numbered || BehindBlock(tokens, at) != at) return true;
   }
   return false;
 }

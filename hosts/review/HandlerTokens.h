@@ -14,7 +14,8 @@ namespace tessel::review {
 /// block that its member doesn't close is code.
 [[nodiscard]] std::vector<Token> WithoutHandlers(const std::vector<Token>& tokens);
 
-/// Whether some member bears a handler: a header or footer block, or a line number.
+/// Whether some member bears a handler: a header or footer block, or a statement with
+/// a line number.
 [[nodiscard]] bool HoldsHandlers(StringView code);
 
 /// The line numbers that the code itself refers to, member by member.

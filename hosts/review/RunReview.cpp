@@ -31,6 +31,13 @@ std::optional<RunKind> RunOfButton(StringView form, StringView button) {
   return std::nullopt;
 }
 
+std::optional<RunKind> RunOfForm(StringView form) {
+  for (const RunButton& one : RunButtons) {
+    if (one.Form == form) return one.Kind;
+  }
+  return std::nullopt;
+}
+
 String RunReview::Snapshot::After() const { return TextOf(Component->Module()->Buffer()); }
 
 bool RunReview::Snapshot::IsChanged() const {

@@ -15,6 +15,8 @@ enum class RunKind { Format, InsertHandlers, RemoveHandlers };
 
 /// The run that a button of a dialog starts; nothing for every other button.
 [[nodiscard]] std::optional<RunKind> RunOfButton(StringView form, StringView button);
+/// The run of a dialog, which its default button starts; nothing for a dialog without one.
+[[nodiscard]] std::optional<RunKind> RunOfForm(StringView form);
 
 /// One line of the list.
 struct ReviewItem {

@@ -49,6 +49,62 @@ TEST_F(Drive, AnswersAsSoonAsAModalDialogWaits) {
   EXPECT_EQ(replies[5]["text"], "Sub A()\r\n    x = 1\r\nEnd Sub\r\n\r\n");
 }
 
+const std::string Numbered =
+    R"({"do":"connect"})"
+    "\n"
+    R"({"do":"new-project","name":"P"})"
+    "\n"
+    R"({"do":"add-component","type":1,"name":"M","text":"Sub A()\r\n\r\n10\r\nx = 1\r\nEnd Sub"})"
+    "\n"
+    R"({"do":"click","path":["Tessel","Tessel","Code Formatter"]})"
+    "\n";
+
+TEST_F(Drive, TheReplyToARunNamesThePlacesThatItChangedInMeaning) {
+  for (const char* run : {R"({"do":"press","control":"btmRun"})",
+                          R"({"do":"key","control":"chkIndentEntire","ascii":13})"}) {
+    const auto replies = Play(Numbered + run + "\n" + R"({"do":"projects"})");
+    ASSERT_EQ(replies.size(), 6U);
+    ASSERT_EQ(replies[4]["differences"].size(), 1U) << replies[4];
+    const Json& told = replies[4]["differences"][0];
+    EXPECT_EQ(told["project"], "P");
+    EXPECT_EQ(told["component"], "M");
+    EXPECT_EQ(told["line"], 3);
+    EXPECT_EQ(told["cause"], "the line number 10 is lost");
+    EXPECT_FALSE(replies[5].contains("differences"));
+  }
+}
+
+TEST_F(Drive, AButtonThatStartsNoRunAnswersWithoutDifferences) {
+  const auto replies = Play(Numbered + R"({"do":"press","control":"btmCancel"})");
+  EXPECT_FALSE(replies[4].contains("differences"));
+}
+
+// The box stands in the middle of the run; its answer ends the run.
+TEST_F(Drive, DifferencesComeWithTheReplyBehindWhichTheRunIsOver) {
+  const auto replies =
+      Play(Numbered + R"({"do":"fail-next","operation":"VBE.ActiveVBProject","number":7})"
+                      "\n"
+                      R"({"do":"press","control":"btmRun"})"
+                      "\n"
+                      R"({"do":"press","control":"btnRetry"})");
+  ASSERT_EQ(replies.size(), 7U);
+  EXPECT_EQ(replies[5]["front"]["form"], "frmErrorMessage") << replies[5];
+  EXPECT_FALSE(replies[5].contains("differences"));
+  EXPECT_EQ(replies[6]["differences"].size(), 1U) << replies[6];
+}
+
+TEST_F(Drive, AProjectWhoseSchemeIsEmptyIsToldAtTheHeadOfTheList) {
+  const auto replies =
+      Play(Numbered.substr(0, Numbered.find("{\"do\":\"click\"")) +
+           R"({"do":"click","path":["Tessel","Tessel","Insert Error Handler Code"]})"
+           "\n"
+           R"({"do":"press","control":"btmBegin"})");
+  ASSERT_EQ(replies.size(), 5U);
+  ASSERT_FALSE(replies[4]["differences"].empty()) << replies[4];
+  EXPECT_TRUE(replies[4]["differences"][0]["component"].is_null());
+  EXPECT_EQ(replies[4]["differences"][0]["project"], "P");
+}
+
 TEST_F(Drive, AFailureShowsTheErrorDialogAndAbortLeavesTheStackEmpty) {
   const auto replies = Play(Start + R"({"do":"caret","component":"M","line":2}
 {"do":"fail-next","operation":"CodeModule.InsertLines","number":7,"description":"full"}

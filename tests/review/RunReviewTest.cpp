@@ -92,6 +92,8 @@ TEST(RunOfButton, KnowsTheButtonsThatStartARun) {
   EXPECT_EQ(RunOfButton(u"frmInsertErrorHandlerCode", u"btmBegin"), RunKind::InsertHandlers);
   EXPECT_EQ(RunOfButton(u"frmRemoveErrorHandlerCode", u"btmBegin"), RunKind::RemoveHandlers);
   EXPECT_FALSE(RunOfButton(u"frmFormatText", u"btmCancel"));
+  EXPECT_EQ(RunOfForm(u"frmInsertErrorHandlerCode"), RunKind::InsertHandlers);
+  EXPECT_FALSE(RunOfForm(u"frmErrorMessage"));
 }
 
 }  // namespace
