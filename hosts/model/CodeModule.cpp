@@ -24,6 +24,11 @@ LineBuffer& CodeModule::Text() {
 
 const LineBuffer& CodeModule::Buffer() { return Text(); }
 
+const LineBuffer& CodeModule::SettledBuffer() {
+  if (keeper_) keeper_->Settle();
+  return Text();
+}
+
 MemberIndex& CodeModule::Index() {
   if (!index_) index_.emplace(Text());
   return *index_;
@@ -62,8 +67,7 @@ void CodeModule::InsertLines(int line, StringView text) {
   if (line < 1) throw vb::RuntimeFailure(vb::SubscriptOutOfRange);
   const int at = std::min(line, Text().Count() + 1);
   Changing();
-  const int added = Text().Insert(at, text);
-  index_->Edited(at, 0, added);
+  const int added = keeper_->Insert(at, text);
   Changed(at, 0, added);
 }
 
@@ -74,8 +78,7 @@ void CodeModule::DeleteLines(int startLine, int count) {
   }
   if (count == 0) return;
   Changing();
-  Text().Delete(startLine, count);
-  index_->Edited(startLine, count, 0);
+  keeper_->Delete(startLine, count);
   Changed(startLine, count, 0);
 }
 
@@ -87,9 +90,7 @@ void CodeModule::ReplaceLine(int line, StringView text) {
 
 void CodeModule::Edit(int line, int count, StringView text) {
   Changing();
-  if (count > 0) Text().Delete(line, count);
-  const int added = Text().Insert(line, text);
-  index_->Edited(line, count, added);
+  const int added = keeper_->Replace(line, count, text);
   Changed(line, count, added);
 }
 
@@ -97,6 +98,7 @@ void CodeModule::Reload(LineBuffer lines) {
   const int removed = Text().Count();
   Changing();
   *buffer_ = std::move(lines);
+  keeper_->Forget();
   index_->Edited(1, removed, buffer_->Count());
   Changed(1, removed, buffer_->Count());
   modified_ = false;
@@ -105,6 +107,7 @@ void CodeModule::Reload(LineBuffer lines) {
 /// The index must know the lines as they were.
 void CodeModule::Changing() {
   Index();
+  if (!keeper_) keeper_.emplace(*buffer_, *index_);
   hook_->Tell(&Observer::LinesChanging, *this);
 }
 

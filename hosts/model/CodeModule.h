@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "host/CodeModule.h"
+#include "hosts/model/AttributeKeeper.h"
 #include "hosts/model/LineBuffer.h"
 #include "hosts/model/MemberIndex.h"
 #include "hosts/model/OperationHook.h"
@@ -47,6 +48,8 @@ class CodeModule : public host::CodeModule, public std::enable_shared_from_this<
   [[nodiscard]] std::shared_ptr<model::CodePane> OwnPane();
   /// The lines, loaded when they weren't.
   [[nodiscard]] const LineBuffer& Buffer();
+  /// As `Buffer`, with what hangs on lines where it is to be written.
+  [[nodiscard]] const LineBuffer& SettledBuffer();
   MemberIndex& Index();
   [[nodiscard]] bool IsLoaded() const { return buffer_.has_value(); }
   [[nodiscard]] bool IsModified() const { return modified_; }
@@ -62,6 +65,7 @@ class CodeModule : public host::CodeModule, public std::enable_shared_from_this<
   std::function<LineBuffer()> load_;
   std::optional<LineBuffer> buffer_;
   std::optional<MemberIndex> index_;
+  std::optional<AttributeKeeper> keeper_;
   std::weak_ptr<model::CodePane> pane_;
   bool modified_ = false;
 };

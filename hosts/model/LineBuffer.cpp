@@ -63,7 +63,24 @@ LineBuffer::Block LineBuffer::Block::Part(int first, int count) const {
   part.LineEnds.assign(LineEnds.begin() + first, LineEnds.begin() + first + count);
   part.Ends.assign(Ends.begin() + first, Ends.begin() + first + count);
   for (std::uint32_t& end : part.Ends) end -= static_cast<std::uint32_t>(start);
+  part.Hidden.assign(HungFrom(first), HungFrom(first + count));
+  part.MoveHung(0, -first);
   return part;
+}
+
+std::vector<LineBuffer::Hung>::const_iterator LineBuffer::Block::HungFrom(int index) const {
+  return std::lower_bound(Hidden.begin(), Hidden.end(), index,
+                          [](const Hung& one, int wanted) { return one.Index < wanted; });
+}
+
+std::vector<LineBuffer::Hung>::iterator LineBuffer::Block::HungFrom(int index) {
+  const auto found = static_cast<const Block*>(this)->HungFrom(index);
+  return Hidden.begin() + (found - Hidden.cbegin());
+}
+
+/// The lines from index `from` on have moved.
+void LineBuffer::Block::MoveHung(int from, int by) {
+  for (auto one = HungFrom(from); one != Hidden.end(); ++one) one->Index += by;
 }
 
 LineBuffer::LineBuffer(StringView text) {
@@ -117,6 +134,47 @@ String LineBuffer::Text(int first, int count) const {
   return text;
 }
 
+const HiddenLines& LineBuffer::HiddenAt(int line) const {
+  static const HiddenLines None;
+  if (line == 0) return lead_;
+  const Place place = Find(line);
+  const Block& block = blocks_[place.Block];
+  const auto found = block.HungFrom(place.Index);
+  return found != block.Hidden.end() && found->Index == place.Index ? found->Lines : None;
+}
+
+void LineBuffer::SetHidden(int line, HiddenLines lines) {
+  hidden_ += (lines.empty() ? 0 : 1) - (HiddenAt(line).empty() ? 0 : 1);
+  if (line == 0) {
+    lead_ = std::move(lines);
+    return;
+  }
+  const Place place = Find(line);
+  Block& block = blocks_[place.Block];
+  auto found = block.HungFrom(place.Index);
+  if (found == block.Hidden.end() || found->Index != place.Index) {
+    found = block.Hidden.insert(found, {place.Index, {}});
+  }
+  found->Lines = std::move(lines);
+  if (found->Lines.empty()) block.Hidden.erase(found);
+}
+
+std::vector<int> LineBuffer::LinesWithHidden(int first, int last) const {
+  std::vector<int> found;
+  if (first <= 0 && !lead_.empty()) found.push_back(0);
+  if (blocks_.empty() || last < std::max(first, 1)) return found;
+  Place place = Find(std::max(first, 1));
+  for (int ahead = std::max(first, 1) - 1 - place.Index; place.Block < blocks_.size();
+       ahead += blocks_[place.Block++].Count()) {
+    if (ahead >= last) break;
+    for (const Hung& one : blocks_[place.Block].Hidden) {
+      const int line = ahead + one.Index + 1;
+      if (line >= first && line <= last) found.push_back(line);
+    }
+  }
+  return found;
+}
+
 int LineBuffer::Insert(int line, StringView text) {
   const std::vector<StringView> lines = CutLines(text);
   if (blocks_.empty()) blocks_.emplace_back();
@@ -150,6 +208,7 @@ void LineBuffer::InsertPieces(Place place, const std::vector<StringView>& lines)
   block.Text.insert(start, text);
   block.Ends.insert(block.Ends.begin() + index, ends.begin(), ends.end());
   block.LineEnds.insert(block.LineEnds.begin() + index, lines.size(), defaultEnd_);
+  block.MoveHung(place.Index, static_cast<int>(lines.size()));
   count_ += static_cast<int>(lines.size());
   if (block.Count() > 2 * MostLines) SplitBlock(place.Block);
 }
@@ -175,6 +234,10 @@ void LineBuffer::Delete(int first, int count) {
     const std::size_t start = block.StartOf(place.Index);
     const std::size_t end = block.StartOf(place.Index + here);
     block.Text.erase(start, end - start);
+    const auto hung = block.HungFrom(place.Index), behind = block.HungFrom(place.Index + here);
+    hidden_ -= static_cast<int>(behind - hung);
+    block.Hidden.erase(hung, behind);
+    block.MoveHung(place.Index, -here);
     const auto from = static_cast<std::ptrdiff_t>(place.Index);
     block.Ends.erase(block.Ends.begin() + from, block.Ends.begin() + from + here);
     block.LineEnds.erase(block.LineEnds.begin() + from, block.LineEnds.begin() + from + here);

@@ -12,6 +12,21 @@ namespace tessel::model {
 /// How a line ends in its file.
 enum class LineEnd : std::uint8_t { CrLf, Lf, Cr };
 
+/// A line of the file that the environment does not show: "Attribute Foo.VB_Description = ...". It
+/// hangs on the visible line that declares its owner.
+struct HiddenLine {
+  String Owner;  ///< the member or variable that it belongs to
+  String Text;   ///< the whole line without its end
+  LineEnd End = LineEnd::CrLf;
+  int Kind = -1;  ///< of the owner: the host's number of a procedure kind, -1 for other names
+  int Order = 0;  ///< among those of the file
+  /// It stands right behind its line though the statement goes on, as the file had it.
+  bool Within = false;
+  /// Its line declares its owner no more: not written until it does again.
+  bool Idle = false;
+};
+using HiddenLines = std::vector<HiddenLine>;
+
 /// Lines count from 1. Texts lie in blocks of some hundred lines, so that an edit moves little and
 /// a walk from line to line costs nothing. Each line keeps the line end that it came with.
 class LineBuffer {
@@ -31,8 +46,16 @@ class LineBuffer {
   /// Inserts ahead of `line` (1 to Count() + 1). What stands behind the last line end of `text` is
   /// one more line, even when it is empty. Answers the number of lines.
   int Insert(int line, StringView text);
-  /// Deletes lines, all of which must exist.
+  /// Deletes lines, all of which must exist, with what hangs on them.
   void Delete(int first, int count);
+
+  /// What hangs on a line, which must exist; line 0 stands for the place ahead of the first. Valid
+  /// until the next edit.
+  [[nodiscard]] const HiddenLines& HiddenAt(int line) const;
+  void SetHidden(int line, HiddenLines lines);
+  [[nodiscard]] bool HasHidden() const { return hidden_ > 0; }
+  /// The lines (0 among them) within [first, last] that something hangs on.
+  [[nodiscard]] std::vector<int> LinesWithHidden(int first, int last) const;
 
   /// Line end of new lines.
   void SetDefaultEnd(LineEnd end) { defaultEnd_ = end; }
@@ -41,7 +64,13 @@ class LineBuffer {
   [[nodiscard]] bool EndsLast() const { return endsLast_; }
 
  private:
+  /// What hangs on a line of a block, by its index.
+  struct Hung {
+    int Index;
+    HiddenLines Lines;
+  };
   struct Block {
+    std::vector<Hung> Hidden;         // few lines have any; in order
     String Text;                      // the lines without their ends
     std::vector<std::uint32_t> Ends;  // end of each line in Text
     std::vector<LineEnd> LineEnds;
@@ -52,6 +81,10 @@ class LineBuffer {
     void Hold(const std::vector<StringView>& lines, std::size_t units);
     /// `count` lines from index `first` as a block of their own.
     [[nodiscard]] Block Part(int first, int count) const;
+    /// The first that hangs on line `index` or one behind it.
+    [[nodiscard]] std::vector<Hung>::iterator HungFrom(int index);
+    [[nodiscard]] std::vector<Hung>::const_iterator HungFrom(int index) const;
+    void MoveHung(int from, int by);
   };
   struct Place {
     std::size_t Block;
@@ -63,7 +96,9 @@ class LineBuffer {
   void SplitBlock(std::size_t block);
 
   std::vector<Block> blocks_;
+  HiddenLines lead_;  // ahead of the first line
   int count_ = 0;
+  int hidden_ = 0;  // lines that something hangs on
   LineEnd defaultEnd_ = LineEnd::CrLf;
   bool endsLast_ = true;
   // Where the last look-up was: the block and the number of lines ahead of it.

@@ -1,8 +1,8 @@
 #include "hosts/workspace/ComponentFile.h"
 
 #include <algorithm>
-#include <set>
 
+#include "hosts/model/Declarations.h"
 #include "hosts/model/Project.h"
 #include "hosts/model/Statements.h"
 #include "hosts/workspace/AtomicFile.h"
@@ -107,28 +107,23 @@ String OwnerOf(StringView line) {
   return point == 0 ? String() : String(vb::Trim(rest.substr(0, point - 1)));
 }
 
-/// The words of a declaring line, in lower case, ahead of its comment.
-std::set<String> WordsOf(StringView line) {
-  std::set<String> words;
-  String word;
-  for (const char16_t unit : String(line) + u" ") {
-    const bool part = (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') ||
-                      (unit >= u'0' && unit <= u'9') || unit == u'_' || unit >= 0x80;
-    if (part) {
-      word += unit;
-      continue;
-    }
-    if (!word.empty()) words.insert(vb::LCase(word));
-    word.clear();
-    if (unit == u'\'') break;
-  }
-  return words;
+bool IsHidden(StringView line) {
+  return vb::StartsWithText(line, AttributeWord) && !OwnerOf(line).empty();
 }
 
-/// The last physical line of the statement that begins on a line.
-int StatementEnd(const model::LineBuffer& lines, int line) {
-  while (line < lines.Count() && model::IsContinued(lines.Line(line))) ++line;
-  return line;
+/// Hangs an attribute that stood behind visible line `behind` on the statement that it belongs to.
+void Hang(model::LineBuffer& lines, int behind, model::HiddenLine hidden) {
+  int line = behind;
+  if (behind > 0) {
+    hidden.Within = model::StatementEnd(lines, behind) != behind;
+    if (!hidden.Within) line = model::StatementStart(lines, behind);
+    for (const auto& one : model::DeclarationsIn(lines, line, 1, lines.Count())) {
+      if (vb::SameText(one.Name, hidden.Owner)) hidden.Kind = one.Kind;
+    }
+  }
+  model::HiddenLines all = lines.HiddenAt(line);
+  all.push_back(std::move(hidden));
+  lines.SetHidden(line, std::move(all));
 }
 
 }  // namespace
@@ -232,33 +227,32 @@ std::shared_ptr<model::DesignerTree> ComponentFile::LoadDesigner() const {
 }
 
 model::LineBuffer ComponentFile::LoadCode() {
-  hidden_.clear();
   const String code = Decode(Part(codeStart_, bytes_.size()), codePage_);
-  if (code.find(AttributeWord) == String::npos) return model::LineBuffer(code);
-  // Cut the attribute lines out, and note where they stood.
+  if (code.find(AttributeWord) == String::npos) {
+    model::LineBuffer lines(code);
+    endsLast_ = lines.EndsLast();
+    return lines;
+  }
+  // Cut the attribute lines out, and hang them on their declarations.
   const model::LineBuffer all(code);
+  endsLast_ = all.EndsLast();
   String visible;
   int line = 0;
-  String ahead;
+  std::vector<std::pair<int, model::HiddenLine>> hidden;
   for (int at = 1; at <= all.Count(); ++at) {
     const StringView text = all.Line(at);
-    const bool attribute = vb::StartsWithText(text, AttributeWord) && !OwnerOf(text).empty();
-    const bool ended = at < all.Count() || all.EndsLast();
-    if (attribute) {
-      hidden_.push_back({OwnerOf(text), String(text), all.EndOf(at), ended, line, ahead, -1});
+    if (IsHidden(text)) {
+      const int order = static_cast<int>(hidden.size());
+      hidden.push_back({line, {OwnerOf(text), String(text), all.EndOf(at), -1, order}});
       continue;
     }
     visible += text;
-    if (ended) visible += EndText(all.EndOf(at));
-    ahead = String(text);
+    visible += EndText(all.EndOf(at));
     ++line;
   }
   model::LineBuffer lines(visible);
-  model::MemberIndex index(lines);
-  for (HiddenAttribute& one : hidden_) {
-    host::vbext_ProcKind kind{};
-    if (vb::SameText(index.ProcOfLine(one.AfterLine, kind), one.Owner)) one.Kind = kind;
-  }
+  lines.SetDefaultEnd(all.DefaultEnd());
+  for (auto& [behind, one] : hidden) Hang(lines, behind, std::move(one));
   return lines;
 }
 
@@ -306,57 +300,40 @@ std::string ComponentFile::AttributeBytes() const {
   return result;
 }
 
-/// For each visible line (from 1) the attributes that go behind it. One whose member or variable is
-/// gone is dropped.
-std::vector<std::vector<const HiddenAttribute*>> ComponentFile::PlaceHidden(
-    model::CodeModule& module) const {
-  const model::LineBuffer& lines = module.Buffer();
-  std::vector<std::vector<const HiddenAttribute*>> places(static_cast<std::size_t>(lines.Count()) +
-                                                          1);
-  for (const HiddenAttribute& one : hidden_) {
-    int line = -1;
-    const bool sameLine = one.AfterLine <= lines.Count() &&
-                          (one.AfterLine == 0 || lines.Line(one.AfterLine) == one.LineAhead);
-    if (sameLine) {
-      line = one.AfterLine;
-    } else if (one.Kind >= 0) {
-      const auto* span =
-          module.Index().Find(one.Owner, static_cast<host::vbext_ProcKind>(one.Kind));
-      if (span != nullptr) line = StatementEnd(lines, span->Body);
-    } else {
-      const int declarations = module.Index().CountOfDeclarationLines();
-      for (int at = 1; at <= declarations && line < 0; ++at) {
-        if (WordsOf(lines.Line(at)).count(vb::LCase(one.Owner)) > 0) line = StatementEnd(lines, at);
-      }
-    }
-    if (line >= 0) places[static_cast<std::size_t>(line)].push_back(&one);
-  }
-  return places;
-}
-
 std::string ComponentFile::CodeBytes(const model::VBComponent& component) const {
   if (!component.Module() || (!isNew_ && !component.Module()->IsModified())) {
     return std::string(Part(codeStart_, bytes_.size()));
   }
-  model::CodeModule& module = *component.Module();
-  const model::LineBuffer& lines = module.Buffer();
-  const auto places = PlaceHidden(module);
+  const model::LineBuffer& lines = component.Module()->SettledBuffer();
   String text;
   text.reserve(bytes_.size() + bytes_.size() / 4);
-  const auto addHidden = [&](int line) {
-    for (const HiddenAttribute* one : places[static_cast<std::size_t>(line)]) {
-      text += one->Text;
-      const bool last = line == lines.Count() && one == places.back().back();
-      if (one->Ended || !last) text += EndText(one->End);
+  std::size_t lastEnd = 0;
+  const auto add = [&](StringView line, model::LineEnd end) {
+    text += line;
+    lastEnd = text.size();
+    text += EndText(end);
+  };
+  const auto addHidden = [&](int line, bool within) {
+    for (const model::HiddenLine& one : lines.HiddenAt(line)) {
+      if (!one.Idle && one.Within == within) add(one.Text, one.End);
     }
   };
-  addHidden(0);
-  for (int line = 1; line <= lines.Count(); ++line) {
-    text += lines.Line(line);
-    const bool last = line == lines.Count() && places.back().empty();
-    if (!last || lines.EndsLast()) text += EndText(lines.EndOf(line));
-    addHidden(line);
+  addHidden(0, false);
+  const std::vector<int> places = lines.LinesWithHidden(1, lines.Count());
+  auto next = places.begin();
+  for (int line = 1, open = 0; line <= lines.Count(); ++line) {
+    add(lines.Line(line), lines.EndOf(line));
+    if (open == 0 && next != places.end() && *next == line) open = line;
+    if (next != places.end() && *next == line) {
+      addHidden(line, true);
+      ++next;
+    }
+    // Behind the whole statement.
+    if (open == 0 || (line < lines.Count() && model::IsContinued(lines.Line(line)))) continue;
+    for (; open <= line; ++open) addHidden(open, false);
+    open = 0;
   }
+  if (!endsLast_) text.resize(lastEnd);
   return EncodeOrFail(text, 1);
 }
 
@@ -375,11 +352,8 @@ void ComponentFile::Stored(model::VBComponent& component, std::string bytes) {
   newAttributes_.clear();
   FindParts();
   type_ = type;
-  // The attributes' places have moved with the text.
-  if (component.Module() && component.Module()->IsLoaded()) {
-    if (!hidden_.empty()) static_cast<void>(LoadCode());
-    component.Module()->SetModified(false);
-  }
+  hiddenBehind_.reset();
+  if (component.Module() && component.Module()->IsLoaded()) component.Module()->SetModified(false);
   if (component.OwnDesigner()) component.OwnDesigner()->Tree().SetModified(false);
 }
 
@@ -402,8 +376,23 @@ void ComponentFile::Renamed(model::VBComponent& component) {
 int ComponentFile::FileLine(int codeLine) const {
   int line = LineNumber(bytes_, codeStart_) - 1 + codeLine;
   if (codeStart_ >= bytes_.size()) ++line;
-  for (const HiddenAttribute& one : hidden_) line += one.AfterLine < codeLine ? 1 : 0;
-  return line;
+  if (!hiddenBehind_) FindHidden();
+  const auto ahead = std::lower_bound(hiddenBehind_->begin(), hiddenBehind_->end(), codeLine);
+  return line + static_cast<int>(ahead - hiddenBehind_->begin());
+}
+
+void ComponentFile::FindHidden() const {
+  hiddenBehind_.emplace();
+  const String code = Decode(Part(codeStart_, bytes_.size()), codePage_);
+  if (code.find(AttributeWord) == String::npos) return;
+  int visible = 0;
+  for (const StringView line : model::CutLines(code)) {
+    if (IsHidden(line)) {
+      hiddenBehind_->push_back(visible);
+    } else {
+      ++visible;
+    }
+  }
 }
 
 }  // namespace tessel::workspace

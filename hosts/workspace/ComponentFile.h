@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,17 +11,6 @@
 #include "hosts/model/Component.h"
 
 namespace tessel::workspace {
-
-/// A line "Attribute Owner.VB_... = ..." inside the code, which the environment doesn't show.
-struct HiddenAttribute {
-  String Owner;  ///< the member or variable that it belongs to
-  String Text;   ///< the line without its end
-  model::LineEnd End = model::LineEnd::CrLf;
-  bool Ended = true;  ///< false for a last line without a line end
-  int AfterLine = 0;  ///< the visible line ahead of it in the file
-  String LineAhead;   ///< that line's text
-  int Kind = -1;      ///< kind of the owner when it is a member, else -1
-};
 
 /// How a component is kept in its file. The bytes of parts that nobody changed are written as they
 /// were read; changed parts keep the file's code page, byte order mark, line ends and last line
@@ -73,8 +63,7 @@ class ComponentFile : public model::ComponentStorage {
   [[nodiscard]] std::string AttributeBytes() const;
   [[nodiscard]] std::string CodeBytes(const model::VBComponent& component) const;
   [[nodiscard]] std::string EncodeOrFail(StringView text, int firstLine) const;
-  [[nodiscard]] std::vector<std::vector<const HiddenAttribute*>> PlaceHidden(
-      model::CodeModule& module) const;
+  void FindHidden() const;
   [[noreturn]] void Fail(int line, StringView why) const;
 
   std::filesystem::path path_;
@@ -85,7 +74,9 @@ class ComponentFile : public model::ComponentStorage {
   bool isNew_ = false;
   String newName_;                  // after a renaming
   String newHead_, newAttributes_;  // of a component without a file
-  std::vector<HiddenAttribute> hidden_;
+  bool endsLast_ = true;            // whether the code's last line has a line end
+  /// For each hidden line of the stored file the visible one ahead of it.
+  mutable std::optional<std::vector<int>> hiddenBehind_;
 };
 
 }  // namespace tessel::workspace

@@ -26,6 +26,89 @@ std::vector<fs::path> ProjectsBelow(const fs::path& folder) {
   return found;
 }
 
+/// Without blanks at the heads of lines, which a tool that sets the indent changes.
+std::string WithoutIndent(const std::string& bytes) {
+  std::string plain;
+  bool start = true;
+  for (const char unit : bytes) {
+    if (start && (unit == ' ' || unit == '\t')) continue;
+    start = unit == '\n' || unit == '\r';
+    plain += unit;
+  }
+  return plain;
+}
+
+/// The lines of a text, each behind one more blank.
+String Indented(StringView text) { return u" " + vb::Replace(text, vb::CrLf, u"\r\n "); }
+
+/// Writes every member of a module anew as tools do: out with it, in with it.
+void RewriteMembers(model::CodeModule& module) {
+  const auto members = module.Index().Members();
+  for (const auto& member : members) {
+    const int count = member.Lines.Start + member.Lines.Count - member.Lines.Body;
+    const String text = module.Lines(member.Lines.Body, count);
+    module.DeleteLines(member.Lines.Body, count);
+    module.InsertLines(member.Lines.Body, Indented(text));
+  }
+}
+
+/// Everything below the declarations at once.
+void RewriteBelowDeclarations(model::CodeModule& module) {
+  const int first = module.CountOfDeclarationLines() + 1;
+  const int count = module.CountOfLines() - first + 1;
+  if (count <= 0) return;
+  const String text = module.Lines(first, count);
+  module.DeleteLines(first, count);
+  module.InsertLines(first, Indented(text));
+}
+
+/// Runs an edit of every module below a folder and compares what would be written.
+void ForEachModule(const char* folder,
+                   const std::function<void(Workspace&, host::VBProject&, host::VBComponent&,
+                                            model::CodeModule&)>& check) {
+  memory::MemoryPlatform services;
+  const platform::ScopedPlatform scope(services);
+  for (const fs::path& path : ProjectsBelow(folder)) {
+    Workspace workspace(services, {0, true});
+    try {
+      workspace.Open(path);
+    } catch (const vb::Failure&) {
+      continue;
+    }
+    const auto projects = workspace.VBE()->VBProjects();
+    for (int p = 1; p <= projects->Count(); ++p) {
+      const auto project = projects->Item(p);
+      const auto components = project->VBComponents();
+      for (int c = 1; c <= components->Count(); ++c) {
+        const auto component = components->Item(c);
+        const auto module = std::dynamic_pointer_cast<model::CodeModule>(component->CodeModule());
+        if (module) check(workspace, *project, *component, *module);
+      }
+    }
+  }
+}
+
+TEST(RealProjects, EveryMemberWrittenAnewChangesNothingButTheLayout) {
+  const char* const folder = std::getenv("TESSEL_PROJECTS");
+  if (folder == nullptr) GTEST_SKIP() << "TESSEL_PROJECTS names no folder";
+  ForEachModule(folder, [](Workspace& workspace, host::VBProject& project,
+                           host::VBComponent& component, model::CodeModule& module) {
+    const std::string before = workspace.StoredBytes(project.Name(), component.Name());
+    const auto expectSame = [&](const char* what) {
+      const std::string now = workspace.Bytes(project.Name(), component.Name());
+      EXPECT_TRUE(WithoutIndent(now) == WithoutIndent(before))
+          << vb::ToUtf8(component.FileName()) << ": " << what;
+    };
+    module.InsertLines(1, u"' first");
+    module.DeleteLines(1, 1);
+    expectSame("a line inserted and deleted");
+    RewriteMembers(module);
+    expectSame("each member");
+    RewriteBelowDeclarations(module);
+    expectSame("all below the declarations");
+  });
+}
+
 TEST(RealProjects, LoadAndSaveByteForByteAlsoWhenEveryModuleIsWrittenAnew) {
   const char* const folder = std::getenv("TESSEL_PROJECTS");
   if (folder == nullptr) GTEST_SKIP() << "TESSEL_PROJECTS names no folder";

@@ -73,6 +73,44 @@ TEST_F(Files, HidesAttributesAndPutsThemBackWithTheirOwners) {
   EXPECT_EQ(folder_.Read("Form1.frm").find("VB_UserMemId"), std::string::npos);
 }
 
+TEST_F(Files, AttributesOfDeclarationsThatStandTwiceStayInTheirBranch) {
+  const std::string file =
+      "Attribute VB_Name = \"M\"\r\n#If VBA7 Then\r\nSub Foo(ByVal a As LongPtr, _\r\n  b)\r\nEnd "
+      "Sub\r\n#Else\r\nSub Foo(ByVal a As Long, _\r\n  b)\r\nAttribute Foo.VB_Description = "
+      "\"x\"\r\nAttribute Foo.VB_UserMemId = 0\r\nEnd Sub\r\n#End If\r\n";
+  folder_.Write("M.bas", file);
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\n"));
+  const auto module = workspace.Component(u"M")->CodeModule();
+  module->InsertLines(1, u"' first");
+  // A tool that writes everything anew.
+  const String text = module->Lines(2, module->CountOfLines() - 1);
+  module->DeleteLines(2, module->CountOfLines() - 1);
+  module->InsertLines(2, vb::Replace(text, u"\r\n", u"\r\n "));
+  std::string expected = file;
+  for (std::size_t at = expected.find("#If");
+       (at = expected.find("\r\n", at + 1)) != std::string::npos;) {
+    if (at + 2 < expected.size() && expected.compare(at + 2, 9, "Attribute") != 0) {
+      expected.insert(at + 2, " ");
+    }
+  }
+  expected.insert(expected.find("#If"), "' first\r\n");
+  EXPECT_EQ(workspace.Bytes(u"P", u"M"), expected);
+}
+
+TEST_F(Files, AContinuationLineOnTheOldNumberTakesNoAttribute) {
+  folder_.Write("M.bas",
+                "Attribute VB_Name = \"M\"\r\nSub Foo(a, _\r\n  b)\r\nEnd Sub\r\nSub Bar(a, _\r\n  "
+                "b)\r\nAttribute Bar.VB_Description = \"x\"\r\nEnd Sub\r\n");
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\n"));
+  workspace.Component(u"M")->CodeModule()->InsertLines(1, u"'1\r\n'2\r\n'3");
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("M.bas"),
+            "Attribute VB_Name = \"M\"\r\n'1\r\n'2\r\n'3\r\nSub Foo(a, _\r\n  b)\r\nEnd Sub\r\nSub "
+            "Bar(a, _\r\n  b)\r\nAttribute Bar.VB_Description = \"x\"\r\nEnd Sub\r\n");
+}
+
 TEST_F(Files, ReadsAndWritesControlsTouchingTheirLinesOnly) {
   folder_.Write("Form1.frm", Form);
   Workspace workspace(services_);
