@@ -45,7 +45,7 @@ INSERT INTO FormatText (KeyWords, Enabled, Before, After) VALUES
   ('STATIC PROPERTY', 1, 0, 0);
 
 CREATE TABLE ErrorHandlerScheme (
-  NameError TEXT NOT NULL PRIMARY KEY,
+  NameError TEXT NOT NULL COLLATE NOCASE PRIMARY KEY,
   Header TEXT,
   Footer TEXT,
   InsertLine BOOLEAN NOT NULL DEFAULT 0,

@@ -210,8 +210,9 @@ void frmFormatText::ShowRules() {
     }
     VSFFormatLines.AddItem(std::move(cells));
   }
+  if (rules_.RecordCount() == 0) return;
   rules_.MoveFirst();
-  if (rules_.RecordCount() > 0) VSFFormatLines.Select(1, EnabledColumn);
+  VSFFormatLines.Select(1, EnabledColumn);
 }
 
 /// Puts an edited cell into the record, where it is pending; a text that is no value is taken back.

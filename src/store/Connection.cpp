@@ -6,12 +6,20 @@
 #include <string_view>
 
 #include "store/Engine.h"
-#include "store/Statements.h"
+#include "store/TextOrder.h"
 
 namespace tessel::store {
 namespace {
 
-constexpr int BusyTimeoutMs = 5000;
+/// How long a lock of another process is waited for, and between two looks. The engine's own wait
+/// grows to a tenth of a second, in which a busy neighbour can take each turn.
+constexpr int BusyTimeoutMs = 15000, BusyLookMs = 5;
+
+int WaitForTurn(void*, int looks) noexcept {
+  if (looks >= BusyTimeoutMs / BusyLookMs) return 0;
+  sqlite3_sleep(BusyLookMs);
+  return 1;
+}
 
 [[noreturn]] void Fail(const std::filesystem::path& file, StringView why) {
   throw vb::Failure(StoreFailure, file.u16string() + u": " + String(why), u"Tessel.store");
@@ -56,8 +64,7 @@ void Connection::Open() {
   db_ = opened;
   try {
     if (result != SQLITE_OK) throw engine::Error(db_, name);
-    sqlite3_busy_timeout(db_, BusyTimeoutMs);
-    engine::Run(db_, "PRAGMA foreign_keys = ON");
+    Prepare();
     // The first real look at the file: damage and locks show here and not in some later tool.
     engine::Run(db_, "SELECT count(*) FROM sqlite_master");
   } catch (const vb::Failure& failure) {
@@ -70,17 +77,42 @@ void Connection::Open() {
 void Connection::OpenMemory(std::string_view statements) {
   Close();
   if (sqlite3_open(":memory:", &db_) != SQLITE_OK) throw engine::Error(db_, "in memory");
+  Prepare();
   engine::Run(db_, std::string(statements));
+}
+
+void Connection::Prepare() {
+  sqlite3_busy_handler(db_, WaitForTurn, nullptr);
+  engine::Run(db_, "PRAGMA foreign_keys = ON");
+  RegisterTextOrder(db_);
 }
 
 void Connection::Close() {
   if (db_ != nullptr) sqlite3_close_v2(db_);
   db_ = nullptr;
+  schemaVersion_ = -1;
+}
+
+/// Read again when some writer changed the tables.
+const Schema& Connection::CurrentSchema() {
+  const auto asked = engine::Prepare(db_, "PRAGMA schema_version");
+  const std::int64_t version =
+      engine::Step(db_, asked.get()) ? sqlite3_column_int64(asked.get(), 0) : -1;
+  if (version != schemaVersion_) {
+    schema_ = Schema(db_);
+    schemaVersion_ = version;
+  }
+  return schema_;
+}
+
+Translation Connection::Translate(StringView statement) {
+  static_cast<void>(engine::Need(this));
+  return TranslateStatement(statement, CurrentSchema());
 }
 
 void Connection::Execute(StringView statement) {
   sqlite3* const db = engine::Need(this);
-  const auto prepared = engine::Prepare(db, TranslateStatement(statement));
+  const auto prepared = engine::Prepare(db, Translate(statement).Sql);
   while (engine::Step(db, prepared.get())) {
   }
 }

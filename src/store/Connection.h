@@ -4,6 +4,7 @@
 #include <memory>
 #include <string_view>
 
+#include "store/Statements.h"
 #include "store/Value.h"
 #include "vb/Failure.h"
 
@@ -17,7 +18,8 @@ inline constexpr std::int32_t StoreFailure = vb::FailureNumber(0x80004005);
 enum class CursorLocation { Server = 2, Client = 3 };
 
 /// A connection to one SQLite file. Foreign keys are on; a lock of another process is waited for up
-/// to 5 s. The statements of the system go through `TranslateStatement` first.
+/// to 15 s. The statements of the system go through `TranslateStatement` first, and text compares
+/// and sorts without regard to case.
 class Connection {
  public:
   Connection() = default;
@@ -46,11 +48,19 @@ class Connection {
   /// statement.
   void Execute(StringView statement);
 
+  /// The statement in the engine's words. Fails with 3709 when the connection isn't open.
+  [[nodiscard]] Translation Translate(StringView statement);
+
   /// The engine's handle, for Recordset, Command and Transaction.
   [[nodiscard]] sqlite3* Handle() const { return db_; }
 
  private:
+  void Prepare();
+  [[nodiscard]] const Schema& CurrentSchema();
+
   sqlite3* db_ = nullptr;
+  Schema schema_;
+  std::int64_t schemaVersion_ = -1;
 };
 
 /// An immediate transaction: rolled back on destruction unless committed. Inside another one it is

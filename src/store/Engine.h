@@ -5,6 +5,8 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "store/Connection.h"
 
@@ -25,8 +27,36 @@ using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 /// Runs plain statements of the engine.
 void Run(sqlite3* db, const std::string& sql);
 
-/// A column of the present row; whole numbers of columns declared as truth values become bool.
-[[nodiscard]] Value Column(sqlite3_stmt* statement, int column);
+/// Reads the columns of a statement's present row; whole numbers of columns declared as truth
+/// values become bool.
+class RowReader {
+ public:
+  explicit RowReader(sqlite3_stmt* statement);
+  [[nodiscard]] int Count() const { return static_cast<int>(truth_.size()); }
+  [[nodiscard]] Value Column(int column) const;
+
+ private:
+  sqlite3_stmt* statement_;
+  std::vector<bool> truth_;
+};
+
+/// Makes a statement ready for its next run when the scope ends, so that it holds no lock.
+class Resetting {
+ public:
+  explicit Resetting(sqlite3_stmt* statement) : statement_(statement) {}
+  ~Resetting() { sqlite3_reset(statement_); }
+  Resetting(const Resetting&) = delete;
+  Resetting& operator=(const Resetting&) = delete;
+
+ private:
+  sqlite3_stmt* statement_;
+};
+
+/// Text as it is stored: UTF-8, where a lone surrogate has three bytes of its own. All units come
+/// back as they went in.
+[[nodiscard]] std::string ToStored(StringView text);
+[[nodiscard]] String FromStored(std::string_view bytes);
+
 /// Binds a parameter, counted from 1.
 void Bind(sqlite3* db, sqlite3_stmt* statement, int parameter, const Value& value);
 

@@ -1,181 +1,201 @@
 #include "store/Recordset.h"
 
 #include <algorithm>
-#include <string_view>
+#include <numeric>
 
-#include "store/Engine.h"
-#include "store/Statements.h"
+#include "store/Criterion.h"
+#include "store/PreparedCommand.h"
+#include "store/RecordsetSource.h"
 
 namespace tessel::store {
-namespace {
 
-[[noreturn]] void Fail(std::int32_t number, String text) {
-  throw vb::Failure(number, std::move(text), u"Tessel.store");
-}
-
-constexpr std::int32_t NoSuchField = 3265, NoCurrentRow = 3021;
-
-std::string QuotedName(const String& name) {
-  return "\"" + vb::ToUtf8(vb::Replace(name, u"\"", u"\"\"")) + "\"";
-}
-
-/// Keeps what is read in one state of the database.
-class Snapshot {
- public:
-  explicit Snapshot(sqlite3* db) : db_(db) { engine::Run(db_, "SAVEPOINT reading"); }
-  ~Snapshot() { sqlite3_exec(db_, "RELEASE reading", nullptr, nullptr, nullptr); }
-  Snapshot(const Snapshot&) = delete;
-  Snapshot& operator=(const Snapshot&) = delete;
-
- private:
-  sqlite3* db_;
-};
-
-}  // namespace
-
+Recordset::Recordset() = default;
 Recordset::~Recordset() = default;
 
 void Recordset::Open(StringView statement, const std::shared_ptr<Connection>& connection) {
   Close();
   sqlite3* const db = engine::Need(connection.get());
-  const Snapshot snapshot(db);
-  const std::string sql = TranslateStatement(statement);
-  const auto prepared = engine::Prepare(db, sql);
-  const int columns = sqlite3_column_count(prepared.get());
-  for (int column = 0; column < columns; ++column) {
-    names_.push_back(vb::FromUtf8(sqlite3_column_name(prepared.get(), column)));
+  auto source = std::make_unique<Source>(Source{connection, connection->Translate(statement), {}});
+  const auto prepared = engine::Prepare(db, source->Translation.Sql);
+  Load(std::move(source), prepared.get());
+}
+
+void Recordset::Open(Command& command, const std::vector<Value>& values) {
+  Close();
+  const Command::Prepared& prepared = command.Prepare();
+  auto source =
+      std::make_unique<Source>(Source{command.ActiveConnection, prepared.Translation, values});
+  const engine::Resetting resetting(prepared.Statement.get());
+  prepared.Bind(source->Db(), values);
+  Load(std::move(source), prepared.Statement.get());
+}
+
+void Recordset::Requery() {
+  if (!source_) FailRecordset(NoCurrentRow, u"The recordset is not open");
+  const auto prepared = engine::Prepare(source_->Db(), source_->Translation.Sql);
+  int parameter = 1;
+  for (const Value& value : source_->Values) {
+    engine::Bind(source_->Db(), prepared.get(), parameter++, value);
   }
-  while (engine::Step(db, prepared.get())) {
-    std::vector<Value>& row = rows_.emplace_back();
-    for (int column = 0; column < columns; ++column) {
-      row.push_back(engine::Column(prepared.get(), column));
-    }
+  Clear();
+  Load(std::move(source_), prepared.get());
+}
+
+void Recordset::Load(std::unique_ptr<Source> source, sqlite3_stmt* statement) {
+  source_ = std::move(source);
+  ++opening_;
+  sqlite3* const db = source_->Db();
+  // The first step may find that another writer changed the tables, and with them the columns.
+  bool more = engine::Step(db, statement);
+  ReadColumns(statement);
+  const engine::RowReader row(statement);
+  const auto columns = static_cast<int>(names_.size());
+  for (; more; more = engine::Step(db, statement)) {
+    for (int column = 0; column < columns; ++column) cells_.push_back(row.Column(column));
+    rowIds_.push_back(origins_.empty() ? 0 : sqlite3_column_int64(statement, columns));
   }
-  connection_ = connection;
+  deleted_.assign(rowIds_.size(), false);
   open_ = true;
-  FindTable(sql);
-  if (!table_.empty()) ReadRowIds();
+  ShowRows();
+}
+
+/// The last column of rows that can be written back is the row's number and is not shown.
+void Recordset::ReadColumns(sqlite3_stmt* statement) {
+  const bool numbered = !source_->Translation.Table.empty();
+  const int columns = sqlite3_column_count(statement) - (numbered ? 1 : 0);
+  for (int column = 0; column < columns; ++column) {
+    names_.push_back(vb::FromUtf8(sqlite3_column_name(statement, column)));
+    if (!numbered) continue;
+    const char* const origin = sqlite3_column_origin_name(statement, column);
+    origins_.emplace_back(origin == nullptr ? "" : origin);
+  }
+}
+
+void Recordset::Clear() {
+  open_ = false;
+  names_.clear();
+  origins_.clear();
+  cells_.clear();
+  rowIds_.clear();
+  deleted_.clear();
+  shown_.clear();
+  pending_.clear();
+  position_ = 0;
+  before_ = gone_ = adding_ = false;
 }
 
 void Recordset::Close() {
-  open_ = false;
-  connection_.reset();
-  tail_.clear();
-  table_.clear();
-  names_.clear();
-  rows_.clear();
-  rowIds_.clear();
-  pending_.clear();
+  Clear();
+  source_.reset();
+  filter_.clear();
+}
+
+void Recordset::ShowRows() {
+  shown_.clear();
   position_ = 0;
-}
-
-/// Rows can be written back when they come from one table, unjoined and ungrouped.
-void Recordset::FindTable(const std::string& sql) {
-  std::string upper = sql;
-  std::transform(upper.begin(), upper.end(), upper.begin(), [](char unit) {
-    return unit >= 'a' && unit <= 'z' ? static_cast<char>(unit - 32) : unit == '\n' ? ' ' : unit;
-  });
-  for (const char* other : {" JOIN ", " DISTINCT ", " GROUP BY ", " UNION ", " LIMIT ", "COUNT("}) {
-    if (upper.find(other) != std::string::npos) return;
-  }
-  constexpr std::string_view From = " FROM ";
-  const std::size_t from = upper.find(From);
-  if (from == std::string::npos || upper.find(From, from + 1) != std::string::npos) return;
-  const std::size_t start = upper.find_first_not_of(' ', from + From.size());
-  if (start == std::string::npos) return;
-  const std::size_t end = std::min(upper.size(), upper.find_first_of(" ;", start));
-  const std::string behind =
-      upper.substr(std::min(upper.size(), upper.find_first_not_of(' ', end)));
-  const bool plain = behind.empty() || behind.rfind("WHERE ", 0) == 0 ||
-                     behind.rfind("ORDER ", 0) == 0 || behind.front() == ';';
-  if (!plain || upper.substr(start, end - start).find(',') != std::string::npos) return;
-  table_ = sql.substr(start, end - start);
-  tail_ = sql.substr(from);
-}
-
-/// The row numbers, in the order of the rows.
-void Recordset::ReadRowIds() {
-  if (!rowIds_.empty()) return;
-  sqlite3* const db = engine::Need(connection_.get());
-  const auto prepared = engine::Prepare(db, "SELECT rowid" + tail_);
-  while (engine::Step(db, prepared.get())) {
-    rowIds_.push_back(sqlite3_column_int64(prepared.get(), 0));
+  before_ = gone_ = false;
+  const auto show = [&](auto&& fits) {
+    for (std::size_t row = 0; row < rowIds_.size(); ++row) {
+      if (!deleted_[row] && fits(row)) shown_.push_back(row);
+    }
+  };
+  if (filter_.empty()) {
+    show([](std::size_t) { return true; });
+  } else {
+    const Criterion criterion(filter_, [&](StringView name) { return ColumnOf(name); });
+    show([&](std::size_t row) { return criterion.Fits(RowOf(row)); });
   }
 }
 
-void Recordset::MoveFirst() { MoveTo(0); }
+void Recordset::SetFilter(StringView criterion) {
+  Leave();
+  // A criterion that can't be read leaves everything as it is.
+  if (!criterion.empty()) Criterion(criterion, [&](StringView name) { return ColumnOf(name); });
+  filter_ = criterion;
+  ShowRows();
+}
 
-void Recordset::MoveNext() { MoveTo(position_ + 1); }
+void Recordset::Leave() {
+  if (IsPending()) Update();
+}
+
+void Recordset::MoveFirst() {
+  if (shown_.empty()) FailRecordset(NoCurrentRow, u"There are no records");
+  MoveTo(0);
+}
+
+void Recordset::MoveLast() {
+  if (shown_.empty()) FailRecordset(NoCurrentRow, u"There are no records");
+  MoveTo(shown_.size() - 1);
+}
+
+void Recordset::MoveNext() {
+  if (Eof() && !gone_) FailRecordset(NoCurrentRow, u"There is no record behind the last one");
+  // Where a row was deleted, the next one stands in its place already.
+  MoveTo(before_ ? 0 : position_ + (gone_ ? 0 : 1));
+}
+
+void Recordset::MovePrevious() {
+  if (Bof() && !gone_) FailRecordset(NoCurrentRow, u"There is no record ahead of the first one");
+  if (position_ > 0) return MoveTo(position_ - 1);
+  Leave();
+  gone_ = false;
+  before_ = true;
+}
 
 void Recordset::MoveTo(std::size_t index) {
-  if (index == position_) return;
-  if (IsPending()) Update();
-  position_ = std::min(index, rows_.size());
+  if (index == position_ && !before_ && !gone_) return;
+  Leave();
+  before_ = gone_ = false;
+  position_ = std::min(index, shown_.size());
+}
+
+Recordset::Bookmark Recordset::Mark() const { return {CurrentRow(), opening_}; }
+
+void Recordset::MoveTo(const Bookmark& bookmark) {
+  const auto found = std::lower_bound(shown_.begin(), shown_.end(), bookmark.Row);
+  if (bookmark.Opening != opening_ || found == shown_.end() || *found != bookmark.Row) {
+    FailRecordset(NoCurrentRow, u"There is no record at that bookmark");
+  }
+  MoveTo(static_cast<std::size_t>(found - shown_.begin()));
+}
+
+void Recordset::Find(StringView criterion, std::size_t skip, bool forward) {
+  const Criterion wanted(criterion, [&](StringView name) { return ColumnOf(name); });
+  static_cast<void>(CurrentRow());
+  Leave();
+  const std::size_t count = shown_.size();
+  // Beyond the first row lies the number behind all others.
+  std::size_t at = forward ? position_ + skip : position_ - skip;
+  while (at < count && !wanted.Fits(RowOf(shown_[at]))) at += forward ? 1 : std::size_t{0} - 1;
+  before_ = !forward && at >= count;
+  position_ = before_ ? 0 : std::min(at, count);
 }
 
 std::size_t Recordset::ColumnOf(StringView name) const {
   const auto found = std::find_if(names_.begin(), names_.end(),
                                   [&](const String& one) { return vb::SameText(one, name); });
-  if (found == names_.end()) Fail(NoSuchField, u"There is no field " + String(name));
+  if (found == names_.end()) FailRecordset(NoSuchField, u"There is no field " + String(name));
   return static_cast<std::size_t>(found - names_.begin());
+}
+
+std::size_t Recordset::CurrentRow() const {
+  if (before_ || gone_ || position_ >= shown_.size()) {
+    FailRecordset(NoCurrentRow, u"There is no current record");
+  }
+  return shown_[position_];
 }
 
 const Value& Recordset::Field(StringView name) const {
   const std::size_t column = ColumnOf(name);
-  if (Eof()) Fail(NoCurrentRow, u"There is no current record");
-  return rows_[position_][column];
+  return RowOf(CurrentRow())[column];
 }
 
 const Value& Recordset::Cell(std::size_t row, std::size_t column) const {
-  if (row >= rows_.size() || column >= names_.size()) {
-    Fail(NoCurrentRow, u"There is no such record or field");
+  if (row >= shown_.size() || column >= names_.size()) {
+    FailRecordset(NoCurrentRow, u"There is no such record or field");
   }
-  return rows_[row][column];
-}
-
-void Recordset::SetField(StringView name, Value value) {
-  const std::size_t column = ColumnOf(name);
-  if (Eof()) Fail(NoCurrentRow, u"There is no current record");
-  if (table_.empty()) Fail(StoreFailure, u"The records of this query can't be changed");
-  Value& cell = rows_[position_][column];
-  const bool known = std::any_of(pending_.begin(), pending_.end(),
-                                 [&](const Pending& one) { return one.Column == column; });
-  if (!known) pending_.push_back({column, cell});
-  cell = std::move(value);
-}
-
-void Recordset::Update() {
-  if (pending_.empty()) return;
-  sqlite3* const db = engine::Need(connection_.get());
-  std::string set, where = " WHERE rowid = ?";
-  for (const Pending& one : pending_) {
-    const std::string name = QuotedName(names_[one.Column]);
-    set += (set.empty() ? "" : ", ") + name + " = ?";
-    // The value that was read must still be there: that is what optimistic locking means.
-    where += " AND " + name + " IS ?";
-  }
-  Transaction transaction(*connection_);
-  const auto statement = engine::Prepare(db, "UPDATE " + table_ + " SET " + set + where);
-  int parameter = 1;
-  for (const Pending& one : pending_) {
-    engine::Bind(db, statement.get(), parameter++, rows_[position_][one.Column]);
-  }
-  engine::Bind(db, statement.get(), parameter++,
-               position_ < rowIds_.size() ? Value(rowIds_[position_]) : Value(Null{}));
-  for (const Pending& one : pending_) {
-    engine::Bind(db, statement.get(), parameter++, one.Before);
-  }
-  while (engine::Step(db, statement.get())) {
-  }
-  const int changed = sqlite3_changes(db);
-  if (changed == 0) {
-    for (const Pending& one : pending_) rows_[position_][one.Column] = one.Before;
-    pending_.clear();
-    Fail(StoreFailure, u"The record was changed or deleted by another user since it was read: " +
-                           vb::FromUtf8(table_));
-  }
-  transaction.Commit();
-  pending_.clear();
+  return RowOf(shown_[row])[column];
 }
 
 }  // namespace tessel::store

@@ -1,95 +1,13 @@
 #include "store/Statements.h"
 
-#include <cstdint>
 #include <optional>
-#include <vector>
+
+#include "store/Engine.h"
+#include "store/SelectShape.h"
+#include "store/TextColumns.h"
 
 namespace tessel::store {
 namespace {
-
-enum class Kind { Word, Text, Blank, Sign };
-
-struct Piece {
-  Kind Type;
-  String Text;
-};
-
-bool IsWordUnit(char16_t unit) {
-  return (unit >= u'0' && unit <= u'9') || (unit >= u'a' && unit <= u'z') ||
-         (unit >= u'A' && unit <= u'Z') || unit == u'_' || unit == u'@' || unit >= 0x80;
-}
-
-bool IsBlank(char16_t unit) {
-  return unit == u' ' || unit == u'\t' || unit == u'\r' || unit == u'\n';
-}
-
-/// Text in quotes as the engine writes it: single quotes, doubled inside.
-String Quoted(StringView content) { return u"'" + vb::Replace(content, u"'", u"''") + u"'"; }
-
-/// Cuts a statement into words, texts, blanks and signs.
-class Cutter {
- public:
-  explicit Cutter(StringView statement) : in_(statement) {}
-
-  std::vector<Piece> Cut() {
-    while (at_ < in_.size()) Step();
-    return std::move(pieces_);
-  }
-
- private:
-  void Step() {
-    const char16_t unit = in_[at_];
-    if (unit == u'"' || unit == u'\'') {
-      Text(unit);
-    } else if (unit == u'[') {
-      Name();
-    } else if (IsBlank(unit)) {
-      Run(Kind::Blank, IsBlank);
-    } else if (IsWordUnit(unit)) {
-      Run(Kind::Word, IsWordUnit);
-    } else {
-      pieces_.push_back({Kind::Sign, unit == u'&' ? String(u"||") : String(1, unit)});
-      ++at_;
-    }
-  }
-
-  void Run(Kind kind, bool (*belongs)(char16_t)) {
-    const std::size_t start = at_;
-    while (at_ < in_.size() && belongs(in_[at_])) ++at_;
-    pieces_.push_back({kind, String(in_.substr(start, at_ - start))});
-  }
-
-  void Text(char16_t quote) {
-    String content;
-    ++at_;
-    for (; at_ < in_.size(); ++at_) {
-      if (in_[at_] == quote) {
-        if (at_ + 1 >= in_.size() || in_[at_ + 1] != quote) break;
-        ++at_;
-      }
-      content += in_[at_];
-    }
-    ++at_;
-    pieces_.push_back({Kind::Text, Quoted(content)});
-  }
-
-  /// A name in square brackets; the engine takes double quotes for that.
-  void Name() {
-    const std::size_t end = in_.find(u']', at_);
-    const std::size_t stop = end == StringView::npos ? in_.size() : end;
-    const String name(in_.substr(at_ + 1, stop - at_ - 1));
-    pieces_.push_back({Kind::Sign, u"\"" + vb::Replace(name, u"\"", u"\"\"") + u"\""});
-    at_ = stop + 1;
-  }
-
-  StringView in_;
-  std::size_t at_ = 0;
-  std::vector<Piece> pieces_;
-};
-
-bool IsWord(const Piece& piece, StringView word) {
-  return piece.Type == Kind::Word && vb::SameText(piece.Text, word);
-}
 
 struct Constant {
   StringView Word, Value;
@@ -101,22 +19,16 @@ class Translator {
  public:
   explicit Translator(std::vector<Piece> pieces) : pieces_(std::move(pieces)) {}
 
-  String Translate() {
+  std::vector<Piece> Translate() {
     TranslateTop();
     TranslateDelete();
     TranslateUpdate();
     TranslateConstants();
-    String text;
-    for (const Piece& piece : pieces_) text += piece.Text;
-    return text;
+    return std::move(pieces_);
   }
 
  private:
-  /// The first piece at or behind `from` that is no blank, or the end.
-  [[nodiscard]] std::size_t Next(std::size_t from) const {
-    while (from < pieces_.size() && pieces_[from].Type == Kind::Blank) ++from;
-    return from;
-  }
+  [[nodiscard]] std::size_t Next(std::size_t from) const { return NextPiece(pieces_, from); }
   [[nodiscard]] bool WordAt(std::size_t at, StringView word) const {
     return at < pieces_.size() && IsWord(pieces_[at], word);
   }
@@ -145,12 +57,14 @@ class Translator {
     std::size_t at = from;
     for (; at < pieces_.size(); ++at) {
       const Piece& piece = pieces_[at];
-      if (piece.Type != Kind::Sign) continue;
+      if (piece.Kind != PieceKind::Sign) continue;
       if (piece.Text == u"(") ++depth;
       if (piece.Text == u";" || (piece.Text == u")" && depth-- == 0)) break;
     }
-    pieces_.insert(pieces_.begin() + static_cast<std::ptrdiff_t>(at),
-                   {Kind::Word, u" LIMIT " + count});
+    pieces_.insert(pieces_.begin() + static_cast<std::ptrdiff_t>(at), {{PieceKind::Blank, u" "},
+                                                                       {PieceKind::Word, u"LIMIT"},
+                                                                       {PieceKind::Blank, u" "},
+                                                                       {PieceKind::Word, count}});
   }
 
   /// "DELETE Table.Column FROM" and "DELETE * FROM": whole rows go, so what is named does not
@@ -191,7 +105,7 @@ class Translator {
   /// b").
   void TranslateConstants() {
     for (std::size_t at = 0; at < pieces_.size(); ++at) {
-      if (pieces_[at].Type != Kind::Word || !StandsAsValue(at)) continue;
+      if (pieces_[at].Kind != PieceKind::Word || !StandsAsValue(at)) continue;
       for (const Constant& constant : Constants) {
         if (vb::SameText(pieces_[at].Text, constant.Word)) {
           pieces_[at].Text = constant.Value;
@@ -205,7 +119,7 @@ class Translator {
   [[nodiscard]] bool StandsAsValue(std::size_t at) const {
     if (at + 1 < pieces_.size() && pieces_[at + 1].Text == u".") return false;
     std::size_t before = at;
-    while (before > 0 && pieces_[before - 1].Type == Kind::Blank) --before;
+    while (before > 0 && pieces_[before - 1].Kind == PieceKind::Blank) --before;
     if (before == 0) return false;
     const String& sign = pieces_[before - 1].Text;
     return sign == u"=" || sign == u">" || sign == u"<" || sign == u"," || sign == u"(";
@@ -215,10 +129,35 @@ class Translator {
   bool sawSet_ = false;
 };
 
+void Insert(std::vector<Piece>& pieces, std::size_t at, String text) {
+  pieces.insert(pieces.begin() + static_cast<std::ptrdiff_t>(at),
+                {PieceKind::Sign, std::move(text)});
+}
+
+/// The rows of one table come in the order of their entry where nothing else is said, also among
+/// rows that sort alike. They can be written back when the statement shows all it finds; then each
+/// brings its number along as a last column.
+void OrderByEntry(std::vector<Piece>& pieces, const Schema& schema, Translation& translation) {
+  const auto shape = ShapeOf(pieces);
+  if (!shape || !schema.HasRowNumbers(Content(shape->Table))) return;
+  const String number = shape->Alias.Text + u"._rowid_";
+  Insert(pieces, shape->End, (shape->Ordered ? u", " : u" ORDER BY ") + number + u" ");
+  if (shape->Limited) return;
+  Insert(pieces, shape->From, u", " + number + u" ");
+  translation.Table = engine::ToStored(shape->Table.Text);
+}
+
 }  // namespace
 
-std::string TranslateStatement(StringView statement) {
-  return vb::ToUtf8(Translator(Cutter(statement).Cut()).Translate());
+Translation TranslateStatement(StringView statement, const Schema& schema) {
+  std::vector<Piece> pieces = Translator(CutStatement(statement)).Translate();
+  Translation translation;
+  CollateTextColumns(pieces, schema);
+  OrderByEntry(pieces, schema, translation);
+  String text;
+  for (const Piece& piece : pieces) text += piece.Text;
+  translation.Sql = engine::ToStored(text);
+  return translation;
 }
 
 }  // namespace tessel::store

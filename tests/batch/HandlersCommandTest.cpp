@@ -106,10 +106,10 @@ TEST_F(HandlersCommandTest, AnUnknownSchemeIsAnErrorThatListsTheKnownOnes) {
   request_.FormScheme = "Foo";
   EXPECT_EQ(Run(), HandlersFailed);
   EXPECT_EQ(err_.str(),
-            "tessel: there is no scheme \"Foo\"; the schemes are \"Clean Up and Exit\", \"Clean Up "
-            "and Exit, Numbered\", \"Cyrillic\", \"Log to File\", \"Log to File, Unnumbered\", "
-            "\"Message Box\", \"Message Box, Unnumbered\", \"Named\", \"Plain\", \"Raise to "
-            "Caller\", \"Raise to Caller, Numbered\"\n");
+            "tessel: there is no scheme \"Foo\"; the schemes are \"Message Box\", \"Message Box, "
+            "Unnumbered\", \"Raise to Caller\", \"Raise to Caller, Numbered\", \"Log to "
+            "File\", \"Log to File, Unnumbered\", \"Clean Up and Exit\", \"Clean Up and "
+            "Exit, Numbered\", \"Plain\", \"Named\", \"Cyrillic\"\n");
   EXPECT_EQ(Code("M"), Sub);
 }
 
