@@ -52,6 +52,7 @@ PropertiesWindow::PropertiesWindow(QWidget* parent)
   column->addWidget(table_);
   objects_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   objects_->setAccessibleName(QStringLiteral("Object"));
+  setFocusProxy(table_);
   SetUpTable();
   QObject::connect(table_, &QTableWidget::cellChanged, this, [this](int row, int) {
     if (!filling_) CellChanged(row);

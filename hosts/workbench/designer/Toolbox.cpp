@@ -2,7 +2,9 @@
 
 #include <QEvent>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QStyle>
+#include <QStyledItemDelegate>
 
 #include "hosts/workbench/designer/ControlClasses.h"
 #include "hosts/workbench/designer/ToolIcons.h"
@@ -12,6 +14,28 @@ namespace tessel::workbench {
 namespace {
 
 constexpr int IconSide = 20, CellSide = 30, Columns = 3;
+
+/// Shows the chosen tool as a pressed button, in the colours of the palette: a style marks nothing
+/// but the text of an item, and tools have none.
+class ToolDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    constexpr int Tint = 90;
+    if (option.state.testFlag(QStyle::State_Selected)) {
+      const QColor edge = option.palette.color(QPalette::Active, QPalette::Highlight);
+      QColor fill = edge;
+      fill.setAlpha(Tint);
+      painter->fillRect(option.rect, fill);
+      painter->setPen(edge);
+      painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+    }
+    const QRect icon =
+        QStyle::alignedRect(option.direction, Qt::AlignCenter, option.decorationSize, option.rect);
+    index.data(Qt::DecorationRole).value<QIcon>().paint(painter, icon);
+  }
+};
 
 }  // namespace
 
@@ -23,6 +47,7 @@ Toolbox::Toolbox(QWidget* parent) : QListWidget(parent) {
   setIconSize({IconSide, IconSide});
   setGridSize({CellSide, CellSide});
   setAccessibleName(QStringLiteral("Toolbox"));
+  setItemDelegate(new ToolDelegate(this));
   AddTool({}, QStringLiteral("Pointer"));
   for (const ControlClass& one : ToolboxClasses()) {
     AddTool(ToQt(one.Name), ToQt(ShortName(one.Name)));

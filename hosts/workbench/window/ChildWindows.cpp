@@ -1,7 +1,9 @@
 #include "hosts/workbench/window/ChildWindows.h"
 
 #include <QEvent>
+#include <QStyle>
 #include <QUndoStack>
+#include <algorithm>
 
 #include "hosts/workbench/designer/DesignerView.h"
 #include "hosts/workbench/platform/Text.h"
@@ -83,13 +85,26 @@ QMdiSubWindow* ChildWindows::AddFrame(QWidget& content, const model::VBComponent
   QMdiSubWindow* const frame = addSubWindow(&content);
   frame->setAttribute(Qt::WA_DeleteOnClose);
   frame->setWindowIcon(ComponentIcon(component.PlainType()));
-  frame->resize(width() * 3 / 4, height() * 3 / 4);
+  frame->setGeometry(PlaceOfNext());
   if (maximized) {
     frame->showMaximized();
   } else {
     frame->show();
   }
   return frame;
+}
+
+/// Below the title of the one ahead, from the corner again where the room ends.
+QRect ChildWindows::PlaceOfNext() const {
+  constexpr int Share = 3, Whole = 4;
+  const QSize room = viewport()->size();
+  const QSize size = room * Share / Whole;
+  const int step = style()->pixelMetric(QStyle::PM_TitleBarHeight) + 2;
+  const QSize free = room - size;
+  const int steps = std::max(1, std::min(free.width(), free.height()) / step + 1);
+  const auto others = static_cast<int>(subWindowList().size()) - 1;
+  const int at = others % steps * step;
+  return {QPoint(at, at), size};
 }
 
 void ChildWindows::ShowPane(const std::shared_ptr<model::CodePane>& pane) {

@@ -79,6 +79,7 @@ class ChildWindows : public QMdiArea {
  private:
   [[nodiscard]] CodeEditor* EditorOf(const model::CodeModule& module) const;
   QMdiSubWindow* AddFrame(QWidget& content, const model::VBComponent& component);
+  [[nodiscard]] QRect PlaceOfNext() const;
   void CodeClosed(const std::shared_ptr<model::CodePane>& pane);
   void Forget(std::map<const model::CodeModule*, CodeWindow*>::iterator code);
   void EndToolEdits();

@@ -6,6 +6,7 @@
 
 #include "hosts/workbench/platform/Text.h"
 #include "hosts/workbench/window/BasicLexer.h"
+#include "hosts/workbench/window/Colors.h"
 #include "hosts/workbench/window/DeclarationTidy.h"
 
 namespace tessel::workbench {
@@ -97,12 +98,14 @@ void CodeEditor::SetOptions(const EditorOptions& options) {
   setIndentationWidth(options.TabWidth);
   const QPalette colors = palette();
   setMarginsFont(options.Font);
-  setMarginsForegroundColor(colors.color(QPalette::Disabled, QPalette::Text));
+  const QColor muted = MutedText(colors);
+  setMarginsForegroundColor(muted);
   setMarginsBackgroundColor(colors.color(QPalette::Window));
   setFoldMarginColors(colors.color(QPalette::Window), colors.color(QPalette::Window));
   for (int mark = SC_MARKNUM_FOLDEREND; mark <= int{SC_MARKNUM_FOLDEROPEN}; ++mark) {
-    setMarkerForegroundColor(colors.color(QPalette::Window), mark);
-    setMarkerBackgroundColor(colors.color(QPalette::Disabled, QPalette::Text), mark);
+    SendScintilla(SCI_MARKERSETFORE, static_cast<unsigned long>(mark),
+                  colors.color(QPalette::Window));
+    SendScintilla(SCI_MARKERSETBACK, static_cast<unsigned long>(mark), muted);
   }
   setCaretForegroundColor(lexer()->defaultColor(0));
   setSelectionBackgroundColor(colors.color(QPalette::Highlight));

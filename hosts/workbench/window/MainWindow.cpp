@@ -10,6 +10,7 @@
 #include "hosts/workbench/designer/DesignerView.h"
 #include "hosts/workbench/designer/PropertiesWindow.h"
 #include "hosts/workbench/designer/Toolbox.h"
+#include "hosts/workbench/forms/ScreenPlace.h"
 #include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
 #include "hosts/workbench/window/ComponentIcon.h"
@@ -22,6 +23,9 @@ constexpr int PlaceDelayMs = 80, StateDelayMs = 400;
 /// What was on the screen longer than twice this long survives a crash.
 constexpr int KeepDelayMs = 4000;
 constexpr int DarkLimit = 128;
+constexpr QSize ProposedSize(1280, 840);
+/// Room for what the desktop puts around a window, which it tells only when it shows.
+constexpr int FrameWidth = 4, FrameHeight = 32;
 
 void StartSingle(QTimer& timer, int ms, QObject* owner, const std::function<void()>& action) {
   timer.setSingleShot(true);
@@ -49,18 +53,17 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
   setWindowIcon(Picture(ProgramPicture));
   setObjectName(QStringLiteral("workbench"));
   setDockNestingEnabled(true);
-  resize(1280, 840);
   ConnectChildren();
   bars_ = std::make_unique<BarView>(*this, vbe_);
   // Not from inside the click itself: what it runs may build the bars anew.
   bars_->OnClick = [this](const std::shared_ptr<host::CommandBarControl>& control) {
-    QTimer::singleShot(
-        0, this, [this, control] { services_.Desktop().RunAction([&] { control->Execute(); }); });
+    QTimer::singleShot(0, this, [this, control] { Execute(*control); });
   };
   watch_ = new FileWatch(workspace_, this);
   watch_->OnChanged = [this](const auto& changed) { files_.AskToReload(changed); };
   files_.BeforeSaving = [this] { children_->TidyEntered(); };
   files_.OnChanged = [this] { FilesChanged(); };
+  files_.OnNew = [this](const auto& component) { ShowNew(component); };
   files_.RunTool = [this](const std::function<void()>& action) { RunTool(action); };
   BuildDocks();
   BuildMenus();
@@ -75,9 +78,21 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
   services_.Desktop().SetParent(this);
   services_.Desktop().RunTool = [this](const std::function<void()>& action) { RunTool(action); };
   ApplyOptions();
-  restoreGeometry(settings_.Geometry());
-  restoreState(settings_.Docks());
+  Place();
   UpdateCommands();
+}
+
+/// As it was left, but always whole on a screen that there is.
+void MainWindow::Place() {
+  resize(ProposedSize);
+  restoreGeometry(settings_.Geometry());
+  if (!isMaximized() && !isFullScreen()) {
+    const QRect room = ScreenAround(geometry().center());
+    const QMargins frame(FrameWidth, FrameHeight, FrameWidth, FrameWidth);
+    const QRect inside = KeptOnScreen(geometry().marginsAdded(frame)).marginsRemoved(frame);
+    setGeometry(inside.intersected(room));
+  }
+  restoreState(settings_.Docks());
 }
 
 MainWindow::~MainWindow() {
@@ -141,7 +156,7 @@ void MainWindow::BuildDocks() {
     if (DesignerView* const view = children_->CurrentDesigner()) view->AddControl(className);
   };
   AddDock(tr("Toolbox"), QStringLiteral("toolbox"), toolbox_, Qt::LeftDockWidgetArea);
-  projects_ = new ProjectWindow(vbe_);
+  projects_ = new ProjectWindow(workspace_);
   projects_->OnViewCode = [this](const auto& component) { ShowCode(component); };
   projects_->OnViewObject = [this](const auto& component) { ShowDesigner(component); };
   projects_->OnRemove = [this](const auto& component) { files_.Remove(component); };
@@ -304,7 +319,27 @@ void MainWindow::FilesChanged() {
   ShowState();
 }
 
-// State
+// Commands
+
+void MainWindow::Execute(host::CommandBarControl& control) {
+  const auto before = AllComponents();
+  services_.Desktop().RunAction([&] { control.Execute(); });
+  for (const auto& component : AllComponents()) {
+    if (!before.contains(component)) ShowNew(component);
+  }
+}
+
+void MainWindow::ShowNew(const std::shared_ptr<model::VBComponent>& component) {
+  if (ShowDesigner(component) == nullptr) ShowCode(component);
+}
+
+std::set<std::shared_ptr<model::VBComponent>> MainWindow::AllComponents() const {
+  std::set<std::shared_ptr<model::VBComponent>> all;
+  for (const auto& project : vbe_->Projects().All()) {
+    all.insert(project->Components().All().begin(), project->Components().All().end());
+  }
+  return all;
+}
 
 bool MainWindow::ClickCommand(StringView bar, const std::vector<String>& path) {
   bool clicked = false;
@@ -316,10 +351,12 @@ bool MainWindow::ClickCommand(StringView bar, const std::vector<String>& path) {
       controls = control->Controls();
     }
     clicked = control && control->Enabled();
-    if (clicked) services_.Desktop().RunAction([&] { control->Execute(); });
+    if (clicked) Execute(*control);
   });
   return clicked;
 }
+
+// State
 
 void MainWindow::ShowPlace() {
   const CodeWindow* const code = children_->CurrentCode();
@@ -344,6 +381,7 @@ void MainWindow::ShowState() {
   const auto project = vbe_->Active();
   setWindowTitle(project ? tr("%1 - Tessel[*]").arg(ToQt(project->PlainName())) : tr("Tessel[*]"));
   setWindowModified(files_.IsUnsaved());
+  projects_->ShowUnsaved();
   UpdateCommands();
 }
 

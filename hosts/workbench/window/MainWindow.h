@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 
 #include "addin/Connect.h"
 #include "hosts/model/Vbe.h"
@@ -106,6 +107,12 @@ class MainWindow : public QMainWindow, private model::Observer {
   [[nodiscard]] EditorOptions CurrentOptions() const;
   /// The component that the window in front shows, else the selected one; null for none.
   [[nodiscard]] std::shared_ptr<model::VBComponent> CurrentComponent() const;
+  /// Clicks a command; a component that it adds is opened.
+  void Execute(host::CommandBarControl& control);
+  [[nodiscard]] std::set<std::shared_ptr<model::VBComponent>> AllComponents() const;
+  void ShowNew(const std::shared_ptr<model::VBComponent>& component);
+  void Place();
+  void ShowDock(const QString& name);
   void ConnectChildren();
   void ConnectDesigner(DesignerView& view);
   void WindowActivated();

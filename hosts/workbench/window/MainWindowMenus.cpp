@@ -24,6 +24,13 @@ constexpr NewProjectKind NewProjectKinds[] = {
     {QT_TRANSLATE_NOOP("Menu", "ActiveX &DLL"), host::vbext_pt_ActiveXDll},
     {QT_TRANSLATE_NOOP("Menu", "ActiveX &Control"), host::vbext_pt_ActiveXControl}};
 
+/// One of a list whose first nine have their digits as keys.
+QString Numbered(int number, QString text) {
+  constexpr int Keys = 9;
+  text.replace(u'&', QStringLiteral("&&"));
+  return number <= Keys ? QStringLiteral("&%1 %2").arg(number).arg(text) : text;
+}
+
 }  // namespace
 
 QAction* MainWindow::AddCommand(QMenu& menu, const QString& caption, const QKeySequence& keys,
@@ -75,7 +82,7 @@ void MainWindow::BuildFileMenu() {
   AddCommand(*file, tr("&Save"), QKeySequence::Save, [this] { SaveCurrent(); });
   AddCommand(*file, tr("Save &All"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
              [this] { files_.SaveAll(); });
-  AddCommand(*file, tr("Save Component &As..."), {}, [this] {
+  AddCommand(*file, tr("Save Co&mponent As..."), {}, [this] {
     if (const auto component = CurrentComponent()) files_.SaveAs(component);
   });
   file->addSeparator();
@@ -85,8 +92,8 @@ void MainWindow::BuildFileMenu() {
 
 void MainWindow::FillRecent(QMenu& menu) {
   menu.clear();
-  for (const QString& file : settings_.Recent()) {
-    connect(menu.addAction(file), &QAction::triggered, this,
+  for (int number = 1; const QString& file : settings_.Recent()) {
+    connect(menu.addAction(Numbered(number++, file)), &QAction::triggered, this,
             [this, file] { files_.OpenRecent(file); });
   }
   if (menu.isEmpty()) menu.addAction(tr("(None)"))->setEnabled(false);
@@ -130,15 +137,11 @@ void MainWindow::BuildViewMenu() {
     if (const auto component = CurrentComponent()) ShowDesigner(component);
   });
   view->addSeparator();
-  static const std::map<QString, QKeySequence> Keys{
-      {QStringLiteral("project"), QKeySequence(Qt::CTRL | Qt::Key_R)},
-      {QStringLiteral("properties"), QKeySequence(Qt::Key_F4)}};
-  for (QDockWidget* const dock : docks_) {
-    QAction* const toggle = dock->toggleViewAction();
-    const auto keys = Keys.find(dock->objectName());
-    if (keys != Keys.end()) toggle->setShortcut(keys->second);
-    view->addAction(toggle);
-  }
+  AddCommand(*view, tr("&Project Window"), QKeySequence(Qt::CTRL | Qt::Key_R),
+             [this] { ShowDock(QStringLiteral("project")); });
+  AddCommand(*view, tr("Properties &Window"), QKeySequence(Qt::Key_F4),
+             [this] { ShowDock(QStringLiteral("properties")); });
+  AddCommand(*view, tr("Toolbo&x"), {}, [this] { ShowDock(QStringLiteral("toolbox")); });
   QMenu* const bars = view->addMenu(tr("&Toolbars"));
   connect(bars, &QMenu::aboutToShow, this, [this, bars] {
     bars->clear();
@@ -148,6 +151,16 @@ void MainWindow::BuildViewMenu() {
       }
     }
   });
+}
+
+/// Brings one of the docked windows to the user, with the keys.
+void MainWindow::ShowDock(const QString& name) {
+  for (QDockWidget* const dock : docks_) {
+    if (dock->objectName() != name) continue;
+    dock->show();
+    dock->raise();
+    dock->widget()->setFocus(Qt::ShortcutFocusReason);
+  }
 }
 
 void MainWindow::BuildWindowMenu() {
@@ -161,8 +174,8 @@ void MainWindow::BuildWindowMenu() {
     connect(menu->addAction(tr("Close &All")), &QAction::triggered, children_,
             &QMdiArea::closeAllSubWindows);
     menu->addSeparator();
-    for (QMdiSubWindow* const frame : children_->subWindowList()) {
-      QAction* const action = menu->addAction(frame->widget()->windowTitle());
+    for (int number = 1; QMdiSubWindow* const frame : children_->subWindowList()) {
+      QAction* const action = menu->addAction(Numbered(number++, frame->widget()->windowTitle()));
       action->setCheckable(true);
       action->setChecked(frame == children_->activeSubWindow());
       connect(action, &QAction::triggered, frame,

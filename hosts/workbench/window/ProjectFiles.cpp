@@ -96,7 +96,8 @@ void ProjectFiles::NewProject(host::vbext_ProjectType type) {
   if (!CloseAll()) return;
   questions_.Guard([&] {
     workspace_.NewProject(u"Project1", type);
-    workspace_.AddComponent(u"Project1", FirstComponent(type), u"", u"");
+    const auto first = workspace_.AddComponent(u"Project1", FirstComponent(type), u"", u"");
+    if (OnNew) OnNew(std::dynamic_pointer_cast<model::VBComponent>(first));
   });
 }
 

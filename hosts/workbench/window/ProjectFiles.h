@@ -26,6 +26,8 @@ class ProjectFiles {
   std::function<void()> BeforeSaving;
   /// Files hold what the model does, or projects came or went.
   std::function<void()> OnChanged;
+  /// The user made a new component.
+  std::function<void(const std::shared_ptr<model::VBComponent>&)> OnNew;
   /// Runs edits that belong together.
   std::function<void(const std::function<void()>&)> RunTool;
 

@@ -1,22 +1,26 @@
 #include "hosts/workbench/window/ProjectWindow.h"
 
 #include <QFileInfo>
-#include <QHeaderView>
 #include <QMenu>
 #include <QScopedValueRollback>
-#include <QSet>
+#include <QScrollBar>
 #include <QToolBar>
 #include <QVBoxLayout>
 #include <array>
+#include <set>
+#include <tuple>
 
 #include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
 #include "hosts/workbench/window/ComponentIcon.h"
+#include "hosts/workbench/window/Unsaved.h"
 
 namespace tessel::workbench {
 namespace {
 
-constexpr int NameRole = Qt::UserRole, ProjectRole = Qt::UserRole + 1;
+/// A tree of three levels in a narrow column: names come first, white space last.
+constexpr int Indentation = 14;
+constexpr QChar UnsavedMark = u'*';
 
 struct Folder {
   const char* Caption;
@@ -33,31 +37,48 @@ constexpr std::array Folders{
     Folder{"Designers", {host::vbext_ct_ActiveXDesigner, host::vbext_ct_MSForm}},
     Folder{"Related Documents", {host::vbext_ct_ResFile, host::vbext_ct_RelatedDocument}}};
 
-QString CaptionOf(const model::VBComponent& component) {
-  const QString name = ToQt(component.PlainName());
-  const QString file =
-      component.Storage() ? QFileInfo(ToQt(component.Storage()->FileName())).fileName() : QString();
-  return file.isEmpty() || file == name ? name : QStringLiteral("%1 (%2)").arg(name, file);
+/// "Name (File)", which is cut at its end where the room is short.
+QString Caption(const QString& name, const QString& path, bool unsaved) {
+  const QString file = QFileInfo(path).fileName();
+  const QString marked = unsaved ? name + UnsavedMark : name;
+  return file.isEmpty() || file == name ? marked : QStringLiteral("%1 (%2)").arg(marked, file);
 }
 
-QString PathOf(const QTreeWidgetItem* item) {
-  QString path;
-  for (; item != nullptr; item = item->parent()) path = item->text(0) + u'\n' + path;
-  return path;
-}
-
-template <class Visit>
-void ForEachItem(QTreeWidgetItem* item, const Visit& visit) {
-  for (int at = 0; at < item->childCount(); ++at) {
-    visit(item->child(at));
-    ForEachItem(item->child(at), visit);
-  }
+QString PathOf(const model::VBComponent& component) {
+  return component.Storage() ? ToQt(component.Storage()->FileName()) : QString();
 }
 
 }  // namespace
 
-ProjectWindow::ProjectWindow(std::shared_ptr<model::Vbe> vbe)
-    : vbe_(std::move(vbe)), tree_(new QTreeWidget(this)) {
+/// A project, a folder of one, or a component in it.
+class ProjectWindow::Node : public QTreeWidgetItem {
+ public:
+  Node(std::shared_ptr<model::VBProject> project, int folder,
+       const std::shared_ptr<model::VBComponent>& component)
+      : Project(project), Component(component), key_(project.get(), folder, component.get()) {}
+
+  std::weak_ptr<model::VBProject> Project;
+  std::weak_ptr<model::VBComponent> Component;
+
+  /// What it stands for; to be compared, not followed.
+  using Key = std::tuple<const void*, int, const void*>;
+  [[nodiscard]] const Key& Identity() const { return key_; }
+  [[nodiscard]] bool IsFolder() const { return std::get<int>(key_) >= 0 && !Component.lock(); }
+
+  bool operator<(const QTreeWidgetItem& other) const override {
+    const int order =
+        QString::localeAwareCompare(text(0).toCaseFolded(), other.text(0).toCaseFolded());
+    return order != 0 ? order < 0 : text(0) < other.text(0);
+  }
+
+ private:
+  Key key_;
+};
+
+ProjectWindow::ProjectWindow(const workspace::Workspace& workspace)
+    : workspace_(workspace),
+      vbe_(std::dynamic_pointer_cast<model::Vbe>(workspace.VBE())),
+      tree_(new QTreeWidget(this)) {
   Build();
   Refresh();
 }
@@ -80,6 +101,8 @@ void ProjectWindow::Build() {
   column->addWidget(tree_, 1);
   tree_->setHeaderHidden(true);
   tree_->setUniformRowHeights(true);
+  tree_->setIndentation(Indentation);
+  setFocusProxy(tree_);
   tree_->setObjectName(QStringLiteral("projects"));
   tree_->setContextMenuPolicy(Qt::CustomContextMenu);
   connect(tree_, &QTreeWidget::currentItemChanged, this, [this] { Selected(); });
@@ -88,55 +111,77 @@ void ProjectWindow::Build() {
           [this](const QPoint& at) { ShowMenu(at); });
 }
 
+void ProjectWindow::ForEach(const std::function<void(Node&)>& visit) const {
+  for (QTreeWidgetItemIterator at(tree_); *at != nullptr; ++at) visit(static_cast<Node&>(**at));
+}
+
 void ProjectWindow::Refresh() {
   const QScopedValueRollback guard(filling_, true);
-  QSet<QString> closed, known;
-  ForEachItem(tree_->invisibleRootItem(), [&](QTreeWidgetItem* item) {
-    if (item->childCount() == 0) return;
-    known.insert(PathOf(item));
-    if (!item->isExpanded()) closed.insert(PathOf(item));
+  std::set<Node::Key> closed;
+  ForEach([&](const Node& node) {
+    if (node.childCount() > 0 && !node.isExpanded()) closed.insert(node.Identity());
   });
+  const auto* const chosen = static_cast<const Node*>(tree_->currentItem());
+  const Node::Key current = chosen == nullptr ? Node::Key() : chosen->Identity();
+  const int scrolled = tree_->verticalScrollBar()->value();
   tree_->setUpdatesEnabled(false);
   tree_->clear();
   for (const auto& project : vbe_->Projects().All()) AddProject(project);
-  ForEachItem(tree_->invisibleRootItem(), [&](QTreeWidgetItem* item) {
-    if (item->childCount() > 0) item->setExpanded(!closed.contains(PathOf(item)));
+  ForEach([&](Node& node) {
+    if (node.childCount() > 0) node.setExpanded(!closed.contains(node.Identity()));
+    if (chosen != nullptr && node.Identity() == current) tree_->setCurrentItem(&node);
   });
+  tree_->verticalScrollBar()->setValue(scrolled);
   tree_->setUpdatesEnabled(true);
   ShowSelected();
 }
 
 void ProjectWindow::AddProject(const std::shared_ptr<model::VBProject>& project) {
-  auto* const item = new QTreeWidgetItem(tree_);
-  const QString file = QFileInfo(ToQt(project->File)).fileName();
-  const QString name = ToQt(project->PlainName());
-  item->setText(0, file.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, file));
-  item->setIcon(0, Picture(ProjectPicture));
-  item->setToolTip(0, ToQt(project->File));
-  item->setData(0, ProjectRole, name);
-  AddComponents(item, *project);
+  auto* const node = new Node(project, -1, nullptr);
+  tree_->addTopLevelItem(node);
+  node->setText(
+      0, Caption(ToQt(project->PlainName()), ToQt(project->File), IsUnsaved(workspace_, *project)));
+  node->setIcon(0, Picture(ProjectPicture));
+  node->setToolTip(0, ToQt(project->File));
+  AddComponents(*node);
 }
 
-void ProjectWindow::AddComponents(QTreeWidgetItem* parent, const model::VBProject& project) {
-  const auto all = const_cast<model::VBProject&>(project).Components().All();
-  for (const Folder& folder : Folders) {
-    QTreeWidgetItem* group = nullptr;
-    for (const auto& component : all) {
+void ProjectWindow::AddComponents(Node& parent) {
+  const auto project = parent.Project.lock();
+  for (int number = 0; const Folder& folder : Folders) {
+    Node* group = nullptr;
+    for (const auto& component : project->Components().All()) {
       const int type = component->PlainType();
       if (type != folder.Types[0] && type != folder.Types[1]) continue;
-      if (group == nullptr) group = new QTreeWidgetItem(parent, {tr(folder.Caption)});
-      auto* const item = new QTreeWidgetItem(group, {CaptionOf(*component)});
-      item->setIcon(0, ComponentIcon(component->PlainType()));
-      item->setData(0, NameRole, ToQt(component->PlainName()));
-      item->setData(0, ProjectRole, ToQt(project.PlainName()));
-      if (component->Storage()) item->setToolTip(0, ToQt(component->Storage()->FileName()));
+      if (group == nullptr) {
+        group = new Node(project, number, nullptr);
+        parent.addChild(group);
+        group->setText(0, tr(folder.Caption));
+        group->setIcon(0, Picture(FolderPicture));
+      }
+      auto* const node = new Node(project, number, component);
+      group->addChild(node);
+      node->setText(
+          0, Caption(ToQt(component->PlainName()), PathOf(*component), IsUnsaved(*component)));
+      node->setIcon(0, ComponentIcon(component->PlainType()));
+      node->setToolTip(0, PathOf(*component));
     }
-    if (group != nullptr) {
-      group->setIcon(0, Picture(FolderPicture));
-      group->setData(0, ProjectRole, ToQt(project.PlainName()));
-      group->sortChildren(0, Qt::AscendingOrder);
-    }
+    if (group != nullptr) group->sortChildren(0, Qt::AscendingOrder);
+    ++number;
   }
+}
+
+void ProjectWindow::ShowUnsaved() {
+  ForEach([this](Node& node) {
+    const auto project = node.Project.lock();
+    const auto component = node.Component.lock();
+    if (!project || node.IsFolder()) return;
+    const QString caption =
+        component ? Caption(ToQt(component->PlainName()), PathOf(*component), IsUnsaved(*component))
+                  : Caption(ToQt(project->PlainName()), ToQt(project->File),
+                            IsUnsaved(workspace_, *project));
+    if (node.text(0) != caption) node.setText(0, caption);
+  });
 }
 
 void ProjectWindow::MarkActive() {
@@ -151,22 +196,19 @@ void ProjectWindow::MarkActive() {
 void ProjectWindow::ShowSelected() {
   MarkActive();
   const auto selected = std::dynamic_pointer_cast<model::VBComponent>(vbe_->SelectedVBComponent());
-  if (ComponentOf(tree_->currentItem()) == selected && selected) return;
+  if (!selected || ComponentOf(tree_->currentItem()) == selected) return;
   const QScopedValueRollback guard(filling_, true);
-  ForEachItem(tree_->invisibleRootItem(), [&](QTreeWidgetItem* item) {
-    if (selected && ComponentOf(item) == selected) tree_->setCurrentItem(item);
+  ForEach([&](Node& node) {
+    if (node.Component.lock() == selected) tree_->setCurrentItem(&node);
   });
 }
 
-std::shared_ptr<model::VBProject> ProjectWindow::ProjectOf(const QTreeWidgetItem* item) const {
-  return item == nullptr ? nullptr
-                         : vbe_->Projects().Find(FromQt(item->data(0, ProjectRole).toString()));
+std::shared_ptr<model::VBProject> ProjectWindow::ProjectOf(const QTreeWidgetItem* item) {
+  return item == nullptr ? nullptr : static_cast<const Node*>(item)->Project.lock();
 }
 
-std::shared_ptr<model::VBComponent> ProjectWindow::ComponentOf(const QTreeWidgetItem* item) const {
-  const auto project = ProjectOf(item);
-  const QString name = item == nullptr ? QString() : item->data(0, NameRole).toString();
-  return project && !name.isEmpty() ? project->Components().Find(FromQt(name)) : nullptr;
+std::shared_ptr<model::VBComponent> ProjectWindow::ComponentOf(const QTreeWidgetItem* item) {
+  return item == nullptr ? nullptr : static_cast<const Node*>(item)->Component.lock();
 }
 
 void ProjectWindow::Selected() {

@@ -31,23 +31,28 @@ std::shared_ptr<model::VBComponent> FirstComponent(MainWindow& window, const Acc
   return nullptr;
 }
 
-/// Opens a form and the longest code of a module of its project.
+/// Opens the code of a component and puts the caret into its first member.
+void OpenCode(MainWindow& window, const std::shared_ptr<model::VBComponent>& component) {
+  CodeWindow* const shown = component ? window.ShowCode(component) : nullptr;
+  if (shown == nullptr) return;
+  const auto members = component->Module()->Index().Members();
+  if (members.empty()) return;
+  const int line = members.front().Lines.Body + 1;
+  shown->Editor().Select({line, 5, line, 5});
+}
+
+/// Opens a form, its code, and the code of a module of its project.
 void OpenWindows(MainWindow& window) {
   const auto form = FirstComponent(window, [](const auto& one) {
     return one.PlainType() == host::vbext_ct_VBForm &&
            one.OwnDesigner()->Tree().Controls().size() > 3;
   });
-  if (form) window.ShowDesigner(form);
   const auto code = FirstComponent(window, [](const auto& one) {
     return one.PlainType() == host::vbext_ct_StdModule && one.Module()->Buffer().Count() > 40;
   });
-  if (!code) return;
-  if (CodeWindow* const shown = window.ShowCode(code)) {
-    const auto members = code->Module()->Index().Members();
-    if (!members.empty())
-      shown->Editor().Select(
-          {members.front().Lines.Body + 1, 5, members.front().Lines.Body + 1, 5});
-  }
+  OpenCode(window, form);
+  if (form) window.ShowDesigner(form);
+  OpenCode(window, code);
 }
 
 QString DialogFile(const QString& file) {

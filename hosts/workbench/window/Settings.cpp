@@ -1,9 +1,7 @@
 #include "hosts/workbench/window/Settings.h"
 
-#include <QApplication>
 #include <QFileInfo>
 #include <QFontDatabase>
-#include <QStyle>
 
 namespace tessel::workbench {
 namespace {
@@ -19,7 +17,7 @@ const auto FontKey = QStringLiteral("editor/font"), TabKey = QStringLiteral("edi
 }  // namespace
 
 QPalette PaletteOf(ColorScheme scheme) {
-  if (scheme == ColorScheme::System) return QApplication::style()->standardPalette();
+  if (scheme == ColorScheme::System) return {};  // what the desktop says, now and later
   if (scheme == ColorScheme::Light) return {QColor(0xf0f0f0), QColor(0xf0f0f0)};
   QPalette dark(QColor(0x3a3a3a), QColor(0x2b2b2b));
   dark.setColor(QPalette::Base, QColor(0x1e1e1e));
