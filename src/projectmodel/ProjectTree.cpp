@@ -1,0 +1,82 @@
+#include "projectmodel/ProjectTree.h"
+
+#include "foundation/Routine.h"
+#include "projectmodel/ProjectTables.h"
+#include "scanning/mFunctions.h"
+
+namespace tessel {
+namespace {
+
+void EnterMember(cComponentes& component, const Member& row) {
+  const String key = row.Name + String(mFunctions::MemberKindToken(row.Kind));
+  cNameProcedures& member = *component.item(key);
+  member.Name = row.Name;
+  member.NameAndType = key;
+  member.vbext = static_cast<std::int16_t>(row.Kind);
+  member.ProcStartLine = row.StartLine;
+  member.ProcBodyLine = row.BodyLine;
+  member.ProcCountLines = row.CountLines;
+}
+
+}  // namespace
+
+ProjectFiller::ProjectFiller(StringView hostName) : hostCode_(HostByName(hostName).Code) {}
+
+void ProjectFiller::ProjectTree(const std::shared_ptr<host::VBE>& vbe,
+                                std::shared_ptr<cProjecteses>& model) const {
+  const auto projects = vbe ? vbe->VBProjects() : nullptr;
+  if (!projects) return;
+  model = std::make_shared<cProjecteses>();
+  // A listener's messages may exchange the model while it is filled.
+  const auto filled = model;
+  for (int index = 1; index <= projects->Count(); ++index) {
+    ProjectTree_Project(*filled, projects->Item(index));
+  }
+}
+
+void ProjectFiller::ProjectTree_Project(cProjecteses& model,
+                                        const std::shared_ptr<host::VBProject>& project) const {
+  const ProjectTexts texts = ProjectCaption(project);
+  if (texts.Caption.empty()) return;
+  cProjectes& entry = *model.item(texts.Caption);
+  entry.VBProjectName = project->Name();
+  entry.FullFileName = texts.FileName;
+  entry.Protection = 0;
+  entry.IcoProject = ProjectPicture(project->Type());
+  ProjectTree_TypeComponent(model, texts.Caption, project);
+}
+
+void ProjectFiller::ProjectTree_TypeComponent(
+    cProjecteses& model, StringView caption,
+    const std::shared_ptr<host::VBProject>& project) const {
+  const auto components = project->VBComponents();
+  if (!components) return;
+  if (OnProject) OnProject(components->Count());
+  for (int index = 1; index <= components->Count(); ++index) {
+    const auto component = components->Item(index);
+    model.item(caption)->item(component->Type())->TypeExtendProject = hostCode_;
+    ProjectTree_Component(model, caption, component);
+    if (OnComponent) OnComponent();
+  }
+}
+
+void ProjectFiller::ProjectTree_Component(cProjecteses& model, StringView caption,
+                                          const std::shared_ptr<host::VBComponent>& component) {
+  if (caption.empty() || !component) return;
+  std::shared_ptr<cComponentes> entry;
+  ResumeNext(
+      [&] { entry = model.item(caption)->item(component->Type())->item(component->Name()); });
+  if (!entry) return;
+  std::shared_ptr<host::CodeModule> code;
+  ResumeNext([&] { code = component->CodeModule(); });
+  if (!code) return;
+  ResumeNext([&] { entry->CountOfDeclarationLines = code->CountOfDeclarationLines(); });
+  ResumeNext([&] { entry->CountOfLines = code->CountOfLines(); });
+  ResumeNext([&] {
+    const MemberTable members = mFunctions::AllNameProcedures(code, u"");
+    if (!members) return;
+    for (const Member& row : *members) EnterMember(*entry, row);
+  });
+}
+
+}  // namespace tessel
