@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "store/Engine.h"
+#include "store/SpanCount.h"
 #include "store/TextOrder.h"
 
 namespace tessel::store {
@@ -85,6 +86,7 @@ void Connection::Prepare() {
   sqlite3_busy_handler(db_, WaitForTurn, nullptr);
   engine::Run(db_, "PRAGMA foreign_keys = ON");
   RegisterTextOrder(db_);
+  RegisterSpanCount(db_);
 }
 
 void Connection::Close() {

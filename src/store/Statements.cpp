@@ -5,6 +5,7 @@
 #include "store/Engine.h"
 #include "store/SelectShape.h"
 #include "store/TextColumns.h"
+#include "store/TreeListings.h"
 
 namespace tessel::store {
 namespace {
@@ -150,7 +151,9 @@ void OrderByEntry(std::vector<Piece>& pieces, const Schema& schema, Translation&
 }  // namespace
 
 Translation TranslateStatement(StringView statement, const Schema& schema) {
-  std::vector<Piece> pieces = Translator(CutStatement(statement)).Translate();
+  std::vector<Piece> pieces = CutStatement(statement);
+  ReplaceTreeListing(pieces);
+  pieces = Translator(std::move(pieces)).Translate();
   Translation translation;
   CollateTextColumns(pieces, schema);
   OrderByEntry(pieces, schema, translation);

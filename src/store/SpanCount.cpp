@@ -1,0 +1,67 @@
+#include "store/SpanCount.h"
+
+#include <functional>
+#include <new>
+#include <queue>
+#include <vector>
+
+#include "store/Engine.h"
+
+namespace tessel::store {
+namespace {
+
+/// The ends of the spans that were begun at or ahead of the present point and reach it.
+class OpenSpans {
+ public:
+  void Step(std::int64_t left, bool ends, std::int64_t right) {
+    while (!ends_.empty() && ends_.top() < left) ends_.pop();
+    if (ends && right >= left) ends_.push(right);
+  }
+  [[nodiscard]] std::size_t Count() const { return ends_.size(); }
+
+ private:
+  std::priority_queue<std::int64_t, std::vector<std::int64_t>, std::greater<>> ends_;
+};
+
+/// The engine keeps a pointer for each run of the function.
+OpenSpans*& SpansOf(sqlite3_context* context) {
+  return *static_cast<OpenSpans**>(sqlite3_aggregate_context(context, sizeof(OpenSpans*)));
+}
+
+void Step(sqlite3_context* context, int, sqlite3_value** values) noexcept {
+  if (sqlite3_value_type(values[0]) == SQLITE_NULL) return;
+  try {
+    OpenSpans*& spans = SpansOf(context);
+    if (spans == nullptr) spans = new OpenSpans;
+    spans->Step(sqlite3_value_int64(values[0]), sqlite3_value_type(values[1]) != SQLITE_NULL,
+                sqlite3_value_int64(values[1]));
+  } catch (const std::bad_alloc&) {
+    sqlite3_result_error_nomem(context);
+  }
+}
+
+/// Rows only ever enter the frame.
+void Inverse(sqlite3_context* context, int, sqlite3_value**) noexcept {
+  sqlite3_result_error(context, "SpanCount takes no frame but its own", -1);
+}
+
+void Answer(sqlite3_context* context) noexcept {
+  const OpenSpans* const spans = SpansOf(context);
+  sqlite3_result_int64(context, spans == nullptr ? 0 : static_cast<std::int64_t>(spans->Count()));
+}
+
+void Final(sqlite3_context* context) noexcept {
+  Answer(context);
+  delete SpansOf(context);
+}
+
+}  // namespace
+
+void RegisterSpanCount(sqlite3* db) {
+  if (sqlite3_create_window_function(db, "SpanCount", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC,
+                                     nullptr, Step, Final, Answer, Inverse, nullptr) != SQLITE_OK) {
+    throw engine::Error(db, "SpanCount");
+  }
+}
+
+}  // namespace tessel::store
