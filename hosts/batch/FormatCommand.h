@@ -2,34 +2,32 @@
 #pragma once
 
 #include <filesystem>
-#include <iosfwd>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "hosts/batch/Command.h"
+#include "hosts/batch/Selection.h"
+
 namespace tessel::batch {
 
 /// What the command line says.
-struct FormatRequest {
-  std::vector<std::string> Files;       ///< .vbp, .vbg, component files, or "-"
-  bool Check = false;                   ///< only tell what would change
-  bool Diff = false;                    ///< print the change instead of writing it
-  bool Force = false;                   ///< write also what changes more than layout
-  bool PrintConfig = false;             ///< print the options in force and stop
-  int Jobs = 1;                         ///< components formatted side by side
-  int CodePage = 0;                     ///< 0: guessed
-  std::vector<std::string> Components;  ///< empty: all
-  std::filesystem::path Config;         ///< empty: ".tessel" found upward
-  std::filesystem::path
-      Data;  ///< the program's directory whose format rules count; empty: the delivered ones
+struct FormatRequest : Selection, Delivery {
+  bool PrintConfig = false;      ///< print the options in force and stop
+  int Jobs = 0;                  ///< components formatted side by side; 0: as many as cores
+  std::string StdinName;         ///< name of what comes from standard input
+  std::filesystem::path Config;  ///< empty: ".tessel" found upward
+  std::filesystem::path Data;    ///< whose format rules count; empty: the delivered ones
   std::vector<std::pair<std::string, std::string>> Overrides;  ///< options by name
 };
 
-/// Exit codes of the command.
-enum FormatExit : int { FormatDone = 0, FormatWouldChange = 1, FormatFailed = 2 };
+/// Each component that fails is named with its cause and left as it was; the others go on.
+class FormatCommand : public Command {
+ public:
+  CLI::App* Declare(CLI::App& program) override;
+  int Run(const Streams& streams) override;
 
-/// Runs the command. Each component that fails is named on `err` with its cause and left as it was;
-/// the others go on. Never throws for bad input.
-int RunFormat(const FormatRequest& request, std::istream& in, std::ostream& out, std::ostream& err);
+  FormatRequest Request;
+};
 
 }  // namespace tessel::batch

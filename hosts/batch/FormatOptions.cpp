@@ -113,6 +113,13 @@ void SetOption(FormatOptions& options, const OptionRow& row, const std::string& 
   }
 }
 
+std::string ValueOf(const FormatOptions& options, const OptionRow& row) {
+  if (const auto* field = std::get_if<bool FormatOptions::*>(&row.Field)) {
+    return options.*(*field) ? "on" : "off";
+  }
+  return std::to_string(options.*std::get<int FormatOptions::*>(row.Field));
+}
+
 void ReadConfig(FormatOptions& options, const std::filesystem::path& file) {
   std::ifstream in(file);
   if (!in) Fail(file.string() + ": cannot be read");
@@ -140,14 +147,7 @@ std::filesystem::path FindConfig(const std::filesystem::path& folder) {
 }
 
 void WriteConfig(const FormatOptions& options, std::ostream& out) {
-  for (const OptionRow& row : Options) {
-    out << row.Name << " = ";
-    if (const auto* field = std::get_if<bool FormatOptions::*>(&row.Field)) {
-      out << (options.*(*field) ? "on" : "off") << '\n';
-    } else {
-      out << options.*std::get<int FormatOptions::*>(row.Field) << '\n';
-    }
-  }
+  for (const OptionRow& row : Options) out << row.Name << " = " << ValueOf(options, row) << '\n';
   for (const FormatRule& rule : options.Rules) {
     out << "rule " << vb::ToUtf8(rule.KeyWords) << " = " << (rule.Enabled ? "on " : "off ")
         << rule.Before << ' ' << rule.After << '\n';

@@ -40,6 +40,9 @@ struct OptionRow {
 /// Fails with a vb::Failure that names the option and what it takes.
 void SetOption(FormatOptions& options, const OptionRow& row, const std::string& value);
 
+/// The text of an option's value, as SetOption takes it.
+[[nodiscard]] std::string ValueOf(const FormatOptions& options, const OptionRow& row);
+
 /// Reads "name = value" lines; "#" starts a comment; "rule WORDS = on|off BEFORE AFTER" sets a
 /// rule. Fails naming file and line.
 void ReadConfig(FormatOptions& options, const std::filesystem::path& file);

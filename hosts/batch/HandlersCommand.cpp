@@ -1,16 +1,14 @@
 #include "hosts/batch/HandlersCommand.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
-#include <map>
 #include <ostream>
 
 #include "errorhandlers/CSQLErrorHandler.h"
 #include "errorhandlers/mInsertErrorHandlerCode.h"
-#include "hosts/batch/Components.h"
+#include "hosts/batch/HandlersInput.h"
 #include "hosts/batch/HandlersRun.h"
-#include "hosts/batch/LineDiff.h"
 #include "hosts/batch/PersonalDatabase.h"
-#include "hosts/batch/ProgressLine.h"
 #include "vb/Failure.h"
 
 namespace tessel::batch {
@@ -50,203 +48,65 @@ HandlersOrder OrderOf(const HandlersRequest& request) {
   return order;
 }
 
-/// One argument of the command line.
-class Run {
- public:
-  Run(const HandlersRequest& request, const HandlersOrder& order, HandlersPlatform& services,
-      const std::string& file, std::ostream& out, std::ostream& err)
-      : request_(request),
-        order_(order),
-        services_(services),
-        file_(file),
-        out_(out),
-        err_(err),
-        environment_(services, {request.CodePage, true}) {}
-
-  void Take() {
-    environment_.Open(file_);
-    for (const vb::Failure& problem : environment_.Problems()) Tell(problem.what());
-    FindAll();
-    if (!order_.Remove) Warn();
-    RunAll();
-    Collect();
-    Deliver();
-  }
-
-  [[nodiscard]] bool Failed() const { return failed_; }
-  [[nodiscard]] bool WouldChange() const { return wouldChange_; }
-
- private:
-  /// A component's file before and behind the run.
-  struct Result {
-    ComponentRef Component;
-    std::string Before, After;
-  };
-
-  void Tell(const std::string& what) {
-    failed_ = true;
-    err_ << "tessel: " << what << '\n';
-  }
-
-  /// What the command line names must be there before anything is touched.
-  void FindAll() {
-    const auto all = environment_.VBE()->VBProjects();
-    for (int index = 1; index <= all->Count(); ++index) {
-      const auto project = all->Item(index);
-      if (ProjectHas(*project, order_)) projects_.push_back(project);
-    }
-    for (const String& wanted : order_.Components) {
-      const auto components = ComponentsOf(*environment_.VBE());
-      if (std::none_of(components.begin(), components.end(),
-                       [&](const auto& one) { return vb::SameText(one.Name, wanted); })) {
-        Fail(vb::FromUtf8(file_) + u": there is no component \"" + wanted + u'"');
-      }
-    }
-  }
-
-  /// Names what the run will spoil; that is the caller's to judge.
-  void Warn() {
-    for (const ComponentRef& one : ComponentsOf(*environment_.VBE())) {
-      if (!IsChosen(one.Name)) continue;
-      for (const Member& member : MembersOnOneLine(one.Module)) {
-        if (!order_.Member.empty() && !vb::StartsWithText(order_.Member, member.Name)) continue;
-        err_ << one.File << ':' << environment_.FileLine(one.Project, one.Name, member.BodyLine)
-             << ": warning: " << vb::ToUtf8(member.Name)
-             << " stands on one line, so its error handler stands behind it\n";
-      }
-    }
-  }
-
-  [[nodiscard]] bool IsChosen(const String& component) const {
-    return order_.Components.empty() ||
-           std::any_of(order_.Components.begin(), order_.Components.end(),
-                       [&](const String& wanted) { return vb::SameText(wanted, component); });
-  }
-
-  void RunAll() {
-    ProgressLine progress(order_.Components.empty() ? ComponentsOf(*environment_.VBE()).size()
-                                                    : order_.Components.size());
-    for (const auto& project : projects_) {
-      for (HandlersFailure& failure :
-           RunOverProject(services_, environment_, *project, order_,
-                          [&](const std::string& name) { progress.Step(name); })) {
-        Note(project->Name(), failure.Component, failure.Cause);
-      }
-    }
-  }
-
-  /// A failure outside of any component is one of all of them.
-  void Note(const String& project, const String& component, const std::string& cause) {
-    failed_ = true;
-    if (component.empty()) lost_ = true;
-    for (const ComponentRef& one : ComponentsOf(*environment_.VBE())) {
-      if (one.Project != project || one.Name != component) continue;
-      bad_[{project, component}] = true;
-      err_ << one.File << ": " << cause << '\n';
-      return;
-    }
-    lost_ = true;
-    err_ << file_ << ": " << cause << '\n';
-  }
-
-  /// Puts every component into the form of its file, so that one that doesn't fit is known before
-  /// the first is written.
-  void Collect() {
-    for (ComponentRef& one : ComponentsOf(*environment_.VBE())) {
-      try {
-        Result result{one, environment_.StoredBytes(one.Project, one.Name),
-                      environment_.Bytes(one.Project, one.Name)};
-        if (result.After != result.Before) results_.push_back(std::move(result));
-      } catch (...) {
-        Note(one.Project, one.Name, vb::CurrentFailure().what());
-      }
-    }
-  }
-
-  void Deliver() {
-    if (lost_ || (failed_ && !request_.KeepGoing)) {
-      if (!results_.empty()) err_ << "tessel: " << file_ << Unwritten();
-      return;
-    }
-    const bool writes = !request_.Check && !request_.Diff;
-    if (writes && !failed_) {
-      environment_.Save();
-      return;
-    }
-    for (const Result& one : results_) {
-      if (!bad_.contains({one.Component.Project, one.Component.Name})) Show(one, writes);
-    }
-  }
-
-  [[nodiscard]] const char* Unwritten() const {
-    return lost_ ? ": the run failed as a whole; nothing is written\n"
-                 : ": nothing is written (--keep-going writes the components that went well)\n";
-  }
-
-  void Show(const Result& one, bool writes) {
-    wouldChange_ = true;
-    const ComponentRef& component = one.Component;
-    if (request_.Diff) {
-      out_ << UnifiedDiff(one.Before, one.After, component.File, component.File);
-    } else if (request_.Check) {
-      out_ << component.File << ": would be changed\n";
-    } else if (writes) {
-      Write(component);
-    }
-  }
-
-  void Write(const ComponentRef& component) {
-    try {
-      environment_.SaveComponent(component.Project, component.Name);
-    } catch (...) {
-      failed_ = true;
-      err_ << component.File << ": " << vb::CurrentFailure().what() << '\n';
-    }
-  }
-
-  const HandlersRequest& request_;
-  const HandlersOrder& order_;
-  HandlersPlatform& services_;
-  const std::string& file_;
-  std::ostream& out_;
-  std::ostream& err_;
-  workspace::Workspace environment_;
-  std::vector<std::shared_ptr<host::VBProject>> projects_;
-  std::vector<Result> results_;
-  std::map<std::pair<String, String>, bool> bad_;
-  bool failed_ = false, lost_ = false, wouldChange_ = false;
-};
-
-int RunAll(const HandlersRequest& request, std::ostream& out, std::ostream& err) {
+void RunAll(const HandlersRequest& request, Report& report) {
   HandlersPlatform services;
   const platform::ScopedPlatform scope(services);
   const SharedDatabase shared(OpenPersonal(SchemeData(request.Data)));
   const HandlersOrder order = OrderOf(request);
-  bool failed = false, wouldChange = false;
-  for (const std::string& file : request.Files) {
-    try {
-      Run run(request, order, services, file, out, err);
-      run.Take();
-      failed |= run.Failed();
-      wouldChange |= run.WouldChange();
-    } catch (...) {
-      err << "tessel: " << vb::CurrentFailure().what() << '\n';
-      failed = true;
-    }
+  const Exclusion exclusion(request.Excludes);
+  SeenFiles seen;
+  for (const std::string& argument : request.Files) {
+    report.Guard([&] {
+      const std::vector<std::string> inputs = InputsOf(argument, exclusion);
+      if (inputs.size() > 1) RequireComponents(services, argument, inputs, request);
+      for (const std::string& file : inputs) {
+        report.Guard([&] {
+          OpenInput input(services, file, request);
+          HandlersInput(request, order, services, input, report, seen)
+              .Run(/*alone=*/inputs.size() == 1);
+        });
+      }
+    });
   }
-  if (failed) return HandlersFailed;
-  return request.Check && wouldChange ? HandlersWouldChange : HandlersDone;
+}
+
+void AddRun(CLI::App& command, HandlersRequest& request) {
+  AddSelection(command, request, "projects, groups, component files or folders");
+  command.add_option("--member", request.Member, "only this member of the component")
+      ->needs(command.get_option("--component"));
+  AddDelivery(command, request, "write also components that would mean something else");
+  command.add_flag("--keep-going", request.KeepGoing,
+                   "write the components that went well though others failed");
+  command.add_option("--data", request.Data, "take the schemes of this program's directory")
+      ->default_str("the user's, or the delivered ones");
 }
 
 }  // namespace
 
-int RunHandlersCommand(const HandlersRequest& request, std::ostream& out, std::ostream& err) {
-  try {
-    return RunAll(request, out, err);
-  } catch (...) {
-    err << "tessel: " << vb::CurrentFailure().what() << '\n';
-    return HandlersFailed;
-  }
+CLI::App* HandlersCommand::Declare(CLI::App& program) {
+  auto* const handlers =
+      program.add_subcommand("handlers", "Put error handlers in or take them out");
+  handlers->require_subcommand(1);
+  auto* const insert =
+      handlers->add_subcommand("insert", "Give members the error handler of a scheme");
+  insert->add_option("--scheme", Request.Scheme, "the scheme, see tessel schemes list")->required();
+  insert->add_option("--module-scheme", Request.ModuleScheme, "for modules and classes")
+      ->default_str("--scheme");
+  insert->add_option("--form-scheme", Request.FormScheme, "for forms")->default_str("--scheme");
+  insert->add_option("--activex-scheme", Request.ActiveXScheme, "for ActiveX designers")
+      ->default_str("--scheme");
+  AddRun(*insert, Request);
+  auto* const remove = handlers->add_subcommand("remove", "Take error handlers out again");
+  AddRun(*remove, Request);
+  remove->callback([this] { Request.Remove = true; });
+  return handlers;
+}
+
+int HandlersCommand::Run(const Streams& streams) {
+  Report report(streams, Request, Request, "changed");
+  report.Guard([&] { RunAll(Request, report); });
+  report.Close();
+  return report.Exit();
 }
 
 }  // namespace tessel::batch

@@ -2,32 +2,30 @@
 #pragma once
 
 #include <filesystem>
-#include <iosfwd>
 #include <string>
-#include <vector>
+
+#include "hosts/batch/Command.h"
+#include "hosts/batch/Selection.h"
 
 namespace tessel::batch {
 
 /// What the command line says.
-struct HandlersRequest {
+struct HandlersRequest : Selection, Delivery {
   bool Remove = false;
-  std::vector<std::string> Files;  ///< .vbp, .vbg or component files
-  std::string Scheme;              ///< to insert; also for the three below where they are empty
+  std::string Scheme;  ///< to insert; also for the three below where they are empty
   std::string ModuleScheme, FormScheme, ActiveXScheme;
-  std::vector<std::string> Components;  ///< empty: the whole project
-  std::string Member;                   ///< empty: all
-  bool Check = false;                   ///< only tell what would change
-  bool Diff = false;                    ///< print the change instead of writing it
-  bool KeepGoing = false;               ///< write the components that went well
-  int CodePage = 0;                     ///< 0: guessed
-  std::filesystem::path Data;           ///< the program's directory; empty: the user's
+  std::string Member;          ///< empty: all
+  bool KeepGoing = false;      ///< write the components that went well
+  std::filesystem::path Data;  ///< the program's directory; empty: the user's
 };
 
-/// Exit codes of the command.
-enum HandlersExit : int { HandlersDone = 0, HandlersWouldChange = 1, HandlersFailed = 2 };
+/// Runs over each project by itself. Its files are written when its whole run went through.
+class HandlersCommand : public Command {
+ public:
+  CLI::App* Declare(CLI::App& program) override;
+  int Run(const Streams& streams) override;
 
-/// Runs the command over each file by itself. The files of a project are written when its whole run
-/// went through. Never throws for bad input.
-int RunHandlersCommand(const HandlersRequest& request, std::ostream& out, std::ostream& err);
+  HandlersRequest Request;
+};
 
 }  // namespace tessel::batch

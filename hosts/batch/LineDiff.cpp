@@ -183,6 +183,21 @@ void WriteHunk(std::string& out, const std::vector<Edit>& hunk, const Lines& bef
   for (; at < end; ++at) WriteLine(out, ' ', before[at]);
 }
 
+/// A file name as `patch` reads it: in quotes where it holds what would end it, and followed by a
+/// tab where it holds a blank.
+std::string HeadName(const std::string& name) {
+  std::string quoted = "\"";
+  bool needsQuotes = false;
+  for (const char sign : name) {
+    constexpr std::string_view Plain = "\"\\\n\t", Escaped = "\"\\nt";
+    const std::size_t at = Plain.find(sign);
+    needsQuotes |= at != std::string_view::npos;
+    quoted += at == std::string_view::npos ? std::string(1, sign) : std::string{'\\', Escaped[at]};
+  }
+  if (needsQuotes) return quoted + '"';
+  return name.find(' ') == std::string::npos ? name : name + '\t';
+}
+
 }  // namespace
 
 std::string UnifiedDiff(std::string_view before, std::string_view after,
@@ -190,7 +205,7 @@ std::string UnifiedDiff(std::string_view before, std::string_view after,
   const Lines left = LinesOf(before), right = LinesOf(after);
   const std::vector<Edit> edits = EditsOf(left, right);
   if (edits.empty()) return {};
-  std::string out = "--- " + nameBefore + "\n+++ " + nameAfter + "\n";
+  std::string out = "--- " + HeadName(nameBefore) + "\n+++ " + HeadName(nameAfter) + "\n";
   for (const auto& hunk : HunksOf(edits)) WriteHunk(out, hunk, left, right);
   return out;
 }

@@ -1,15 +1,20 @@
-// tessel members: the member table of components.
+// tessel members: the members of components.
 #pragma once
 
-#include <iosfwd>
-#include <string>
-#include <vector>
+#include "hosts/batch/Command.h"
+#include "hosts/batch/Selection.h"
 
 namespace tessel::batch {
 
-/// Lists the members of every component of the files, as text or as one JSON document. Answers 0,
-/// or 2 when a file failed; the others are listed all the same.
-int RunMembers(const std::vector<std::string>& files, bool json, int codePage, std::ostream& out,
-               std::ostream& err);
+/// Lists the members of every component, as text or as one JSON document. A file that fails is
+/// told; the others are listed all the same.
+class MembersCommand : public Command {
+ public:
+  CLI::App* Declare(CLI::App& program) override;
+  int Run(const Streams& streams) override;
+
+  Selection Request;
+  bool Json = false;
+};
 
 }  // namespace tessel::batch

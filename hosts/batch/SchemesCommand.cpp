@@ -1,6 +1,8 @@
 #include "hosts/batch/SchemesCommand.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
+#include <memory>
 #include <ostream>
 
 #include "errorhandlers/CSQLErrorHandler.h"
@@ -146,13 +148,47 @@ std::string SchemeFileName(const std::string& name) {
   return file + ".scheme";
 }
 
-int RunSchemes(const SchemesRequest& request, std::ostream& out, std::ostream& err) {
+CLI::App* SchemesCommand::Declare(CLI::App& program) {
+  auto* const schemes = program.add_subcommand("schemes", "Error-handler schemes as text files");
+  schemes->require_subcommand(1);
+  const auto add = [&](const char* name, const char* what, SchemesVerb verb) {
+    auto* const command = schemes->add_subcommand(name, what);
+    command->add_option("--data", Request.Data, "the program's directory")
+        ->default_str("the user's, or the delivered schemes");
+    command->callback([this, verb] { Request.Verb = verb; });
+    return command;
+  };
+  add("list", "Name all schemes", SchemesVerb::List);
+  add("show", "Print a scheme", SchemesVerb::Show)
+      ->add_option("name", Request.Name, "the scheme")
+      ->required();
+  auto* const exported =
+      add("export", "Write a scheme, or all, to a folder, one file each", SchemesVerb::Export);
+  auto* const all = exported->add_flag("--all")->description("every scheme");
+  // The words are NAME DIR, or DIR alone behind --all.
+  const auto words = std::make_shared<std::vector<std::string>>();
+  exported->add_option("words", *words, "NAME DIR, or DIR with --all")->expected(1, 2)->required();
+  exported->callback([this, all, words] {
+    Request.Verb = SchemesVerb::Export;
+    if (words->size() != (all->count() > 0 ? 1U : 2U)) {
+      throw CLI::ValidationError("export takes NAME DIR, or --all DIR");
+    }
+    Request.Folder = words->back();
+    if (words->size() == 2) Request.Name = words->front();
+  });
+  auto* const import = add("import", "Read schemes from files, all or none", SchemesVerb::Import);
+  import->add_option("files", Request.Files, "files that export wrote")->required();
+  import->add_flag("--replace", Request.Replace, "also over schemes of the same name");
+  return schemes;
+}
+
+int SchemesCommand::Run(const Streams& streams) {
   try {
-    Carry(request, out);
-    return 0;
+    Carry(Request, streams.Out);
+    return Done;
   } catch (...) {
-    err << "tessel: " << vb::CurrentFailure().what() << '\n';
-    return 2;
+    streams.Err << "tessel: " << vb::CurrentFailure().what() << '\n';
+    return Failed;
   }
 }
 

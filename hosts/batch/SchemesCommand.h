@@ -2,9 +2,10 @@
 #pragma once
 
 #include <filesystem>
-#include <iosfwd>
 #include <string>
 #include <vector>
+
+#include "hosts/batch/Command.h"
 
 namespace tessel::batch {
 
@@ -20,9 +21,14 @@ struct SchemesRequest {
   std::filesystem::path Data;      ///< the program's directory; empty: the user's
 };
 
-/// Runs the command. Answers 0, or 2 when something failed; an import then changed nothing. Never
-/// throws for bad input.
-int RunSchemes(const SchemesRequest& request, std::ostream& out, std::ostream& err);
+/// An import that fails has changed nothing.
+class SchemesCommand : public Command {
+ public:
+  CLI::App* Declare(CLI::App& program) override;
+  int Run(const Streams& streams) override;
+
+  SchemesRequest Request;
+};
 
 /// The file name that a scheme is exported under: its name and ".scheme", signs that a file name
 /// can't hold as %XX.

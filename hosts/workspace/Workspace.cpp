@@ -222,9 +222,9 @@ std::shared_ptr<OpenProject> LoadProject(Impl& impl, const std::shared_ptr<model
 /// A project around one component file.
 template <class Impl, class OpenProject>
 std::shared_ptr<OpenProject> LoadSingle(Impl& impl, const std::shared_ptr<model::Vbe>& vbe,
-                                        const fs::path& path) {
+                                        const fs::path& path, std::string bytes) {
   auto open = std::make_shared<OpenProject>();
-  const auto file = std::make_shared<ComponentFile>(path, ReadFile(path));
+  const auto file = std::make_shared<ComponentFile>(path, std::move(bytes));
   open->CodePage = impl.CodePageOf({file}, {});
   file->SetCodePage(open->CodePage);
   String name = u"Project1";
@@ -286,6 +286,20 @@ void Attach(Impl& impl, const std::shared_ptr<model::Vbe>& vbe,
   };
 }
 
+/// Makes loaded projects the environment's, and tells of them.
+template <class Impl, class OpenProject>
+void Show(Impl& impl, const std::shared_ptr<model::Vbe>& vbe,
+          const std::vector<std::shared_ptr<OpenProject>>& loaded) {
+  for (const auto& open : loaded) {
+    Attach(impl, vbe, open);
+    impl.Projects.push_back(open);
+    vbe->Projects().All().push_back(open->Project);
+  }
+  vbe->OwnHook()->Tell(&model::Observer::ProjectsChanged);
+  vbe->Activate(loaded.front()->Project);
+  for (const auto& open : loaded) vbe->OwnEvents().ProjectAdded(open->Project);
+}
+
 }  // namespace
 
 void Workspace::Open(const fs::path& given) {
@@ -309,16 +323,16 @@ void Workspace::Open(const fs::path& given) {
   } else if (extension == ".vbp") {
     loaded.push_back(LoadProject<Impl, OpenProject>(*impl_, vbe_, file));
   } else {
-    loaded.push_back(LoadSingle<Impl, OpenProject>(*impl_, vbe_, file));
+    loaded.push_back(LoadSingle<Impl, OpenProject>(*impl_, vbe_, file, ReadFile(file)));
   }
-  for (const auto& open : loaded) {
-    Attach(*impl_, vbe_, open);
-    impl_->Projects.push_back(open);
-    vbe_->Projects().All().push_back(open->Project);
-  }
-  vbe_->OwnHook()->Tell(&model::Observer::ProjectsChanged);
-  vbe_->Activate(loaded.front()->Project);
-  for (const auto& open : loaded) vbe_->OwnEvents().ProjectAdded(open->Project);
+  Show(*impl_, vbe_, loaded);
+}
+
+void Workspace::OpenText(const fs::path& given, std::string bytes) {
+  using OpenProject = Impl::OpenProject;
+  const fs::path file = fs::absolute(given).lexically_normal();
+  Show<Impl, OpenProject>(*impl_, vbe_,
+                          {LoadSingle<Impl, OpenProject>(*impl_, vbe_, file, std::move(bytes))});
 }
 
 namespace {

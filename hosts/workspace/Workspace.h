@@ -32,6 +32,8 @@ class Workspace : public model::Environment {
   /// Opens a project (.vbp), a group (.vbg), or one component file in a project of its own that is
   /// never written. What fails to open leaves nothing behind.
   void Open(const std::filesystem::path& file);
+  /// Opens one component whose bytes are at hand, as if they stood in that file.
+  void OpenText(const std::filesystem::path& file, std::string bytes);
   /// Failures of the components that were left out.
   [[nodiscard]] const std::vector<vb::Failure>& Problems() const;
 

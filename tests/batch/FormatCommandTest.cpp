@@ -5,7 +5,6 @@
 #include <sstream>
 
 #include "hosts/batch/FormatOptions.h"
-#include "hosts/batch/MembersCommand.h"
 #include "support/TemporaryFolder.h"
 #include "vb/Failure.h"
 
@@ -14,13 +13,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class Command : public testing::Test {
+class FormatCommandTest : public testing::Test {
  protected:
   int Format(const std::string& input = {}) {
     std::istringstream in(input);
     out_.str("");
     err_.str("");
-    return RunFormat(request_, in, out_, err_);
+    FormatCommand command;
+    command.Request = request_;
+    return command.Run({in, out_, err_});
   }
   fs::path Project(const std::string& module) {
     folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\n" + module);
@@ -32,92 +33,92 @@ class Command : public testing::Test {
 };
 
 constexpr const char* Plain = "Sub A()\r\nx = 1\r\nEnd Sub\r\n";
-constexpr const char* Done =
+constexpr const char* Formatted =
     "Attribute VB_Name = \"M\"\r\nSub A()\r\n    x = 1\r\nEnd Sub\r\n\r\n\r\n";
 
-TEST_F(Command, WritesAndThenFindsNothingToDo) {
+TEST_F(FormatCommandTest, WritesAndThenFindsNothingToDo) {
   request_.Files = {Project(Plain).string()};
   request_.Jobs = 4;
-  EXPECT_EQ(Format(), FormatDone);
-  EXPECT_EQ(folder_.Read("M.bas"), Done);
+  EXPECT_EQ(Format(), Done);
+  EXPECT_EQ(folder_.Read("M.bas"), Formatted);
   request_.Check = true;
-  EXPECT_EQ(Format(), FormatDone);
-  EXPECT_EQ(out_.str() + err_.str(), "");
+  EXPECT_EQ(Format(), Done);
+  EXPECT_EQ(out_.str(), "");
+  EXPECT_EQ(err_.str(), "0 would change, 0 left alone, 1 unchanged\n");
 }
 
-TEST_F(Command, CheckAndDiffWriteNothing) {
+TEST_F(FormatCommandTest, CheckAndDiffWriteNothing) {
   request_.Files = {Project(Plain).string()};
   const std::string before = folder_.Read("M.bas");
   request_.Check = true;
-  EXPECT_EQ(Format(), FormatWouldChange);
+  EXPECT_EQ(Format(), WouldChange);
   EXPECT_EQ(out_.str(), (folder_.Path() / "M.bas").string() + ": would be formatted\n");
   request_.Check = false;
   request_.Diff = true;
-  EXPECT_EQ(Format(), FormatDone);
+  EXPECT_EQ(Format(), Done);
   EXPECT_NE(out_.str().find("-x = 1\r\n+    x = 1\r\n"), std::string::npos);
   EXPECT_EQ(folder_.Read("M.bas"), before);
 }
 
-TEST_F(Command, LeavesAComponentWhoseMeaningWouldChangeUnlessForced) {
+TEST_F(FormatCommandTest, LeavesAComponentWhoseMeaningWouldChangeUnlessForced) {
   request_.Files = {Project("Sub A()\r\n10\r\nEnd Sub\r\n").string()};
-  const std::string before = folder_.Read("M.bas");
-  EXPECT_EQ(Format(), FormatFailed);
+  const std::string before = folder_.Read("M.bas"), file = (folder_.Path() / "M.bas").string();
+  EXPECT_EQ(Format(), Failed);
   EXPECT_EQ(err_.str(),
-            (folder_.Path() / "M.bas").string() +
-                ":3: the line number 10 is lost; the component is left as it is (--force "
-                "writes it)\n");
+            file + ": left as it is, since it would mean something else (--force writes it)\n  " +
+                file + ":3: the line number 10 is lost\n0 formatted, 1 left alone\n");
   EXPECT_EQ(folder_.Read("M.bas"), before);
   request_.Force = true;
-  EXPECT_EQ(Format(), FormatDone);
+  EXPECT_EQ(Format(), Done);
   EXPECT_NE(folder_.Read("M.bas"), before);
 }
 
-TEST_F(Command, GoesOnBehindABadComponent) {
+TEST_F(FormatCommandTest, GoesOnBehindABadComponent) {
   folder_.Write("M.bas", std::string("Attribute VB_Name = \"M\"\r\n") + Plain);
   folder_.Write("P.vbp", "Type=Exe\r\nForm=Gone.frm\r\nModule=M; M.bas\r\n");
   request_.Files = {(folder_.Path() / "P.vbp").string()};
-  EXPECT_EQ(Format(), FormatFailed);
+  EXPECT_EQ(Format(), Failed);
   EXPECT_NE(err_.str().find("P.vbp:2: the component's file does not exist: "), std::string::npos);
-  EXPECT_EQ(folder_.Read("M.bas"), Done);
+  EXPECT_EQ(folder_.Read("M.bas"), Formatted);
 }
 
-TEST_F(Command, NamesFilesThatAreNotThere) {
+TEST_F(FormatCommandTest, NamesFilesThatAreNotThere) {
   request_.Files = {"/no/such.vbp"};
-  EXPECT_EQ(Format(), FormatFailed);
+  EXPECT_EQ(Format(), Failed);
   EXPECT_EQ(err_.str(), "tessel: /no/such.vbp: the file does not exist\n");
 }
 
-TEST_F(Command, FormatsStandardInputInItsOwnForm) {
+TEST_F(FormatCommandTest, FormatsStandardInputInItsOwnForm) {
   request_.Files = {"-"};
-  EXPECT_EQ(Format("Sub A()\n' \xC3\xA9\nx\nEnd Sub\n"), FormatDone);
+  EXPECT_EQ(Format("Sub A()\n' \xC3\xA9\nx\nEnd Sub\n"), Done);
   EXPECT_EQ(out_.str(), "Sub A()\n    ' \xC3\xA9\n    x\nEnd Sub\n\n\n");
 }
 
-TEST_F(Command, TakesItsOptionsFromTheNearestFileAndTheCommandLineOverIt) {
+TEST_F(FormatCommandTest, TakesItsOptionsFromTheNearestFileAndTheCommandLineOverIt) {
   folder_.Write(
       ".tessel",
       "# house style\nspaces-per-level = 2\ntab-characters = off\nrule END SUB = on 0 0\n");
   request_.Files = {Project(Plain).string()};
-  EXPECT_EQ(Format(), FormatDone);
+  EXPECT_EQ(Format(), Done);
   EXPECT_EQ(folder_.Read("M.bas"),
             "Attribute VB_Name = \"M\"\r\nSub A()\r\n  x = 1\r\nEnd Sub\r\n\r\n");
   request_.Overrides = {{"spaces-per-level", "3"}};
-  EXPECT_EQ(Format(), FormatDone);
+  EXPECT_EQ(Format(), Done);
   EXPECT_NE(folder_.Read("M.bas").find("\r\n   x = 1"), std::string::npos);
 }
 
-TEST_F(Command, NamesFileAndLineOfABadOption) {
+TEST_F(FormatCommandTest, NamesFileAndLineOfABadOption) {
   folder_.Write(".tessel", "\nspaces-per-level = 99\n");
   request_.Files = {Project(Plain).string()};
-  EXPECT_EQ(Format(), FormatFailed);
+  EXPECT_EQ(Format(), Failed);
   EXPECT_NE(err_.str().find(".tessel:2: spaces-per-level takes a number from 1 to 20, not \"99\""),
             std::string::npos);
 }
 
-TEST_F(Command, PrintsOptionsThatItReadsAgain) {
+TEST_F(FormatCommandTest, PrintsOptionsThatItReadsAgain) {
   request_.Files = {"-"};
   request_.PrintConfig = true;
-  EXPECT_EQ(Format(), FormatDone);
+  EXPECT_EQ(Format(), Done);
   const fs::path file = folder_.Write("printed", out_.str());
   FormatOptions options;
   ReadConfig(options, file);
@@ -126,34 +127,35 @@ TEST_F(Command, PrintsOptionsThatItReadsAgain) {
   EXPECT_EQ(again.str(), out_.str());
 }
 
-TEST_F(Command, FormatsTheChosenComponentOnly) {
+TEST_F(FormatCommandTest, FormatsTheChosenComponentOnly) {
   Project(Plain);
   request_.Files = {(folder_.Path() / "P.vbp").string()};
   request_.Components = {"Other"};
-  EXPECT_EQ(Format(), FormatDone);
-  EXPECT_NE(folder_.Read("M.bas"), Done);
+  EXPECT_EQ(Format(), Failed);
+  EXPECT_NE(err_.str().find("P.vbp: there is no component \"Other\"\n"), std::string::npos);
+  EXPECT_NE(folder_.Read("M.bas"), Formatted);
   request_.Components = {"m"};
-  EXPECT_EQ(Format(), FormatDone);
-  EXPECT_EQ(folder_.Read("M.bas"), Done);
+  EXPECT_EQ(Format(), Done);
+  EXPECT_EQ(folder_.Read("M.bas"), Formatted);
 }
 
-TEST_F(Command, AReadOnlyFolderFailsAndNothingIsLost) {
+TEST_F(FormatCommandTest, AReadOnlyFolderFailsAndNothingIsLost) {
   if (geteuid() == 0) GTEST_SKIP() << "the superuser may write everywhere";
   request_.Files = {Project(Plain).string()};
   fs::permissions(folder_.Path(), fs::perms::owner_read | fs::perms::owner_exec);
-  EXPECT_EQ(Format(), FormatFailed);
+  EXPECT_EQ(Format(), Failed);
   fs::permissions(folder_.Path(), fs::perms::owner_all);
-  EXPECT_NE(folder_.Read("M.bas"), Done);
+  EXPECT_NE(folder_.Read("M.bas"), Formatted);
 }
 
-TEST_F(Command, FormattingTheSamplesTwiceChangesOneCommentAlone) {
+TEST_F(FormatCommandTest, FormattingTheSamplesTwiceChangesOneCommentAlone) {
   fs::copy(fs::path(TESSEL_SOURCE_DIR) / "samples", folder_.Path() / "s",
            fs::copy_options::recursive);
   request_.Files = {(folder_.Path() / "s" / "samples.vbg").string()};
   request_.Force = true;
-  EXPECT_EQ(Format(), FormatDone) << err_.str();
+  EXPECT_EQ(Format(), Done) << err_.str();
   request_.Diff = true;
-  EXPECT_EQ(Format(), FormatDone);
+  EXPECT_EQ(Format(), Done);
   // A comment behind several statements gets its blank once they stand on lines of their own.
   std::istringstream lines(out_.str());
   std::string added;
@@ -163,15 +165,6 @@ TEST_F(Command, FormattingTheSamplesTwiceChangesOneCommentAlone) {
   EXPECT_EQ(added.find("+            GreetingFor = \"Good afternoon\" ' one line"), 0U)
       << out_.str();
   EXPECT_EQ(added.find('+', 1), std::string::npos) << added;
-}
-
-TEST_F(Command, ListsMembers) {
-  const std::string file = Project("Dim q\r\nSub A()\r\nEnd Sub\r\n").string();
-  EXPECT_EQ(RunMembers({file}, false, 0, out_, err_), 0);
-  EXPECT_NE(out_.str().find("       2       2       2  A [Proc]\n"), std::string::npos);
-  out_.str("");
-  EXPECT_EQ(RunMembers({file, "/none.vbp"}, true, 0, out_, err_), 2);
-  EXPECT_NE(out_.str().find("\"name-and-type\": \"A [Proc]\""), std::string::npos);
 }
 
 }  // namespace

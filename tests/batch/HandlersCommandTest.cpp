@@ -28,14 +28,15 @@ constexpr const char* CyrillicScheme =
 class HandlersCommandTest : public testing::Test {
  protected:
   HandlersCommandTest() {
-    SchemesRequest schemes;
+    SchemesCommand command;
+    SchemesRequest& schemes = command.Request;
     schemes.Verb = SchemesVerb::Import;
     schemes.Data = request_.Data = folder_.Path() / "program";
     for (const char* text : {PlainScheme, NamedScheme, CyrillicScheme}) {
       schemes.Files.push_back(
           folder_.Write(std::to_string(schemes.Files.size()) + ".scheme", text).string());
     }
-    EXPECT_EQ(RunSchemes(schemes, out_, err_), 0) << err_.str();
+    EXPECT_EQ(command.Run({in_, out_, err_}), 0) << err_.str();
     request_.Scheme = "plain";
     request_.Files = {(folder_.Path() / "P.vbp").string()};
   }
@@ -43,7 +44,9 @@ class HandlersCommandTest : public testing::Test {
   int Run() {
     out_.str("");
     err_.str("");
-    return RunHandlersCommand(request_, out_, err_);
+    HandlersCommand command;
+    command.Request = request_;
+    return command.Run({in_, out_, err_});
   }
   void Project(const std::vector<std::pair<std::string, std::string>>& modules) {
     std::string project = "Type=Exe\r\n";
@@ -65,6 +68,7 @@ class HandlersCommandTest : public testing::Test {
 
   test::TemporaryFolder folder_;
   HandlersRequest request_;
+  std::istringstream in_;
   std::ostringstream out_, err_;
 };
 
@@ -75,26 +79,27 @@ constexpr const char* Dressed =
 
 TEST_F(HandlersCommandTest, InsertsAndRemovesInAWholeProject) {
   Project({{"M", Sub}, {"N", "Dim q\r\n"}});
-  EXPECT_EQ(Run(), HandlersDone) << err_.str();
-  EXPECT_EQ(out_.str() + err_.str(), "");
+  EXPECT_EQ(Run(), Done) << err_.str();
+  EXPECT_EQ(out_.str(), File("M") + ": changed\n");
+  EXPECT_EQ(err_.str(), "1 changed, 0 left alone, 1 unchanged\n");
   EXPECT_EQ(Code("M"), std::string("'errMarker: Plain\r\nSub A()\r\n") + Dressed);
   EXPECT_EQ(Code("N"), "Dim q\r\n") << "a module without members gets no key comment";
   request_.Check = true;
-  EXPECT_EQ(Run(), HandlersDone) << "a second run changes nothing";
+  EXPECT_EQ(Run(), Done) << "a second run changes nothing";
   request_.Check = false;
   request_.Remove = true;
-  EXPECT_EQ(Run(), HandlersDone) << err_.str();
+  EXPECT_EQ(Run(), Done) << err_.str();
   EXPECT_EQ(Code("M"), std::string("'errMarker: Plain\r\n") + Sub);
 }
 
 TEST_F(HandlersCommandTest, CheckAndDiffWriteNothing) {
   Project({{"M", Sub}});
   request_.Check = true;
-  EXPECT_EQ(Run(), HandlersWouldChange);
+  EXPECT_EQ(Run(), WouldChange);
   EXPECT_EQ(out_.str(), File("M") + ": would be changed\n");
   request_.Check = false;
   request_.Diff = true;
-  EXPECT_EQ(Run(), HandlersDone);
+  EXPECT_EQ(Run(), Done);
   EXPECT_NE(out_.str().find("+'errMarker: Plain\r\n Sub A()\r\n+'<errHeader>\r\n"),
             std::string::npos)
       << out_.str();
@@ -104,7 +109,7 @@ TEST_F(HandlersCommandTest, CheckAndDiffWriteNothing) {
 TEST_F(HandlersCommandTest, AnUnknownSchemeIsAnErrorThatListsTheKnownOnes) {
   Project({{"M", Sub}});
   request_.FormScheme = "Foo";
-  EXPECT_EQ(Run(), HandlersFailed);
+  EXPECT_EQ(Run(), Failed);
   EXPECT_EQ(err_.str(),
             "tessel: there is no scheme \"Foo\"; the schemes are \"Message Box\", \"Message Box, "
             "Unnumbered\", \"Raise to Caller\", \"Raise to Caller, Numbered\", \"Log to "
@@ -118,7 +123,7 @@ TEST_F(HandlersCommandTest, ATableOfASingleSchemeCountsAsNone) {
   Project({{"M", Sub}});
   OpenPersonal(request_.Data)
       ->Execute(u"DELETE * FROM ErrorHandlerScheme WHERE NameError <> 'Plain'");
-  EXPECT_EQ(Run(), HandlersFailed);
+  EXPECT_EQ(Run(), Failed);
   EXPECT_NE(err_.str().find("the table holds fewer than two, which counts as none"),
             std::string::npos);
 }
@@ -133,7 +138,7 @@ TEST_F(HandlersCommandTest, TheTypesHaveTheirOwnSchemesAndOneDefault) {
   folder_.Write("P.vbp",
                 "Type=Exe\r\nModule=M; M.bas\r\nClass=C; C.cls\r\nForm=F.frm\r\nName=\"P\"\r\n");
   request_.ModuleScheme = "Named";
-  EXPECT_EQ(Run(), HandlersDone) << err_.str();
+  EXPECT_EQ(Run(), Done) << err_.str();
   EXPECT_NE(folder_.Read("M.bas").find("'errMarker: Named\r\n"), std::string::npos);
   EXPECT_NE(folder_.Read("C.cls").find("'errMarker: Named\r\n"), std::string::npos)
       << "classes go with the modules";
@@ -143,17 +148,17 @@ TEST_F(HandlersCommandTest, TheTypesHaveTheirOwnSchemesAndOneDefault) {
 TEST_F(HandlersCommandTest, SkipIsASchemeOfItsOwn) {
   Project({{"M", Sub}});
   request_.ModuleScheme = "Skip";
-  EXPECT_EQ(Run(), HandlersDone) << err_.str();
+  EXPECT_EQ(Run(), Done) << err_.str();
   EXPECT_EQ(Code("M"), std::string("'errMarker: Skip\r\n") + Sub);
   request_.ModuleScheme = "skip";
-  EXPECT_EQ(Run(), HandlersFailed) << "only the exact word is reserved";
+  EXPECT_EQ(Run(), Failed) << "only the exact word is reserved";
 }
 
 TEST_F(HandlersCommandTest, AComponentRunNamesItsComponentAndReplacesTheModulesKey) {
   Project({{"M", "'errMarker: Plain\r\nOption Explicit\r\n" + std::string(Sub)}, {"N", Sub}});
   request_.Scheme = "Named";
   request_.Components = {"m"};
-  EXPECT_EQ(Run(), HandlersDone) << err_.str();
+  EXPECT_EQ(Run(), Done) << err_.str();
   EXPECT_EQ(Code("M"),
             "'errMarker: Named\r\nOption Explicit\r\nSub A()\r\n'<errHeader>\r\n' P M "
             "A\r\n'</errHeader>\r\nx = "
@@ -164,7 +169,7 @@ TEST_F(HandlersCommandTest, AComponentRunNamesItsComponentAndReplacesTheModulesK
 TEST_F(HandlersCommandTest, InAProjectRunNoModuleIsActive) {
   Project({{"M", Sub}});
   request_.Scheme = "Named";
-  EXPECT_EQ(Run(), HandlersDone);
+  EXPECT_EQ(Run(), Done);
   EXPECT_NE(Code("M").find("\r\n' P  A\r\n"), std::string::npos);
 }
 
@@ -172,7 +177,7 @@ TEST_F(HandlersCommandTest, AMemberRunHandlesTheMemberAndWritesItsKey) {
   Project({{"M", std::string(Sub) + "Sub B()\r\ny = 1\r\nEnd Sub\r\n"}});
   request_.Components = {"M"};
   request_.Member = "b";
-  EXPECT_EQ(Run(), HandlersDone) << err_.str();
+  EXPECT_EQ(Run(), Done) << err_.str();
   EXPECT_EQ(Code("M").rfind(std::string(Sub) + "'errMarker: Plain\r\nSub B()\r\n'<errHeader>", 0),
             0U)
       << Code("M");
@@ -187,13 +192,13 @@ TEST_F(HandlersCommandTest, AMemberRunHandlesAllKindsOfAPropertyOrTheOneNamed) {
   request_.Components = {"M"};
   request_.Scheme = "Named";
   request_.Member = "V [Get]";
-  ASSERT_EQ(Run(), HandlersDone) << err_.str();
+  ASSERT_EQ(Run(), Done) << err_.str();
   EXPECT_EQ(Code("M"),
             "Property Set V(o)\r\na = 1\r\nEnd Property\r\n'errMarker: Named\r\nProperty Get "
             "V()\r\n'<errHeader>\r\n' P M V\r\n'</errHeader>\r\nb = 1\r\n\r\nEnd Property\r\n"
             "Property Let V(o)\r\nc = 1\r\nEnd Property\r\n");
   request_.Member = "V";
-  ASSERT_EQ(Run(), HandlersDone) << err_.str();
+  ASSERT_EQ(Run(), Done) << err_.str();
   std::size_t keys = 0;
   const std::string code = Code("M");
   for (std::size_t at = code.find("'errMarker: Named\r\n"); at != std::string::npos;
@@ -206,18 +211,18 @@ TEST_F(HandlersCommandTest, AMemberRunHandlesAllKindsOfAPropertyOrTheOneNamed) {
 TEST_F(HandlersCommandTest, NamesComponentsAndMembersThatAreNotThere) {
   Project({{"M", Sub}});
   request_.Components = {"Q"};
-  EXPECT_EQ(Run(), HandlersFailed);
+  EXPECT_EQ(Run(), Failed);
   EXPECT_NE(err_.str().find("P.vbp: there is no component \"Q\"\n"), std::string::npos);
   request_.Components = {"M"};
   request_.Member = "Z";
-  EXPECT_EQ(Run(), HandlersFailed);
+  EXPECT_EQ(Run(), Failed);
   EXPECT_EQ(err_.str(), "tessel: the component \"M\" has no member \"Z\"\n");
   request_.Components = {};
-  EXPECT_EQ(Run(), HandlersFailed);
+  EXPECT_EQ(Run(), Failed);
   EXPECT_NE(err_.str().find("(--component)"), std::string::npos);
   request_.Files = {"/no/such.vbp"};
   request_.Member = "";
-  EXPECT_EQ(Run(), HandlersFailed);
+  EXPECT_EQ(Run(), Failed);
   EXPECT_EQ(err_.str(), "tessel: /no/such.vbp: the file does not exist\n");
 }
 
@@ -225,15 +230,15 @@ TEST_F(HandlersCommandTest, NamesComponentsAndMembersThatAreNotThere) {
 TEST_F(HandlersCommandTest, WritesNothingUnlessTheWholeRunWentThrough) {
   Project({{"M", Sub}, {"N", "'errMarker: Cyrillic\r\nSub B()\r\nEnd Sub\r\n"}});
   const std::string before = Code("N");
-  EXPECT_EQ(Run(), HandlersFailed);
+  EXPECT_EQ(Run(), Failed);
   EXPECT_NE(err_.str().find("N.bas"), std::string::npos) << err_.str();
   EXPECT_NE(err_.str().find("nothing is written (--keep-going"), std::string::npos);
   EXPECT_EQ(Code("M"), Sub);
   request_.Check = true;
-  EXPECT_EQ(Run(), HandlersFailed);
+  EXPECT_EQ(Run(), Failed);
   request_.Check = false;
   request_.KeepGoing = true;
-  EXPECT_EQ(Run(), HandlersFailed) << "what went well is written, but something failed";
+  EXPECT_EQ(Run(), Failed) << "what went well is written, but something failed";
   EXPECT_EQ(Code("M"), std::string("'errMarker: Plain\r\nSub A()\r\n") + Dressed);
   EXPECT_EQ(Code("N"), before);
 }
@@ -241,11 +246,11 @@ TEST_F(HandlersCommandTest, WritesNothingUnlessTheWholeRunWentThrough) {
 TEST_F(HandlersCommandTest, AComponentThatCannotBeReadKeepsTheOthersUnwritten) {
   Project({{"M", Sub}});
   folder_.Write("P.vbp", "Type=Exe\r\nForm=Gone.frm\r\nModule=M; M.bas\r\nName=\"P\"\r\n");
-  EXPECT_EQ(Run(), HandlersFailed);
+  EXPECT_EQ(Run(), Failed);
   EXPECT_NE(err_.str().find("P.vbp:2: the component's file does not exist"), std::string::npos);
   EXPECT_EQ(Code("M"), Sub);
   request_.KeepGoing = true;
-  EXPECT_EQ(Run(), HandlersFailed);
+  EXPECT_EQ(Run(), Failed);
   EXPECT_NE(Code("M"), Sub);
 }
 
@@ -253,24 +258,24 @@ TEST_F(HandlersCommandTest, WarnsOfAMemberOnOneLineUnlessItIsSkipped) {
   Project({{"M", "Sub A(): x = 1: End Sub\r\n'errMarker: Skip\r\nSub B(): End Sub\r\n" +
                      std::string(Sub)}});
   request_.Check = true;
-  EXPECT_EQ(Run(), HandlersWouldChange);
+  EXPECT_EQ(Run(), WouldChange);
   EXPECT_EQ(err_.str(), File("M") +
                             ":2: warning: A stands on one line, so its error handler stands "
-                            "behind it\n");
+                            "behind it\n1 would change, 0 left alone\n");
   request_.Remove = true;
   Run();
-  EXPECT_EQ(err_.str(), "");
+  EXPECT_EQ(err_.str().find("warning"), std::string::npos) << err_.str();
 }
 
 TEST_F(HandlersCommandTest, TakesAComponentFileAndAGroup) {
   Project({{"M", Sub}});
   folder_.Write("G.vbg", "VBGROUP 5.0\r\nStartupProject=P.vbp\r\n");
   request_.Files = {File("M")};
-  EXPECT_EQ(Run(), HandlersDone) << err_.str();
+  EXPECT_EQ(Run(), Done) << err_.str();
   EXPECT_EQ(Code("M"), std::string("'errMarker: Plain\r\nSub A()\r\n") + Dressed);
   request_.Remove = true;
   request_.Files = {(folder_.Path() / "G.vbg").string()};
-  EXPECT_EQ(Run(), HandlersDone) << err_.str();
+  EXPECT_EQ(Run(), Done) << err_.str();
   EXPECT_EQ(Code("M"), std::string("'errMarker: Plain\r\n") + Sub);
 }
 
@@ -280,7 +285,7 @@ TEST_F(HandlersCommandTest, EachProjectIsARunOfItsOwn) {
   folder_.Write("Q.bas", Head("Q") + "Sub B()\r\nCase 1\r\nEnd Sub\r\n");
   request_.Scheme = "Message Box";
   request_.Files = {File("M"), File("Q")};
-  EXPECT_EQ(Run(), HandlersDone) << err_.str();
+  EXPECT_EQ(Run(), Done) << err_.str();
   EXPECT_NE(Code("Q").find("\r\n100 Case 1\r\n"), std::string::npos) << Code("Q");
 }
 

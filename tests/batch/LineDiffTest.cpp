@@ -80,5 +80,10 @@ TEST(UnifiedDiff, GivesUpOnTextsThatShareNothingAndReplacesThem) {
   EXPECT_EQ(Patched(before, UnifiedDiff(before, after, "x", "y")), after);
 }
 
+TEST(UnifiedDiff, NamesFilesAsPatchReadsThem) {
+  EXPECT_EQ(UnifiedDiff("a\n", "b\n", "my file", "say \"x\"\\").substr(0, 31),
+            "--- my file\t\n+++ \"say \\\"x\\\"\\\\\"\n");
+}
+
 }  // namespace
 }  // namespace tessel::batch

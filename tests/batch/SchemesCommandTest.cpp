@@ -145,14 +145,17 @@ TEST(SchemeFileName, HoldsWhatAFileNameCanHold) {
   EXPECT_EQ(SchemeFileName("../a:b%"), "%2E.%2Fa%3Ab%25.scheme");
 }
 
-class SchemesCommand : public testing::Test {
+class SchemesCommandTest : public testing::Test {
  protected:
-  SchemesCommand() { request_.Data = folder_.Path() / "program"; }
+  SchemesCommandTest() { request_.Data = folder_.Path() / "program"; }
   int Run(SchemesVerb verb) {
     request_.Verb = verb;
     out_.str("");
     err_.str("");
-    return RunSchemes(request_, out_, err_);
+    SchemesCommand command;
+    command.Request = request_;
+    std::istringstream in;
+    return command.Run({in, out_, err_});
   }
   int Import(const std::vector<std::string>& texts) {
     request_.Files.clear();
@@ -175,7 +178,7 @@ constexpr const char* Delivered =
     "Message Box\nMessage Box, Unnumbered\nRaise to Caller\nRaise to Caller, Numbered\n"
     "Log to File\nLog to File, Unnumbered\nClean Up and Exit\nClean Up and Exit, Numbered\n";
 
-TEST_F(SchemesCommand, ListsShowsAndImportsIntoADatabaseThatItMakes) {
+TEST_F(SchemesCommandTest, ListsShowsAndImportsIntoADatabaseThatItMakes) {
   EXPECT_EQ(Import({Text}), 0) << err_.str();
   EXPECT_EQ(out_.str(), "added House Style\n");
   EXPECT_EQ(List(), std::string(Delivered) + "House Style\n");
@@ -187,7 +190,7 @@ TEST_F(SchemesCommand, ListsShowsAndImportsIntoADatabaseThatItMakes) {
   EXPECT_EQ(err_.str(), "tessel: there is no scheme \"Nobody's\"\n");
 }
 
-TEST_F(SchemesCommand, ExportsAllAndImportsThemUnchanged) {
+TEST_F(SchemesCommandTest, ExportsAllAndImportsThemUnchanged) {
   ASSERT_EQ(Import({Text}), 0);
   request_.Folder = folder_.Path() / "team" / "schemes";
   ASSERT_EQ(Run(SchemesVerb::Export), 0) << err_.str();
@@ -207,7 +210,7 @@ TEST_F(SchemesCommand, ExportsAllAndImportsThemUnchanged) {
   for (const auto& [name, text] : before) EXPECT_EQ(folder_.Read("again/" + name), text);
 }
 
-TEST_F(SchemesCommand, ExportsOneByItsName) {
+TEST_F(SchemesCommandTest, ExportsOneByItsName) {
   ASSERT_EQ(Import({Text}), 0);
   request_.Name = "HOUSE STYLE";
   request_.Folder = folder_.Path() / "one";
@@ -215,7 +218,7 @@ TEST_F(SchemesCommand, ExportsOneByItsName) {
   EXPECT_EQ(out_.str(), (request_.Folder / "House Style.scheme").string() + "\n");
 }
 
-TEST_F(SchemesCommand, RefusesAnExistingSchemeUnlessToldToReplace) {
+TEST_F(SchemesCommandTest, RefusesAnExistingSchemeUnlessToldToReplace) {
   ASSERT_EQ(Import({Text}), 0);
   const std::string other = "Name: house style\nHeader:\n    x\nFooter:\n";
   EXPECT_EQ(Import({other}), 2);
@@ -230,7 +233,7 @@ TEST_F(SchemesCommand, RefusesAnExistingSchemeUnlessToldToReplace) {
   EXPECT_NE(out_.str().find("Header:\n    x\nFooter:\n"), std::string::npos);
 }
 
-TEST_F(SchemesCommand, ImportsAllOrNone) {
+TEST_F(SchemesCommandTest, ImportsAllOrNone) {
   const std::string good = "Name: One\nHeader:\nFooter:\n";
   EXPECT_EQ(Import({good, "Name: Two\nStep: x\n"}), 2);
   EXPECT_EQ(err_.str(),
@@ -241,7 +244,7 @@ TEST_F(SchemesCommand, ImportsAllOrNone) {
   EXPECT_EQ(List(), Delivered);
 }
 
-TEST_F(SchemesCommand, AFailureInTheMiddleOfAnImportTakesBackWhatWasWritten) {
+TEST_F(SchemesCommandTest, AFailureInTheMiddleOfAnImportTakesBackWhatWasWritten) {
   ASSERT_EQ(Import({Text}), 0);
   {
     const auto connection = OpenPersonal(request_.Data);
@@ -254,14 +257,14 @@ TEST_F(SchemesCommand, AFailureInTheMiddleOfAnImportTakesBackWhatWasWritten) {
   EXPECT_EQ(List(), std::string(Delivered) + "House Style\n");
 }
 
-TEST_F(SchemesCommand, ListsAlsoTheOnlySchemeOfATable) {
+TEST_F(SchemesCommandTest, ListsAlsoTheOnlySchemeOfATable) {
   ASSERT_EQ(Import({Text}), 0);
   OpenPersonal(request_.Data)
       ->Execute(u"DELETE * FROM ErrorHandlerScheme WHERE NameError <> 'House Style'");
   EXPECT_EQ(List(), "House Style\n");
 }
 
-TEST_F(SchemesCommand, NamesADatabaseThatIsNotThere) {
+TEST_F(SchemesCommandTest, NamesADatabaseThatIsNotThere) {
   EXPECT_EQ(Run(SchemesVerb::List), 2);
   EXPECT_NE(err_.str().find("Personal.MDB: the file does not exist"), std::string::npos);
 }

@@ -1,0 +1,144 @@
+#include "hosts/batch/HandlersInput.h"
+
+#include <algorithm>
+
+#include "hosts/batch/ProgressLine.h"
+#include "hosts/review/RunReview.h"
+#include "vb/Failure.h"
+
+namespace tessel::batch {
+
+void HandlersInput::Run(bool alone) {
+  for (const std::string& problem : input_.Problems()) {
+    report_.Fail(problem);
+    failed_ = true;
+  }
+  FindProjects(alone);
+  if (projects_.empty()) return;
+  all_ = input_.Components();
+  for (const ComponentRef& one : all_) {
+    if (!input_.IsChosen(one) || !seen_.Add(one)) HoldBack(one);
+  }
+  if (!order_.Remove) Warn();
+  const review::RunReview review(
+      order_.Remove ? review::RunKind::RemoveHandlers : review::RunKind::InsertHandlers,
+      input_.Root());
+  for (const auto& project : projects_) RunOver(*project);
+  Compare(review.Items());
+  Collect();
+  Deliver();
+}
+
+/// What the command line names must be there before anything is touched.
+void HandlersInput::FindProjects(bool alone) {
+  for (const auto& project : input_.Root().Projects().All()) {
+    if (ProjectHas(*project, order_)) projects_.push_back(project);
+  }
+  if (alone) RequireNames(input_, request_);
+}
+
+/// Names what the run will spoil; that is the caller's to judge.
+void HandlersInput::Warn() {
+  for (const ComponentRef& one : all_) {
+    if (heldBack_.contains(one.Component.get())) continue;
+    for (const Member& member : MembersOnOneLine(one.Module)) {
+      if (!order_.Member.empty() && !vb::StartsWithText(order_.Member, member.Name)) continue;
+      report_.Warn(
+          one.File + ':' + std::to_string(input_.FileLine(one, member.BodyLine)),
+          vb::ToUtf8(member.Name) + " stands on one line, so its error handler stands behind it");
+    }
+  }
+}
+
+void HandlersInput::RunOver(host::VBProject& project) {
+  ProgressLine progress(order_.Components.empty() ? all_.size() : order_.Components.size());
+  const auto failures = RunOverProject(services_, input_.Environment(), project, order_,
+                                       [&](const std::string& name) { progress.Step(name); });
+  progress.Clear();
+  for (const HandlersFailure& failure : failures)
+    Note(dynamic_cast<model::VBProject*>(&project), failure);
+}
+
+/// A failure outside of any component is one of all of them.
+void HandlersInput::Note(const model::VBProject* project, const HandlersFailure& failure) {
+  failed_ = true;
+  for (const ComponentRef& one : all_) {
+    if (one.Component->Project().get() != project || one.Name != failure.Component) continue;
+    HoldBack(one);
+    report_.FailIn(one.File, failure.Cause);
+    return;
+  }
+  lost_ = true;
+  report_.FailIn(input_.File(), failure.Cause);
+}
+
+/// Names the places that mean something else behind the run; their components stay as they are
+/// unless that is forced.
+void HandlersInput::Compare(const std::vector<review::ReviewItem>& items) {
+  std::map<const model::VBComponent*, std::vector<review::Difference>> differences;
+  for (const review::ReviewItem& item : items) {
+    if (item.Line > 0) {
+      differences[item.Component.get()].push_back({item.LineBefore, item.Line, item.Cause});
+    } else if (!item.Component) {
+      report_.Warn(input_.File(), vb::ToUtf8(item.Project) + ": " + item.Cause);
+    } else {
+      report_.Warn(input_.Named(*item.Component), item.Cause);
+    }
+  }
+  for (const ComponentRef& one : all_) {
+    const auto found = differences.find(one.Component.get());
+    if (found == differences.end() || heldBack_.contains(one.Component.get())) continue;
+    report_.TellDifferences(input_, one, found->second, 1);
+    if (request_.Force) continue;
+    failed_ = true;
+    HoldBack(one);
+  }
+}
+
+/// Puts every component into the form of its file, so that one that doesn't fit is known before the
+/// first is written.
+void HandlersInput::Collect() {
+  for (const ComponentRef& one : all_) {
+    if (heldBack_.contains(one.Component.get())) continue;
+    try {
+      results_.push_back({one, input_.StoredBytes(one), input_.Bytes(one)});
+    } catch (...) {
+      failed_ = true;
+      HoldBack(one);
+      report_.FailIn(one.File, input_.Typed(vb::CurrentFailure().what()));
+    }
+  }
+}
+
+void HandlersInput::Deliver() {
+  const bool changes = std::any_of(results_.begin(), results_.end(),
+                                   [](const Result& one) { return one.After != one.Before; });
+  if (lost_ || (failed_ && !request_.KeepGoing)) {
+    if (changes) {
+      report_.Fail(input_.File() +
+                   (lost_ ? ": the run failed as a whole; nothing is written"
+                          : ": nothing is written (--keep-going writes the components that went "
+                            "well)"));
+    }
+    return;
+  }
+  if (!request_.Writes() || failed_) {
+    for (const Result& one : results_)
+      report_.Deliver(input_, one.Component, one.Before, one.After);
+    return;
+  }
+  // All files of the input or none.
+  for (const ComponentRef& one : all_) {
+    if (heldBack_.contains(one.Component.get())) input_.Reload(one);
+  }
+  input_.SaveAll();
+  for (const Result& one : results_) {
+    if (one.After != one.Before) {
+      report_.Written(one.Component);
+    } else {
+      report_.Passed(false);
+    }
+  }
+}
+
+}  // namespace tessel::batch
