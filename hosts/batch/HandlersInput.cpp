@@ -115,6 +115,7 @@ void HandlersInput::Deliver() {
                                    [](const Result& one) { return one.After != one.Before; });
   if (lost_ || (failed_ && !request_.KeepGoing)) {
     if (changes) {
+      for (const Result& one : results_) report_.Withheld(one.After != one.Before);
       report_.Fail(input_.File() +
                    (lost_ ? ": the run failed as a whole; nothing is written"
                           : ": nothing is written (--keep-going writes the components that went "

@@ -35,6 +35,8 @@ class Report {
   void Warn(const std::string& file, const std::string& what);
   /// A component that the caller has delivered itself.
   void Passed(bool changed) { ++(changed ? changed_ : unchanged_); }
+  /// A component that stays as it is since its project isn't written.
+  void Withheld(bool changed) { ++(changed ? leftAlone_ : unchanged_); }
   /// Prints the change, names the file, or writes it and names it.
   void Deliver(OpenInput& input, const ComponentRef& component, const std::string& before,
                const std::string& after);

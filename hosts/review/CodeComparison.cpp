@@ -68,14 +68,19 @@ struct Streams {
   std::vector<Token> Code, Comments;
 };
 
+/// Whether a separator behind the token separates anything.
+bool TakesSeparator(const Token& token) {
+  return token.Kind != TokenKind::Separator && token.Kind != TokenKind::Label &&
+         token.Kind != TokenKind::EndOfSingleIf;
+}
+
 Streams Part(const std::vector<Token>& tokens) {
   Streams parted;
   for (const Token& token : tokens) {
     if (token.Kind == TokenKind::Comment) {
       parted.Comments.push_back(token);
     } else if (token.Kind != TokenKind::Separator ||
-               (!parted.Code.empty() && parted.Code.back().Kind != TokenKind::Separator &&
-                parted.Code.back().Kind != TokenKind::Label)) {
+               (!parted.Code.empty() && TakesSeparator(parted.Code.back()))) {
       parted.Code.push_back(token);
     }
   }

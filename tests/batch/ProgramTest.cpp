@@ -264,7 +264,7 @@ TEST_F(HandlerDifferences, AComponentThatWouldMeanSomethingElseKeepsTheProjectUn
       "  J.bas:5: a continuation line loses the number 5 at its head\n"
       "  J.bas:6: the line number 10, which a jump or Erl refers to, becomes 120\n"
       "tessel: P.vbp: nothing is written (--keep-going writes the components that went well)\n"
-      "0 changed, 1 left alone\n");
+      "0 changed, 2 left alone\n");
   EXPECT_EQ(Read("M.bas"), Module("M", Plain));
   EXPECT_EQ(Insert({"--keep-going", "P.vbp"}), Failed);
   EXPECT_EQ(out_, "M.bas: changed\n");
