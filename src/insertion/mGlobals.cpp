@@ -54,15 +54,16 @@ String ListComponents(const VbePtr& vbInstance, int mode, Text&& text) {
 
 }  // namespace
 
-void InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, StringView text,
+bool InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, StringView text,
                                  int mode, StringView, host::vbext_ComponentType newComponentType,
                                  int caretOffset) {
   constexpr StringView Name = u"mGlobals.InsertTextActiveVbComponent";
   if (text.empty()) {
     // This way out comes ahead of the pop, as it always has: the entry stays on the stack.
     if (gErrorHandler) gErrorHandler->CallStackPushLiteral(Name);
-    return;
+    return false;
   }
+  bool done = false;
   Routine(Name, [&](const Statements& run) {
     const auto project = run([&] { return Need(vbe).ActiveVBProject(); });
     if (!project) return;
@@ -83,7 +84,9 @@ void InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, St
     const int caret = line + caretOffset;
     run([&] { Need(module).CodePane()->SetTopLine(std::max(1, caret)); });
     run([&] { Need(module).CodePane()->SetSelection({caret, 1, caret, 1}); });
+    done = true;
   });
+  return done;
 }
 
 String GetProjectComponent(const VbePtr& vbInstance, int mode) {

@@ -13,8 +13,8 @@ enum InsertMode : int { EndOfModule = 1, EndOfDeclarations = 2 };
 
 /// Puts `text` into the component of that name in the active project, made with `newComponentType`
 /// when there is none; the caret goes `caretOffset` lines below the first line. `reserved` is
-/// empty.
-void InsertTextActiveVbComponent(const std::shared_ptr<host::VBE>& vbe, StringView componentName,
+/// empty. True when it went through; false without text or project, and after an Abort.
+bool InsertTextActiveVbComponent(const std::shared_ptr<host::VBE>& vbe, StringView componentName,
                                  StringView text, int mode, StringView reserved,
                                  host::vbext_ComponentType newComponentType, int caretOffset);
 /// Component names of the active project, separated by "|"; mode 1 puts "All Modules" ahead, mode 2
