@@ -20,11 +20,13 @@ bool InsertTextActiveVbComponent(const std::shared_ptr<host::VBE>& vbe, StringVi
 /// Component names of the active project, separated by "|"; mode 1 puts "All Modules" ahead, mode 2
 /// "New Module" behind.
 [[nodiscard]] String GetProjectComponent(const std::shared_ptr<host::VBE>& vbInstance, int mode);
-/// The same with the component types.
+/// Names of the active project's components of the type `mode`, separated by "|".
 [[nodiscard]] String GetProjectComponentType(const std::shared_ptr<host::VBE>& vbInstance,
                                              int mode);
-/// Name of the selected component, empty when there is none.
+/// Name of the selected component, empty when there is none. Passes over failures, as does the
+/// next one.
 [[nodiscard]] String SelectedVBComponentName(const std::shared_ptr<host::VBE>& vbInstance);
+/// True when the active project has a component of that name.
 [[nodiscard]] bool CheckComponentName(const std::shared_ptr<host::VBE>& vbInstance,
                                       StringView name);
 /// Text of a new GUID.

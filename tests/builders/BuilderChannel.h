@@ -87,6 +87,30 @@ class BuilderChannel : public testing::Test {
                ? front.at("message").at("text").get<std::string>()
                : "";
   }
+  /// The replies to `form`, in order.
+  [[nodiscard]] std::vector<Json> Forms() const {
+    std::vector<Json> forms;
+    for (const Json& reply : Replies) {
+      if (reply.contains("controls")) forms.push_back(reply);
+    }
+    return forms;
+  }
+  /// The replies to `text`, in order.
+  [[nodiscard]] std::vector<std::string> Texts() const {
+    std::vector<std::string> texts;
+    for (const Json& reply : Replies) {
+      if (reply.contains("text")) texts.push_back(reply.at("text"));
+    }
+    return texts;
+  }
+  /// Texts of the message boxes in the order in which they came up.
+  [[nodiscard]] std::vector<std::string> Messages() const {
+    std::vector<std::string> messages;
+    for (const Json& reply : Replies) {
+      if (!MessageOf(reply).empty()) messages.push_back(MessageOf(reply));
+    }
+    return messages;
+  }
   /// A control in the reply to `form`.
   static Json Control(const Json& reply, const std::string& name) {
     for (const Json& control : reply.at("controls")) {

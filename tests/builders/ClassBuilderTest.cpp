@@ -31,8 +31,8 @@ TEST_F(ClassBuilder, OffersTheClassesAndProposesTheNames) {
   EXPECT_EQ(Control(form, "ComBaseClass").at("list"), Json({"Order", "Customer"}));
   EXPECT_EQ(Control(form, "txtCollectionClassName").at("text"), "ItemS");
   EXPECT_EQ(Control(form, "txtDescription").at("text"), "Collection Class for Item");
-  EXPECT_EQ(Control(Replies[6], "txtCollectionClassName").at("text"), "OrderS");
-  EXPECT_EQ(Control(Replies[6], "chkImplementsPublic").at("value"), 0);
+  EXPECT_EQ(Control(Forms().at(0), "txtCollectionClassName").at("text"), "OrderS");
+  EXPECT_EQ(Control(Forms().at(0), "chkImplementsPublic").at("value"), 0);
 }
 
 TEST_F(ClassBuilder, MakesTheClassAndTheBaseClassThatIsMissing) {
@@ -41,16 +41,18 @@ TEST_F(ClassBuilder, MakesTheClassAndTheBaseClassThatIsMissing) {
   Check("chkHeader", 0);
   Type("txtDescription", "");
   Press("btmOK");
-  Ask({{"do", "projects"}});
   Text("Branch");
   Text("BranchS");
-  const std::string text = Play().at("text");
+  Ask({{"do", "projects"}});
+  const Json projects = Play();
+  const auto texts = Texts();
+  const std::string& text = texts.at(1);
   EXPECT_TRUE(text.starts_with("Option Explicit\r\n\r\n' The private collection object\r\n"))
       << text;
   EXPECT_TRUE(text.ends_with("End Function")) << "no line end behind the last line";
-  EXPECT_EQ(Names(Replies[Replies.size() - 4]),
+  EXPECT_EQ(Names(projects),
             (std::vector<std::string>{"Module1", "Order", "Customer", "BranchS", "Branch"}));
-  EXPECT_EQ(Replies[Replies.size() - 3].at("text"), "Option Explicit\r\n");
+  EXPECT_EQ(texts.at(0), "Option Explicit\r\n");
 }
 
 TEST_F(ClassBuilder, AClassThatExistsIsRefusedAndNothingIsMade) {
@@ -61,20 +63,20 @@ TEST_F(ClassBuilder, AClassThatExistsIsRefusedAndNothingIsMade) {
   Answer("OK");
   Ask({{"do", "projects"}});
   EXPECT_EQ(Names(Play()), (std::vector<std::string>{"Module1", "Order", "Customer"}));
-  EXPECT_EQ(MessageOf(Replies[8]), "The \"order\" component already exits in this project.");
+  EXPECT_EQ(Messages().back(), "The \"order\" component already exits in this project.");
 }
 
 TEST_F(ClassBuilder, TheVariablesPrefixIsReadAtEachGeneration) {
   Begin();
-  Setting("txtPrefixClass", "mcol");
   Form();
+  Setting("txtPrefixClass", "mcol");
   Check("chkImplementsPublic", 1);
   Form();
   const Json form = Play();
   const auto text = [](const Json& reply) {
     return Control(reply, "RicViewClassBuilder").at("text").get<std::string>();
   };
-  EXPECT_NE(text(Replies[Replies.size() - 4]).find("m_ColOrderS"), std::string::npos);
+  EXPECT_NE(text(Forms().at(0)).find("m_ColOrderS"), std::string::npos);
   EXPECT_NE(text(form).find("mcolOrderS"), std::string::npos);
 }
 

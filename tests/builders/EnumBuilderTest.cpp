@@ -45,7 +45,7 @@ TEST_F(EnumBuilder, WithoutAMemberItIsRefusedAlsoWhenTheLastOneWasTakenOut) {
   Press("btmOK");
   const Json last = Play();
   EXPECT_EQ(MessageOf(last), "It is necessary to have at least one meaning for  Enum parameter");
-  EXPECT_EQ(MessageOf(Replies[5]), MessageOf(last));
+  EXPECT_EQ(Messages().front(), MessageOf(last));
 }
 
 TEST_F(EnumBuilder, AMemberWithoutPrefixNeedsAGoodName) {
@@ -64,7 +64,7 @@ TEST_F(EnumBuilder, ThePrefixComesFromTheSettingsAndTheResultFollows) {
   Form();
   const Json form = Play();
   EXPECT_EQ(Control(form, "lblResult").at("caption"), "eN = -1");
-  EXPECT_EQ(Control(Replies[Replies.size() - 4], "lblResult").at("caption"), "eN");
+  EXPECT_EQ(Control(Forms().at(0), "lblResult").at("caption"), "eN");
 }
 
 TEST_F(EnumBuilder, NoFriendIsOffered) {

@@ -126,9 +126,7 @@ TEST_F(ProcedureBuilder, ArgumentsComeMoveAndGo) {
   const Json last = Play();
   const auto list = [](const Json& reply) { return Control(reply, "ListProcedureArguments"); };
   std::vector<Json> forms;
-  for (const Json& reply : Replies) {
-    if (reply.contains("controls")) forms.push_back(list(reply));
-  }
+  for (const Json& form : Forms()) forms.push_back(list(form));
   EXPECT_EQ(forms.at(0).at("list"), Json({"ByRef A ", "ByRef C ", "ByRef B "}));
   EXPECT_EQ(forms.at(0).at("list-index"), 1);
   EXPECT_EQ(forms.at(1).at("list"), Json({"ByRef C ", "ByRef A ", "ByRef B "}));
@@ -166,10 +164,7 @@ TEST_F(ProcedureBuilder, BadNamesAreRefusedAndKeepTheFocus) {
   Form();
   const Json form = Play();
   EXPECT_EQ(Control(form, "txtName").at("focus"), true);
-  std::vector<std::string> messages;
-  for (const Json& reply : Replies) {
-    if (!MessageOf(reply).empty()) messages.push_back(MessageOf(reply));
-  }
+  const auto messages = Messages();
   ASSERT_EQ(messages.size(), cases.size());
   for (std::size_t at = 0; at < cases.size(); ++at) EXPECT_EQ(messages[at], cases[at].second);
 }
@@ -274,7 +269,7 @@ TEST_F(ArgumentBuilder, AParameterArrayLeavesTheArrayToChoose) {
   Form();
   const Json form = Play();
   EXPECT_EQ(Control(form, "lblResult").at("caption"), "N()");
-  const Json before = Replies[Replies.size() - 3];
+  const Json before = Forms().at(0);
   EXPECT_EQ(Control(before, "chkArray").at("enabled"), true);
   EXPECT_EQ(Control(before, "lblResult").at("caption"), "ParamArray N()");
 }
