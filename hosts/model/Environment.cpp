@@ -179,10 +179,7 @@ std::shared_ptr<host::VBComponent> Environment::AddComponent(StringView project,
 void Environment::RemoveComponent(StringView project, StringView name) {
   const auto component =
       project.empty() ? ComponentAnywhere(*vbe_, name) : ComponentNamed(*vbe_, project, name);
-  const auto owner = component->Project();
-  if (component->Module()) vbe_->ClosePane(*component->Module());
-  owner->Components().Remove(component);
-  if (owner->OnRemoved) owner->OnRemoved(component);
+  component->Project()->Components().TakeOut(component);
 }
 
 void Environment::RenameComponent(StringView project, StringView name, StringView newName) {

@@ -116,11 +116,23 @@ void VBComponents::Insert(const std::shared_ptr<VBComponent>& component) {
   hook_->Tell(&Observer::ProjectsChanged);
 }
 
-void VBComponents::Remove(const std::shared_ptr<VBComponent>& component) {
+void VBComponents::Remove(const std::shared_ptr<host::VBComponent>& component) {
+  (*hook_)("VBComponents.Remove");
+  for (const auto& item : items_) {
+    if (item == component) return TakeOut(std::shared_ptr(item));
+  }
+  throw vb::RuntimeFailure(vb::SubscriptOutOfRange);
+}
+
+void VBComponents::TakeOut(const std::shared_ptr<VBComponent>& component) {
+  if (component->Module()) {
+    if (const auto vbe = project_->Environment()) vbe->ClosePane(*component->Module());
+  }
   std::erase(items_, component);
   const auto named = byName_.find(vb::LCase(component->PlainName()));
   if (named != byName_.end() && named->second == component) byName_.erase(named);
   hook_->Tell(&Observer::ProjectsChanged);
+  if (project_->OnRemoved) project_->OnRemoved(component);
 }
 
 std::shared_ptr<VBComponent> VBComponents::Make(host::vbext_ComponentType type, StringView name) {

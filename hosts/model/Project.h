@@ -22,6 +22,7 @@ class VBComponents : public host::VBComponents {
   [[nodiscard]] std::shared_ptr<host::VBComponent> Item(StringView name) override;
   std::shared_ptr<host::VBComponent> Add(host::vbext_ComponentType type) override;
   std::shared_ptr<host::VBComponent> Import(StringView fileName) override;
+  void Remove(const std::shared_ptr<host::VBComponent>& component) override;
   [[nodiscard]] std::shared_ptr<host::VBE> VBE() override;
 
   [[nodiscard]] const std::vector<std::shared_ptr<VBComponent>>& All() const { return items_; }
@@ -29,7 +30,8 @@ class VBComponents : public host::VBComponents {
   [[nodiscard]] std::shared_ptr<VBComponent> Find(StringView name) const;
   /// Takes a component in without raising an event.
   void Insert(const std::shared_ptr<VBComponent>& component);
-  void Remove(const std::shared_ptr<VBComponent>& component);
+  /// Closes a component's pane, takes it out and tells the storage.
+  void TakeOut(const std::shared_ptr<VBComponent>& component);
   /// Fails with 32813 when the name is none or another component has it.
   void CheckName(StringView name, const VBComponent* except) const;
   void Renamed(VBComponent& component, StringView newName);

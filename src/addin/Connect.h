@@ -6,6 +6,10 @@
 
 #include "addin/Commands.h"
 #include "addin/frmAbout.h"
+#include "builders/frmClassBuilder.h"
+#include "builders/frmEnumBuilder.h"
+#include "builders/frmProcedureBuilder.h"
+#include "builders/frmPropertyBuilder.h"
 #include "errorhandlers/frmErrorHandlerScheme.h"
 #include "errorhandlers/frmInsertErrorHandlerCode.h"
 #include "errorhandlers/frmRemoveErrorHandlerCode.h"
@@ -48,6 +52,14 @@ class Connect : public IConnect {
   void HideProjectExplorer();
   void ShowProjectExplorer();
   void RefreshTreeExplorer(bool twitchCursor) override;
+  void ShowProcedureBuilder();
+  void HideProcedureBuilder() override;
+  void ShowPropertyBuilder();
+  void HidePropertyBuilder() override;
+  void ShowClassBuilder();
+  void HideClassBuilder() override;
+  void ShowEnum();
+  void HideEnum() override;
   void ShowFormatText();
   void HideFormatText() override;
   void ShowAbout();
@@ -66,6 +78,9 @@ class Connect : public IConnect {
                              int length);
   /// Each line behind `indent` blanks, with CR LF.
   [[nodiscard]] static String ReturnInsertStr(const std::vector<String>& lines, int indent);
+
+  /// The bar's button for enums, which lets the Explorer follow at once.
+  void MenuFastCreadeDeclareEnum_Click();
 
   /// Enables or greys the commands, all but those that stay as they are.
   void EnableDisableCmd(bool enabled);
@@ -125,6 +140,10 @@ class Connect : public IConnect {
   std::shared_ptr<host::VBComponentsEvents> ctrVBComponentsEvents_;
   std::vector<Control> controls_;
 
+  std::shared_ptr<frmProcedureBuilder> ProcedureBuilder;
+  std::shared_ptr<frmPropertyBuilder> PropertyBuilder;
+  std::shared_ptr<frmClassBuilder> ClassBuilder;
+  std::shared_ptr<frmEnumBuilder> EnumBuilder;
   std::shared_ptr<frmFormatText> FormatText;
   std::shared_ptr<frmAbout> About;
   std::shared_ptr<frmErrorHandlerScheme> EditErrorHandlerScheme;

@@ -41,6 +41,38 @@ void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, b
   });
 }
 
+void Connect::ShowProcedureBuilder() {
+  ShowGuarded(u"Connect.ShowProcedureBuilder", ProcedureBuilder);
+}
+
+void Connect::HideProcedureBuilder() {
+  HideDialog(u"Connect.HideProcedureBuilder", ProcedureBuilder, false);
+  DoEvents();
+  RefreshTreeExplorer(true);
+  RefreshTreeExplorer(false);
+}
+
+void Connect::ShowPropertyBuilder() {
+  ShowGuarded(u"Connect.ShowPropertyBuilder", PropertyBuilder);
+}
+
+void Connect::HidePropertyBuilder() {
+  HideDialog(u"Connect.HidePropertyBuilder", PropertyBuilder, true);
+}
+
+void Connect::ShowClassBuilder() { ShowGuarded(u"Connect.ShowClassBuilder", ClassBuilder); }
+
+void Connect::HideClassBuilder() { HideDialog(u"Connect.HideClassBuilder", ClassBuilder, true); }
+
+void Connect::ShowEnum() { ShowGuarded(u"Connect.ShowEnum", EnumBuilder); }
+
+void Connect::HideEnum() { HideDialog(u"Connect.HideEnum", EnumBuilder, true); }
+
+void Connect::MenuFastCreadeDeclareEnum_Click() {
+  ShowEnum();
+  RefreshTreeExplorer(true);
+}
+
 void Connect::HideFormatText() { HideDialog(u"Connect.HideFormatText", FormatText, true); }
 
 void Connect::ShowEditErrorHandlerScheme() {

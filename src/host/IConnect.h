@@ -11,6 +11,10 @@ class IConnect {
   virtual void SetDialogOpen(bool value) = 0;
   /// Lets events run, and the Explorer follow.
   virtual void RefreshTreeExplorer(bool twitchCursor) = 0;
+  virtual void HideProcedureBuilder() = 0;
+  virtual void HidePropertyBuilder() = 0;
+  virtual void HideClassBuilder() = 0;
+  virtual void HideEnum() = 0;
   virtual void HideFormatText() = 0;
   virtual void HideInsertErrorHandlerCode() = 0;
   virtual void HideRemoveErrorHandlerCode() = 0;

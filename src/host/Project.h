@@ -43,6 +43,8 @@ class VBComponents {
   [[nodiscard]] virtual std::shared_ptr<VBComponent> Item(StringView name) = 0;
   virtual std::shared_ptr<VBComponent> Add(vbext_ComponentType type) = 0;
   virtual std::shared_ptr<VBComponent> Import(StringView fileName) = 0;
+  /// Takes a component out of the project; its file stays. Fails with 9 when it isn't there.
+  virtual void Remove(const std::shared_ptr<VBComponent>& component) = 0;
   [[nodiscard]] virtual std::shared_ptr<host::VBE> VBE() = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "insertion/mGlobals.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "foundation/Routine.h"
 #include "platform/Platform.h"
@@ -18,79 +19,108 @@ std::shared_ptr<host::VBComponent> FindComponent(host::VBComponents& components,
   return nullptr;
 }
 
-/// A new component, named after `wanted` without its blanks unless another one has that name.
-std::shared_ptr<host::VBComponent> AddComponent(host::VBComponents& components, StringView wanted,
+/// A new component, named after `wanted` without its blanks unless another one has that name. One
+/// whose name was refused and given up is taken out again.
+std::shared_ptr<host::VBComponent> AddComponent(const Statements& run,
+                                                host::VBComponents& components, StringView wanted,
                                                 host::vbext_ComponentType type) {
-  auto component = components.Add(type);
+  const auto component = run([&] { return components.Add(type); });
   const String name = vb::Replace(wanted, u" ", u"");
-  if (!name.empty() && !FindComponent(components, name)) Need(component).SetName(name);
+  if (name.empty() || FindComponent(components, name)) return component;
+  try {
+    run([&] { Need(component).SetName(name); });
+  } catch (...) {
+    ResumeNext([&] { components.Remove(component); });
+    throw;
+  }
   return component;
 }
 
-/// Shows the module's pane. The blank line that comes and goes makes the pane take its place.
-void ShowPane(host::CodeModule& module) {
-  module.CodePane()->Show();
-  module.CodePane()->Window()->SetVisible(true);
-  module.InsertLines(1, u" ");
-  module.DeleteLines(1, 1);
+/// Shows the module's pane. The blank line that comes and goes makes the pane take its place; only
+/// a line that came is taken away.
+void ShowPane(const Statements& run, host::CodeModule& module) {
+  const auto pane = run([&] { return module.CodePane(); });
+  run([&] { Need(pane).Show(); });
+  run([&] { Need(Need(pane).Window()).SetVisible(true); });
+  bool came = false;
+  run([&] {
+    module.InsertLines(1, u" ");
+    came = true;
+  });
+  if (came) run([&] { module.DeleteLines(1, 1); });
 }
 
-/// What follows each component of the active project, each with a "|" behind it, one cut off at the
-/// end.
-template <class Text>
-String ListComponents(const VbePtr& vbInstance, int mode, Text&& text) {
-  String list;
+/// `text` as it is to stand ahead of `line`: where it ends in a line end, exactly one blank line
+/// follows it.
+StringView WithOneBlankLine(StringView text, host::CodeModule& module, int line) {
+  if (!text.ends_with(vb::CrLf)) return text;
+  StringView plain = text;
+  while (plain.ends_with(vb::CrLf)) plain.remove_suffix(vb::CrLf.size());
+  const bool follows = line <= module.CountOfLines() && module.Lines(line, 1).empty();
+  return follows ? plain : text.substr(0, plain.size() + vb::CrLf.size());
+}
+
+/// Names of the components of the active project that `wanted` takes, a "|" between them; empty
+/// without a project.
+template <class Wanted>
+String ListComponents(const VbePtr& vbInstance, StringView first, StringView last,
+                      Wanted&& wanted) {
   const auto project = Need(vbInstance).ActiveVBProject();
-  if (!project) return list;
-  if (mode == 1) list += u"All Modules|";
-  const auto components = Need(project).VBComponents();
-  for (int index = 1; index <= Need(components).Count(); ++index) {
-    list += text(*Need(components).Item(index)) + u"|";
+  if (!project) return {};
+  std::vector<String> names;
+  if (!first.empty()) names.emplace_back(first);
+  const auto components = project->VBComponents();
+  const int count = Need(components).Count();
+  for (int index = 1; index <= count; ++index) {
+    const auto component = components->Item(index);
+    if (wanted(Need(component))) names.push_back(component->Name());
   }
-  if (mode == 2) list += u"New Module";
-  if (!list.empty() && list.back() == u'|') list.pop_back();
-  return list;
+  if (!last.empty()) names.emplace_back(last);
+  return vb::Join(names, u"|");
 }
 
 }  // namespace
 
-void InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, StringView text,
+bool InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, StringView text,
                                  int mode, StringView, host::vbext_ComponentType newComponentType,
                                  int caretOffset) {
   constexpr StringView Name = u"mGlobals.InsertTextActiveVbComponent";
   if (text.empty()) {
     // This way out comes ahead of the pop, as it always has: the entry stays on the stack.
     if (gErrorHandler) gErrorHandler->CallStackPushLiteral(Name);
-    return;
+    return false;
   }
+  bool done = false;
   Routine(Name, [&](const Statements& run) {
     const auto project = run([&] { return Need(vbe).ActiveVBProject(); });
     if (!project) return;
     const auto components = run([&] { return Need(project).VBComponents(); });
     auto component = run([&] { return FindComponent(Need(components), componentName); });
     if (!component) {
-      component =
-          run([&] { return AddComponent(Need(components), componentName, newComponentType); });
+      component = AddComponent(run, Need(components), componentName, newComponentType);
     }
     const auto module = run([&] { return Need(component).CodeModule(); });
-    run([&] { ShowPane(Need(module)); });
+    ShowPane(run, Need(module));
     const int line = run([&] {
       return (mode == EndOfDeclarations ? Need(module).CountOfDeclarationLines()
                                         : Need(module).CountOfLines()) +
              1;
     });
-    run([&] { Need(module).InsertLines(line, text); });
+    run([&] { Need(module).InsertLines(line, WithOneBlankLine(text, *module, line)); });
     const int caret = line + caretOffset;
     run([&] { Need(module).CodePane()->SetTopLine(std::max(1, caret)); });
     run([&] { Need(module).CodePane()->SetSelection({caret, 1, caret, 1}); });
+    done = true;
   });
+  return done;
 }
 
 String GetProjectComponent(const VbePtr& vbInstance, int mode) {
   String list;
   Routine(u"mGlobals.GetProjectComponent", [&] {
-    list = ListComponents(vbInstance, mode,
-                          [](host::VBComponent& component) { return component.Name(); });
+    list = ListComponents(vbInstance, mode == 1 ? StringView(u"All Modules") : StringView(),
+                          mode == 2 ? StringView(u"New Module") : StringView(),
+                          [](host::VBComponent&) { return true; });
   });
   return list;
 }
@@ -98,8 +128,8 @@ String GetProjectComponent(const VbePtr& vbInstance, int mode) {
 String GetProjectComponentType(const VbePtr& vbInstance, int mode) {
   String list;
   Routine(u"mGlobals.GetProjectComponentType", [&] {
-    list = ListComponents(vbInstance, mode, [](host::VBComponent& component) {
-      return vb::Str(static_cast<int>(component.Type()));
+    list = ListComponents(vbInstance, {}, {}, [mode](host::VBComponent& component) {
+      return component.Type() == mode;
     });
   });
   return list;
@@ -108,7 +138,9 @@ String GetProjectComponentType(const VbePtr& vbInstance, int mode) {
 String SelectedVBComponentName(const VbePtr& vbInstance) {
   String name;
   Routine(u"mGlobals.SelectedVBComponentName", [&] {
-    if (const auto selected = Need(vbInstance).SelectedVBComponent()) name = selected->Name();
+    ResumeNext([&] {
+      if (const auto selected = Need(vbInstance).SelectedVBComponent()) name = selected->Name();
+    });
   });
   return name;
 }
@@ -116,9 +148,10 @@ String SelectedVBComponentName(const VbePtr& vbInstance) {
 bool CheckComponentName(const VbePtr& vbInstance, StringView name) {
   bool found = false;
   Routine(u"mGlobals.CheckComponentName", [&] {
-    if (const auto project = Need(vbInstance).ActiveVBProject()) {
-      found = FindComponent(*Need(project).VBComponents(), name) != nullptr;
-    }
+    ResumeNext([&] {
+      const auto project = Need(vbInstance).ActiveVBProject();
+      found = Need(Need(project).VBComponents()).Item(name) != nullptr;
+    });
   });
   return found;
 }

@@ -13,18 +13,20 @@ enum InsertMode : int { EndOfModule = 1, EndOfDeclarations = 2 };
 
 /// Puts `text` into the component of that name in the active project, made with `newComponentType`
 /// when there is none; the caret goes `caretOffset` lines below the first line. `reserved` is
-/// empty.
-void InsertTextActiveVbComponent(const std::shared_ptr<host::VBE>& vbe, StringView componentName,
+/// empty. True when it went through; false without text or project, and after an Abort.
+bool InsertTextActiveVbComponent(const std::shared_ptr<host::VBE>& vbe, StringView componentName,
                                  StringView text, int mode, StringView reserved,
                                  host::vbext_ComponentType newComponentType, int caretOffset);
 /// Component names of the active project, separated by "|"; mode 1 puts "All Modules" ahead, mode 2
 /// "New Module" behind.
 [[nodiscard]] String GetProjectComponent(const std::shared_ptr<host::VBE>& vbInstance, int mode);
-/// The same with the component types.
+/// Names of the active project's components of the type `mode`, separated by "|".
 [[nodiscard]] String GetProjectComponentType(const std::shared_ptr<host::VBE>& vbInstance,
                                              int mode);
-/// Name of the selected component, empty when there is none.
+/// Name of the selected component, empty when there is none. Passes over failures, as does the
+/// next one.
 [[nodiscard]] String SelectedVBComponentName(const std::shared_ptr<host::VBE>& vbInstance);
+/// True when the active project has a component of that name.
 [[nodiscard]] bool CheckComponentName(const std::shared_ptr<host::VBE>& vbInstance,
                                       StringView name);
 /// Text of a new GUID.

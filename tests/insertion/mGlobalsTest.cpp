@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
+#include "forms/User.h"
 #include "foundation/CErrorHandler.h"
 #include "support/Modules.h"
 
@@ -17,6 +20,19 @@ class Insertion : public testing::Test {
     InsertTextActiveVbComponent(world_.Environment.VBE(), component, text, mode, u"",
                                 vbext_ct_ClassModule, offset);
   }
+  /// The next call of that operation fails, and the report is answered with a button.
+  void FailOnce(const std::string& operation, StringView button) {
+    gErrorHandler = std::make_shared<CErrorHandler>();
+    gErrorHandler->SetErrorHandlerActions(ActionErrorDialog);
+    world_.Services.DesktopService.OnModal = [button](forms::Form& form) {
+      forms::user::Press(*form.Find(button));
+    };
+    world_.Environment.SetOperationHook([operation, done = false](std::string_view name) mutable {
+      if (name != operation || std::exchange(done, true)) return;
+      throw vb::Failure(7, u"no room");
+    });
+  }
+  ~Insertion() override { gErrorHandler.reset(); }
   test::World world_;
 };
 
@@ -51,13 +67,59 @@ TEST_F(Insertion, ListsComponents) {
   EXPECT_EQ(GetProjectComponent(vbe, 0), u"M|F");
   EXPECT_EQ(GetProjectComponent(vbe, 1), u"All Modules|M|F");
   EXPECT_EQ(GetProjectComponent(vbe, 2), u"M|F|New Module");
-  EXPECT_EQ(GetProjectComponentType(vbe, 0), u"1|5");
+  world_.Module(u"N", u"");
+  EXPECT_EQ(GetProjectComponentType(vbe, vbext_ct_StdModule), u"M|N");
+  EXPECT_EQ(GetProjectComponentType(vbe, vbext_ct_ClassModule), u"");
   EXPECT_TRUE(CheckComponentName(vbe, u"f"));
   EXPECT_FALSE(CheckComponentName(vbe, u"g"));
   world_.Environment.SelectComponent(u"M");
   EXPECT_EQ(SelectedVBComponentName(vbe), u"M");
   world_.Environment.SelectComponent(u"");
   EXPECT_EQ(SelectedVBComponentName(vbe), u"");
+}
+
+TEST_F(Insertion, OneBlankLineFollowsTextThatEndsInALineEnd) {
+  for (const StringView text : {u"Enum E\r\nEnd Enum\r\n", u"Enum E\r\nEnd Enum\r\n\r\n\r\n"}) {
+    world_.Module(u"M", u"Dim a\r\n\r\nSub A()\r\nEnd Sub");
+    Insert(u"M", text, EndOfDeclarations);
+    EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nEnum E\r\nEnd Enum\r\n\r\nSub A()\r\nEnd Sub");
+    world_.Environment.RemoveComponent(u"", u"M");
+    world_.Module(u"M", u"Dim a\r\nSub A()\r\nEnd Sub");
+    Insert(u"M", text, EndOfDeclarations);
+    EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nEnum E\r\nEnd Enum\r\n\r\nSub A()\r\nEnd Sub");
+    world_.Environment.RemoveComponent(u"", u"M");
+  }
+}
+
+TEST_F(Insertion, ABlankLineThatDidNotComeIsNotTakenAway) {
+  world_.Module(u"M", u"Dim a");
+  FailOnce("CodeModule.InsertLines", u"btnIgnore");
+  EXPECT_TRUE(InsertTextActiveVbComponent(world_.Environment.VBE(), u"M", u"Dim b", EndOfModule,
+                                          u"", vbext_ct_StdModule, 0));
+  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b");
+}
+
+TEST_F(Insertion, ARetriedDeletionLeavesNoBlankLineOnTop) {
+  world_.Module(u"M", u"Dim a");
+  FailOnce("CodeModule.DeleteLines", u"btnRetry");
+  Insert(u"M", u"Dim b", EndOfModule);
+  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b");
+}
+
+TEST_F(Insertion, AComponentWhoseNameIsRefusedAndGivenUpIsTakenOutAgain) {
+  world_.Module(u"M", u"");
+  FailOnce("VBComponent.Name", u"btnAbort");
+  EXPECT_FALSE(InsertTextActiveVbComponent(world_.Environment.VBE(), u"C", u"x", EndOfModule, u"",
+                                           vbext_ct_ClassModule, 0));
+  EXPECT_EQ(GetProjectComponent(world_.Environment.VBE(), 0), u"M");
+}
+
+TEST_F(Insertion, LookUpsPassOverFailures) {
+  world_.Module(u"M", u"");
+  FailOnce("VBE.SelectedVBComponent", u"btnAbort");
+  EXPECT_EQ(SelectedVBComponentName(world_.Environment.VBE()), u"");
+  FailOnce("VBE.ActiveVBProject", u"btnAbort");
+  EXPECT_FALSE(CheckComponentName(world_.Environment.VBE(), u"M"));
 }
 
 TEST_F(Insertion, HelpGoesToTheProgramsFile) {

@@ -11,6 +11,10 @@ struct FakeConnect : IConnect {
   [[nodiscard]] bool DialogOpen() const override { return Open; }
   void SetDialogOpen(bool value) override { Open = value; }
   void RefreshTreeExplorer(bool) override {}
+  void HideProcedureBuilder() override {}
+  void HidePropertyBuilder() override {}
+  void HideClassBuilder() override {}
+  void HideEnum() override {}
   void HideFormatText() override {}
   void HideInsertErrorHandlerCode() override {}
   void HideRemoveErrorHandlerCode() override {}
