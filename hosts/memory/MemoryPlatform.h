@@ -87,6 +87,8 @@ class ScriptedDesktop : public platform::Desktop {
   std::deque<std::optional<String>> Inputs;
   std::deque<std::vector<String>> Files;
   std::function<bool(forms::Font&)> OnFontDialog;
+  /// Told of every form that shows, ahead of OnModal.
+  std::function<void(forms::Form&)> OnShow;
   /// Called when a modal form shows. If the form still shows behind it, it is closed by its frame.
   std::function<void(forms::Form&)> OnModal;
   /// Called for every message box, before its answer is taken.

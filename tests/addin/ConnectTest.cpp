@@ -252,6 +252,130 @@ Remove Error Handler Code #110
 )");
 }
 
+/// Makes the n-th of the calls that come next fail, and counts all of them.
+struct FailingCall {
+  int Number, Calls = 0;
+  std::string Operation{};
+  void operator()(std::string_view operation) {
+    if (++Calls != Number) return;
+    Operation = operation;
+    throw vb::Failure(7, u"once");
+  }
+};
+
+/// The fixture with a user who answers every error dialog with one button.
+class AddInFailing : public AddIn {
+ protected:
+  /// Connects with the n-th host call failing once; what the call was.
+  FailingCall StartFailing(int number, StringView button) {
+    FailingCall failing{number};
+    world_.Environment.SetOperationHook([&](std::string_view operation) { failing(operation); });
+    world_.Services.DesktopService.OnModal = [button](forms::Form& form) {
+      forms::user::Press(*form.Find(button));
+    };
+    Start();
+    world_.Environment.SetOperationHook({});
+    return failing;
+  }
+  [[nodiscard]] std::string Place() const {
+    const auto bar = Bar();
+    return vb::ToUtf8(Dump(*bar->Controls(), u"")) + std::to_string(bar->Position()) +
+           std::to_string(bar->RowIndex()) + std::to_string(bar->Visible());
+  }
+};
+
+TEST_F(AddInFailing, RetryBehindAnyHostCallBuildsTheSameBar) {
+  Start();
+  const std::string whole = Place();
+  Stop();
+  const int calls = StartFailing(0, u"btnRetry").Calls;
+  Stop();
+  ASSERT_GT(calls, 300);
+  for (int number = 5; number <= calls; number += 11) {
+    const FailingCall failed = StartFailing(number, u"btnRetry");
+    // Where no dialog came, the call stood at resume-next or ended the start in a plain box.
+    if (!world_.Errors.Take().empty()) EXPECT_EQ(Place(), whole) << failed.Operation << number;
+    Stop();
+  }
+}
+
+TEST_F(AddInFailing, IgnoreLeavesOutTheStatementThatFailedAndNothingElse) {
+  int captions = 0;
+  world_.Environment.SetOperationHook([&](std::string_view operation) {
+    if (operation == "CommandBarControl.Caption" && ++captions == 9) throw vb::Failure(7, u"once");
+  });
+  world_.Services.DesktopService.OnModal = [](forms::Form& form) {
+    forms::user::Press(*form.Find(u"btnIgnore"));
+  };
+  Start();
+  EXPECT_EQ(world_.Errors.Take().size(), 1U);
+  const auto button = Bar()->Controls()->Item(9);
+  EXPECT_EQ(button->Caption(), u"");
+  EXPECT_EQ(dynamic_cast<model::CommandBarControl&>(*button).PictureNumber(), 111);
+  int shown = 0;
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    ++shown;
+    forms::user::Press(*form.Find(u"btmCancel"));
+  };
+  button->Execute();
+  EXPECT_EQ(shown, 1) << "it has its handler";
+}
+
+TEST_F(AddInFailing, AbortEndsTheButtonInHandAndTheBarGoesOn) {
+  int groups = 0;
+  world_.Environment.SetOperationHook([&](std::string_view operation) {
+    if (operation == "CommandBarControl.BeginGroup" && ++groups == 1) throw vb::Failure(7, u"once");
+  });
+  std::vector<String> stack;
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    stack = gErrorHandler->CallStack();
+    forms::user::Press(*form.Find(u"btnAbort"));
+  };
+  Start();
+  EXPECT_EQ(world_.Errors.Take().size(), 1U);
+  EXPECT_EQ(stack, (std::vector<String>{u"Tessel.Connect.AddMenuCommandBarButton",
+                                        u"Tessel.Connect.AddToAddInCommandBar"}));
+  EXPECT_EQ(Bar()->Controls()->Count(), 14);
+  EXPECT_EQ(Bar()->Controls()->Item(1)->Caption(), u"");
+  EXPECT_EQ(Bar()->Controls()->Item(2)->Caption(), u"Snippet Manager");
+}
+
+TEST_F(AddInFailing, LookingUpTheBarFailsInSilence) {
+  int calls = 0;
+  world_.Environment.SetOperationHook([&](std::string_view operation) {
+    if (operation == "VBE.CommandBars" && ++calls == 1) throw vb::Failure(7, u"once");
+  });
+  Start();
+  EXPECT_EQ(Bar()->Controls()->Count(), 14);
+}
+
+TEST_F(AddInFailing, ModifiersLosesNothingButTheStatementThatFailed) {
+  int calls = 0;
+  world_.Environment.SetOperationHook([&](std::string_view operation) {
+    // Twelve items of the menu come first; this is the first scheme.
+    if (operation == "CommandBarControl.OnAction" && ++calls == 13) throw vb::Failure(7, u"once");
+  });
+  Start();
+  const auto items = Item({u"Modifiers"})->Controls();
+  EXPECT_EQ(items->Count(), 10);
+  EXPECT_EQ(items->Item(1)->OnAction(), u"");
+  EXPECT_EQ(items->Item(2)->OnAction(), u"Clean Up and Exit, Numbered");
+}
+
+TEST_F(AddInFailing, TheBarGoesWithWhatCouldBeReadOfItsPlace) {
+  Start();
+  Bar()->SetLeft(70);
+  Bar()->SetRowIndex(3);
+  world_.Environment.SetOperationHook([](std::string_view operation) {
+    if (operation == "CommandBar.RowIndex") throw vb::Failure(7, u"no");
+  });
+  Stop();
+  world_.Environment.SetOperationHook({});
+  EXPECT_THROW(static_cast<void>(Bar()), vb::Failure);
+  EXPECT_EQ(Get(u"ToolBarRowIndex"), u"(none)");
+  EXPECT_EQ(Get(u"ToolBarLeft"), u"70");
+}
+
 TEST_F(AddIn, OfTwentyTwoSchemesTheLastGetsNoItem) {
   FillSchemes(22);
   Start();
@@ -316,6 +440,26 @@ TEST_F(AddIn, TheDialogClosedByItsFrameOpensAgain) {
   EXPECT_FALSE(connect_->DialogOpen());
   Click({u"Code Formatter"});
   EXPECT_EQ(shown, 2);
+}
+
+TEST_F(AddIn, TheHostMayDropTheRootUnderAnOpenDialog) {
+  Start();
+  const std::weak_ptr<Connect> root = connect_;
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    Stop();
+    EXPECT_FALSE(root.expired()) << "its routine still runs";
+    forms::user::Press(*form.Find(u"btmCancel"));
+    EXPECT_FALSE(form.IsLoaded());
+  };
+  Click({u"Code Formatter"});
+  EXPECT_TRUE(root.expired());
+}
+
+TEST_F(AddIn, ADialogThatCantBeShownLeavesTheToolsOpen) {
+  Start();
+  world_.Services.DesktopService.OnModal = [](forms::Form&) { throw vb::Failure(7, u"no screen"); };
+  Click({u"Code Formatter"});
+  EXPECT_FALSE(connect_->DialogOpen());
 }
 
 TEST_F(AddIn, AboutOpensBesideAnotherDialog) {
@@ -432,6 +576,7 @@ TEST_F(AddIn, AFailedHostCallAsksAndRetryGoesOn) {
     forms::user::Press(*form.Find(u"btnRetry"));
   };
   Click({u"Tessel", u"IF", u"If ... Then"});
+  EXPECT_EQ(world_.Errors.Take().size(), 1U);
   ASSERT_EQ(stack.size(), 2U);
   EXPECT_EQ(stack[0], u"Tessel.Connect.InsertTextInComponent");
   EXPECT_EQ(stack[1], u"Tessel.Connect.MenuComBarIf_Click");
@@ -443,7 +588,18 @@ TEST_F(AddIn, WithoutAProjectEveryToolDoesNothing) {
   world_.Environment.RemoveProject(u"Project1");
   Click({u"Tessel", u"IF", u"If ... Then"});
   Click({u"Modifiers", u"Skip"});
+  for (const StringView tool :
+       {u"Code Formatter", u"Insert Error Handler Code", u"Remove Error Handler Code"}) {
+    int shown = 0;
+    world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+      ++shown;
+      EXPECT_NE(form.Name(), u"frmErrorMessage");
+    };
+    Click({tool});
+    EXPECT_EQ(shown, 1) << vb::ToUtf8(tool);
+  }
   EXPECT_TRUE(world_.Services.DesktopService.Messages.empty());
+  EXPECT_TRUE(gErrorHandler->CallStack().empty());
 }
 
 }  // namespace
