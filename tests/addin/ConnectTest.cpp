@@ -294,7 +294,9 @@ TEST_F(AddInFailing, RetryBehindAnyHostCallBuildsTheSameBar) {
   for (int number = 5; number <= calls; number += 11) {
     const FailingCall failed = StartFailing(number, u"btnRetry");
     // Where no dialog came, the call stood at resume-next or ended the start in a plain box.
-    if (!world_.Errors.Take().empty()) EXPECT_EQ(Place(), whole) << failed.Operation << number;
+    if (!world_.Errors.Take().empty()) {
+      EXPECT_EQ(Place(), whole) << failed.Operation << number;
+    }
     Stop();
   }
 }

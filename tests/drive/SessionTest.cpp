@@ -2,7 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
 #include <sstream>
+
+#include "hosts/drive/Operations.h"
 
 #include "support/TemporaryFolder.h"
 
@@ -209,6 +215,45 @@ TEST_F(Drive, DisconnectClosesTheDialogThatIsOpen) {
   ASSERT_EQ(replies.size(), 7U);
   EXPECT_TRUE(replies[4]["front"].is_null());
   EXPECT_TRUE(replies[5]["ok"]);
+}
+
+TEST_F(Drive, TheReplyToDisconnectTellsOfNoBoxThatAnsweredItself) {
+  const auto replies = Play(Start + R"({"do":"fail-next","operation":"Window.Visible"}
+{"do":"disconnect"}
+{"do":"connect"}
+)");
+  ASSERT_EQ(replies.size(), 6U);
+  EXPECT_TRUE(replies[4]["ok"]);
+  EXPECT_TRUE(replies[4]["front"].is_null());
+  EXPECT_TRUE(replies[5]["ok"]);
+}
+
+TEST_F(Drive, AFailureStrikesTheNextReadingOfAPropertyByTheAddIn) {
+  const auto replies = Play(Start + R"({"do":"fail-next","operation":"CommandBar.Left"}
+{"do":"bars"}
+{"do":"disconnect"}
+{"do":"setting","section":"Settings","key":"ToolBarLeft"}
+{"do":"setting","section":"Settings","key":"ToolBarTop"}
+)");
+  ASSERT_EQ(replies.size(), 8U);
+  EXPECT_TRUE(replies[4]["ok"]) << "what is looked at from outside is no call of the add-in";
+  EXPECT_TRUE(replies[6]["value"].is_null());
+  EXPECT_EQ(replies[7]["value"], "0");
+}
+
+TEST(HostOperations, AreAllThatTheModelAsksTheHookFor) {
+  std::set<std::string> asked;
+  const std::regex operation(R"x((?:Hook\)|hook_\)|Read|Put)\(\s*"(\w+\.\w+)")x");
+  for (const auto& file : std::filesystem::directory_iterator(
+           std::filesystem::path(TESSEL_SOURCE_DIR) / "hosts" / "model")) {
+    std::ifstream in(file.path());
+    const std::string text{std::istreambuf_iterator<char>(in), {}};
+    for (std::sregex_iterator at(text.begin(), text.end(), operation), end; at != end; ++at) {
+      asked.insert((*at)[1]);
+    }
+  }
+  const auto listed = HostOperations();
+  EXPECT_EQ(asked, (std::set<std::string>(listed.begin(), listed.end())));
 }
 
 TEST_F(Drive, SettingsKeepTheirTypes) {

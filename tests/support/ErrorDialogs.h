@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "forms/Controls.h"
+#include "forms/Form.h"
 #include "hosts/memory/MemoryPlatform.h"
 
 namespace tessel::test {
