@@ -10,44 +10,66 @@ namespace {
 
 using VbePtr = std::shared_ptr<host::VBE>;
 
-std::shared_ptr<host::VBComponent> FindComponent(host::VBComponents& components, StringView name) {
-  for (int index = 1; index <= components.Count(); ++index) {
-    auto component = components.Item(index);
-    if (vb::SameText(Need(component).Name(), name)) return component;
+using ComponentsPtr = std::shared_ptr<host::VBComponents>;
+using ComponentPtr = std::shared_ptr<host::VBComponent>;
+
+ComponentPtr FindComponent(const Statements& run, const ComponentsPtr& components,
+                           StringView name) {
+  const int count = run([&] { return Need(components).Count(); });
+  for (int index = 1; index <= count; ++index) {
+    auto component = run([&] { return Need(components).Item(index); });
+    if (component && vb::SameText(run([&] { return component->Name(); }), name)) return component;
   }
   return nullptr;
 }
 
 /// A new component, named after `wanted` without its blanks unless another one has that name.
-std::shared_ptr<host::VBComponent> AddComponent(host::VBComponents& components, StringView wanted,
-                                                host::vbext_ComponentType type) {
-  auto component = components.Add(type);
+ComponentPtr AddComponent(const Statements& run, const ComponentsPtr& components, StringView wanted,
+                          host::vbext_ComponentType type) {
+  auto component = run([&] { return Need(components).Add(type); });
   const String name = vb::Replace(wanted, u" ", u"");
-  if (!name.empty() && !FindComponent(components, name)) Need(component).SetName(name);
+  if (component && !name.empty() && !FindComponent(run, components, name)) {
+    run([&] { component->SetName(name); });
+  }
   return component;
 }
 
 /// Shows the module's pane. The blank line that comes and goes makes the pane take its place.
-void ShowPane(host::CodeModule& module) {
-  module.CodePane()->Show();
-  module.CodePane()->Window()->SetVisible(true);
-  module.InsertLines(1, u" ");
-  module.DeleteLines(1, 1);
+void ShowPane(const Statements& run, const std::shared_ptr<host::CodeModule>& module) {
+  run([&] { Need(Need(module).CodePane()).Show(); });
+  run([&] { Need(Need(module).CodePane()).Window()->SetVisible(true); });
+  bool blank = false;
+  run([&] {
+    Need(module).InsertLines(1, u" ");
+    blank = true;
+  });
+  // Without the blank line the first line is the user's.
+  if (!blank) return;
+  const auto remove = [&] {
+    Need(module).DeleteLines(1, 1);
+    blank = false;
+  };
+  try {
+    run(remove);
+  } catch (const RoutineAborted&) {
+    ResumeNext(remove);  // no stray line on top of the user's module
+    throw;
+  }
+  if (blank) ResumeNext(remove);
 }
 
-/// What follows each component of the active project, each with a "|" behind it, one cut off at the
-/// end.
-template <class Text>
-String ListComponents(const VbePtr& vbInstance, int mode, Text&& text) {
-  String list;
-  const auto project = Need(vbInstance).ActiveVBProject();
-  if (!project) return list;
-  if (mode == 1) list += u"All Modules|";
-  const auto components = Need(project).VBComponents();
-  for (int index = 1; index <= Need(components).Count(); ++index) {
-    list += text(*Need(components).Item(index)) + u"|";
+/// Calls `visit` for each component of the active project.
+template <class Visit>
+void ForEachComponent(const Statements& run, host::VBProject& project, Visit&& visit) {
+  const auto components = run([&] { return project.VBComponents(); });
+  const int count = run([&] { return Need(components).Count(); });
+  for (int index = 1; index <= count; ++index) {
+    run([&] { visit(*Need(components).Item(index)); });
   }
-  if (mode == 2) list += u"New Module";
+}
+
+/// Names, each with a "|" behind it, without the last "|".
+String CutLast(String list) {
   if (!list.empty() && list.back() == u'|') list.pop_back();
   return list;
 }
@@ -67,13 +89,10 @@ void InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, St
     const auto project = run([&] { return Need(vbe).ActiveVBProject(); });
     if (!project) return;
     const auto components = run([&] { return Need(project).VBComponents(); });
-    auto component = run([&] { return FindComponent(Need(components), componentName); });
-    if (!component) {
-      component =
-          run([&] { return AddComponent(Need(components), componentName, newComponentType); });
-    }
+    auto component = FindComponent(run, components, componentName);
+    if (!component) component = AddComponent(run, components, componentName, newComponentType);
     const auto module = run([&] { return Need(component).CodeModule(); });
-    run([&] { ShowPane(Need(module)); });
+    ShowPane(run, module);
     const int line = run([&] {
       return (mode == EndOfDeclarations ? Need(module).CountOfDeclarationLines()
                                         : Need(module).CountOfLines()) +
@@ -81,44 +100,53 @@ void InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, St
     });
     run([&] { Need(module).InsertLines(line, text); });
     const int caret = line + caretOffset;
-    run([&] { Need(module).CodePane()->SetTopLine(std::max(1, caret)); });
-    run([&] { Need(module).CodePane()->SetSelection({caret, 1, caret, 1}); });
+    run([&] { Need(Need(module).CodePane()).SetTopLine(std::max(1, caret)); });
+    run([&] { Need(Need(module).CodePane()).SetSelection({caret, 1, caret, 1}); });
   });
 }
 
 String GetProjectComponent(const VbePtr& vbInstance, int mode) {
   String list;
-  Routine(u"mGlobals.GetProjectComponent", [&] {
-    list = ListComponents(vbInstance, mode,
-                          [](host::VBComponent& component) { return component.Name(); });
+  Routine(u"mGlobals.GetProjectComponent", [&](const Statements& run) {
+    list.clear();
+    const auto project = run([&] { return Need(vbInstance).ActiveVBProject(); });
+    if (!project) return;
+    if (mode == 1) list += u"All Modules|";
+    ForEachComponent(run, *project,
+                     [&](host::VBComponent& component) { list += component.Name() + u"|"; });
+    if (mode == 2) list += u"New Module";
+    list = CutLast(std::move(list));
   });
   return list;
 }
 
 String GetProjectComponentType(const VbePtr& vbInstance, int mode) {
   String list;
-  Routine(u"mGlobals.GetProjectComponentType", [&] {
-    list = ListComponents(vbInstance, mode, [](host::VBComponent& component) {
-      return vb::Str(static_cast<int>(component.Type()));
+  Routine(u"mGlobals.GetProjectComponentType", [&](const Statements& run) {
+    list.clear();
+    const auto project = run([&] { return Need(vbInstance).ActiveVBProject(); });
+    if (!project) return;
+    ForEachComponent(run, *project, [&](host::VBComponent& component) {
+      if (component.Type() == mode) list += component.Name() + u"|";
     });
+    list = CutLast(std::move(list));
   });
   return list;
 }
 
 String SelectedVBComponentName(const VbePtr& vbInstance) {
   String name;
-  Routine(u"mGlobals.SelectedVBComponentName", [&] {
-    if (const auto selected = Need(vbInstance).SelectedVBComponent()) name = selected->Name();
-  });
+  Routine(u"mGlobals.SelectedVBComponentName",
+          [&] { ResumeNext([&] { name = Need(Need(vbInstance).SelectedVBComponent()).Name(); }); });
   return name;
 }
 
 bool CheckComponentName(const VbePtr& vbInstance, StringView name) {
   bool found = false;
   Routine(u"mGlobals.CheckComponentName", [&] {
-    if (const auto project = Need(vbInstance).ActiveVBProject()) {
-      found = FindComponent(*Need(project).VBComponents(), name) != nullptr;
-    }
+    ResumeNext([&] {
+      found = Need(Need(vbInstance).ActiveVBProject()).VBComponents()->Item(name) != nullptr;
+    });
   });
   return found;
 }

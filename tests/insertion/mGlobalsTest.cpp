@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "forms/User.h"
 #include "foundation/CErrorHandler.h"
 #include "support/Modules.h"
 
@@ -51,13 +52,94 @@ TEST_F(Insertion, ListsComponents) {
   EXPECT_EQ(GetProjectComponent(vbe, 0), u"M|F");
   EXPECT_EQ(GetProjectComponent(vbe, 1), u"All Modules|M|F");
   EXPECT_EQ(GetProjectComponent(vbe, 2), u"M|F|New Module");
-  EXPECT_EQ(GetProjectComponentType(vbe, 0), u"1|5");
+  world_.Module(u"N", u"");
+  EXPECT_EQ(GetProjectComponentType(vbe, 0), u"");
+  EXPECT_EQ(GetProjectComponentType(vbe, 1), u"M|N");
+  EXPECT_EQ(GetProjectComponentType(vbe, 5), u"F");
   EXPECT_TRUE(CheckComponentName(vbe, u"f"));
   EXPECT_FALSE(CheckComponentName(vbe, u"g"));
   world_.Environment.SelectComponent(u"M");
   EXPECT_EQ(SelectedVBComponentName(vbe), u"M");
   world_.Environment.SelectComponent(u"");
   EXPECT_EQ(SelectedVBComponentName(vbe), u"");
+}
+
+TEST_F(Insertion, LooksUpNamesInSilence) {
+  gErrorHandler = std::make_shared<CErrorHandler>();
+  gErrorHandler->SetErrorHandlerActions(ActionErrorDialog);
+  const auto vbe = world_.Environment.VBE();
+  world_.Module(u"M", u"");
+  world_.Environment.SelectComponent(u"M");
+  world_.Environment.SetOperationHook([](std::string_view operation) {
+    if (operation == "VBE.SelectedVBComponent" || operation == "VBE.ActiveVBProject") {
+      throw vb::Failure(7, u"no");
+    }
+  });
+  EXPECT_EQ(SelectedVBComponentName(vbe), u"");
+  EXPECT_FALSE(CheckComponentName(vbe, u"M"));
+  EXPECT_TRUE(gErrorHandler->CallStack().empty());
+  gErrorHandler.reset();
+}
+
+/// The fixture with a failure service, whose dialog is always answered with one button.
+class FailingInsertion : public Insertion {
+ protected:
+  FailingInsertion() {
+    gErrorHandler = std::make_shared<CErrorHandler>();
+    gErrorHandler->SetErrorHandlerActions(ActionErrorDialog);
+    world_.Module(u"M", u"Dim a\r\nDim b");
+  }
+  ~FailingInsertion() override { gErrorHandler.reset(); }
+
+  /// Inserts "' new" with the n-th call of an operation failing, `times` in a row.
+  void InsertFailing(std::string_view operation, int number, StringView button, int times = 1) {
+    int calls = 0;
+    world_.Environment.SetOperationHook([&](std::string_view called) {
+      if (called != operation) return;
+      ++calls;
+      if (calls >= number && calls < number + times) throw vb::Failure(7, u"no");
+    });
+    world_.Services.DesktopService.OnModal = [button](forms::Form& form) {
+      forms::user::Press(*form.Find(button));
+    };
+    Insert(u"M", u"' new", EndOfModule);
+    world_.Environment.SetOperationHook({});
+    EXPECT_EQ(world_.Errors.Take().size(), 1U);
+  }
+};
+
+TEST_F(FailingInsertion, RetryLeavesNoStrayLine) {
+  for (const int number : {1, 2}) {
+    InsertFailing("CodeModule.InsertLines", number, u"btnRetry");
+    InsertFailing("CodeModule.DeleteLines", 1, u"btnRetry");
+    EXPECT_EQ(world_.Text(u"M").substr(0, 14), u"Dim a\r\nDim b\r\n") << number;
+  }
+  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b\r\n' new\r\n' new\r\n' new\r\n' new");
+}
+
+TEST_F(FailingInsertion, ABlankLineThatDidNotComeTakesNoLineAway) {
+  InsertFailing("CodeModule.InsertLines", 1, u"btnIgnore");
+  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b\r\n' new");
+}
+
+TEST_F(FailingInsertion, NeitherIgnoreNorAbortLeavesTheBlankLine) {
+  InsertFailing("CodeModule.DeleteLines", 1, u"btnIgnore");
+  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b\r\n' new");
+  InsertFailing("CodeModule.DeleteLines", 1, u"btnAbort");
+  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b\r\n' new");
+}
+
+TEST_F(FailingInsertion, OneNameThatCantBeReadLeavesOutItselfOnly) {
+  world_.Module(u"N", u"");
+  int calls = 0;
+  world_.Environment.SetOperationHook([&](std::string_view operation) {
+    if (operation == "VBComponent.Name" && ++calls == 1) throw vb::Failure(7, u"no");
+  });
+  world_.Services.DesktopService.OnModal = [](forms::Form& form) {
+    forms::user::Press(*form.Find(u"btnIgnore"));
+  };
+  EXPECT_EQ(GetProjectComponent(world_.Environment.VBE(), 2), u"N|New Module");
+  EXPECT_EQ(world_.Errors.Take().size(), 1U);
 }
 
 TEST_F(Insertion, HelpGoesToTheProgramsFile) {
