@@ -145,11 +145,12 @@ class MemoryIdentity : public platform::Identity {
 class MemoryApp : public platform::App {
  public:
   String Folder = u"/program";
+  String Executable = u"Tessel", Caption = u"Tessel";
   std::vector<String> EventLog;
   std::optional<int> Platform = std::nullopt;
   [[nodiscard]] String Path() override { return Folder; }
-  [[nodiscard]] String EXEName() override { return u"Tessel"; }
-  [[nodiscard]] String Title() override { return u"Tessel"; }
+  [[nodiscard]] String EXEName() override { return Executable; }
+  [[nodiscard]] String Title() override { return Caption; }
   [[nodiscard]] platform::Version ProgramVersion() override { return {}; }
   void LogEvent(StringView text, platform::LogEventType) override { EventLog.emplace_back(text); }
   [[nodiscard]] std::optional<int> PlatformId(int) override { return Platform; }

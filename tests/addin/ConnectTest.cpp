@@ -528,16 +528,52 @@ TEST_F(AddIn, AHeadOverThreeLinesPushesTheTemplateTwoLinesDown) {
       u"Sub A( _\r\n  x, _\r\n  y)\r\nz\r\n With object\r\n \r\n End With\r\n\r\nw\r\nEnd Sub");
 }
 
-TEST(TemplateTable, MarksItsPlaceholders) {
-  for (const TemplateRow& row : TemplateTable()) {
-    const String& line = row.Lines[static_cast<std::size_t>(row.LineOffset)];
-    const auto start = static_cast<std::size_t>(row.Column - 1);
-    EXPECT_LE(start, line.size()) << vb::ToUtf8(row.Handler);
-    if (row.Handler == u"MenuComBarIf_Click") {
-      EXPECT_EQ(line.substr(start, 9), u"Condition");
-    }
+struct Template {
+  StringView Popup, Caption;
+  StringView Text;  ///< lines separated by "|"
+  StringView Placeholder;
+};
+constexpr Template Templates[] = {
+    {u"IF", u"If ... Then", u"If Condition Then", u"Condition"},
+    {u"IF", u"If ... Then Else ... End If", u"If Condition Then||Else||End If", u"Condition"},
+    {u"IF", u"If ... Then ElseIF ... Then ... End If",
+     u"If Condition Then||ElseIf Condition Then||End If", u"Condition"},
+    {u"IF", u"If ... Then ElseIF ... Then ... Else ... End If",
+     u"If Condition Then||ElseIf Condition Then||Else||End If", u"Condition"},
+    {u"Select / With", u"Select Case ... End Select",
+     u"Select Case testexpression||Case ?||Case Else||End Select", u"testexpression"},
+    {u"Select / With", u"With ... End With", u"With object||End With", u"object"},
+    {u"For / Do", u"For ... Next", u"For counter = start_ To end_||Next", u"counter = start_"},
+    {u"For / Do", u"For Each {E} In ... Next", u"For Each element In||Next", u"element"},
+    {u"For / Do", u"Do ... Loop Until", u"Do|||Loop Until Condition", u"Condition"},
+    {u"For / Do", u"Do ... Loop While", u"Do|||Loop While Condition", u"Condition"},
+    {u"For / Do", u"Do While ... Loop", u"Do While Condition|||Loop", u"Condition"},
+    {u"For / Do", u"Do Until ... Loop", u"Do Until Condition|||Loop", u"Condition"},
+    {u"For / Do", u"Do ... Loop", u"Do|||Loop", u""},
+    {u"On Error", u"On Error Goto ...", u"On Error Goto Label", u"Label"},
+    {u"On Error", u"On Error GoTo 0", u"On Error GoTo 0", u"0"},
+    {u"On Error", u"On Error Resume Next", u"On Error Resume Next", u""}};
+
+TEST_F(AddIn, EveryTemplatePutsItsLinesAndSelectsItsPlaceholder) {
+  world_.Module(u"M", Code);
+  Start();
+  for (const Template& one : Templates) {
+    world_.Environment.SetText(u"M", Code);
+    world_.Caret(u"M", 3, 3);
+    Click({u"Tessel", one.Popup, one.Caption});
+    String lines;
+    for (const String& line : vb::Split(one.Text, u"|")) lines += u"   " + line + u"\r\n";
+    EXPECT_EQ(world_.Text(u"M"),
+              u"Option Explicit\r\nSub A()\r\n" + lines + u"    x = 1\r\nEnd Sub");
+    const host::Selection at = world_.Selection();
+    ASSERT_EQ(at.StartLine, at.EndLine);
+    const String line = world_.Environment.Component(u"M")->CodeModule()->Lines(at.StartLine, 1);
+    EXPECT_EQ(vb::Mid(line, static_cast<std::size_t>(at.StartColumn),
+                      static_cast<std::size_t>(at.EndColumn - at.StartColumn)),
+              one.Placeholder)
+        << vb::ToUtf8(one.Caption);
   }
-  EXPECT_EQ(TemplateTable().size(), 16U);
+  EXPECT_EQ(std::size(Templates), TemplateTable().size());
 }
 
 // Markers
