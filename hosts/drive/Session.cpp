@@ -17,10 +17,13 @@ struct Theme {
   const VerbTable& (*Verbs)();
   model::CallsOf::Caller Caller;
 };
-constexpr std::array Themes{
-    Theme{&LifeVerbs, model::CallsOf::AddIn}, Theme{&HostVerbs, model::CallsOf::Environment},
-    Theme{&BarVerbs, model::CallsOf::Environment}, Theme{&DialogVerbs, model::CallsOf::AddIn},
-    Theme{&SurroundingVerbs, model::CallsOf::AddIn}};
+constexpr std::array Themes{Theme{&LifeVerbs, model::CallsOf::AddIn},
+                            Theme{&HostVerbs, model::CallsOf::Environment},
+                            Theme{&ProjectVerbs, model::CallsOf::Environment},
+                            Theme{&ControlVerbs, model::CallsOf::Environment},
+                            Theme{&BarVerbs, model::CallsOf::Environment},
+                            Theme{&DialogVerbs, model::CallsOf::AddIn},
+                            Theme{&SurroundingVerbs, model::CallsOf::AddIn}};
 
 struct KnownVerb {
   drive::Verb Verb;

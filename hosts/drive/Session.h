@@ -95,6 +95,8 @@ using VerbTable = std::map<std::string, Verb, std::less<>>;
 
 // The verbs by theme; each table stands in the file of its name.
 [[nodiscard]] const VerbTable& HostVerbs();
+[[nodiscard]] const VerbTable& ProjectVerbs();
+[[nodiscard]] const VerbTable& ControlVerbs();
 [[nodiscard]] const VerbTable& BarVerbs();
 [[nodiscard]] const VerbTable& DialogVerbs();
 [[nodiscard]] const VerbTable& SurroundingVerbs();
