@@ -99,6 +99,14 @@ void Session::Disconnect() {
   connect->AddinInstance_OnDisconnection();
 }
 
+void Session::RunHandler(StringView handler) {
+  const auto connect = connect_;
+  if (!connect) Refuse("the add-in is not connected");
+  if (!connect->RunUnhooked(handler)) {
+    Refuse("there is no handler \"" + Utf8(handler) + "\" without a control");
+  }
+}
+
 void Session::FailNext(const std::string& operation, const vb::Failure& failure) {
   const auto known = HostOperations();
   if (std::find(known.begin(), known.end(), operation) == known.end()) {

@@ -74,6 +74,9 @@ class Session {
   /// No effect when it isn't connected.
   void Disconnect();
   [[nodiscard]] bool IsConnected() const { return connect_ != nullptr; }
+  /// Runs a handler of the add-in that no control is hooked to. Fails when it isn't connected or
+  /// has no such handler.
+  void RunHandler(StringView handler);
 
   /// The next call of that host operation fails so. Fails when no operation has that name.
   void FailNext(const std::string& operation, const vb::Failure& failure);

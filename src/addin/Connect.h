@@ -69,6 +69,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   /// Each line behind `indent` blanks, with CR LF.
   [[nodiscard]] static String ReturnInsertStr(const std::vector<String>& lines, int indent);
 
+  /// Runs one of the handlers that no control is hooked to; false when none has that name.
+  bool RunUnhooked(StringView handler);
   /// Enables or greys the commands, all but those that stay as they are.
   void EnableDisableCmd(bool enabled);
 

@@ -238,6 +238,16 @@ void Connect::HookUp(Control& control, const std::shared_ptr<host::CommandBarEve
   };
 }
 
+bool Connect::RunUnhooked(StringView handler) {
+  for (const UnhookedRow& row : UnhookedTable()) {
+    if (row.Handler != handler) continue;
+    const auto self = weak_from_this().lock();
+    Enter([&] { Run(HandlerName(handler), [&] { (this->*row.Runs)(); }); });
+    return true;
+  }
+  return false;
+}
+
 void Connect::AddToAddInCommandBarEvents() {
   Run(u"Connect.AddToAddInCommandBarEvents", [&](const Statements& run) {
     for (const SinkGroup group : {SinkGroup::BarButtons, SinkGroup::Schemes, SinkGroup::MenuItems,

@@ -298,6 +298,21 @@ TEST_F(Drive, TellsTheControlsOfADesigner) {
   EXPECT_EQ(replies[5]["error"], "\"M\" has no designer");
 }
 
+TEST_F(Drive, RunsAHandlerThatNoControlReaches) {
+  const auto replies = Play(R"({"do":"run","handler":"MenuFastEditErrorHandkerScheme_Click"}
+{"do":"connect"}
+{"do":"run","handler":"MenuFastFormatText_Click"}
+{"do":"run","handler":"MenuFastEditErrorHandkerScheme_Click"}
+{"do":"call-stack"}
+)");
+  ASSERT_EQ(replies.size(), 5U);
+  EXPECT_EQ(replies[0]["error"], "the add-in is not connected");
+  EXPECT_EQ(replies[2]["error"],
+            "there is no handler \"MenuFastFormatText_Click\" without a control");
+  EXPECT_EQ(replies[3]["front"]["form"], "frmErrorHandlerScheme");
+  EXPECT_EQ(replies[4]["call-stack"].back(), "Tessel.Connect.MenuFastEditErrorHandkerScheme_Click");
+}
+
 TEST_F(Drive, ClosesAProjectWithoutSavingIt) {
   const auto replies = Play(R"({"do":"new-project","name":"P"}
 {"do":"new-project","name":"Q"}
