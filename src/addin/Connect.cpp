@@ -28,14 +28,9 @@ Connect::Connect() = default;
 
 /// A dialog doesn't outlive the root that owns it.
 Connect::~Connect() {
-  const auto unload = [](const auto& form) {
-    if (form) Enter([&] { form->Unload(); });
-  };
-  unload(FormatText);
-  unload(About);
-  unload(EditErrorHandlerScheme);
-  unload(InsertErrorHandlerCode);
-  unload(RemoveErrorHandlerCode);
+  for (const auto& dialog : dialogs_) {
+    if (const auto form = dialog.lock()) Enter([&] { form->Unload(); });
+  }
 }
 
 void Connect::AddinInstance_OnConnection(const std::shared_ptr<host::VBE>& application) {

@@ -19,7 +19,10 @@ void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference) 
     if (dialogOpen_) return;
     dialogOpen_ = true;
     const SilentStatements silently;
-    if (!reference) reference = silently([] { return std::make_shared<Form>(); });
+    if (!reference) {
+      reference = silently([] { return std::make_shared<Form>(); });
+      dialogs_.push_back(reference);
+    }
     silently([&] { Need(reference).VBInstance = vbInstance_; });
     silently([&] { Need(reference).Connect = weak_from_this(); });
     if (ResumeNext([&] { Need(reference).Show(platform::ShowStyle::Modal); })) return;
