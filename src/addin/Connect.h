@@ -168,7 +168,7 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   std::shared_ptr<frmInsertErrorHandlerCode> InsertErrorHandlerCode;
   std::shared_ptr<frmRemoveErrorHandlerCode> RemoveErrorHandlerCode;
 
-  std::vector<std::weak_ptr<forms::Form>> dialogs_;  // every one that was made
+  std::vector<std::weak_ptr<forms::Form>> dialogs_;  // all that were made and live
 
   int returnOkCancel_ = 0;
   String itemAddedName_, itemAddedTag_, itemAddedText_;

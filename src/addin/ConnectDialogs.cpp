@@ -21,6 +21,7 @@ void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference) 
     const SilentStatements silently;
     if (!reference) {
       reference = silently([] { return std::make_shared<Form>(); });
+      std::erase_if(dialogs_, [](const auto& dialog) { return dialog.expired(); });
       dialogs_.push_back(reference);
     }
     silently([&] { Need(reference).VBInstance = vbInstance_; });
