@@ -564,7 +564,7 @@ TEST_F(AddIn, EveryTemplatePutsItsLinesAndSelectsItsPlaceholder) {
     String lines;
     for (const String& line : vb::Split(one.Text, u"|")) lines += u"   " + line + u"\r\n";
     EXPECT_EQ(world_.Text(u"M"),
-              u"Option Explicit\r\nSub A()\r\n" + lines + u"    x = 1\r\nEnd Sub");
+              u"Option Explicit\r\nSub A()\r\n" + lines + u"\r\n    x = 1\r\nEnd Sub");
     const host::Selection at = world_.Selection();
     ASSERT_EQ(at.StartLine, at.EndLine);
     const String line = world_.Environment.Component(u"M")->CodeModule()->Lines(at.StartLine, 1);

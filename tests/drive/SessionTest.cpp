@@ -94,6 +94,7 @@ TEST_F(Drive, DifferencesComeWithTheReplyBehindWhichTheRunIsOver) {
                       R"({"do":"press","control":"btmRun"})"
                       "\n"
                       R"({"do":"press","control":"btnRetry"})");
+  EXPECT_EQ(errors_.Take(), 1U);
   ASSERT_EQ(replies.size(), 7U);
   EXPECT_EQ(replies[5]["front"]["form"], "frmErrorMessage") << replies[5];
   EXPECT_FALSE(replies[5].contains("differences"));
