@@ -31,6 +31,7 @@ void Channel::Run() {
 }
 
 void Channel::WaitUntil(const std::function<bool()>& done) {
+  if (unwinding_) return;  // what would wait answers itself, and no reply tells of it
   if (pending_) {
     SendPending();
   } else if (flight_ != nullptr && !flight_->Answered) {

@@ -26,8 +26,8 @@ class Channel {
 
   /// Serves requests until the end of the input or `Close`.
   void Run();
-  /// Serves requests until `done`, the end of the input, or an unwinding. Called from inside a
-  /// handler.
+  /// Serves requests until `done`, the end of the input, or an unwinding; none during an
+  /// unwinding. Called from inside a handler.
   void WaitUntil(const std::function<bool()>& done);
 
   /// Gives the next reply, whichever request it answers, further fields.

@@ -1,5 +1,6 @@
-// connect, disconnect, quit.
+// The life of the add-in, and what of it no control reaches.
 
+#include "hosts/drive/Fields.h"
 #include "hosts/drive/Session.h"
 
 namespace tessel::drive {
@@ -7,6 +8,11 @@ namespace {
 
 Json Connect(Session& session, const Json&) {
   session.Connect();
+  return {};
+}
+
+Json RunHandler(Session& session, const Json& request) {
+  session.RunHandler(TextField(request, "handler"));
   return {};
 }
 
@@ -24,7 +30,8 @@ Json Quit(Session& session, const Json&) {
 }  // namespace
 
 const VerbTable& LifeVerbs() {
-  static const VerbTable table{{"connect", Connect}, {"disconnect", Disconnect}, {"quit", Quit}};
+  static const VerbTable table{
+      {"connect", Connect}, {"disconnect", Disconnect}, {"quit", Quit}, {"run", RunHandler}};
   return table;
 }
 

@@ -11,12 +11,29 @@
 namespace tessel::drive {
 namespace {
 
-constexpr std::array Tables{&LifeVerbs, &HostVerbs, &BarVerbs, &DialogVerbs, &SurroundingVerbs};
+/// Whose the host calls of a verb are: what a person does in the environment is none of the
+/// add-in's calls.
+struct Theme {
+  const VerbTable& (*Verbs)();
+  model::CallsOf::Caller Caller;
+};
+constexpr std::array Themes{Theme{&LifeVerbs, model::CallsOf::AddIn},
+                            Theme{&HostVerbs, model::CallsOf::Environment},
+                            Theme{&ProjectVerbs, model::CallsOf::Environment},
+                            Theme{&ControlVerbs, model::CallsOf::Environment},
+                            Theme{&BarVerbs, model::CallsOf::Environment},
+                            Theme{&DialogVerbs, model::CallsOf::AddIn},
+                            Theme{&SurroundingVerbs, model::CallsOf::AddIn}};
 
-Verb FindVerb(const std::string& name) {
-  for (const auto& table : Tables) {
-    const auto found = table().find(name);
-    if (found != table().end()) return found->second;
+struct KnownVerb {
+  drive::Verb Verb;
+  model::CallsOf::Caller Caller;
+};
+
+KnownVerb FindVerb(const std::string& name) {
+  for (const Theme& theme : Themes) {
+    const auto found = theme.Verbs().find(name);
+    if (found != theme.Verbs().end()) return {found->second, theme.Caller};
   }
   Refuse("unknown verb \"" + name + '"');
 }
@@ -63,8 +80,9 @@ Session::~Session() = default;
 
 Json Session::Carry(const Json& request) {
   if (!request.is_object()) Refuse("a request must be an object");
-  const Verb verb = FindVerb(Utf8(TextField(request, "do")));
-  Json reply = verb(*this, request);
+  const KnownVerb known = FindVerb(Utf8(TextField(request, "do")));
+  const auto calls = workspace_.WhoseCalls(known.Caller);
+  Json reply = known.Verb(*this, request);
   return reply.is_null() ? Json::object() : reply;
 }
 
@@ -79,6 +97,14 @@ void Session::Disconnect() {
   if (!connect_) return;
   const auto connect = std::exchange(connect_, nullptr);
   connect->AddinInstance_OnDisconnection();
+}
+
+void Session::RunHandler(StringView handler) {
+  const auto connect = connect_;
+  if (!connect) Refuse("the add-in is not connected");
+  if (!connect->RunUnhooked(handler)) {
+    Refuse("there is no handler \"" + Utf8(handler) + "\" without a control");
+  }
 }
 
 void Session::FailNext(const std::string& operation, const vb::Failure& failure) {

@@ -74,6 +74,9 @@ class Session {
   /// No effect when it isn't connected.
   void Disconnect();
   [[nodiscard]] bool IsConnected() const { return connect_ != nullptr; }
+  /// Runs a handler of the add-in that no control is hooked to. Fails when it isn't connected or
+  /// has no such handler.
+  void RunHandler(StringView handler);
 
   /// The next call of that host operation fails so. Fails when no operation has that name.
   void FailNext(const std::string& operation, const vb::Failure& failure);
@@ -95,6 +98,8 @@ using VerbTable = std::map<std::string, Verb, std::less<>>;
 
 // The verbs by theme; each table stands in the file of its name.
 [[nodiscard]] const VerbTable& HostVerbs();
+[[nodiscard]] const VerbTable& ProjectVerbs();
+[[nodiscard]] const VerbTable& ControlVerbs();
 [[nodiscard]] const VerbTable& BarVerbs();
 [[nodiscard]] const VerbTable& DialogVerbs();
 [[nodiscard]] const VerbTable& SurroundingVerbs();

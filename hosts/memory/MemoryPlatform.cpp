@@ -163,6 +163,7 @@ bool ScriptedDesktop::FontDialog(forms::Font& font, StringView) {
 
 void ScriptedDesktop::Show(forms::Form& form, platform::ShowStyle style) {
   Shown.push_back(&form);
+  if (OnShow) OnShow(form);
   if (style == platform::ShowStyle::Modeless) return;
   if (OnModal) OnModal(form);
   if (form.Visible()) form.CloseByFrame();

@@ -87,6 +87,8 @@ class ScriptedDesktop : public platform::Desktop {
   std::deque<std::optional<String>> Inputs;
   std::deque<std::vector<String>> Files;
   std::function<bool(forms::Font&)> OnFontDialog;
+  /// Told of every form that shows, ahead of OnModal.
+  std::function<void(forms::Form&)> OnShow;
   /// Called when a modal form shows. If the form still shows behind it, it is closed by its frame.
   std::function<void(forms::Form&)> OnModal;
   /// Called for every message box, before its answer is taken.
@@ -143,11 +145,12 @@ class MemoryIdentity : public platform::Identity {
 class MemoryApp : public platform::App {
  public:
   String Folder = u"/program";
+  String Executable = u"Tessel", Caption = u"Tessel";
   std::vector<String> EventLog;
   std::optional<int> Platform = std::nullopt;
   [[nodiscard]] String Path() override { return Folder; }
-  [[nodiscard]] String EXEName() override { return u"Tessel"; }
-  [[nodiscard]] String Title() override { return u"Tessel"; }
+  [[nodiscard]] String EXEName() override { return Executable; }
+  [[nodiscard]] String Title() override { return Caption; }
   [[nodiscard]] platform::Version ProgramVersion() override { return {}; }
   void LogEvent(StringView text, platform::LogEventType) override { EventLog.emplace_back(text); }
   [[nodiscard]] std::optional<int> PlatformId(int) override { return Platform; }

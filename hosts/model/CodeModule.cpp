@@ -40,8 +40,9 @@ std::shared_ptr<host::VBComponent> CodeModule::Parent() {
 }
 
 std::shared_ptr<host::VBE> CodeModule::VBE() {
+  (*hook_)("CodeModule.VBE");
   const auto component = component_.lock();
-  return component ? component->VBE() : nullptr;
+  return component ? component->Environment() : nullptr;
 }
 
 String CodeModule::Name() {

@@ -13,7 +13,7 @@ namespace {
 }
 
 /// Captions are the same without their access keys.
-String PlainCaption(StringView caption) { return vb::Replace(caption, u"&", u""); }
+String WithoutKeys(StringView caption) { return vb::Replace(caption, u"&", u""); }
 
 }  // namespace
 
@@ -34,7 +34,10 @@ void CommandBarControl::SetBeginGroup(bool value) {
   context_.Hook->Tell(&Observer::BarsChanged);
 }
 
-bool CommandBarControl::Enabled() { return enabled_ && (!IsUsable || IsUsable()); }
+bool CommandBarControl::Enabled() {
+  (*context_.Hook)("CommandBarControl.Enabled");
+  return enabled_ && (!IsUsable || IsUsable());
+}
 
 void CommandBarControl::SetEnabled(bool value) {
   (*context_.Hook)("CommandBarControl.Enabled");
@@ -56,6 +59,11 @@ String CommandBarControl::OnAction() {
 void CommandBarControl::SetOnAction(StringView text) {
   (*context_.Hook)("CommandBarControl.OnAction");
   onAction_ = text;
+}
+
+void CommandBarControl::SetStyle(int style) {
+  (*context_.Hook)("CommandBarControl.Style");
+  style_ = style;
 }
 
 void CommandBarControl::SetFaceId(int face) {
@@ -81,19 +89,27 @@ void CommandBarControl::Execute() {
   if (const auto command = Command; command && !cancelled) command();
 }
 
-std::shared_ptr<host::CommandBarControls> CommandBarControl::Controls() { return controls_; }
+std::shared_ptr<host::CommandBarControls> CommandBarControl::Controls() {
+  (*context_.Hook)("CommandBarControl.Controls");
+  return controls_;
+}
+
+int CommandBarControls::Count() {
+  (*context_.Hook)("CommandBarControls.Count");
+  return static_cast<int>(items_.size());
+}
 
 std::shared_ptr<host::CommandBarControl> CommandBarControls::Item(int index) {
   (*context_.Hook)("CommandBarControls.Item");
-  if (index < 1 || index > Count()) Missing(u"control", vb::Str(index));
+  if (index < 1 || index > static_cast<int>(items_.size())) Missing(u"control", vb::Str(index));
   return items_[static_cast<std::size_t>(index) - 1];
 }
 
 std::shared_ptr<host::CommandBarControl> CommandBarControls::Item(StringView caption) {
   (*context_.Hook)("CommandBarControls.Item");
-  const String wanted = PlainCaption(caption);
+  const String wanted = WithoutKeys(caption);
   for (const auto& item : items_) {
-    if (vb::SameText(PlainCaption(item->Caption()), wanted)) return item;
+    if (vb::SameText(WithoutKeys(item->PlainCaption()), wanted)) return item;
   }
   Missing(u"control", caption);
 }
@@ -101,8 +117,9 @@ std::shared_ptr<host::CommandBarControl> CommandBarControls::Item(StringView cap
 std::shared_ptr<host::CommandBarControl> CommandBarControls::Add(host::MsoControlType type,
                                                                  std::optional<int> before, bool) {
   (*context_.Hook)("CommandBarControls.Add");
-  const int place = before.value_or(Count() + 1);
-  if (place < 1 || place > Count() + 1) Missing(u"place", vb::Str(place));
+  const int end = static_cast<int>(items_.size()) + 1;
+  const int place = before.value_or(end);
+  if (place < 1 || place > end) Missing(u"place", vb::Str(place));
   auto control = std::make_shared<CommandBarControl>(context_, type);
   items_.insert(items_.begin() + (place - 1), control);
   context_.Hook->Tell(&Observer::BarsChanged);
@@ -141,16 +158,21 @@ void CommandBar::Delete() {
   owner_->Remove(this);
 }
 
+int CommandBars::Count() {
+  (*context_.Hook)("CommandBars.Count");
+  return static_cast<int>(bars_.size());
+}
+
 std::shared_ptr<host::CommandBar> CommandBars::Item(int index) {
   (*context_.Hook)("CommandBars.Item");
-  if (index < 1 || index > Count()) Missing(u"command bar", vb::Str(index));
+  if (index < 1 || index > static_cast<int>(bars_.size())) Missing(u"command bar", vb::Str(index));
   return bars_[static_cast<std::size_t>(index) - 1];
 }
 
 std::shared_ptr<host::CommandBar> CommandBars::Item(StringView name) {
   (*context_.Hook)("CommandBars.Item");
   for (const auto& bar : bars_) {
-    if (vb::SameText(bar->Name(), name)) return bar;
+    if (vb::SameText(bar->PlainName(), name)) return bar;
   }
   Missing(u"command bar", name);
 }
@@ -158,7 +180,7 @@ std::shared_ptr<host::CommandBar> CommandBars::Item(StringView name) {
 std::shared_ptr<host::CommandBar> CommandBars::Add(StringView name, int position, bool) {
   (*context_.Hook)("CommandBars.Add");
   for (const auto& bar : bars_) {
-    if (vb::SameText(bar->Name(), name)) {
+    if (vb::SameText(bar->PlainName(), name)) {
       throw vb::Failure(vb::InvalidCall,
                         u"There is a command bar \"" + String(name) + u"\" already", u"VBIDE");
     }

@@ -58,7 +58,10 @@ std::shared_ptr<host::Designer> VBComponent::Designer() {
   return designer_;
 }
 
-std::shared_ptr<host::VBE> VBComponent::VBE() { return Environment(); }
+std::shared_ptr<host::VBE> VBComponent::VBE() {
+  (*hook_)("VBComponent.VBE");
+  return Environment();
+}
 
 std::shared_ptr<host::Properties> VBComponent::Properties() {
   (*hook_)("VBComponent.Properties");
@@ -96,6 +99,9 @@ void VBComponent::SaveAs(StringView fileName) {
   storage_->SaveAs(*this, fileName);
 }
 
-String VBComponent::FileName() { return storage_ ? storage_->FileName() : String(); }
+String VBComponent::FileName() {
+  (*hook_)("VBComponent.FileName");
+  return storage_ ? storage_->FileName() : String();
+}
 
 }  // namespace tessel::model

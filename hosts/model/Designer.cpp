@@ -15,7 +15,10 @@ constexpr std::int32_t NotAName = 32813;
 class Property : public host::Property {
  public:
   Property(Hook hook, Properties::Entry entry) : hook_(std::move(hook)), entry_(std::move(entry)) {}
-  [[nodiscard]] String Name() override { return entry_.Name; }
+  [[nodiscard]] String Name() override {
+    (*hook_)("Property.Name");
+    return entry_.Name;
+  }
   [[nodiscard]] String Value() override {
     (*hook_)("Property.Value");
     return entry_.Get();
@@ -52,9 +55,14 @@ bool IsName(StringView text) {
          });
 }
 
+int Properties::Count() {
+  (*hook_)("Properties.Count");
+  return static_cast<int>(entries_.size());
+}
+
 std::shared_ptr<host::Property> Properties::Item(int index) {
   (*hook_)("Properties.Item");
-  if (index < 1 || index > Count()) Missing(u"property", vb::Str(index));
+  if (index < 1 || index > static_cast<int>(entries_.size())) Missing(u"property", vb::Str(index));
   return std::make_shared<Property>(hook_, entries_[static_cast<std::size_t>(index) - 1]);
 }
 
@@ -77,7 +85,11 @@ void AddBlockEntries(std::vector<Properties::Entry>& entries,
   }
 }
 
-String VBControl::ClassName() { return node_ == nullptr ? lastClass_ : node_->Class; }
+String VBControl::ClassName() {
+  (*hook_)("VBControl.ClassName");
+  const String& full = node_ == nullptr ? lastClass_ : node_->Class;
+  return full.substr(full.find(u'.') + 1);
+}
 
 String VBControl::ControlObjectName() {
   (*hook_)("VBControl.ControlObject");

@@ -96,7 +96,7 @@ class Properties : public host::Properties {
   };
   Properties(Hook hook, std::vector<Entry> entries)
       : hook_(std::move(hook)), entries_(std::move(entries)) {}
-  [[nodiscard]] int Count() override { return static_cast<int>(entries_.size()); }
+  [[nodiscard]] int Count() override;
   [[nodiscard]] std::shared_ptr<host::Property> Item(int index) override;
   [[nodiscard]] std::shared_ptr<host::Property> Item(StringView name) override;
 

@@ -244,4 +244,6 @@ void Environment::SetOperationHook(std::function<void(std::string_view)> hook) {
   vbe_->OwnHook()->Before = std::move(hook);
 }
 
+CallsOf Environment::WhoseCalls(CallsOf::Caller caller) const { return {*vbe_->OwnHook(), caller}; }
+
 }  // namespace tessel::model

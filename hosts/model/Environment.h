@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "host/VBE.h"
+#include "hosts/model/OperationHook.h"
 #include "platform/Platform.h"
 
 namespace tessel::model {
@@ -70,6 +71,9 @@ class Environment {
   /// Called ahead of every host operation with its name ("CodeModule.InsertLines"); what it throws
   /// is that call's failure.
   void SetOperationHook(std::function<void(std::string_view)> hook);
+  /// Whose the host calls of a scope are. The hook hears of the add-in's alone, which also those of
+  /// its event handlers are.
+  [[nodiscard]] CallsOf WhoseCalls(CallsOf::Caller caller) const;
 
  protected:
   static void SetModuleText(CodeModule& module, StringView text);

@@ -6,12 +6,14 @@
 
 #include "host/CommandBars.h"
 #include "host/Events.h"
+#include "hosts/model/OperationHook.h"
 
 namespace tessel::model {
 
 /// Holds sinks weakly: a sink hears events as long as somebody else holds it.
 class Events : public host::Events {
  public:
+  explicit Events(Hook hook = std::make_shared<OperationHook>()) : hook_(std::move(hook)) {}
   [[nodiscard]] std::shared_ptr<host::VBControlsEvents> VBControlsEvents() override;
   [[nodiscard]] std::shared_ptr<host::VBProjectsEvents> VBProjectsEvents() override;
   [[nodiscard]] std::shared_ptr<host::VBComponentsEvents> VBComponentsEvents() override;
@@ -35,6 +37,7 @@ class Events : public host::Events {
     std::weak_ptr<host::CommandBarEvents> Sink;
   };
 
+  Hook hook_;
   Sinks<host::VBControlsEvents> controls_;
   Sinks<host::VBProjectsEvents> projects_;
   Sinks<host::VBComponentsEvents> components_;

@@ -169,7 +169,10 @@ std::shared_ptr<host::VBComponent> VBComponents::Import(StringView fileName) {
   return component;
 }
 
-std::shared_ptr<host::VBE> VBComponents::VBE() { return project_->Environment(); }
+std::shared_ptr<host::VBE> VBComponents::VBE() {
+  (*hook_)("VBComponents.VBE");
+  return project_->Environment();
+}
 
 VBProject::VBProject(Hook hook, const std::shared_ptr<Vbe>& vbe, StringView name,
                      host::vbext_ProjectType type)
@@ -189,7 +192,10 @@ String VBProject::FileName() {
   return File;
 }
 
-std::shared_ptr<host::VBE> VBProject::VBE() { return vbe_.lock(); }
+std::shared_ptr<host::VBE> VBProject::VBE() {
+  (*hook_)("VBProject.VBE");
+  return vbe_.lock();
+}
 
 host::vbext_ProjectType VBProject::Type() {
   (*hook_)("VBProject.Type");

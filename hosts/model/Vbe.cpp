@@ -37,11 +37,19 @@ std::shared_ptr<VBProject> VBProjects::Find(StringView name) const {
   return nullptr;
 }
 
-std::shared_ptr<host::VBE> VBProjects::VBE() { return vbe_->shared_from_this(); }
+std::shared_ptr<host::VBE> VBProjects::VBE() {
+  (*hook_)("VBProjects.VBE");
+  return vbe_->shared_from_this();
+}
+
+std::shared_ptr<host::VBE> VBProjects::Parent() {
+  (*hook_)("VBProjects.Parent");
+  return vbe_->shared_from_this();
+}
 
 Vbe::Vbe(platform::Platform& services)
     : hook_(std::make_shared<OperationHook>()),
-      events_(std::make_shared<model::Events>()),
+      events_(std::make_shared<model::Events>(hook_)),
       windows_(std::make_shared<model::Windows>(hook_)),
       bars_(std::make_shared<model::CommandBars>(BarContext{hook_, &services, events_})),
       projects_(std::make_shared<model::VBProjects>(hook_, this)) {}

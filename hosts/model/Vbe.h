@@ -20,7 +20,7 @@ class VBProjects : public host::VBProjects {
   [[nodiscard]] std::shared_ptr<host::VBProject> Item(int index) override;
   [[nodiscard]] std::shared_ptr<host::VBProject> Item(StringView name) override;
   [[nodiscard]] std::shared_ptr<host::VBE> VBE() override;
-  [[nodiscard]] std::shared_ptr<host::VBE> Parent() override { return VBE(); }
+  [[nodiscard]] std::shared_ptr<host::VBE> Parent() override;
 
   [[nodiscard]] std::vector<std::shared_ptr<VBProject>>& All() { return items_; }
   [[nodiscard]] std::shared_ptr<VBProject> Find(StringView name) const;

@@ -17,6 +17,16 @@ void Window::SetVisible(bool value) {
   info_.Visible = value;
 }
 
+String Window::Caption() {
+  (*hook_)("Window.Caption");
+  return info_.Caption;
+}
+
+std::intptr_t Window::HWnd() {
+  (*hook_)("Window.HWnd");
+  return info_.Handle;
+}
+
 Windows::Windows(Hook hook) : hook_(std::move(hook)) {
   main_ = Create(u"wndclass_desked_gsk", u"Microsoft Visual Basic [design]");
   client_ = Create(u"MDIClient", u"");

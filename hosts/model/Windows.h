@@ -15,8 +15,8 @@ class Window : public host::Window {
   Window(Hook hook, std::intptr_t handle, StringView className, StringView caption);
   [[nodiscard]] bool Visible() override;
   void SetVisible(bool value) override;
-  [[nodiscard]] String Caption() override { return info_.Caption; }
-  [[nodiscard]] std::intptr_t HWnd() override { return info_.Handle; }
+  [[nodiscard]] String Caption() override;
+  [[nodiscard]] std::intptr_t HWnd() override;
   void SetCaption(StringView caption) { info_.Caption = caption; }
   [[nodiscard]] const WindowInfo& Info() const { return info_; }
 

@@ -51,6 +51,12 @@ std::span<const CommandRow> CommandTable() {
   return table;
 }
 
+std::span<const UnhookedRow> UnhookedTable() {
+  static constexpr std::array<UnhookedRow, 1> table{
+      {{u"MenuFastEditErrorHandkerScheme_Click", &Connect::ShowEditErrorHandlerScheme}}};
+  return table;
+}
+
 std::span<const StringView> TemplatePopups() {
   static constexpr std::array<StringView, 4> popups{If, SelectWith, ForDo, OnError};
   return popups;

@@ -29,6 +29,13 @@ struct CommandRow {
 };
 [[nodiscard]] std::span<const CommandRow> CommandTable();
 
+/// A handler that no control is hooked to: the command is present as code only.
+struct UnhookedRow {
+  StringView Handler;
+  Operation Runs;
+};
+[[nodiscard]] std::span<const UnhookedRow> UnhookedTable();
+
 /// A statement template: lines, and where its placeholder stands.
 struct TemplateRow {
   StringView Popup;  ///< the pop-up that it stands in

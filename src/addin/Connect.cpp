@@ -18,12 +18,6 @@ namespace {
 
 constexpr StringView Settings = u"Settings";
 
-/// The two routines of the life cycle report in a plain box: the failure service may not be there.
-void ShowPlainly(const vb::Failure& failure) {
-  platform::Platform& services = platform::Current();
-  services.Desktop().ShowMessage(failure.Description(), services.App().Title(), platform::OKOnly);
-}
-
 bool WindowIsWanted() {
   return gAppSettings && gAppSettings->GetText(Settings, u"ProjectExplorerWindow", u"0") == u"1";
 }
@@ -31,27 +25,35 @@ bool WindowIsWanted() {
 }  // namespace
 
 Connect::Connect() = default;
-Connect::~Connect() = default;
+
+/// A dialog doesn't outlive the root that owns it.
+Connect::~Connect() {
+  for (const auto& dialog : dialogs_) {
+    if (const auto form = dialog.lock()) Enter([&] { form->Unload(); });
+  }
+}
 
 void Connect::AddinInstance_OnConnection(const std::shared_ptr<host::VBE>& application) {
-  ResumeNext([&] {
-    gErrorHandler = std::make_shared<CErrorHandler>();
-    gErrorHandler->Init(ActionErrorDialog, u"Error Log.txt", true, false, 2, u"Tracing Log.txt");
+  const auto self = weak_from_this().lock();
+  const SilentStatements silently;
+  silently([] { gErrorHandler = std::make_shared<CErrorHandler>(); });
+  silently([] {
+    Need(gErrorHandler)
+        .Init(ActionErrorDialog, u"Error Log.txt", true, false, 2, u"Tracing Log.txt");
   });
-  ResumeNext([&] {
-    gAppSettings = std::make_shared<CAppSettings>();
-    gAppSettings->Init(u"Norvane", u"Tessel");
-  });
+  silently([] { gAppSettings = std::make_shared<CAppSettings>(); });
+  silently([] { Need(gAppSettings).Init(u"Norvane", u"Tessel"); });
   try {
     platform::Clock& clock = platform::Current().Clock();
     vbInstance_ = application;
     vbeVersion_ = vb::Val(Need(vbInstance_).Version());
-    const auto events = Need(vbInstance_).Events();
-    ctrFennickEvents_ = events->VBControlsEvents();
-    ctrVBProjectsEvents_ = events->VBProjectsEvents();
-    ctrVBProjectsEvents_->ItemAdded = [this](const auto&) { ctrVBProjectsEvents_ItemAdded(); };
-    ctrVBComponentsEvents_ = events->VBComponentsEvents();
-    ctrVBComponentsEvents_->ItemAdded = [this](const auto&) { ctrVBComponentsEvents_ItemAdded(); };
+    ctrFennickEvents_ = Need(vbInstance_).Events()->VBControlsEvents();
+    ctrVBProjectsEvents_ = Need(vbInstance_).Events()->VBProjectsEvents();
+    ctrVBProjectsEvents_->ItemAdded =
+        Entering<std::shared_ptr<host::VBProject>>(&Connect::ctrVBProjectsEvents_ItemAdded);
+    ctrVBComponentsEvents_ = Need(vbInstance_).Events()->VBComponentsEvents();
+    ctrVBComponentsEvents_->ItemAdded =
+        Entering<std::shared_ptr<host::VBComponent>>(&Connect::ctrVBComponentsEvents_ItemAdded);
     OpenDatabases();
     clock.DoEvents();
     AddToAddInCommandBar(u"Tessel");
@@ -107,13 +109,15 @@ void Connect::CreateExplorerWindow() {
 }
 
 void Connect::AddinInstance_OnStartupComplete() {
-  ResumeNext([&] {
-    if (gAppSettings->GetText(Settings, u"DisplayOnConnect", u"0") == u"1") ShowProjectExplorer();
-  });
+  const auto self = weak_from_this().lock();
+  const SilentStatements silently;
+  const String wanted =
+      silently([] { return Need(gAppSettings).GetText(Settings, u"DisplayOnConnect", u"0"); });
+  if (wanted == u"1") silently([&] { ShowProjectExplorer(); });
 }
 
 void Connect::ctrVBProjectsEvents_ItemAdded() {
-  Routine(u"Connect.ctrVBProjectsEvents_ItemAdded", [&] {
+  Run(u"Connect.ctrVBProjectsEvents_ItemAdded", [&] {
     if (!WindowIsWanted()) return;
     explorerOpenedByUser_ = true;
     ShowProjectExplorer();
@@ -122,20 +126,20 @@ void Connect::ctrVBProjectsEvents_ItemAdded() {
 }
 
 void Connect::ctrVBComponentsEvents_ItemAdded() {
-  Routine(u"Connect.ctrVBComponentsEvents_ItemAdded", [&] {
+  Run(u"Connect.ctrVBComponentsEvents_ItemAdded", [&] {
     if (WindowIsWanted() && !explorerOpenedByUser_) ShowProjectExplorer();
   });
 }
 
 void Connect::AddinInstance_OnDisconnection() {
+  const auto self = weak_from_this().lock();
   try {
-    ResumeNext([&] { RemoveBar(); });
+    RemoveBar();
     controls_.clear();
     vbInstance_.reset();
-    ResumeNext([&] {
-      if (!gConnectionMDBs) return;
+    if (gConnectionMDBs) {
       for (const auto& [name, connection] : *gConnectionMDBs) connection->mConnectMDB.reset();
-    });
+    }
     gConnectReestr.reset();
     gConnectionMDBs.reset();
     ctrFennickEvents_.reset();
@@ -148,18 +152,24 @@ void Connect::AddinInstance_OnDisconnection() {
   }
 }
 
-/// Keeps the bar's place and takes the bar away.
+/// Keeps the bar's place and takes the bar away, at resume-next: a value that can't be read is not
+/// kept, and the bar goes all the same.
 void Connect::RemoveBar() {
-  const auto bar = Need(vbInstance_).CommandBars()->Item(u"Tessel");
-  const auto save = [](StringView key, int value) {
-    ResumeNext([&] { gAppSettings->SaveSetting(Settings, key, vb::Str(value)); });
+  const SilentStatements silently;
+  const auto bar = silently([&] { return Need(vbInstance_).CommandBars()->Item(u"Tessel"); });
+  if (!bar) return;
+  const auto save = [&](StringView key, int (host::CommandBar::*value)()) {
+    silently([&] { Need(gAppSettings).SaveSetting(Settings, key, vb::Str(((*bar).*value)())); });
   };
-  save(u"ToolBarVisible", bar->Visible() ? 1 : 0);
-  save(u"ToolBarPosition", bar->Position());
-  save(u"ToolBarRowIndex", bar->RowIndex());
-  save(u"ToolBarLeft", bar->Left());
-  save(u"ToolBarTop", bar->Top());
-  bar->Delete();
+  silently([&] {
+    Need(gAppSettings)
+        .SaveSetting(Settings, u"ToolBarVisible", String(bar->Visible() ? u"1" : u"0"));
+  });
+  save(u"ToolBarPosition", &host::CommandBar::Position);
+  save(u"ToolBarRowIndex", &host::CommandBar::RowIndex);
+  save(u"ToolBarLeft", &host::CommandBar::Left);
+  save(u"ToolBarTop", &host::CommandBar::Top);
+  silently([&] { bar->Delete(); });
 }
 
 void Connect::SaveExplorerWindow() {

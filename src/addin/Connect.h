@@ -14,6 +14,7 @@
 #include "errorhandlers/frmInsertErrorHandlerCode.h"
 #include "errorhandlers/frmRemoveErrorHandlerCode.h"
 #include "formatter/frmFormatText.h"
+#include "foundation/Routine.h"
 #include "host/IConnect.h"
 #include "host/VBE.h"
 
@@ -21,7 +22,8 @@ namespace tessel {
 
 /// Owns the global services from connection to disconnection, the command bar and every dialog.
 /// Everything runs inside a call from the environment, a message or a timer tick, on one thread.
-class Connect : public IConnect {
+/// Made with std::make_shared: the environment may drop it in the middle of any of its routines.
+class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
  public:
   Connect();
   ~Connect() override;
@@ -82,6 +84,8 @@ class Connect : public IConnect {
   /// The bar's button for enums, which lets the Explorer follow at once.
   void MenuFastCreadeDeclareEnum_Click();
 
+  /// Runs one of the handlers that no control is hooked to; false when none has that name.
+  bool RunUnhooked(StringView handler);
   /// Enables or greys the commands, all but those that stay as they are.
   void EnableDisableCmd(bool enabled);
 
@@ -92,15 +96,50 @@ class Connect : public IConnect {
   }
 
  private:
+  /// The order in which the sinks of the bar are asked for.
+  enum class SinkGroup { BarButtons, Schemes, MenuItems, Statements, Help };
+
+  using ControlPtr = std::shared_ptr<host::CommandBarControl>;
+  using ControlsPtr = std::shared_ptr<host::CommandBarControls>;
+  /// Gets the control that was clicked. None: the control is greyed for good.
+  using ClickHandler = std::function<void(const ControlPtr&)>;
+
   /// A control of ours with the sink that makes it fire.
   struct Control {
-    std::shared_ptr<host::CommandBarControl> Button;
+    ControlPtr Button;
     std::shared_ptr<host::CommandBarEvents> Sink;
     StringView Routine;  ///< name of its handler
-    std::function<void()> OnClick;
-    bool Built = true;    ///< false: greyed for good
-    bool Follows = true;  ///< EnableDisableCmd reaches it
+    ClickHandler OnClick;
+    SinkGroup Group;
+    bool Follows;  ///< EnableDisableCmd reaches it
   };
+
+  /// What an item of a pop-up looks like and does.
+  struct MenuItem {
+    StringView Caption;
+    StringView OnAction;  ///< empty: left alone
+    int FaceId;
+    bool BeginGroup;
+    int ResId;
+    StringView Handler;
+    ClickHandler OnClick;
+    SinkGroup Group;
+    bool Follows;
+  };
+
+  /// Runs one of our routines; the root stays alive for the length of it.
+  template <class Body>
+  void Run(StringView routine, Body&& body) {
+    const auto self = weak_from_this().lock();
+    Routine(routine, std::forward<Body>(body));
+  }
+  /// A sink's handler: the door, and nothing once the root is gone.
+  template <class Event>
+  [[nodiscard]] auto Entering(void (Connect::*handler)()) {
+    return [weak = weak_from_this(), handler](const Event&) {
+      if (const auto self = weak.lock()) Enter([&] { ((*self).*handler)(); });
+    };
+  }
 
   void OpenDatabases();
   void CreateExplorerWindow();
@@ -111,19 +150,17 @@ class Connect : public IConnect {
 
   void AddToAddInCommandBar(StringView caption);
   void AddToAddInCommandBarEvents();
-  void PlaceBar(host::CommandBar& bar);
-  void AddMenuCommandBarButton(host::CommandBar& bar, const CommandRow& row);
-  void AddMenuCommandBarPopup(host::CommandBarControls& popup, const CommandRow& row);
-  void AddMenuCommandBarPopupUPRCommand(host::CommandBarControls& popup);
-  void AddMenuComBarCommand(host::CommandBarControls& popup, const TemplateRow& row);
+  void AddMenuCommandBarButton(const std::shared_ptr<host::CommandBar>& bar, const CommandRow& row);
+  void AddMenuCommandBarPopup(const ControlsPtr& popup, const MenuItem& item);
+  void AddMenuCommandBarPopupUPRCommand(const ControlsPtr& popup);
+  void AddMenuComBarCommand(const ControlsPtr& popup, const TemplateRow& row);
   void AddCommandBarDinamMenu(StringView caption);
-  void AddModifier(host::CommandBarControls& popup, StringView name, bool beginGroup,
-                   StringView handler);
-  void AddHelp(host::CommandBar& bar);
-  void SetPicture(host::CommandBarControl& control, int resId, int faceId);
-  Control& Keep(const std::shared_ptr<host::CommandBarControl>& button, StringView handler,
-                std::function<void()> onClick);
-  void RunOperation(Operation operation);
+  void AddHelp(const Statements& run, const std::shared_ptr<host::CommandBar>& bar);
+  template <class Step>
+  void AddItem(const Step& step, const ControlsPtr& popup, const MenuItem& item);
+  [[nodiscard]] ClickHandler Clicking(Operation operation);
+  void Keep(Control control);
+  void HookUp(Control& control, const std::shared_ptr<host::CommandBarEvents>& sink);
 
   template <class Form>
   void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference);
@@ -149,6 +186,8 @@ class Connect : public IConnect {
   std::shared_ptr<frmErrorHandlerScheme> EditErrorHandlerScheme;
   std::shared_ptr<frmInsertErrorHandlerCode> InsertErrorHandlerCode;
   std::shared_ptr<frmRemoveErrorHandlerCode> RemoveErrorHandlerCode;
+
+  std::vector<std::weak_ptr<forms::Form>> dialogs_;  // all that were made and live
 
   int returnOkCancel_ = 0;
   String itemAddedName_, itemAddedTag_, itemAddedText_;

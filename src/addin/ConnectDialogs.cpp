@@ -15,15 +15,21 @@ void DoEvents() { platform::Current().Clock().DoEvents(); }
 /// hidden. A second one does nothing and says nothing.
 template <class Form>
 void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference) {
-  Routine(routine, [&] {
+  Run(routine, [&] {
     if (dialogOpen_) return;
     dialogOpen_ = true;
-    ResumeNext([&] {
-      if (!reference) reference = std::make_shared<Form>();
-    });
-    ResumeNext([&] { reference->VBInstance = vbInstance_; });
-    ResumeNext([&] { reference->Connect = this; });
-    ResumeNext([&] { reference->Show(platform::ShowStyle::Modal); });
+    const SilentStatements silently;
+    if (!reference) {
+      reference = silently([] { return std::make_shared<Form>(); });
+      std::erase_if(dialogs_, [](const auto& dialog) { return dialog.expired(); });
+      dialogs_.push_back(reference);
+    }
+    silently([&] { Need(reference).VBInstance = vbInstance_; });
+    silently([&] { Need(reference).Connect = weak_from_this(); });
+    if (ResumeNext([&] { Need(reference).Show(platform::ShowStyle::Modal); })) return;
+    // A form that did not come up must not keep every tool shut.
+    silently([&] { Need(reference).Unload(); });
+    dialogOpen_ = false;
   });
 }
 
@@ -31,12 +37,19 @@ void Connect::ShowFormatText() { ShowGuarded(u"Connect.ShowFormatText", FormatTe
 
 template <class Form>
 void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh) {
-  Routine(routine, [&](const Statements& run) {
+  Run(routine, [&](const Statements& run) {
     const auto form = reference;  // this runs inside a handler of the form
     if (!form) return;
-    run([&] { form->Hide(); });
-    run([&] { form->Unload(); });
     reference.reset();
+    try {
+      run([&] { form->Hide(); });
+      run([&] { form->Unload(); });
+    } catch (const RoutineAborted&) {
+      // Half a closing would keep every tool shut.
+      ResumeNext([&] { form->Unload(); });
+      dialogOpen_ = false;
+      throw;
+    }
     if (refresh) RefreshTreeExplorer(false);
   });
 }
@@ -100,38 +113,35 @@ void Connect::HideRemoveErrorHandlerCode() {
 }
 
 void Connect::ShowAbout() {
-  Routine(u"Connect.ShowAbout", [&] {
-    ResumeNext(DoEvents);
-    ResumeNext([&] {
-      if (!About) About = std::make_shared<frmAbout>();
-      About->Show(platform::ShowStyle::Modal);
-    });
+  Run(u"Connect.ShowAbout", [&] {
+    const SilentStatements silently;
+    silently(DoEvents);
+    if (!About) About = silently([] { return std::make_shared<frmAbout>(); });
+    silently([&] { Need(About).Show(platform::ShowStyle::Modal); });
     About.reset();
   });
 }
 
 void Connect::ShowProjectExplorer() {
-  Routine(u"Connect.ShowProjectExplorer", [&] {
-    ResumeNext([&] {
-      if (explorerWindow_) explorerWindow_->SetVisible(true);
-    });
+  Run(u"Connect.ShowProjectExplorer", [&] {
+    const SilentStatements silently;
+    silently([&] { Need(explorerWindow_).SetVisible(true); });
   });
 }
 
 void Connect::HideProjectExplorer() {
-  Routine(u"Connect.HideProjectExplorer", [&] {
-    ResumeNext([&] {
-      if (explorerWindow_) explorerWindow_->SetVisible(false);
-    });
+  Run(u"Connect.HideProjectExplorer", [&] {
+    const SilentStatements silently;
+    silently([&] { Need(explorerWindow_).SetVisible(false); });
   });
 }
 
 void Connect::RefreshTreeExplorer(bool) {
-  Routine(u"Connect.RefreshTreeExplorer", [&] { DoEvents(); });
+  Run(u"Connect.RefreshTreeExplorer", [&] { DoEvents(); });
 }
 
 void Connect::SetWindowsFormFennick(bool value) {
-  Routine(u"Connect.WindowsFormFennick", [&] {
+  Run(u"Connect.WindowsFormFennick", [&] {
     windowsFormFennick_ = value;
     EnableDisableCmd(!value);
   });

@@ -92,7 +92,7 @@ void InsertTemplate(const Statements& run, host::CodePane& pane, const std::vect
 
 void Connect::InsertTextInComponent(const std::vector<String>& lines, int column, int lineOffset,
                                     int length) {
-  Routine(u"Connect.InsertTextInComponent", [&](const Statements& run) {
+  Run(u"Connect.InsertTextInComponent", [&](const Statements& run) {
     const auto project = run([&] { return Need(vbInstance_).ActiveVBProject(); });
     const auto pane =
         project ? run([&] { return Need(project).VBE()->ActiveCodePane(); }) : nullptr;
@@ -102,7 +102,7 @@ void Connect::InsertTextInComponent(const std::vector<String>& lines, int column
 }
 
 void Connect::InsertErrStrInComponent(StringView text) {
-  Routine(u"Connect.InsertErrStrInComponent", [&](const Statements& run) {
+  Run(u"Connect.InsertErrStrInComponent", [&](const Statements& run) {
     const auto projects = run([&] { return Need(vbInstance_).VBProjects(); });
     const auto project = run([&] { return Need(projects).VBE()->ActiveVBProject(); });
     const auto pane = run([&] { return Need(vbInstance_).ActiveCodePane(); });

@@ -13,7 +13,7 @@ namespace {
 constexpr std::uint32_t NotInitialized = 0x80044511, InvalidSettings = 0x80044512,
                         InvalidKeyName = 0x80044513, ComponentFailure = 0x80044514;
 constexpr ServiceClass Service{u"cConnectReestr", NotInitialized, ComponentFailure,
-                               u"cConnectReestr component failure"};
+                               u"cConnectReestr component failure", ServiceClass::Title};
 
 void Need(const std::shared_ptr<CAppSettings>& settings) {
   if (!settings) throw Service.Own(NotInitialized, u"Object not properly initialized");

@@ -1,5 +1,7 @@
 #include "foundation/Routine.h"
 
+#include "platform/Platform.h"
+
 namespace tessel {
 
 bool Statements::RetryAfterFailure() {
@@ -16,6 +18,26 @@ bool Statements::RetryAfterFailure() {
   }
   handler->CallStackClear();
   throw RoutineAborted{};
+}
+
+void ShowPlainly(const vb::Failure& failure) noexcept {
+  try {
+    platform::Platform& services = platform::Current();
+    services.Desktop().ShowMessage(failure.Description(), services.App().Title(), platform::OKOnly);
+  } catch (...) {
+    // Without a box there is no way left to tell it.
+  }
+}
+
+void Enter(const std::function<void()>& entry) noexcept {
+  try {
+    const Statements run;
+    run(entry);
+  } catch (const RoutineAborted&) {
+    // The user's answer: the entry ends here.
+  } catch (...) {
+    ShowPlainly(vb::CurrentFailure());
+  }
 }
 
 }  // namespace tessel

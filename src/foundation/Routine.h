@@ -2,6 +2,7 @@
 // statement of it that fails is retried, ignored, or ends it, as the failure service answers.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -43,6 +44,26 @@ class Statements {
   static bool RetryAfterFailure();
 };
 
+/// The statements of a stretch at resume-next: a failure of one is passed over in silence, its
+/// value is then a default one.
+class SilentStatements {
+ public:
+  template <class F>
+  std::invoke_result_t<F> operator()(F&& statement) const {
+    try {
+      return statement();
+    } catch (const RoutineAborted&) {
+      throw;
+    } catch (...) {
+      if constexpr (std::is_void_v<std::invoke_result_t<F>>) {
+        return;
+      } else {
+        return {};
+      }
+    }
+  }
+};
+
 namespace detail {
 /// Pushes a routine, and pops it at the normal end only.
 class StackEntry {
@@ -75,6 +96,14 @@ void Routine(StringView name, Body&& body) {
   }
   detail::StackEntry::Leave();
 }
+
+/// The one door through which a host, a user, a timer or a message enters the system; nothing is
+/// thrown out of it. A failure that no routine took is the failure service's, and where there is
+/// none, or it fails itself, it is told in a plain box.
+void Enter(const std::function<void()>& entry) noexcept;
+
+/// Tells a failure in a message box with one button, where the failure service can't be asked.
+void ShowPlainly(const vb::Failure& failure) noexcept;
 
 /// The object behind a reference; fails with 91 when there is none, as after a statement whose
 /// failure was ignored.

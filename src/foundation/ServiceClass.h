@@ -16,11 +16,13 @@ struct ServiceClass {
   StringView Name;            ///< behind the program's name and a point in the source
   std::uint32_t First, Last;  ///< its own numbers; the last is the general one
   StringView General;         ///< text of the general failure
+  /// The name of the program that its source begins with.
+  enum Program { EXEName, Title } NamedBy = EXEName;
 
   [[nodiscard]] String Source() const {
-    const String program =
-        platform::IsInstalled() ? platform::Current().App().EXEName() : String(u"Tessel");
-    return program + u"." + String(Name);
+    if (!platform::IsInstalled()) return u"Tessel." + String(Name);
+    platform::App& app = platform::Current().App();
+    return (NamedBy == Title ? app.Title() : app.EXEName()) + u"." + String(Name);
   }
   /// A failure of the class's own.
   [[nodiscard]] vb::Failure Own(std::uint32_t number, StringView text) const {

@@ -19,7 +19,7 @@ class ToolForm : public forms::Form {
   std::shared_ptr<host::VBE> VBInstance;
   /// Told when the form goes, so that other dialogs can open; null for one that another dialog
   /// opened.
-  IConnect* Connect = nullptr;
+  ConnectReference Connect;
 
  protected:
   using Form::Form;

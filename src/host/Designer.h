@@ -31,7 +31,7 @@ class Properties {
 class VBControl {
  public:
   virtual ~VBControl() = default;
-  /// Class of the control, e.g. "VB.CommandButton".
+  /// Class of the control without its library, e.g. "CommandButton".
   [[nodiscard]] virtual String ClassName() = 0;
   [[nodiscard]] virtual std::shared_ptr<host::Properties> Properties() = 0;
   /// Name of the live control.

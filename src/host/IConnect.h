@@ -1,6 +1,12 @@
 // What the dialogs see of Connect.
 #pragma once
 
+#include <cstddef>
+#include <memory>
+#include <utility>
+
+#include "vb/Failure.h"
+
 namespace tessel {
 
 class IConnect {
@@ -18,6 +24,28 @@ class IConnect {
   virtual void HideFormatText() = 0;
   virtual void HideInsertErrorHandlerCode() = 0;
   virtual void HideRemoveErrorHandlerCode() = 0;
+};
+
+/// A dialog's hold on the root, which doesn't keep it alive: the host may drop the root while the
+/// dialog stands. The root keeps itself for as long as a routine of it runs, and takes its dialogs
+/// along when it goes. Equal to null without a root, and once it is gone.
+class ConnectReference {
+ public:
+  ConnectReference() = default;
+  ConnectReference& operator=(std::weak_ptr<IConnect> root) {
+    root_ = std::move(root);
+    return *this;
+  }
+  [[nodiscard]] bool operator==(std::nullptr_t) const { return root_.expired(); }
+  /// The root, alive to the end of the expression; fails with 91 when there is none.
+  [[nodiscard]] std::shared_ptr<IConnect> operator->() const {
+    auto root = root_.lock();
+    if (!root) throw vb::RuntimeFailure(vb::ObjectNotSet);
+    return root;
+  }
+
+ private:
+  std::weak_ptr<IConnect> root_;
 };
 
 }  // namespace tessel

@@ -1,7 +1,6 @@
 #include "insertion/mGlobals.h"
 
 #include <algorithm>
-#include <vector>
 
 #include "foundation/Routine.h"
 #include "platform/Platform.h"
@@ -11,43 +10,57 @@ namespace {
 
 using VbePtr = std::shared_ptr<host::VBE>;
 
-std::shared_ptr<host::VBComponent> FindComponent(host::VBComponents& components, StringView name) {
-  for (int index = 1; index <= components.Count(); ++index) {
-    auto component = components.Item(index);
-    if (vb::SameText(Need(component).Name(), name)) return component;
+using ComponentsPtr = std::shared_ptr<host::VBComponents>;
+using ComponentPtr = std::shared_ptr<host::VBComponent>;
+
+ComponentPtr FindComponent(const Statements& run, const ComponentsPtr& components,
+                           StringView name) {
+  const int count = run([&] { return Need(components).Count(); });
+  for (int index = 1; index <= count; ++index) {
+    auto component = run([&] { return Need(components).Item(index); });
+    if (component && vb::SameText(run([&] { return component->Name(); }), name)) return component;
   }
   return nullptr;
 }
 
 /// A new component, named after `wanted` without its blanks unless another one has that name. One
 /// whose name was refused and given up is taken out again.
-std::shared_ptr<host::VBComponent> AddComponent(const Statements& run,
-                                                host::VBComponents& components, StringView wanted,
-                                                host::vbext_ComponentType type) {
-  const auto component = run([&] { return components.Add(type); });
+ComponentPtr AddComponent(const Statements& run, const ComponentsPtr& components, StringView wanted,
+                          host::vbext_ComponentType type) {
+  auto component = run([&] { return Need(components).Add(type); });
   const String name = vb::Replace(wanted, u" ", u"");
-  if (name.empty() || FindComponent(components, name)) return component;
+  if (!component || name.empty() || FindComponent(run, components, name)) return component;
   try {
-    run([&] { Need(component).SetName(name); });
+    run([&] { component->SetName(name); });
   } catch (...) {
-    ResumeNext([&] { components.Remove(component); });
+    ResumeNext([&] { Need(components).Remove(component); });
     throw;
   }
   return component;
 }
 
-/// Shows the module's pane. The blank line that comes and goes makes the pane take its place; only
-/// a line that came is taken away.
-void ShowPane(const Statements& run, host::CodeModule& module) {
-  const auto pane = run([&] { return module.CodePane(); });
-  run([&] { Need(pane).Show(); });
-  run([&] { Need(Need(pane).Window()).SetVisible(true); });
-  bool came = false;
+/// Shows the module's pane. The blank line that comes and goes makes the pane take its place.
+void ShowPane(const Statements& run, const std::shared_ptr<host::CodeModule>& module) {
+  run([&] { Need(Need(module).CodePane()).Show(); });
+  run([&] { Need(Need(module).CodePane()).Window()->SetVisible(true); });
+  bool blank = false;
   run([&] {
-    module.InsertLines(1, u" ");
-    came = true;
+    Need(module).InsertLines(1, u" ");
+    blank = true;
   });
-  if (came) run([&] { module.DeleteLines(1, 1); });
+  // Without the blank line the first line is the user's.
+  if (!blank) return;
+  const auto remove = [&] {
+    Need(module).DeleteLines(1, 1);
+    blank = false;
+  };
+  try {
+    run(remove);
+  } catch (const RoutineAborted&) {
+    ResumeNext(remove);  // no stray line on top of the user's module
+    throw;
+  }
+  if (blank) ResumeNext(remove);
 }
 
 /// `text` as it is to stand ahead of `line`: where it ends in a line end, exactly one blank line
@@ -60,23 +73,20 @@ StringView WithOneBlankLine(StringView text, host::CodeModule& module, int line)
   return follows ? plain : text.substr(0, plain.size() + vb::CrLf.size());
 }
 
-/// Names of the components of the active project that `wanted` takes, a "|" between them; empty
-/// without a project.
-template <class Wanted>
-String ListComponents(const VbePtr& vbInstance, StringView first, StringView last,
-                      Wanted&& wanted) {
-  const auto project = Need(vbInstance).ActiveVBProject();
-  if (!project) return {};
-  std::vector<String> names;
-  if (!first.empty()) names.emplace_back(first);
-  const auto components = project->VBComponents();
-  const int count = Need(components).Count();
+/// Calls `visit` for each component of the active project.
+template <class Visit>
+void ForEachComponent(const Statements& run, host::VBProject& project, Visit&& visit) {
+  const auto components = run([&] { return project.VBComponents(); });
+  const int count = run([&] { return Need(components).Count(); });
   for (int index = 1; index <= count; ++index) {
-    const auto component = components->Item(index);
-    if (wanted(Need(component))) names.push_back(component->Name());
+    run([&] { visit(*Need(components).Item(index)); });
   }
-  if (!last.empty()) names.emplace_back(last);
-  return vb::Join(names, u"|");
+}
+
+/// Names, each with a "|" behind it, without the last "|".
+String CutLast(String list) {
+  if (!list.empty() && list.back() == u'|') list.pop_back();
+  return list;
 }
 
 }  // namespace
@@ -95,12 +105,10 @@ bool InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, St
     const auto project = run([&] { return Need(vbe).ActiveVBProject(); });
     if (!project) return;
     const auto components = run([&] { return Need(project).VBComponents(); });
-    auto component = run([&] { return FindComponent(Need(components), componentName); });
-    if (!component) {
-      component = AddComponent(run, Need(components), componentName, newComponentType);
-    }
+    auto component = FindComponent(run, components, componentName);
+    if (!component) component = AddComponent(run, components, componentName, newComponentType);
     const auto module = run([&] { return Need(component).CodeModule(); });
-    ShowPane(run, Need(module));
+    ShowPane(run, module);
     const int line = run([&] {
       return (mode == EndOfDeclarations ? Need(module).CountOfDeclarationLines()
                                         : Need(module).CountOfLines()) +
@@ -108,8 +116,8 @@ bool InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, St
     });
     run([&] { Need(module).InsertLines(line, WithOneBlankLine(text, *module, line)); });
     const int caret = line + caretOffset;
-    run([&] { Need(module).CodePane()->SetTopLine(std::max(1, caret)); });
-    run([&] { Need(module).CodePane()->SetSelection({caret, 1, caret, 1}); });
+    run([&] { Need(Need(module).CodePane()).SetTopLine(std::max(1, caret)); });
+    run([&] { Need(Need(module).CodePane()).SetSelection({caret, 1, caret, 1}); });
     done = true;
   });
   return done;
@@ -117,31 +125,37 @@ bool InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, St
 
 String GetProjectComponent(const VbePtr& vbInstance, int mode) {
   String list;
-  Routine(u"mGlobals.GetProjectComponent", [&] {
-    list = ListComponents(vbInstance, mode == 1 ? StringView(u"All Modules") : StringView(),
-                          mode == 2 ? StringView(u"New Module") : StringView(),
-                          [](host::VBComponent&) { return true; });
+  Routine(u"mGlobals.GetProjectComponent", [&](const Statements& run) {
+    list.clear();
+    const auto project = run([&] { return Need(vbInstance).ActiveVBProject(); });
+    if (!project) return;
+    if (mode == 1) list += u"All Modules|";
+    ForEachComponent(run, *project,
+                     [&](host::VBComponent& component) { list += component.Name() + u"|"; });
+    if (mode == 2) list += u"New Module";
+    list = CutLast(std::move(list));
   });
   return list;
 }
 
 String GetProjectComponentType(const VbePtr& vbInstance, int mode) {
   String list;
-  Routine(u"mGlobals.GetProjectComponentType", [&] {
-    list = ListComponents(vbInstance, {}, {}, [mode](host::VBComponent& component) {
-      return component.Type() == mode;
+  Routine(u"mGlobals.GetProjectComponentType", [&](const Statements& run) {
+    list.clear();
+    const auto project = run([&] { return Need(vbInstance).ActiveVBProject(); });
+    if (!project) return;
+    ForEachComponent(run, *project, [&](host::VBComponent& component) {
+      if (component.Type() == mode) list += component.Name() + u"|";
     });
+    list = CutLast(std::move(list));
   });
   return list;
 }
 
 String SelectedVBComponentName(const VbePtr& vbInstance) {
   String name;
-  Routine(u"mGlobals.SelectedVBComponentName", [&] {
-    ResumeNext([&] {
-      if (const auto selected = Need(vbInstance).SelectedVBComponent()) name = selected->Name();
-    });
-  });
+  Routine(u"mGlobals.SelectedVBComponentName",
+          [&] { ResumeNext([&] { name = Need(Need(vbInstance).SelectedVBComponent()).Name(); }); });
   return name;
 }
 
@@ -149,8 +163,7 @@ bool CheckComponentName(const VbePtr& vbInstance, StringView name) {
   bool found = false;
   Routine(u"mGlobals.CheckComponentName", [&] {
     ResumeNext([&] {
-      const auto project = Need(vbInstance).ActiveVBProject();
-      found = Need(Need(project).VBComponents()).Item(name) != nullptr;
+      found = Need(Need(vbInstance).ActiveVBProject()).VBComponents()->Item(name) != nullptr;
     });
   });
   return found;

@@ -20,13 +20,12 @@ bool InsertTextActiveVbComponent(const std::shared_ptr<host::VBE>& vbe, StringVi
 /// Component names of the active project, separated by "|"; mode 1 puts "All Modules" ahead, mode 2
 /// "New Module" behind.
 [[nodiscard]] String GetProjectComponent(const std::shared_ptr<host::VBE>& vbInstance, int mode);
-/// Names of the active project's components of the type `mode`, separated by "|".
+/// Names of the components whose type is `mode`, separated by "|".
 [[nodiscard]] String GetProjectComponentType(const std::shared_ptr<host::VBE>& vbInstance,
                                              int mode);
-/// Name of the selected component, empty when there is none. Passes over failures, as does the
-/// next one.
+/// Name of the selected component, empty when there is none. A failure counts as none.
 [[nodiscard]] String SelectedVBComponentName(const std::shared_ptr<host::VBE>& vbInstance);
-/// True when the active project has a component of that name.
+/// True when the active project has a component of that name. A failure counts as none.
 [[nodiscard]] bool CheckComponentName(const std::shared_ptr<host::VBE>& vbInstance,
                                       StringView name);
 /// Text of a new GUID.

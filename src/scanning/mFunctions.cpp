@@ -26,10 +26,8 @@ struct Span {
 Span ReadSpan(host::CodeModule& module, StringView name, vbext_ProcKind kind) {
   Span span;
   if (!module.MayHaveProc(name, kind)) return span;
-  ResumeNext([&] {
-    span.Count = module.ProcCountLines(name, kind);
-    span.Start = module.ProcStartLine(name, kind);
-  });
+  ResumeNext([&] { span.Count = module.ProcCountLines(name, kind); });
+  ResumeNext([&] { span.Start = module.ProcStartLine(name, kind); });
   return span;
 }
 
@@ -37,10 +35,8 @@ Span ReadSpan(host::CodeModule& module, StringView name, vbext_ProcKind kind) {
 Span ReadSpanFromStart(host::CodeModule& module, StringView name, vbext_ProcKind kind) {
   Span span;
   if (!module.MayHaveProc(name, kind)) return span;
-  ResumeNext([&] {
-    span.Start = module.ProcStartLine(name, kind);
-    span.Count = module.ProcCountLines(name, kind);
-  });
+  ResumeNext([&] { span.Start = module.ProcStartLine(name, kind); });
+  ResumeNext([&] { span.Count = module.ProcCountLines(name, kind); });
   return span;
 }
 

@@ -71,21 +71,21 @@ bool ControlDigit(StringView value) { return value.empty() || vb::IsNumeric(valu
 
 void AddListInCombobox(forms::ComboBox& combo, const ComboList& list,
                        const std::optional<String>& defaultText) {
-  Routine(u"mFunctions.AddListInCombobox", [&] {
-    combo.Clear();
+  Routine(u"mFunctions.AddListInCombobox", [&](const Statements& run) {
+    run([&] { combo.Clear(); });
     if (const auto* text = std::get_if<String>(&list)) {
-      combo.AddItem(*text);
-      combo.SetListIndex(0);
+      run([&] { combo.AddItem(*text); });
+      run([&] { combo.SetListIndex(0); });
       return;
     }
     int selected = defaultText ? -1 : 0;
     for (const String& text : std::get<std::vector<String>>(list)) {
-      combo.AddItem(text);
+      run([&] { combo.AddItem(text); });
       if (defaultText && selected < 0 && vb::SameText(text, *defaultText)) {
         selected = static_cast<int>(combo.List().size()) - 1;
       }
     }
-    if (selected >= 0 && !combo.List().empty()) combo.SetListIndex(selected);
+    if (selected >= 0 && !combo.List().empty()) run([&] { combo.SetListIndex(selected); });
   });
 }
 

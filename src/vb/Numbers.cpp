@@ -1,10 +1,12 @@
 #include "vb/Numbers.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "vb/Failure.h"
 
@@ -51,6 +53,35 @@ class Cursor {
   StringView text_;
   std::size_t at_ = 0;
 };
+
+/// Whether a decimal text of digits, point and exponent lies above 1; asked for one that no double
+/// holds.
+bool IsLarge(std::string_view plain) {
+  const std::size_t mark = std::min(plain.find('e'), plain.size());
+  const std::string_view digits = plain.substr(0, mark);
+  const std::size_t point = std::min(digits.find('.'), digits.size());
+  const std::size_t first = std::min(digits.find_first_of("123456789"), digits.size());
+  const bool negative = plain.substr(mark).starts_with("e-");
+  std::size_t exponent = 0;
+  for (const char digit : plain.substr(mark)) {
+    if (digit >= '0' && digit <= '9' && exponent < digits.size() + 1000) {
+      exponent = exponent * 10 + static_cast<std::size_t>(digit - '0');
+    }
+  }
+  // Places that the first digit stands ahead of the point, by the text and by the exponent.
+  const auto places = static_cast<std::ptrdiff_t>(point) - static_cast<std::ptrdiff_t>(first);
+  return places + (negative ? -1 : 1) * static_cast<std::ptrdiff_t>(exponent) > 0;
+}
+
+/// A decimal text as the number that it is in every locale; nothing when it is too large.
+std::optional<double> ToDouble(std::string_view plain) {
+  double value = 0;
+  const auto [end, error] = std::from_chars(plain.data(), plain.data() + plain.size(), value);
+  if (error != std::errc::result_out_of_range) return value;
+  const bool negative = plain.starts_with('-');
+  if (IsLarge(plain.substr(negative ? 1 : 0))) return std::nullopt;
+  return negative ? -0.0 : 0.0;
+}
 
 /// &H and &O numbers with an optional closing "&"; up to 64 bits.
 std::optional<double> ReadRadix(Cursor& in) {
@@ -104,9 +135,7 @@ std::optional<double> ReadDecimal(Cursor& in) {
     if (!IsDigit(in.Peek())) return std::nullopt;
     for (; IsDigit(in.Peek()); in.Skip()) plain += static_cast<char>(in.Peek());
   }
-  const double value = std::strtod(plain.c_str(), nullptr);
-  if (!std::isfinite(value)) return std::nullopt;
-  return value;
+  return ToDouble(plain);
 }
 
 struct Marks {
@@ -215,9 +244,9 @@ double Val(StringView text) {
     for (; IsDigit(in.Peek()); in.Skip()) exponent += static_cast<char>(in.Peek());
     if (exponent.size() > head) plain += exponent;
   }
-  const double value = std::strtod(plain.c_str(), nullptr);
-  if (!std::isfinite(value)) throw RuntimeFailure(Overflow);
-  return value;
+  const std::optional<double> value = ToDouble(plain);
+  if (!value) throw RuntimeFailure(Overflow);
+  return *value;
 }
 
 std::int32_t CLng(StringView text) {

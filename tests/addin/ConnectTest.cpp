@@ -236,20 +236,146 @@ Remove Error Handler Code #110
     On Error GoTo 0
     On Error Resume Next
 |Modifiers
-  Clean Up and Exit (Clean Up and Exit)
-  Clean Up and Exit, Numbered (Clean Up and Exit, Numbered)
-  Log to File (Log to File)
-  Log to File, Unnumbered (Log to File, Unnumbered)
   Message Box (Message Box)
   Message Box, Unnumbered (Message Box, Unnumbered)
   Raise to Caller (Raise to Caller)
   Raise to Caller, Numbered (Raise to Caller, Numbered)
+  Log to File (Log to File)
+  Log to File, Unnumbered (Log to File, Unnumbered)
+  Clean Up and Exit (Clean Up and Exit)
+  Clean Up and Exit, Numbered (Clean Up and Exit, Numbered)
   |Skip (Skip)
   |Edit Error Handler Scheme @3049 (Edit Error Handler Scheme)
 |Help
   Help @984
   About @201
 )");
+}
+
+/// Makes the n-th of the calls that come next fail, and counts all of them.
+struct FailingCall {
+  int Number, Calls = 0;
+  std::string Operation{};
+  void operator()(std::string_view operation) {
+    if (++Calls != Number) return;
+    Operation = operation;
+    throw vb::Failure(7, u"once");
+  }
+};
+
+/// The fixture with a user who answers every error dialog with one button.
+class AddInFailing : public AddIn {
+ protected:
+  /// Connects with the n-th host call failing once; what the call was.
+  FailingCall StartFailing(int number, StringView button) {
+    FailingCall failing{number};
+    world_.Environment.SetOperationHook([&](std::string_view operation) { failing(operation); });
+    world_.Services.DesktopService.OnModal = [button](forms::Form& form) {
+      forms::user::Press(*form.Find(button));
+    };
+    Start();
+    world_.Environment.SetOperationHook({});
+    return failing;
+  }
+  [[nodiscard]] std::string Place() const {
+    const auto bar = Bar();
+    return vb::ToUtf8(Dump(*bar->Controls(), u"")) + std::to_string(bar->Position()) +
+           std::to_string(bar->RowIndex()) + std::to_string(bar->Visible());
+  }
+};
+
+TEST_F(AddInFailing, RetryBehindAnyHostCallBuildsTheSameBar) {
+  Start();
+  const std::string whole = Place();
+  Stop();
+  const int calls = StartFailing(0, u"btnRetry").Calls;
+  Stop();
+  ASSERT_GT(calls, 300);
+  for (int number = 5; number <= calls; number += 11) {
+    const FailingCall failed = StartFailing(number, u"btnRetry");
+    // Where no dialog came, the call stood at resume-next or ended the start in a plain box.
+    if (!world_.Errors.Take().empty()) {
+      EXPECT_EQ(Place(), whole) << failed.Operation << number;
+    }
+    Stop();
+  }
+}
+
+TEST_F(AddInFailing, IgnoreLeavesOutTheStatementThatFailedAndNothingElse) {
+  int captions = 0;
+  world_.Environment.SetOperationHook([&](std::string_view operation) {
+    if (operation == "CommandBarControl.Caption" && ++captions == 9) throw vb::Failure(7, u"once");
+  });
+  world_.Services.DesktopService.OnModal = [](forms::Form& form) {
+    forms::user::Press(*form.Find(u"btnIgnore"));
+  };
+  Start();
+  EXPECT_EQ(world_.Errors.Take().size(), 1U);
+  const auto button = Bar()->Controls()->Item(9);
+  EXPECT_EQ(button->Caption(), u"");
+  EXPECT_EQ(dynamic_cast<model::CommandBarControl&>(*button).PictureNumber(), 111);
+  int shown = 0;
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    ++shown;
+    forms::user::Press(*form.Find(u"btmCancel"));
+  };
+  button->Execute();
+  EXPECT_EQ(shown, 1) << "it has its handler";
+}
+
+TEST_F(AddInFailing, AbortEndsTheButtonInHandAndTheBarGoesOn) {
+  int groups = 0;
+  world_.Environment.SetOperationHook([&](std::string_view operation) {
+    if (operation == "CommandBarControl.BeginGroup" && ++groups == 1) throw vb::Failure(7, u"once");
+  });
+  std::vector<String> stack;
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    stack = gErrorHandler->CallStack();
+    forms::user::Press(*form.Find(u"btnAbort"));
+  };
+  Start();
+  EXPECT_EQ(world_.Errors.Take().size(), 1U);
+  EXPECT_EQ(stack, (std::vector<String>{u"Tessel.Connect.AddMenuCommandBarButton",
+                                        u"Tessel.Connect.AddToAddInCommandBar"}));
+  EXPECT_EQ(Bar()->Controls()->Count(), 14);
+  EXPECT_EQ(Bar()->Controls()->Item(1)->Caption(), u"");
+  EXPECT_EQ(Bar()->Controls()->Item(2)->Caption(), u"Snippet Manager");
+}
+
+TEST_F(AddInFailing, LookingUpTheBarFailsInSilence) {
+  int calls = 0;
+  world_.Environment.SetOperationHook([&](std::string_view operation) {
+    if (operation == "VBE.CommandBars" && ++calls == 1) throw vb::Failure(7, u"once");
+  });
+  Start();
+  EXPECT_EQ(Bar()->Controls()->Count(), 14);
+}
+
+TEST_F(AddInFailing, ModifiersLosesNothingButTheStatementThatFailed) {
+  int calls = 0;
+  world_.Environment.SetOperationHook([&](std::string_view operation) {
+    // Twelve items of the menu come first; this is the first scheme.
+    if (operation == "CommandBarControl.OnAction" && ++calls == 13) throw vb::Failure(7, u"once");
+  });
+  Start();
+  const auto items = Item({u"Modifiers"})->Controls();
+  EXPECT_EQ(items->Count(), 10);
+  EXPECT_EQ(items->Item(1)->OnAction(), u"");
+  EXPECT_EQ(items->Item(2)->OnAction(), u"Message Box, Unnumbered");
+}
+
+TEST_F(AddInFailing, TheBarGoesWithWhatCouldBeReadOfItsPlace) {
+  Start();
+  Bar()->SetLeft(70);
+  Bar()->SetRowIndex(3);
+  world_.Environment.SetOperationHook([](std::string_view operation) {
+    if (operation == "CommandBar.RowIndex") throw vb::Failure(7, u"no");
+  });
+  Stop();
+  world_.Environment.SetOperationHook({});
+  EXPECT_THROW(static_cast<void>(Bar()), vb::Failure);
+  EXPECT_EQ(Get(u"ToolBarRowIndex"), u"(none)");
+  EXPECT_EQ(Get(u"ToolBarLeft"), u"70");
 }
 
 TEST_F(AddIn, OfTwentyTwoSchemesTheLastGetsNoItem) {
@@ -318,6 +444,26 @@ TEST_F(AddIn, TheDialogClosedByItsFrameOpensAgain) {
   EXPECT_EQ(shown, 2);
 }
 
+TEST_F(AddIn, TheHostMayDropTheRootUnderAnOpenDialog) {
+  Start();
+  const std::weak_ptr<Connect> root = connect_;
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    Stop();
+    EXPECT_FALSE(root.expired()) << "its routine still runs";
+    forms::user::Press(*form.Find(u"btmCancel"));
+    EXPECT_FALSE(form.IsLoaded());
+  };
+  Click({u"Code Formatter"});
+  EXPECT_TRUE(root.expired());
+}
+
+TEST_F(AddIn, ADialogThatCantBeShownLeavesTheToolsOpen) {
+  Start();
+  world_.Services.DesktopService.OnModal = [](forms::Form&) { throw vb::Failure(7, u"no screen"); };
+  Click({u"Code Formatter"});
+  EXPECT_FALSE(connect_->DialogOpen());
+}
+
 TEST_F(AddIn, AboutOpensBesideAnotherDialog) {
   Start();
   std::vector<String> shown;
@@ -382,16 +528,52 @@ TEST_F(AddIn, AHeadOverThreeLinesPushesTheTemplateTwoLinesDown) {
       u"Sub A( _\r\n  x, _\r\n  y)\r\nz\r\n With object\r\n \r\n End With\r\n\r\nw\r\nEnd Sub");
 }
 
-TEST(TemplateTable, MarksItsPlaceholders) {
-  for (const TemplateRow& row : TemplateTable()) {
-    const String& line = row.Lines[static_cast<std::size_t>(row.LineOffset)];
-    const auto start = static_cast<std::size_t>(row.Column - 1);
-    EXPECT_LE(start, line.size()) << vb::ToUtf8(row.Handler);
-    if (row.Handler == u"MenuComBarIf_Click") {
-      EXPECT_EQ(line.substr(start, 9), u"Condition");
-    }
+struct Template {
+  StringView Popup, Caption;
+  StringView Text;  ///< lines separated by "|"
+  StringView Placeholder;
+};
+constexpr Template Templates[] = {
+    {u"IF", u"If ... Then", u"If Condition Then", u"Condition"},
+    {u"IF", u"If ... Then Else ... End If", u"If Condition Then||Else||End If", u"Condition"},
+    {u"IF", u"If ... Then ElseIF ... Then ... End If",
+     u"If Condition Then||ElseIf Condition Then||End If", u"Condition"},
+    {u"IF", u"If ... Then ElseIF ... Then ... Else ... End If",
+     u"If Condition Then||ElseIf Condition Then||Else||End If", u"Condition"},
+    {u"Select / With", u"Select Case ... End Select",
+     u"Select Case testexpression||Case ?||Case Else||End Select", u"testexpression"},
+    {u"Select / With", u"With ... End With", u"With object||End With", u"object"},
+    {u"For / Do", u"For ... Next", u"For counter = start_ To end_||Next", u"counter = start_"},
+    {u"For / Do", u"For Each {E} In ... Next", u"For Each element In||Next", u"element"},
+    {u"For / Do", u"Do ... Loop Until", u"Do|||Loop Until Condition", u"Condition"},
+    {u"For / Do", u"Do ... Loop While", u"Do|||Loop While Condition", u"Condition"},
+    {u"For / Do", u"Do While ... Loop", u"Do While Condition|||Loop", u"Condition"},
+    {u"For / Do", u"Do Until ... Loop", u"Do Until Condition|||Loop", u"Condition"},
+    {u"For / Do", u"Do ... Loop", u"Do|||Loop", u""},
+    {u"On Error", u"On Error Goto ...", u"On Error Goto Label", u"Label"},
+    {u"On Error", u"On Error GoTo 0", u"On Error GoTo 0", u"0"},
+    {u"On Error", u"On Error Resume Next", u"On Error Resume Next", u""}};
+
+TEST_F(AddIn, EveryTemplatePutsItsLinesAndSelectsItsPlaceholder) {
+  world_.Module(u"M", Code);
+  Start();
+  for (const Template& one : Templates) {
+    world_.Environment.SetText(u"M", Code);
+    world_.Caret(u"M", 3, 3);
+    Click({u"Tessel", one.Popup, one.Caption});
+    String lines;
+    for (const String& line : vb::Split(one.Text, u"|")) lines += u"   " + line + u"\r\n";
+    EXPECT_EQ(world_.Text(u"M"),
+              u"Option Explicit\r\nSub A()\r\n" + lines + u"\r\n    x = 1\r\nEnd Sub");
+    const host::Selection at = world_.Selection();
+    ASSERT_EQ(at.StartLine, at.EndLine);
+    const String line = world_.Environment.Component(u"M")->CodeModule()->Lines(at.StartLine, 1);
+    EXPECT_EQ(vb::Mid(line, static_cast<std::size_t>(at.StartColumn),
+                      static_cast<std::size_t>(at.EndColumn - at.StartColumn)),
+              one.Placeholder)
+        << vb::ToUtf8(one.Caption);
   }
-  EXPECT_EQ(TemplateTable().size(), 16U);
+  EXPECT_EQ(std::size(Templates), TemplateTable().size());
 }
 
 // Markers
@@ -432,6 +614,7 @@ TEST_F(AddIn, AFailedHostCallAsksAndRetryGoesOn) {
     forms::user::Press(*form.Find(u"btnRetry"));
   };
   Click({u"Tessel", u"IF", u"If ... Then"});
+  EXPECT_EQ(world_.Errors.Take().size(), 1U);
   ASSERT_EQ(stack.size(), 2U);
   EXPECT_EQ(stack[0], u"Tessel.Connect.InsertTextInComponent");
   EXPECT_EQ(stack[1], u"Tessel.Connect.MenuComBarIf_Click");
@@ -443,7 +626,18 @@ TEST_F(AddIn, WithoutAProjectEveryToolDoesNothing) {
   world_.Environment.RemoveProject(u"Project1");
   Click({u"Tessel", u"IF", u"If ... Then"});
   Click({u"Modifiers", u"Skip"});
+  for (const StringView tool :
+       {u"Code Formatter", u"Insert Error Handler Code", u"Remove Error Handler Code"}) {
+    int shown = 0;
+    world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+      ++shown;
+      EXPECT_NE(form.Name(), u"frmErrorMessage");
+    };
+    Click({tool});
+    EXPECT_EQ(shown, 1) << vb::ToUtf8(tool);
+  }
   EXPECT_TRUE(world_.Services.DesktopService.Messages.empty());
+  EXPECT_TRUE(gErrorHandler->CallStack().empty());
 }
 
 }  // namespace

@@ -55,6 +55,23 @@ TEST_F(Connections, ChecksItsProperties) {
   EXPECT_EQ(number([&] { fresh.SetKeyName(u""); }), 0x80044513U);
 }
 
+TEST_F(Connections, NamesTheProgramByItsTitleInItsFailures) {
+  services_.AppService.Executable = u"tessel32";
+  services_.AppService.Caption = u"Tessel Tools";
+  try {
+    list_.SetKeyName(u"");
+    FAIL() << "an empty key name is refused";
+  } catch (const vb::Failure& failure) {
+    EXPECT_EQ(failure.Source(), u"Tessel Tools.cConnectReestr");
+  }
+  try {
+    settings_->SetAppName(u"");
+    FAIL() << "an empty name is refused";
+  } catch (const vb::Failure& failure) {
+    EXPECT_EQ(failure.Source(), u"tessel32.CAppSettings") << "the other classes go by the file";
+  }
+}
+
 TEST_F(Connections, OpensASnippetDatabaseAndSaysWhatIsMissing) {
   store::WriteStandardDatabases(folder_.Path());
   cConnectionMDB connection;

@@ -2,8 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
 #include <sstream>
 
+#include "hosts/drive/Operations.h"
+
+#include "support/ChannelErrors.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessel::drive {
@@ -20,12 +27,12 @@ class Drive : public testing::Test {
                       out);
       session.Run();
     }
-    std::vector<Json> replies;
-    std::istringstream lines(out.str());
-    for (std::string line; std::getline(lines, line);) replies.push_back(Json::parse(line));
+    auto replies = test::RepliesOf(out.str());
+    errors_.Note(replies);
     return replies;
   }
   test::TemporaryFolder folder_;
+  test::ChannelErrors errors_;
 };
 
 const std::string Start =
@@ -87,6 +94,7 @@ TEST_F(Drive, DifferencesComeWithTheReplyBehindWhichTheRunIsOver) {
                       R"({"do":"press","control":"btmRun"})"
                       "\n"
                       R"({"do":"press","control":"btnRetry"})");
+  EXPECT_EQ(errors_.Take(), 1U);
   ASSERT_EQ(replies.size(), 7U);
   EXPECT_EQ(replies[5]["front"]["form"], "frmErrorMessage") << replies[5];
   EXPECT_FALSE(replies[5].contains("differences"));
@@ -115,6 +123,7 @@ TEST_F(Drive, AFailureShowsTheErrorDialogAndAbortLeavesTheStackEmpty) {
 {"do":"call-stack"}
 {"do":"journal"}
 )");
+  EXPECT_EQ(errors_.Take(), 1U);
   ASSERT_EQ(replies.size(), 11U);
   EXPECT_EQ(replies[5]["front"]["form"], "frmErrorMessage");
   bool told = false;
@@ -209,6 +218,114 @@ TEST_F(Drive, DisconnectClosesTheDialogThatIsOpen) {
   ASSERT_EQ(replies.size(), 7U);
   EXPECT_TRUE(replies[4]["front"].is_null());
   EXPECT_TRUE(replies[5]["ok"]);
+}
+
+TEST_F(Drive, TheReplyToDisconnectTellsOfNoBoxThatAnsweredItself) {
+  const auto replies = Play(Start + R"({"do":"fail-next","operation":"Window.Visible"}
+{"do":"disconnect"}
+{"do":"connect"}
+)");
+  ASSERT_EQ(replies.size(), 6U);
+  EXPECT_TRUE(replies[4]["ok"]);
+  EXPECT_TRUE(replies[4]["front"].is_null());
+  EXPECT_TRUE(replies[5]["ok"]);
+}
+
+TEST_F(Drive, AFailureStrikesTheNextReadingOfAPropertyByTheAddIn) {
+  const auto replies = Play(Start + R"({"do":"fail-next","operation":"CommandBar.Left"}
+{"do":"bars"}
+{"do":"disconnect"}
+{"do":"setting","section":"Settings","key":"ToolBarLeft"}
+{"do":"setting","section":"Settings","key":"ToolBarTop"}
+)");
+  ASSERT_EQ(replies.size(), 8U);
+  EXPECT_TRUE(replies[4]["ok"]) << "what is looked at from outside is no call of the add-in";
+  EXPECT_TRUE(replies[6]["value"].is_null());
+  EXPECT_EQ(replies[7]["value"], "0");
+}
+
+TEST(HostOperations, AreAllThatTheModelAsksTheHookFor) {
+  std::set<std::string> asked;
+  const std::regex operation(R"x((?:Hook\)|hook_\)|Read|Put)\(\s*"(\w+\.\w+)")x");
+  for (const auto& file : std::filesystem::directory_iterator(
+           std::filesystem::path(TESSEL_SOURCE_DIR) / "hosts" / "model")) {
+    std::ifstream in(file.path());
+    const std::string text{std::istreambuf_iterator<char>(in), {}};
+    for (std::sregex_iterator at(text.begin(), text.end(), operation), end; at != end; ++at) {
+      asked.insert((*at)[1]);
+    }
+  }
+  const auto listed = HostOperations();
+  EXPECT_EQ(asked, (std::set<std::string>(listed.begin(), listed.end())));
+}
+
+TEST_F(Drive, TakesTypesByNumberAndByName) {
+  const auto replies = Play(R"({"do":"new-project","name":"P","type":"ActiveXDll"}
+{"do":"add-component","type":"classmodule","name":"C"}
+{"do":"add-component","type":"Form","name":"F"}
+{"do":"add-component","type":1,"name":"M"}
+{"do":"add-component","type":"Sheet","name":"X"}
+{"do":"add-component","type":99,"name":"X"}
+{"do":"new-project","name":"Q","type":"Game"}
+{"do":"projects"}
+)");
+  ASSERT_EQ(replies.size(), 8U);
+  const Json& project = replies[7]["projects"][0];
+  EXPECT_EQ(project["type"], 2);
+  std::vector<int> types;
+  for (const Json& component : project["components"]) types.push_back(component["type"]);
+  EXPECT_EQ(types, (std::vector<int>{2, 5, 1}));
+  EXPECT_EQ(replies[4]["error"].get<std::string>().rfind(
+                "field \"type\": there is no type \"Sheet\" (1 StdModule, ", 0),
+            0U);
+  EXPECT_EQ(replies[5]["ok"], false);
+  EXPECT_EQ(replies[6]["error"],
+            "field \"type\": there is no type \"Game\" (0 StandardExe, 1 ActiveXExe, 2 "
+            "ActiveXDll, 3 ActiveXControl)");
+}
+
+TEST_F(Drive, TellsTheControlsOfADesigner) {
+  const auto replies = Play(R"({"do":"new-project","name":"P"}
+{"do":"add-component","type":"Form","name":"F"}
+{"do":"add-control","component":"F","class":"CommandButton","name":"cmdGo","properties":{"Caption":"Go","Index":2}}
+{"do":"controls","component":"F"}
+{"do":"add-component","type":"Module","name":"M"}
+{"do":"controls","component":"M"}
+)");
+  ASSERT_EQ(replies.size(), 6U);
+  EXPECT_EQ(replies[3]["controls"].dump(),
+            R"([{"class":"CommandButton","name":"cmdGo","index":2,)"
+            R"("properties":{"Caption":"Go","Index":"2"},"container":"F"}])");
+  EXPECT_EQ(replies[5]["error"], "\"M\" has no designer");
+}
+
+TEST_F(Drive, RunsAHandlerThatNoControlReaches) {
+  const auto replies = Play(R"({"do":"run","handler":"MenuFastEditErrorHandkerScheme_Click"}
+{"do":"connect"}
+{"do":"run","handler":"MenuFastFormatText_Click"}
+{"do":"run","handler":"MenuFastEditErrorHandkerScheme_Click"}
+{"do":"call-stack"}
+)");
+  ASSERT_EQ(replies.size(), 5U);
+  EXPECT_EQ(replies[0]["error"], "the add-in is not connected");
+  EXPECT_EQ(replies[2]["error"],
+            "there is no handler \"MenuFastFormatText_Click\" without a control");
+  EXPECT_EQ(replies[3]["front"]["form"], "frmErrorHandlerScheme");
+  EXPECT_EQ(replies[4]["call-stack"].back(), "Tessel.Connect.MenuFastEditErrorHandkerScheme_Click");
+}
+
+TEST_F(Drive, ClosesAProjectWithoutSavingIt) {
+  const auto replies = Play(R"({"do":"new-project","name":"P"}
+{"do":"new-project","name":"Q"}
+{"do":"remove-project","project":"P"}
+{"do":"close-project","project":"P"}
+{"do":"projects"}
+)");
+  ASSERT_EQ(replies.size(), 5U);
+  EXPECT_TRUE(replies[2]["ok"]);
+  EXPECT_EQ(replies[3]["error"], "There is no project \"P\"");
+  ASSERT_EQ(replies[4]["projects"].size(), 1U);
+  EXPECT_EQ(replies[4]["projects"][0]["name"], "Q");
 }
 
 TEST_F(Drive, SettingsKeepTheirTypes) {

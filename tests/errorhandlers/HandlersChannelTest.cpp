@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "hosts/drive/Session.h"
+#include "support/ChannelErrors.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessel::drive {
@@ -42,9 +43,11 @@ class HandlersChannel : public testing::Test {
                       out);
       session.Run();
     }
-    std::vector<Json> replies;
-    std::istringstream lines(out.str());
-    for (std::string line; std::getline(lines, line);) replies.push_back(Json::parse(line));
+    auto replies = test::RepliesOf(out.str());
+    // Where a failure was called for, its dialog was too.
+    test::ChannelErrors errors;
+    errors.Note(replies);
+    if (requests.find("fail-next") != std::string::npos) errors.Take();
     const auto asked = std::count(requests.begin(), requests.end(), '\n');
     EXPECT_GE(static_cast<std::ptrdiff_t>(replies.size()), asked);
     replies.erase(replies.begin(), replies.end() - asked);

@@ -32,7 +32,7 @@ class ToolFormTest : public testing::Test {
     gErrorHandler->SetErrorHandlerActions(ActionMessageBox);
     gAppSettings = std::make_shared<CAppSettings>();
     gAppSettings->Init(u"Norvane", u"Tessel");
-    Form->Connect = &Connect;
+    Form->Connect = Connect;
     Services.DesktopService.Placement = platform::WindowPlacement{};
   }
   ~ToolFormTest() override {
@@ -43,7 +43,7 @@ class ToolFormTest : public testing::Test {
   }
   memory::MemoryPlatform Services;
   platform::ScopedPlatform Scope{Services};
-  test::FakeConnect Connect;
+  std::shared_ptr<test::FakeConnect> Connect = std::make_shared<test::FakeConnect>();
   std::shared_ptr<Tool> Form = std::make_shared<Tool>();
   std::size_t Expected = 0;
 };
@@ -52,21 +52,21 @@ TEST_F(ToolFormTest, LetsOtherDialogsOpenAheadOfItsOwnSteps) {
   Form->Load();
   Form->Unload();
   EXPECT_FALSE(Form->OpenAtFirstStep);
-  EXPECT_FALSE(Connect.Open);
+  EXPECT_FALSE(Connect->Open);
 }
 
 TEST_F(ToolFormTest, LetsOtherDialogsOpenWhateverFailsAsItGoes) {
   Form->Load();
   Form->Failing = true;
   Form->Unload();
-  EXPECT_FALSE(Connect.Open);
+  EXPECT_FALSE(Connect->Open);
   EXPECT_FALSE(Form->IsLoaded());
-  Connect.Open = true;
+  Connect->Open = true;
   Form->Failing = false;
   Form->Load();
   Services.RegistryService.FailWrites = vb::Failure(5, u"no");
   Form->Unload();
-  EXPECT_FALSE(Connect.Open);
+  EXPECT_FALSE(Connect->Open);
   Services.RegistryService.FailWrites.reset();
   Expected = 2;
 }
@@ -85,7 +85,7 @@ TEST_F(ToolFormTest, IsUnloadedBehindARunThatWasAborted) {
     run([] { throw vb::Failure(7, u"no room"); });
   });
   EXPECT_FALSE(Form->IsLoaded());
-  EXPECT_FALSE(Connect.Open);
+  EXPECT_FALSE(Connect->Open);
   Expected = 1;
 }
 
@@ -94,7 +94,7 @@ TEST_F(ToolFormTest, StaysWhereItsRunWasAbortedAheadOfTheHiding) {
   Form->RunAndLeave(u"frmTool.btmRun_Click",
                     [](const Statements& run) { run([] { throw vb::Failure(7, u"no room"); }); });
   EXPECT_TRUE(Form->Visible());
-  EXPECT_TRUE(Connect.Open);
+  EXPECT_TRUE(Connect->Open);
   Expected = 1;
 }
 

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
-
 #include "forms/User.h"
 #include "foundation/CErrorHandler.h"
 #include "support/Modules.h"
@@ -20,19 +18,6 @@ class Insertion : public testing::Test {
     InsertTextActiveVbComponent(world_.Environment.VBE(), component, text, mode, u"",
                                 vbext_ct_ClassModule, offset);
   }
-  /// The next call of that operation fails, and the report is answered with a button.
-  void FailOnce(const std::string& operation, StringView button) {
-    gErrorHandler = std::make_shared<CErrorHandler>();
-    gErrorHandler->SetErrorHandlerActions(ActionErrorDialog);
-    world_.Services.DesktopService.OnModal = [button](forms::Form& form) {
-      forms::user::Press(*form.Find(button));
-    };
-    world_.Environment.SetOperationHook([operation, done = false](std::string_view name) mutable {
-      if (name != operation || std::exchange(done, true)) return;
-      throw vb::Failure(7, u"no room");
-    });
-  }
-  ~Insertion() override { gErrorHandler.reset(); }
   test::World world_;
 };
 
@@ -68,8 +53,9 @@ TEST_F(Insertion, ListsComponents) {
   EXPECT_EQ(GetProjectComponent(vbe, 1), u"All Modules|M|F");
   EXPECT_EQ(GetProjectComponent(vbe, 2), u"M|F|New Module");
   world_.Module(u"N", u"");
-  EXPECT_EQ(GetProjectComponentType(vbe, vbext_ct_StdModule), u"M|N");
-  EXPECT_EQ(GetProjectComponentType(vbe, vbext_ct_ClassModule), u"");
+  EXPECT_EQ(GetProjectComponentType(vbe, 0), u"");
+  EXPECT_EQ(GetProjectComponentType(vbe, 1), u"M|N");
+  EXPECT_EQ(GetProjectComponentType(vbe, 5), u"F");
   EXPECT_TRUE(CheckComponentName(vbe, u"f"));
   EXPECT_FALSE(CheckComponentName(vbe, u"g"));
   world_.Environment.SelectComponent(u"M");
@@ -91,35 +77,93 @@ TEST_F(Insertion, OneBlankLineFollowsTextThatEndsInALineEnd) {
   }
 }
 
-TEST_F(Insertion, ABlankLineThatDidNotComeIsNotTakenAway) {
-  world_.Module(u"M", u"Dim a");
-  FailOnce("CodeModule.InsertLines", u"btnIgnore");
-  EXPECT_TRUE(InsertTextActiveVbComponent(world_.Environment.VBE(), u"M", u"Dim b", EndOfModule,
-                                          u"", vbext_ct_StdModule, 0));
-  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b");
-}
-
-TEST_F(Insertion, ARetriedDeletionLeavesNoBlankLineOnTop) {
-  world_.Module(u"M", u"Dim a");
-  FailOnce("CodeModule.DeleteLines", u"btnRetry");
-  Insert(u"M", u"Dim b", EndOfModule);
-  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b");
-}
-
-TEST_F(Insertion, AComponentWhoseNameIsRefusedAndGivenUpIsTakenOutAgain) {
+TEST_F(Insertion, LooksUpNamesInSilence) {
+  gErrorHandler = std::make_shared<CErrorHandler>();
+  gErrorHandler->SetErrorHandlerActions(ActionErrorDialog);
+  const auto vbe = world_.Environment.VBE();
   world_.Module(u"M", u"");
-  FailOnce("VBComponent.Name", u"btnAbort");
-  EXPECT_FALSE(InsertTextActiveVbComponent(world_.Environment.VBE(), u"C", u"x", EndOfModule, u"",
-                                           vbext_ct_ClassModule, 0));
-  EXPECT_EQ(GetProjectComponent(world_.Environment.VBE(), 0), u"M");
+  world_.Environment.SelectComponent(u"M");
+  world_.Environment.SetOperationHook([](std::string_view operation) {
+    if (operation == "VBE.SelectedVBComponent" || operation == "VBE.ActiveVBProject") {
+      throw vb::Failure(7, u"no");
+    }
+  });
+  EXPECT_EQ(SelectedVBComponentName(vbe), u"");
+  EXPECT_FALSE(CheckComponentName(vbe, u"M"));
+  EXPECT_TRUE(gErrorHandler->CallStack().empty());
+  gErrorHandler.reset();
 }
 
-TEST_F(Insertion, LookUpsPassOverFailures) {
-  world_.Module(u"M", u"");
-  FailOnce("VBE.SelectedVBComponent", u"btnAbort");
-  EXPECT_EQ(SelectedVBComponentName(world_.Environment.VBE()), u"");
-  FailOnce("VBE.ActiveVBProject", u"btnAbort");
-  EXPECT_FALSE(CheckComponentName(world_.Environment.VBE(), u"M"));
+/// The fixture with a failure service, whose dialog is always answered with one button.
+class FailingInsertion : public Insertion {
+ protected:
+  FailingInsertion() {
+    gErrorHandler = std::make_shared<CErrorHandler>();
+    gErrorHandler->SetErrorHandlerActions(ActionErrorDialog);
+    world_.Module(u"M", u"Dim a\r\nDim b");
+  }
+  ~FailingInsertion() override { gErrorHandler.reset(); }
+
+  /// Inserts "' new" with the n-th call of an operation failing, `times` in a row.
+  void InsertFailing(std::string_view operation, int number, StringView button, int times = 1) {
+    int calls = 0;
+    world_.Environment.SetOperationHook([&](std::string_view called) {
+      if (called != operation) return;
+      ++calls;
+      if (calls >= number && calls < number + times) throw vb::Failure(7, u"no");
+    });
+    world_.Services.DesktopService.OnModal = [button](forms::Form& form) {
+      forms::user::Press(*form.Find(button));
+    };
+    Insert(u"M", u"' new", EndOfModule);
+    world_.Environment.SetOperationHook({});
+    EXPECT_EQ(world_.Errors.Take().size(), 1U);
+  }
+};
+
+TEST_F(FailingInsertion, RetryLeavesNoStrayLine) {
+  for (const int number : {1, 2}) {
+    InsertFailing("CodeModule.InsertLines", number, u"btnRetry");
+    InsertFailing("CodeModule.DeleteLines", 1, u"btnRetry");
+    EXPECT_EQ(world_.Text(u"M").substr(0, 14), u"Dim a\r\nDim b\r\n") << number;
+  }
+  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b\r\n' new\r\n' new\r\n' new\r\n' new");
+}
+
+TEST_F(FailingInsertion, ABlankLineThatDidNotComeTakesNoLineAway) {
+  InsertFailing("CodeModule.InsertLines", 1, u"btnIgnore");
+  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b\r\n' new");
+}
+
+TEST_F(FailingInsertion, NeitherIgnoreNorAbortLeavesTheBlankLine) {
+  InsertFailing("CodeModule.DeleteLines", 1, u"btnIgnore");
+  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b\r\n' new");
+  InsertFailing("CodeModule.DeleteLines", 1, u"btnAbort");
+  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b\r\n' new");
+}
+
+TEST_F(FailingInsertion, AComponentWhoseNameIsRefusedAndGivenUpIsTakenOutAgain) {
+  const auto vbe = world_.Environment.VBE();
+  world_.Services.DesktopService.OnModal = [](forms::Form& form) {
+    forms::user::Press(*form.Find(u"btnAbort"));
+  };
+  EXPECT_FALSE(
+      InsertTextActiveVbComponent(vbe, u"A.B", u"x", EndOfModule, u"", vbext_ct_ClassModule, 0));
+  EXPECT_EQ(world_.Errors.Take().size(), 1U);
+  EXPECT_EQ(GetProjectComponent(vbe, 0), u"M");
+}
+
+TEST_F(FailingInsertion, OneNameThatCantBeReadLeavesOutItselfOnly) {
+  world_.Module(u"N", u"");
+  int calls = 0;
+  world_.Environment.SetOperationHook([&](std::string_view operation) {
+    if (operation == "VBComponent.Name" && ++calls == 1) throw vb::Failure(7, u"no");
+  });
+  world_.Services.DesktopService.OnModal = [](forms::Form& form) {
+    forms::user::Press(*form.Find(u"btnIgnore"));
+  };
+  EXPECT_EQ(GetProjectComponent(world_.Environment.VBE(), 2), u"N|New Module");
+  EXPECT_EQ(world_.Errors.Take().size(), 1U);
 }
 
 TEST_F(Insertion, HelpGoesToTheProgramsFile) {

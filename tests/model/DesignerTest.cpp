@@ -57,7 +57,7 @@ TEST_F(DesignerTest, KeepsNameAndClassOfAControlThatWentWithItsContainer) {
   world_.Environment.RemoveControl(u"Form1", u"Frame1");
   EXPECT_EQ(label->Node(), nullptr);
   EXPECT_EQ(label->ControlObjectName(), u"Label1");
-  EXPECT_EQ(label->ClassName(), u"VB.Label");
+  EXPECT_EQ(label->ClassName(), u"Label");
   EXPECT_EQ(label->Properties()->Count(), 1);
 }
 

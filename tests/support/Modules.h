@@ -5,11 +5,12 @@
 
 #include "hosts/memory/MemoryPlatform.h"
 #include "hosts/model/Environment.h"
+#include "support/ErrorDialogs.h"
 
 namespace tessel::test {
 
 /// The platform of the tests, installed for the length of a test, with an environment that holds
-/// "Project1".
+/// "Project1". An error dialog that a test did not take fails it.
 struct World {
   World() : Scope(Services), Environment(Services) {
     Environment.NewProject(u"Project1", host::vbext_pt_StandardExe);
@@ -30,6 +31,7 @@ struct World {
   }
 
   memory::MemoryPlatform Services;
+  ErrorDialogs Errors{Services.DesktopService};
   platform::ScopedPlatform Scope;
   model::Environment Environment;
 };

@@ -32,12 +32,37 @@ struct ValCase {
 };
 
 TEST(Val, ReadsTheNumberAtTheHead) {
-  const ValCase cases[] = {{u"", 0},         {u"12abc", 12}, {u" 1 2 3", 123}, {u"1.5.2", 1.5},
-                           {u"-7", -7},      {u"+7", 7},     {u"1e3", 1000},   {u"1e", 1},
-                           {u"2d2x", 200},   {u"&HFF", 255}, {u"&HFFFF", -1},  {u"&O17", 15},
-                           {u"1,000", 1},    {u"abc", 0},    {u".5", 0.5},     {u"6.00", 6},
-                           {u"\t4\r\n2", 42}};
+  const ValCase cases[] = {{u"", 0},
+                           {u"12abc", 12},
+                           {u" 1 2 3", 123},
+                           {u"1.5.2", 1.5},
+                           {u"-7", -7},
+                           {u"+7", 7},
+                           {u"1e3", 1000},
+                           {u"1e", 1},
+                           {u"2d2x", 200},
+                           {u"&HFF", 255},
+                           {u"&HFFFF", -1},
+                           {u"&O17", 15},
+                           {u"1,000", 1},
+                           {u"abc", 0},
+                           {u".5", 0.5},
+                           {u"6.00", 6},
+                           {u"\t4\r\n2", 42},
+                           {u"8.25", 8.25},
+                           {u"-8.25e-1", -.825},
+                           {u"1e-400", 0},
+                           {u"-0.0001e-399", 0}};
   for (const ValCase& one : cases) EXPECT_DOUBLE_EQ(Val(one.Text), one.Value) << ToUtf8(one.Text);
+}
+
+TEST(Val, FailsForANumberThatIsTooLarge) {
+  for (const StringView text : {u"1e309", u"-1e400", u"1e99999999999999999999"}) {
+    EXPECT_THROW(static_cast<void>(Val(text)), Failure) << ToUtf8(text);
+  }
+  EXPECT_THROW(static_cast<void>(Val(String(400, u'9') + u"e-10")), Failure);
+  EXPECT_DOUBLE_EQ(Val(String(400, u'9') + u"e-398"), 100);
+  EXPECT_DOUBLE_EQ(Val(u"." + String(400, u'0') + u"1e402"), 10);
 }
 
 TEST(CLng, RoundsHalvesToEvenAndFailsOutside) {

@@ -140,6 +140,7 @@ class Failing : public InWindow {
     window_->ClickCommand(u"Tessel", {u"Tessel", u"On Error", u"On Error Resume Next"});
     window_->Environment().SetOperationHook({});
     EXPECT_EQ(fails->Calls > 0, true);
+    EXPECT_EQ(errors_.Take(), 1);
     return Text(u"M");
   }
 };

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "hosts/workbench/forms/FormWindow.h"
 #include "hosts/workbench/forms/WorkbenchPlatform.h"
@@ -59,6 +60,34 @@ inline void AnswerNext(QMessageBox::StandardButton button, QString* text = nullp
     box->button(button)->click();
   });
 }
+
+/// Counts the windows of the error dialog as they come up. At its end those that nobody took fail
+/// the test.
+class ErrorWindows : public QObject {
+ public:
+  ErrorWindows() { qApp->installEventFilter(this); }
+  ~ErrorWindows() override {
+    EXPECT_EQ(shown_, 0) << "error dialogs that the test did not ask for";
+  }
+  ErrorWindows(const ErrorWindows&) = delete;
+  ErrorWindows& operator=(const ErrorWindows&) = delete;
+
+  /// How many came since the last call: these were asked for.
+  int Take() { return std::exchange(shown_, 0); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Show) {
+      const auto* const window = dynamic_cast<FormWindow*>(watched);
+      const auto form = window != nullptr ? window->FormOf() : nullptr;
+      if (form && form->Name() == u"frmErrorMessage") ++shown_;
+    }
+    return false;
+  }
+
+ private:
+  int shown_ = 0;
+};
 
 class InWindow : public testing::Test {
  protected:
@@ -128,6 +157,7 @@ class InWindow : public testing::Test {
     QTest::mouseClick(In<QAbstractButton>(window, name), Qt::LeftButton);
   }
 
+  ErrorWindows errors_;
   test::TemporaryFolder folder_;
   WorkbenchPlatform services_;
   platform::ScopedPlatform scope_;
