@@ -21,7 +21,7 @@ constexpr StringView Settings = u"Settings";
 /// The two routines of the life cycle report in a plain box: the failure service may not be there.
 void ShowPlainly(const vb::Failure& failure) {
   platform::Platform& services = platform::Current();
-  services.Desktop().ShowMessage(failure.Description(), services.App().Title(), platform::OKOnly);
+  services.Boxes().ShowMessage(failure.Description(), services.App().Title(), platform::OKOnly);
 }
 
 bool WindowIsWanted() {

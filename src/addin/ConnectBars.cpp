@@ -107,11 +107,11 @@ void Connect::SetPicture(host::CommandBarControl& control, int resId, int faceId
   if (resId == 0) {
     control.SetFaceId(faceId);
   } else {
-    platform::Desktop& desktop = platform::Current().Desktop();
+    platform::Clipboard& clipboard = platform::Current().Clipboard();
     const auto pictures = std::make_shared<frmIco>();
     const int picture = pictures->PictureOf(resId);
-    desktop.ClearClipboard();
-    desktop.SetClipboardPicture(picture);
+    clipboard.Clear();
+    clipboard.SetPicture(picture);
     control.PasteFace();
   }
   control.SetVisible(true);
