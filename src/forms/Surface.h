@@ -36,7 +36,8 @@ class Surface : public Designs, public std::enable_shared_from_this<Surface> {
   /// Whether the user can reach it.
   [[nodiscard]] virtual bool Visible() const = 0;
 
-  Designed<String> Tag{this};
+  /// Outlives the unloading: who opened the surface reads its answer here.
+  String Tag;
 
   /// In the order of construction.
   [[nodiscard]] const std::vector<Control*>& Controls() const { return controls_; }

@@ -142,7 +142,7 @@ TEST_F(Forms, GoBackToTheirDesignWhole) {
   form_->cbo.SetListIndex(1);
   form_->Unload();
   EXPECT_EQ(form_->Caption(), u"Sample");
-  EXPECT_EQ(*form_->Tag, u"");
+  EXPECT_EQ(form_->Tag, u"other") << "an answer for who opened the form";
   EXPECT_EQ(form_->txt.ToolTipText(), u"of the class");
   EXPECT_EQ(*form_->txt.Tag, u"");
   EXPECT_FALSE(form_->txt.Locked);
