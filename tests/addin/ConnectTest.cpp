@@ -236,14 +236,14 @@ Remove Error Handler Code #110
     On Error GoTo 0
     On Error Resume Next
 |Modifiers
-  Clean Up and Exit (Clean Up and Exit)
-  Clean Up and Exit, Numbered (Clean Up and Exit, Numbered)
-  Log to File (Log to File)
-  Log to File, Unnumbered (Log to File, Unnumbered)
   Message Box (Message Box)
   Message Box, Unnumbered (Message Box, Unnumbered)
   Raise to Caller (Raise to Caller)
   Raise to Caller, Numbered (Raise to Caller, Numbered)
+  Log to File (Log to File)
+  Log to File, Unnumbered (Log to File, Unnumbered)
+  Clean Up and Exit (Clean Up and Exit)
+  Clean Up and Exit, Numbered (Clean Up and Exit, Numbered)
   |Skip (Skip)
   |Edit Error Handler Scheme @3049 (Edit Error Handler Scheme)
 |Help
