@@ -7,7 +7,7 @@ namespace tessel::batch {
 
 /// Services without a user, a screen or settings. The editor's tab width is told through the
 /// registry, where the formatter looks for it.
-class BatchPlatform : public memory::MemoryPlatform {
+class BatchPlatform : public memory::UnattendedPlatform {
  public:
   explicit BatchPlatform(int tabWidth);
 };

@@ -28,7 +28,7 @@ String ComponentInHand() {
 /// The failure service for the length of a run. It asks by a box, which is answered with Abort.
 class FailureLog {
  public:
-  explicit FailureLog(memory::ScriptedDesktop& desktop)
+  explicit FailureLog(memory::UnattendedDesktop& desktop)
       : desktop_(desktop),
         before_(std::exchange(gErrorHandler, std::make_shared<CErrorHandler>())) {
     gErrorHandler->Init(ActionMessageBox, u"Error Log.txt", true, false, 2, u"Tracing Log.txt");
@@ -56,7 +56,7 @@ class FailureLog {
     Failures.push_back(std::move(failure));
   }
 
-  memory::ScriptedDesktop& desktop_;
+  memory::UnattendedDesktop& desktop_;
   std::shared_ptr<CErrorHandler> before_;
 };
 

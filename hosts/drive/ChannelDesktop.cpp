@@ -203,11 +203,16 @@ void ChannelDesktop::Show(forms::Form& form, platform::ShowStyle style) {
   if (form.Visible()) form.Hide();
 }
 
-void ChannelDesktop::Hidden(forms::Form& form, bool) {
+void ChannelDesktop::Hidden(forms::Form& form) {
   std::erase_if(waiting_, [&](const Waiting& one) {
     const auto* shown = FormOf(one);
     return shown != nullptr && shown->get() == &form;
   });
+}
+
+void ChannelDesktop::Gone(forms::Form& form) {
+  Hidden(form);
+  PlainScreen::Gone(form);
 }
 
 void ChannelDesktop::SetForeground(forms::Form& form) {
@@ -218,25 +223,10 @@ void ChannelDesktop::SetForeground(forms::Form& form) {
   if (found != waiting_.end()) std::rotate(found, found + 1, waiting_.end());
 }
 
-// There are no windows here, so there is nothing to place.
-std::optional<platform::WindowPlacement> ChannelDesktop::GetPlacement(forms::Form&) {
-  return std::nullopt;
-}
-void ChannelDesktop::SetPlacement(forms::Form&, const platform::WindowPlacement&) {}
-std::optional<platform::WindowPlacement> ChannelDesktop::DesktopPlacement() { return std::nullopt; }
-
-void ChannelDesktop::SetClipboardText(StringView text) {
-  clipboardText_ = text;
-  clipboardPicture_ = 0;
+void ChannelDesktop::SetText(StringView text) {
+  MemoryClipboard::SetText(text);
   Note({{"kind", "clipboard"}, {"text", Utf8(text)}});
 }
-
-void ChannelDesktop::SetClipboardPicture(int picture) {
-  clipboardText_.clear();
-  clipboardPicture_ = picture;
-}
-
-void ChannelDesktop::ClearClipboard() { SetClipboardPicture(0); }
 
 void ChannelDesktop::SendKeys(StringView keys) { Note({{"kind", "keys"}, {"keys", Utf8(keys)}}); }
 

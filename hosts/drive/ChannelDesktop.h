@@ -9,7 +9,10 @@
 
 #include "forms/Form.h"
 #include "hosts/drive/Channel.h"
-#include "platform/Desktop.h"
+#include "hosts/memory/MemoryClipboard.h"
+#include "hosts/memory/PlainScreen.h"
+#include "platform/Boxes.h"
+#include "platform/Shell.h"
 
 namespace tessel::drive {
 
@@ -43,7 +46,10 @@ using Waiting =
     std::variant<std::shared_ptr<forms::Form>, MessageBox*, InputBox*, FileBox*, FontBox*>;
 
 /// Shows forms and boxes by waiting on the channel, and notes what leaves the program.
-class ChannelDesktop : public platform::Desktop {
+class ChannelDesktop : public platform::Boxes,
+                       public memory::PlainScreen,
+                       public memory::MemoryClipboard,
+                       public platform::Shell {
  public:
   /// Set before anything is shown; not owned.
   void Attach(Channel* channel) { channel_ = channel; }
@@ -68,16 +74,10 @@ class ChannelDesktop : public platform::Desktop {
   [[nodiscard]] std::vector<String> FileDialog(const platform::FileDialogRequest& request) override;
   [[nodiscard]] bool FontDialog(forms::Font& font, StringView title) override;
   void Show(forms::Form& form, platform::ShowStyle style) override;
-  void Hidden(forms::Form& form, bool gone) override;
+  void Hidden(forms::Form& form) override;
+  void Gone(forms::Form& form) override;
   void SetForeground(forms::Form& form) override;
-  [[nodiscard]] std::optional<platform::WindowPlacement> GetPlacement(forms::Form& form) override;
-  void SetPlacement(forms::Form& form, const platform::WindowPlacement& placement) override;
-  [[nodiscard]] std::optional<platform::WindowPlacement> DesktopPlacement() override;
-  [[nodiscard]] String ClipboardText() override { return clipboardText_; }
-  void SetClipboardText(StringView text) override;
-  void SetClipboardPicture(int picture) override;
-  [[nodiscard]] int ClipboardPicture() override { return clipboardPicture_; }
-  void ClearClipboard() override;
+  void SetText(StringView text) override;
   void SendKeys(StringView keys) override;
   void Beep() override;
   int OpenDocument(StringView target, StringView verb, StringView parameters) override;
@@ -91,8 +91,6 @@ class ChannelDesktop : public platform::Desktop {
   Channel* channel_ = nullptr;
   std::vector<Waiting> waiting_;
   Json journal_ = Json::array();
-  String clipboardText_;
-  int clipboardPicture_ = 0;
 };
 
 /// Text as JSON has it.

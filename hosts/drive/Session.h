@@ -15,7 +15,8 @@
 #include "hosts/linux/LinuxIdentity.h"
 #include "hosts/linux/SqliteRegistry.h"
 #include "hosts/linux/SystemClock.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "hosts/memory/MemoryWindows.h"
+#include "hosts/memory/VirtualClock.h"
 #include "hosts/workspace/Workspace.h"
 #include "platform/Platform.h"
 
@@ -32,7 +33,12 @@ class SessionPlatform : public platform::Platform {
  public:
   explicit SessionPlatform(const SessionOptions& options);
   [[nodiscard]] platform::Registry& Registry() override { return registry_; }
-  [[nodiscard]] ChannelDesktop& Desktop() override { return desktop_; }
+  [[nodiscard]] platform::Boxes& Boxes() override { return desktop_; }
+  [[nodiscard]] platform::Screen& Screen() override { return desktop_; }
+  [[nodiscard]] platform::Clipboard& Clipboard() override { return desktop_; }
+  [[nodiscard]] platform::Shell& Shell() override { return desktop_; }
+  /// All four of them.
+  [[nodiscard]] ChannelDesktop& Desktop() { return desktop_; }
   [[nodiscard]] platform::Clock& Clock() override;
   [[nodiscard]] platform::Windows& Windows() override { return windows_; }
   [[nodiscard]] platform::Identity& Identity() override { return identity_; }

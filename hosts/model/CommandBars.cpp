@@ -74,7 +74,7 @@ void CommandBarControl::SetFaceId(int face) {
 
 void CommandBarControl::PasteFace() {
   (*context_.Hook)("CommandBarControl.PasteFace");
-  const int picture = context_.Services->Desktop().ClipboardPicture();
+  const int picture = context_.Services->Clipboard().GetPicture();
   if (picture == 0) {
     throw vb::Failure(vb::InvalidCall, u"There is no picture on the clipboard", u"VBIDE");
   }

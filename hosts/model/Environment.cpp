@@ -123,7 +123,7 @@ Environment::Environment(platform::Platform& platform) : vbe_(std::make_shared<V
       *vbe_->OwnBars().Item(u"Menu Bar")->Controls()->Item(u"Project")->Controls());
   auto& file = dynamic_cast<CommandBarControl&>(*project.Item(u"Add File..."));
   file.Command = [owner, &platform] {
-    const auto chosen = platform.Desktop().FileDialog(
+    const auto chosen = platform.Boxes().FileDialog(
         {.Title = u"Add File",
          .Filter = u"VB Files (*.frm;*.ctl;*.pag;*.bas;*.cls;*.dob;*.dsr)|*.frm;*.ctl;*.pag;*.bas;"
                    u"*.cls;*.dob;*.dsr|All Files (*.*)|*.*"});

@@ -72,8 +72,8 @@ void SetPicture(const Step& step, host::CommandBarControl& control, int resId, i
   } else {
     const auto pictures = step([] { return std::make_shared<frmIco>(); });
     const int picture = step([&] { return Need(pictures).PictureOf(resId); });
-    step([] { platform::Current().Desktop().ClearClipboard(); });
-    step([&] { platform::Current().Desktop().SetClipboardPicture(picture); });
+    step([] { platform::Current().Clipboard().Clear(); });
+    step([&] { platform::Current().Clipboard().SetPicture(picture); });
     step([&] { control.PasteFace(); });
   }
   step([&] { control.SetVisible(true); });

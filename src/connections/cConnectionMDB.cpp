@@ -19,7 +19,7 @@ constexpr NeededTable NeededTables[] = {
 
 void Report(StringView text) {
   platform::Platform& services = platform::Current();
-  services.Desktop().ShowMessage(text, services.App().Title(), platform::OKOnly);
+  services.Boxes().ShowMessage(text, services.App().Title(), platform::OKOnly);
 }
 
 }  // namespace

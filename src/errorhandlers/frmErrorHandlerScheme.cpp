@@ -34,9 +34,9 @@ constexpr StringView Section = u"Settings\\VBCode\\frmErrorHandlerScheme",
 
 /// Yes and No with a question, No being the default.
 bool Confirm(const String& question) {
-  platform::Desktop& desktop = platform::Current().Desktop();
-  return desktop.ShowMessage(question, u"Tessel",
-                             platform::YesNo | platform::Question | platform::DefaultButton2) ==
+  platform::Boxes& boxes = platform::Current().Boxes();
+  return boxes.ShowMessage(question, u"Tessel",
+                           platform::YesNo | platform::Question | platform::DefaultButton2) ==
          platform::MessageAnswer::Yes;
 }
 
@@ -104,16 +104,16 @@ void frmErrorHandlerScheme::Wire() {
     }
   };
   btmCopy.Click = [edit] {
-    edit([](auto& box) { platform::Current().Desktop().SetClipboardText(box.SelText()); });
+    edit([](auto& box) { platform::Current().Clipboard().SetText(box.SelText()); });
   };
   btmCut.Click = [edit] {
     edit([](auto& box) {
-      platform::Current().Desktop().SetClipboardText(box.SelText());
+      platform::Current().Clipboard().SetText(box.SelText());
       box.SetSelText(u"");
     });
   };
   btmPaste.Click = [edit] {
-    edit([](auto& box) { box.SetSelText(platform::Current().Desktop().ClipboardText()); });
+    edit([](auto& box) { box.SetSelText(platform::Current().Clipboard().GetText()); });
   };
   btmStandard.DropdownItemClick = [edit](StringView key) {
     for (const Placeholder& one : Placeholders) {
@@ -259,8 +259,8 @@ void frmErrorHandlerScheme::AddRecord() {
   Routine(u"frmErrorHandlerScheme.AddRecord", [&](const Statements& run) {
     for (;;) {
       const auto name = run([] {
-        return platform::Current().Desktop().InputBox(u"Specify below the new scheme name:",
-                                                      u"New Scheme", u"");
+        return platform::Current().Boxes().InputBox(u"Specify below the new scheme name:",
+                                                    u"New Scheme", u"");
       });
       if (!name || name->empty()) return;
       if (CheckDuplicateName(*name, -1)) {
@@ -330,7 +330,7 @@ void frmErrorHandlerScheme::Form_Unload() {
     UpdateRecord();
     run([&] {
       if (!gAppSettings) return;
-      const auto& widths = VSFErrorHandler.ColumnWidths;
+      const std::vector<int>& widths = VSFErrorHandler.ColumnWidths;
       const int width = widths.size() > NameColumn ? widths[NameColumn] : UsualWidth;
       gAppSettings->SaveSetting(Section, DividerKey, vb::Str(width * TwipsOfCharacter));
     });

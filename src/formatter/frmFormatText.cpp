@@ -272,7 +272,7 @@ String frmFormatText::GenerateExampleText() const {
 
 void frmFormatText::ViewRTF() {
   Routine(u"frmFormatText.ViewRTF", [&] {
-    RicCode.SetTextRTF(mCodeConverter::MakeRTF(GenerateExampleText(), RicCode.Font.Charset));
+    RicCode.SetTextRTF(mCodeConverter::MakeRTF(GenerateExampleText(), RicCode.Font->Charset));
   });
 }
 

@@ -4,11 +4,12 @@
 #include <functional>
 #include <string_view>
 
+#include "forms/Designed.h"
 #include "vb/Text.h"
 
 namespace tessel::forms {
 
-class Form;
+class Surface;
 
 struct Font {
   String Name = u"Courier New";
@@ -19,27 +20,27 @@ struct Font {
   bool operator==(const Font&) const = default;
 };
 
-/// A control of a form. It registers itself with the form in the order of construction, which is
-/// the tab order. Setters raise the control's events as their originals do and tell the form's
-/// view. What a user does goes through forms/User.h.
-class Control {
+/// A control of a surface. It registers itself with the surface in the order of construction, which
+/// is the tab order. Setters raise the control's events as their originals do and tell the
+/// surface's view. What a user does goes through forms/User.h.
+class Control : public Designs {
  public:
-  Control(Form* owner, std::string_view name);
-  virtual ~Control();
+  Control(Surface* owner, std::string_view name);
+  ~Control() override;
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;
 
   [[nodiscard]] const String& Name() const { return name_; }
   /// The class's name, e.g. "TextBox".
   [[nodiscard]] virtual std::string_view Kind() const = 0;
-  [[nodiscard]] Form& Owner() const { return *owner_; }
+  [[nodiscard]] Surface& Owner() const { return *owner_; }
 
   [[nodiscard]] bool Enabled() const { return enabled_; }
-  void SetEnabled(bool value);
+  void SetEnabled(bool value) { enabled_ = value; }
   [[nodiscard]] bool Visible() const { return visible_; }
-  void SetVisible(bool value);
+  void SetVisible(bool value) { visible_ = value; }
   [[nodiscard]] const String& ToolTipText() const { return toolTip_; }
-  void SetToolTipText(StringView text);
+  void SetToolTipText(StringView text) { toolTip_ = String(text); }
   /// Whether the control can hold the focus at all (a label can't).
   [[nodiscard]] virtual bool TakesFocus() const { return true; }
   /// Moves the focus here: LostFocus of the control that had it, then GotFocus. No effect on a
@@ -47,26 +48,21 @@ class Control {
   void SetFocus();
   [[nodiscard]] bool HasFocus() const;
 
-  String Tag;
+  Designed<String> Tag{this};
   std::function<void()> GotFocus;
   std::function<void()> LostFocus;
   /// ASCII code of a key; the handler may set it to 0 to swallow the key.
   std::function<void(int& keyAscii)> KeyPress;
 
-  /// Puts the state back to that which the form's class gave it. Called by the form.
-  virtual void SaveDesign();
-  virtual void RestoreDesign();
-
  protected:
   /// Tells the view that something to see has changed.
-  void Changed();
+  void Changed() override;
 
  private:
-  Form* owner_;
+  Surface* owner_;
   String name_;
-  String toolTip_;
-  bool enabled_ = true, visible_ = true;
-  bool designEnabled_ = true, designVisible_ = true;
+  Designed<String> toolTip_{this};
+  Designed<bool> enabled_{this, true}, visible_{this, true};
 };
 
 }  // namespace tessel::forms

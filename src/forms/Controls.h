@@ -1,7 +1,7 @@
 // The plain control kinds. Grid.h and RichTextBox.h hold the two large ones.
 #pragma once
 
-#include <optional>
+#include <algorithm>
 #include <vector>
 
 #include "forms/Control.h"
@@ -20,29 +20,27 @@ struct Init {
 /// A captioned control: "&" ahead of a letter makes it the access key.
 class CaptionedControl : public Control {
  public:
-  CaptionedControl(Form* owner, std::string_view name, const Init& init);
+  CaptionedControl(Surface* owner, std::string_view name, const Init& init);
   [[nodiscard]] const String& Caption() const { return caption_; }
-  void SetCaption(StringView caption);
-  void SaveDesign() override;
-  void RestoreDesign() override;
+  void SetCaption(StringView caption) { caption_ = String(caption); }
 
  private:
-  String caption_, designCaption_;
+  Designed<String> caption_;
 };
 
 class Label : public CaptionedControl {
  public:
-  Label(Form* owner, std::string_view name, const Init& init = {});
+  Label(Surface* owner, std::string_view name, const Init& init = {});
   [[nodiscard]] std::string_view Kind() const override { return "Label"; }
   [[nodiscard]] bool TakesFocus() const override { return false; }
 };
 
 class Button : public CaptionedControl {
  public:
-  Button(Form* owner, std::string_view name, const Init& init = {});
+  Button(Surface* owner, std::string_view name, const Init& init = {});
   [[nodiscard]] std::string_view Kind() const override { return "Button"; }
   /// Pressed by Enter or by Escape from anywhere on the form.
-  bool Default = false, Cancel = false;
+  Designed<bool> Default{this}, Cancel{this};
   std::function<void()> Click;
 };
 
@@ -52,34 +50,31 @@ class DropDownButton : public CaptionedControl {
   struct Item {
     String Key;
     String Text;  ///< "-" is a separator
+    bool operator==(const Item&) const = default;
   };
-  DropDownButton(Form* owner, std::string_view name, const Init& init = {});
+  DropDownButton(Surface* owner, std::string_view name, const Init& init = {});
   [[nodiscard]] std::string_view Kind() const override { return "DropDownButton"; }
   [[nodiscard]] const std::vector<Item>& Items() const { return items_; }
   void AddItem(StringView key, StringView text);
   void ClearItems();
   std::function<void()> Click;
   std::function<void(StringView key)> DropdownItemClick;
-  void SaveDesign() override;
-  void RestoreDesign() override;
 
  private:
-  std::vector<Item> items_, designItems_;
+  Designed<std::vector<Item>> items_{this};
 };
 
 /// Value 0 or 1. Setting another value raises Click.
 class CheckBox : public CaptionedControl {
  public:
-  CheckBox(Form* owner, std::string_view name, const Init& init = {});
+  CheckBox(Surface* owner, std::string_view name, const Init& init = {});
   [[nodiscard]] std::string_view Kind() const override { return "CheckBox"; }
   [[nodiscard]] int Value() const { return value_; }
   void SetValue(int value);
   std::function<void()> Click;
-  void SaveDesign() override;
-  void RestoreDesign() override;
 
  private:
-  int value_ = 0, designValue_ = 0;
+  Designed<int> value_{this};
 };
 
 /// One of a group: switching it on switches the others of its group off. Click is raised when it
@@ -87,41 +82,37 @@ class CheckBox : public CaptionedControl {
 class OptionButton : public CaptionedControl {
  public:
   /// `group` tells the groups of a form apart.
-  OptionButton(Form* owner, std::string_view name, int group, const Init& init = {});
+  OptionButton(Surface* owner, std::string_view name, int group, const Init& init = {});
   [[nodiscard]] std::string_view Kind() const override { return "OptionButton"; }
   [[nodiscard]] bool Value() const { return value_; }
   void SetValue(bool value);
   [[nodiscard]] int Group() const { return group_; }
   std::function<void()> Click;
-  void SaveDesign() override;
-  void RestoreDesign() override;
 
  private:
   int group_;
-  bool value_ = false, designValue_ = false;
+  Designed<bool> value_{this};
 };
 
 /// Setting another text raises Change.
 class TextBox : public Control {
  public:
-  TextBox(Form* owner, std::string_view name, const Init& init = {});
+  TextBox(Surface* owner, std::string_view name, const Init& init = {});
   [[nodiscard]] std::string_view Kind() const override { return "TextBox"; }
   [[nodiscard]] const String& Text() const { return text_; }
   void SetText(StringView text);
-  bool MultiLine = false;
-  bool Locked = false;
+  bool MultiLine = false;  ///< for good, from the constructor of the surface on
+  Designed<bool> Locked{this};
   std::function<void()> Change;
-  void SaveDesign() override;
-  void RestoreDesign() override;
 
  private:
-  String text_, designText_;
+  Designed<String> text_;
 };
 
 /// The list part of a combo box and a list box; indexes count from 0, -1 is none.
 class ListControl : public Control {
  public:
-  ListControl(Form* owner, std::string_view name, const Init& init);
+  ListControl(Surface* owner, std::string_view name, const Init& init);
   [[nodiscard]] const std::vector<String>& List() const { return list_; }
   void AddItem(StringView text);
   /// Fails with 5 when there is no such item.
@@ -133,17 +124,15 @@ class ListControl : public Control {
   [[nodiscard]] virtual String Text() const;
   std::function<void()> Click;
   std::function<void()> DblClick;
-  void SaveDesign() override;
-  void RestoreDesign() override;
 
  protected:
-  std::vector<String> list_, designList_;
-  int listIndex_ = -1, designListIndex_ = -1;
+  Designed<std::vector<String>> list_{this};
+  Designed<int> listIndex_{this, -1};
 };
 
 class ListBox : public ListControl {
  public:
-  ListBox(Form* owner, std::string_view name, const Init& init = {});
+  ListBox(Surface* owner, std::string_view name, const Init& init = {});
   [[nodiscard]] std::string_view Kind() const override { return "ListBox"; }
 };
 
@@ -151,7 +140,7 @@ class ListBox : public ListControl {
 class ComboBox : public ListControl {
  public:
   enum class Style { Editable, List };
-  ComboBox(Form* owner, std::string_view name, Style style = Style::List, const Init& init = {});
+  ComboBox(Surface* owner, std::string_view name, Style style = Style::List, const Init& init = {});
   [[nodiscard]] std::string_view Kind() const override { return "ComboBox"; }
   [[nodiscard]] ComboBox::Style BoxStyle() const { return style_; }
   [[nodiscard]] String Text() const override;
@@ -161,12 +150,10 @@ class ComboBox : public ListControl {
   void Clear() override;
   void SetListIndex(int index) override;
   std::function<void()> Change;
-  void SaveDesign() override;
-  void RestoreDesign() override;
 
  private:
   Style style_;
-  String text_, designText_;
+  Designed<String> text_;
 };
 
 /// Pages told apart by index from 0; controls belong to a page by the layout.
@@ -176,67 +163,60 @@ class TabControl : public Control {
     String Name;
     String Caption;
   };
-  TabControl(Form* owner, std::string_view name, std::vector<Page> pages);
+  TabControl(Surface* owner, std::string_view name, std::vector<Page> pages);
   [[nodiscard]] std::string_view Kind() const override { return "TabControl"; }
   [[nodiscard]] const std::vector<Page>& Pages() const { return pages_; }
   [[nodiscard]] int CurrTab() const { return current_; }
   /// Another page raises Switch; fails with 380 when there is no such page.
   void SetCurrTab(int index);
   std::function<void()> Switch;
-  void SaveDesign() override;
-  void RestoreDesign() override;
 
  private:
   std::vector<Page> pages_;
-  int current_ = 0, designCurrent_ = 0;
+  Designed<int> current_{this};
 };
 
 /// Setting another value raises Change; values are pulled into the bounds.
 class SpinButton : public Control {
  public:
-  SpinButton(Form* owner, std::string_view name, int min, int max);
+  SpinButton(Surface* owner, std::string_view name, int min, int max);
   [[nodiscard]] std::string_view Kind() const override { return "SpinButton"; }
   [[nodiscard]] int Min() const { return min_; }
   [[nodiscard]] int Max() const { return max_; }
   [[nodiscard]] int Value() const { return value_; }
   void SetValue(int value);
   std::function<void()> Change;
-  void SaveDesign() override;
-  void RestoreDesign() override;
 
  private:
-  int min_, max_, value_, designValue_;
+  int min_, max_;
+  Designed<int> value_;
 };
 
 /// Value in per cent, 0 to 100.
 class ProgressBar : public Control {
  public:
-  ProgressBar(Form* owner, std::string_view name);
+  ProgressBar(Surface* owner, std::string_view name);
   [[nodiscard]] std::string_view Kind() const override { return "ProgressBar"; }
   [[nodiscard]] bool TakesFocus() const override { return false; }
   [[nodiscard]] double Value() const { return value_; }
-  void SetValue(double percent);
-  void SaveDesign() override;
-  void RestoreDesign() override;
+  void SetValue(double percent) { value_ = std::clamp(percent, 0.0, 100.0); }
 
  private:
-  double value_ = 0, designValue_ = 0;
+  Designed<double> value_{this};
 };
 
 /// Shows one of the program's pictures (101 to 153), 0 for none.
 class PictureBox : public Control {
  public:
-  PictureBox(Form* owner, std::string_view name, int picture = 0);
+  PictureBox(Surface* owner, std::string_view name, int picture = 0);
   [[nodiscard]] std::string_view Kind() const override { return "PictureBox"; }
   [[nodiscard]] bool TakesFocus() const override { return false; }
   [[nodiscard]] int Picture() const { return picture_; }
-  void SetPicture(int picture);
+  void SetPicture(int picture) { picture_ = picture; }
   std::function<void()> Click;
-  void SaveDesign() override;
-  void RestoreDesign() override;
 
  private:
-  int picture_, designPicture_;
+  Designed<int> picture_;
 };
 
 }  // namespace tessel::forms

@@ -9,47 +9,32 @@ namespace tessel::forms {
 
 using platform::ShowStyle;
 
-Form::Form(std::string_view name, StringView caption)
-    : name_(name.begin(), name.end()), caption_(caption), designCaption_(caption) {}
+Form::Form(std::string_view name, StringView caption) : Surface(name, caption) {}
 
+// A hidden form can go as well, and one that was never shown can have been given a place.
 Form::~Form() {
-  if (visible_ && platform::IsInstalled()) platform::Current().Desktop().Hidden(*this, true);
+  if (platform::IsInstalled()) platform::Current().Screen().Gone(*this);
 }
 
-void Form::SetCaption(StringView caption) {
-  caption_ = caption;
-  if (view_ != nullptr) view_->FormChanged();
+std::shared_ptr<Form> Form::shared_from_this() {
+  return std::static_pointer_cast<Form>(Surface::shared_from_this());
 }
 
-Control* Form::Find(StringView name) const {
-  for (Control* control : controls_) {
-    if (vb::SameText(control->Name(), name)) return control;
-  }
-  return nullptr;
-}
-
-void Form::SaveDesign() {
-  if (designed_) return;
-  designed_ = true;
-  designCaption_ = caption_;
-  for (Control* control : controls_) control->SaveDesign();
-}
-
-void Form::RestoreDesign() {
-  caption_ = designCaption_;
-  for (Control* control : controls_) control->RestoreDesign();
+std::weak_ptr<Form> Form::weak_from_this() {
+  return std::static_pointer_cast<Form>(Surface::weak_from_this().lock());
 }
 
 void Form::Load() {
   if (loaded_) return;
   const auto self = weak_from_this().lock();
-  SaveDesign();
+  if (!std::exchange(designed_, true)) SaveWholeDesign();
   loaded_ = true;
   try {
     Form_Load();
   } catch (...) {
     loaded_ = false;
-    RestoreDesign();  // a later attempt must not find half of this one
+    platform::Current().Screen().Gone(*this);
+    RestoreWholeDesign();  // a later attempt must not find half of this one
     throw;
   }
 }
@@ -57,24 +42,33 @@ void Form::Load() {
 void Form::Show(ShowStyle style) {
   const auto self = weak_from_this().lock();  // alive until the user is done with it
   if (visible_ && style == ShowStyle::Modal) {
-    throw vb::Failure(400, u"Form already displayed; can't show modally: " + name_);
+    throw vb::Failure(400, u"Form already displayed; can't show modally: " + Name());
   }
   Load();
   if (visible_) {
-    platform::Current().Desktop().SetForeground(*this);
+    platform::Current().Screen().SetForeground(*this);
     return;
   }
   visible_ = true;
   modal_ = style == ShowStyle::Modal;
+  try {
+    ShowLoaded(style);
+  } catch (...) {
+    Hide();  // else it could never be shown modally any more
+    throw;
+  }
+}
+
+void Form::ShowLoaded(ShowStyle style) {
   Form_Activate();
   // A form whose activation hid or unloaded it is not shown at all.
-  if (visible_) platform::Current().Desktop().Show(*this, style);
+  if (visible_) platform::Current().Screen().Show(*this, style);
 }
 
 void Form::Hide() {
   if (!visible_) return;
   visible_ = false;
-  platform::Current().Desktop().Hidden(*this, false);
+  platform::Current().Screen().Hidden(*this);
 }
 
 void Form::Unload() {
@@ -87,33 +81,15 @@ void Form::Unload() {
   } catch (...) {
     failed = std::current_exception();  // a form that stayed open could not be closed any more
   }
-  const bool shown = visible_;
   visible_ = false;
-  active_ = arrived_ = nullptr;
-  if (shown) platform::Current().Desktop().Hidden(*this, true);
-  RestoreDesign();
+  platform::Current().Screen().Gone(*this);
+  RestoreWholeDesign();
   if (failed) std::rethrow_exception(failed);
 }
 
 void Form::CloseByFrame() {
   const auto self = weak_from_this().lock();
   if (visible_ && !Form_QueryUnload()) Unload();
-}
-
-void Form::MoveFocus(Control* control) {
-  if (active_ == control) return;
-  Control* const before = active_;
-  active_ = control;
-  // A control on its way to the focus has none to lose. Else two fields that both call the user
-  // back would do so for ever.
-  if (before != nullptr && before == arrived_) {
-    arrived_ = nullptr;
-    if (const auto handler = before->LostFocus) handler();
-    if (active_ != control) return;  // the handler sent the focus elsewhere
-  }
-  arrived_ = control;
-  if (view_ != nullptr) view_->FocusChanged(control);
-  if (const auto handler = control->GotFocus) handler();
 }
 
 }  // namespace tessel::forms

@@ -2,15 +2,9 @@
 
 #include <algorithm>
 
-#include "forms/Form.h"
 #include "vb/Failure.h"
 
 namespace tessel::forms {
-
-struct Grid::Design {
-  std::vector<GridRow> Rows;
-  int Cols, FixedRows, FixedCols, Row, Col;
-};
 
 namespace {
 
@@ -21,43 +15,37 @@ namespace {
 
 }  // namespace
 
-Grid::Grid(Form* owner, std::string_view name) : Control(owner, name) {}
+Grid::Grid(Surface* owner, std::string_view name) : Control(owner, name) {}
 
 GridRow& Grid::At(int row) {
   if (row < 0 || row >= Rows()) Outside(*this, row, 0);
-  return rows_[static_cast<std::size_t>(row)];
+  return rows_.InPlace()[static_cast<std::size_t>(row)];
 }
 
 const GridRow& Grid::RowAt(int row) const {
   if (row < 0 || row >= Rows()) Outside(*this, row, 0);
-  return rows_[static_cast<std::size_t>(row)];
+  return (*rows_)[static_cast<std::size_t>(row)];
 }
 
 void Grid::SetRows(int count) {
   if (count < 0) Outside(*this, count, 0);
-  rows_.resize(static_cast<std::size_t>(count));
-  for (GridRow& row : rows_) row.Cells.resize(static_cast<std::size_t>(cols_));
-  row_ = std::min(row_, count - 1);
+  rows_.InPlace().resize(static_cast<std::size_t>(count));
+  for (GridRow& row : rows_.InPlace()) row.Cells.resize(static_cast<std::size_t>(cols_));
+  row_ = std::min<int>(row_, count - 1);
   Changed();
 }
 
 void Grid::SetCols(int count) {
   if (count < 0) Outside(*this, 0, count);
   cols_ = count;
-  for (GridRow& row : rows_) row.Cells.resize(static_cast<std::size_t>(count));
-  col_ = std::clamp(col_, 0, std::max(0, count - 1));
+  for (GridRow& row : rows_.InPlace()) row.Cells.resize(static_cast<std::size_t>(count));
+  col_ = std::clamp<int>(col_, 0, std::max(0, count - 1));
   Changed();
 }
 
-void Grid::SetFixedRows(int count) {
-  fixedRows_ = count;
-  Changed();
-}
+void Grid::SetFixedRows(int count) { fixedRows_ = count; }
 
-void Grid::SetFixedCols(int count) {
-  fixedCols_ = count;
-  Changed();
-}
+void Grid::SetFixedCols(int count) { fixedCols_ = count; }
 
 const String& Grid::TextMatrix(int row, int col) const {
   const GridRow& found = RowAt(row);
@@ -119,45 +107,28 @@ int Grid::AddItem(std::vector<String> cells, std::optional<int> before) {
   cells.resize(static_cast<std::size_t>(cols_));
   GridRow added;
   added.Cells = std::move(cells);
-  rows_.insert(rows_.begin() + row, std::move(added));
-  if (row_ >= row) ++row_;
+  rows_.InPlace().insert(rows_->begin() + row, std::move(added));
+  if (row_ >= row) row_ = row_ + 1;
   Changed();
   return row;
 }
 
 void Grid::RemoveItem(int row) {
   if (row < 0 || row >= Rows()) Outside(*this, row, 0);
-  rows_.erase(rows_.begin() + row);
-  if (row_ > row || row_ >= Rows()) --row_;
+  rows_.InPlace().erase(rows_->begin() + row);
+  if (row_ > row || row_ >= Rows()) row_ = row_ - 1;
   Changed();
 }
 
-void Grid::ClearRows() { SetRows(std::min(fixedRows_, Rows())); }
+void Grid::ClearRows() { SetRows(std::min<int>(fixedRows_, Rows())); }
 
 void Grid::Select(int row, int col) {
   if (row < -1 || row >= Rows()) Outside(*this, row, col);
-  if (col < 0 || col >= std::max(1, cols_)) Outside(*this, row, col);
+  if (col < 0 || col >= std::max<int>(1, cols_)) Outside(*this, row, col);
   if (row_ == row && col_ == col) return;
   row_ = row;
   col_ = col;
-  Changed();
   if (const auto handler = AfterSelChange) handler();
-}
-
-void Grid::SaveDesign() {
-  Control::SaveDesign();
-  design_ = std::make_shared<Design>(Design{rows_, cols_, fixedRows_, fixedCols_, row_, col_});
-}
-
-void Grid::RestoreDesign() {
-  Control::RestoreDesign();
-  if (!design_) return;
-  rows_ = design_->Rows;
-  cols_ = design_->Cols;
-  fixedRows_ = design_->FixedRows;
-  fixedCols_ = design_->FixedCols;
-  row_ = design_->Row;
-  col_ = design_->Col;
 }
 
 }  // namespace tessel::forms

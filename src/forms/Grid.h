@@ -1,7 +1,6 @@
 // A table of cells with fixed rows and columns, outline levels, data, pictures and tick boxes.
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -22,10 +21,10 @@ struct GridRow {
 /// Rows and columns count from 0, fixed ones included. Writing outside fails with 381.
 class Grid : public Control {
  public:
-  Grid(Form* owner, std::string_view name);
+  Grid(Surface* owner, std::string_view name);
   [[nodiscard]] std::string_view Kind() const override { return "Grid"; }
 
-  [[nodiscard]] int Rows() const { return static_cast<int>(rows_.size()); }
+  [[nodiscard]] int Rows() const { return static_cast<int>(rows_->size()); }
   /// New rows are empty. The current row is pulled into what is left.
   void SetRows(int count);
   [[nodiscard]] int Cols() const { return cols_; }
@@ -58,8 +57,8 @@ class Grid : public Control {
   /// -1 row: none. Another cell raises AfterSelChange.
   void Select(int row, int col);
 
-  std::vector<int> ColumnWidths;  ///< in characters; empty: by content
-  bool Editable = false;
+  Designed<std::vector<int>> ColumnWidths{this};  ///< in characters; empty: by content
+  Designed<bool> Editable{this};
 
   /// A handler that sets `cancel` refuses the edit.
   std::function<void(int row, int col, bool& cancel)> BeforeEdit;
@@ -73,15 +72,10 @@ class Grid : public Control {
   std::function<void(int row)> TickChanged;
   std::function<void(int row, const std::vector<String>& files)> FilesDropped;
 
-  void SaveDesign() override;
-  void RestoreDesign() override;
-
  private:
   [[nodiscard]] GridRow& At(int row);
-  std::vector<GridRow> rows_;
-  int cols_ = 0, fixedRows_ = 0, fixedCols_ = 0, row_ = -1, col_ = 0;
-  struct Design;
-  std::shared_ptr<Design> design_;
+  Designed<std::vector<GridRow>> rows_{this};
+  Designed<int> cols_{this}, fixedRows_{this}, fixedCols_{this}, row_{this, -1}, col_{this};
 };
 
 }  // namespace tessel::forms

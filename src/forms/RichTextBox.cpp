@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "forms/Form.h"
 #include "vb/Failure.h"
 
 namespace tessel::forms {
@@ -23,8 +22,8 @@ bool StandsAlone(StringView text, std::size_t start, std::size_t length) {
 
 }  // namespace
 
-RichTextBox::RichTextBox(Form* owner, std::string_view name, const forms::Font& font)
-    : Control(owner, name), Font(font) {}
+RichTextBox::RichTextBox(Surface* owner, std::string_view name, const forms::Font& font)
+    : Control(owner, name), Font(this, font) {}
 
 void RichTextBox::SetText(StringView text) {
   String lines = WithCrLf(text);
@@ -43,10 +42,10 @@ void RichTextBox::SetTextRTF(StringView document) {
 }
 
 void RichTextBox::Replace(String text, std::vector<Color> colors) {
-  const bool changed = text_ != text;
-  text_ = std::move(text);
-  colors_ = std::move(colors);
-  selStart_ = selLength_ = 0;
+  const bool changed = *text_ != text;
+  text_.InPlace() = std::move(text);
+  colors_.InPlace() = std::move(colors);
+  selStart_.InPlace() = selLength_.InPlace() = 0;
   Changed();
   if (!changed) return;
   if (const auto handler = Change) handler();
@@ -54,7 +53,7 @@ void RichTextBox::Replace(String text, std::vector<Color> colors) {
 
 ColoredText RichTextBox::Content() const {
   ColoredText content{text_, {}};
-  for (const Color color : colors_) {
+  for (const Color color : *colors_) {
     if (!content.Runs.empty() && content.Runs.back().TextColor == color) {
       ++content.Runs.back().Length;
     } else {
@@ -66,44 +65,43 @@ ColoredText RichTextBox::Content() const {
 
 void RichTextBox::SetSelStart(int position) {
   if (position < 0) throw vb::Failure(380, u"Invalid property value: SelStart of " + Name());
-  selStart_ = std::min(position, static_cast<int>(text_.size()));
   selLength_ = 0;
-  Changed();
+  selStart_ = std::min(position, static_cast<int>(text_->size()));
   if (const auto handler = SelChange) handler();
 }
 
 void RichTextBox::SetSelLength(int length) {
   if (length < 0) throw vb::Failure(380, u"Invalid property value: SelLength of " + Name());
-  selLength_ = std::min(length, static_cast<int>(text_.size()) - selStart_);
-  Changed();
+  selLength_ = std::min(length, static_cast<int>(text_->size()) - selStart_);
   if (const auto handler = SelChange) handler();
 }
 
 String RichTextBox::SelText() const {
-  return text_.substr(static_cast<std::size_t>(selStart_), static_cast<std::size_t>(selLength_));
+  return text_->substr(static_cast<std::size_t>(selStart_), static_cast<std::size_t>(selLength_));
 }
 
 void RichTextBox::SetSelText(StringView text) {
   const String lines = WithCrLf(text);
   const auto removed = static_cast<std::size_t>(selLength_);
   const Color color = SelColor();
-  const auto first = colors_.begin() + selStart_;
-  const auto behind = colors_.erase(first, first + selLength_);
-  colors_.insert(behind, lines.size(), color);
-  text_.replace(static_cast<std::size_t>(selStart_), removed, lines);
-  selStart_ += static_cast<int>(lines.size());
-  selLength_ = 0;
+  auto& colors = colors_.InPlace();
+  const auto first = colors.begin() + selStart_;
+  const auto behind = colors.erase(first, first + selLength_);
+  colors.insert(behind, lines.size(), color);
+  text_.InPlace().replace(static_cast<std::size_t>(selStart_), removed, lines);
+  selStart_.InPlace() += static_cast<int>(lines.size());
+  selLength_.InPlace() = 0;
   Changed();
   if (const auto handler = Change) handler();
 }
 
 Color RichTextBox::SelColor() const {
   const auto start = static_cast<std::size_t>(selStart_);
-  return start < colors_.size() ? colors_[start] : DefaultColor;
+  return start < colors_->size() ? (*colors_)[start] : DefaultColor;
 }
 
 void RichTextBox::SetSelColor(Color color) {
-  std::fill_n(colors_.begin() + selStart_, selLength_, color);
+  std::fill_n(colors_.InPlace().begin() + selStart_, *selLength_, color);
   Changed();
 }
 
@@ -111,13 +109,13 @@ int RichTextBox::Find(StringView what, int start, int end, int options) {
   if (what.empty() || start < 0) return -1;
   const auto compare = (options & MatchCase) != 0 ? vb::Compare::Binary : vb::Compare::Text;
   const StringView text =
-      end < 0 ? StringView(text_) : StringView(text_).substr(0, static_cast<std::size_t>(end));
+      end < 0 ? StringView(*text_) : StringView(*text_).substr(0, static_cast<std::size_t>(end));
   auto from = static_cast<std::size_t>(start);
   for (;;) {
     const std::size_t found = vb::InStr(from + 1, text, what, compare);
     if (found == 0) return -1;
     from = found;
-    if ((options & WholeWord) != 0 && !StandsAlone(text_, found - 1, what.size())) continue;
+    if ((options & WholeWord) != 0 && !StandsAlone(*text_, found - 1, what.size())) continue;
     const int position = static_cast<int>(found) - 1;
     if ((options & NoHighlight) == 0) {
       SetSelStart(position);
@@ -125,19 +123,6 @@ int RichTextBox::Find(StringView what, int start, int end, int options) {
     }
     return position;
   }
-}
-
-void RichTextBox::SaveDesign() {
-  Control::SaveDesign();
-  designText_ = text_;
-  designColors_ = colors_;
-}
-
-void RichTextBox::RestoreDesign() {
-  Control::RestoreDesign();
-  text_ = designText_;
-  colors_ = designColors_;
-  selStart_ = selLength_ = 0;
 }
 
 }  // namespace tessel::forms

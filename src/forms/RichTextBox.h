@@ -36,7 +36,7 @@ struct ColoredText {
 /// Positions count from 0, as in the original. A CR LF counts as two.
 class RichTextBox : public Control {
  public:
-  RichTextBox(Form* owner, std::string_view name, const Font& font = {});
+  RichTextBox(Surface* owner, std::string_view name, const Font& font = {});
   [[nodiscard]] std::string_view Kind() const override { return "RichTextBox"; }
 
   [[nodiscard]] const String& Text() const { return text_; }
@@ -63,21 +63,18 @@ class RichTextBox : public Control {
   /// alone, else what is found becomes the selection.
   int Find(StringView what, int start = 0, int end = -1, int options = 0);
 
-  forms::Font Font;
-  int RightMargin = 0;
-  bool Locked = false;
+  Designed<forms::Font> Font;
+  Designed<int> RightMargin{this};
+  Designed<bool> Locked{this};
   std::function<void()> Change;
   std::function<void()> SelChange;
 
-  void SaveDesign() override;
-  void RestoreDesign() override;
-
  private:
   void Replace(String text, std::vector<Color> colors);
-  String text_, designText_;
+  Designed<String> text_{this};
   // One of each character: colouring one span after the other then costs no more than the spans.
-  std::vector<Color> colors_, designColors_;
-  int selStart_ = 0, selLength_ = 0;
+  Designed<std::vector<Color>> colors_{this};
+  Designed<int> selStart_{this}, selLength_{this};
 };
 
 }  // namespace tessel::forms

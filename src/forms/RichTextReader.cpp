@@ -81,6 +81,7 @@ struct Group {
   int ColorIndex = 0;
   int Font = 0;
   int FallbackUnits = 1;  // \uc
+  bool Hidden = false;
 };
 
 class Reader {
@@ -144,6 +145,7 @@ class Reader {
         Character(u'-');
         break;
       case u'-':
+        CountFallback();
         break;
       case u'*':
         Here().Target = Destination::Skipped;
@@ -173,7 +175,7 @@ class Reader {
       return;
     }
     trailing_ = false;
-    if (skip_ > 0) --skip_;
+    CountFallback();
   }
 
   [[nodiscard]] int CodePageHere() {
@@ -196,7 +198,14 @@ class Reader {
       if (number < 100'000'000) number = number * 10 + (Peek() - u'0');
     }
     if (Peek() == u' ') ++at_;
+    const int left = skip_;
     Apply(word, hasNumber, negative ? -number : number);
+    if (word != u"u" && skip_ == left) CountFallback();
+  }
+
+  /// A word counts as one unit of the fallback that it stands in.
+  void CountFallback() {
+    if (skip_ > 0) --skip_;
   }
 
   void Apply(StringView word, bool hasNumber, int number) {
@@ -240,7 +249,13 @@ class Reader {
       Here().ColorIndex = number;
     } else if (word == u"plain") {
       Here().ColorIndex = 0;
-    } else if ((word == u"f" || word == u"deff") && hasNumber) {
+      Here().Font = defaultFont_;  // and its code page with it
+      Here().Hidden = false;
+    } else if (word == u"v") {
+      Here().Hidden = !hasNumber || number != 0;
+    } else if (word == u"deff" && hasNumber) {
+      Here().Font = defaultFont_ = number;
+    } else if (word == u"f" && hasNumber) {
       Here().Font = number;
     } else {
       for (const NamedUnit& named : NamedUnits) {
@@ -262,13 +277,13 @@ class Reader {
 
   void Character(char16_t unit) {
     if (skip_ > 0) {
-      --skip_;
+      CountFallback();
       return;
     }
     if (Here().Target == Destination::Colors && unit == u';') {
       colors_.push_back(color_);
       color_ = DefaultColor;
-    } else if (Here().Target == Destination::Text) {
+    } else if (IsShown()) {
       FlushParagraph();
       Append(StringView(&unit, 1), ColorHere());
     }
@@ -278,11 +293,13 @@ class Reader {
   /// text; so a mark counts when something follows.
   void Paragraph() {
     EndFallback();
-    if (Here().Target != Destination::Text) return;
+    if (!IsShown()) return;
     FlushParagraph();
     pending_ = true;
     pendingColor_ = ColorHere();
   }
+
+  [[nodiscard]] bool IsShown() { return Here().Target == Destination::Text && !Here().Hidden; }
 
   void FlushParagraph() {
     if (pending_) Append(u"\r\n", pendingColor_);
@@ -313,6 +330,7 @@ class Reader {
   Color color_ = DefaultColor;         // of the table's entry being read
   Color pendingColor_ = DefaultColor;  // of the mark that is not written yet
   int codePage_ = DefaultCodePage;
+  int defaultFont_ = 0;
   int skip_ = 0;           // fallback units of a \u still to be passed over
   bool trailing_ = false;  // the next byte is the second of a pair
   bool pending_ = false, done_ = false;

@@ -19,17 +19,17 @@ String KindText(const Control& control) {
   return String(kind.begin(), kind.end());
 }
 
-/// Keeps the form of a control alive for the length of an action, and checks what every action
+/// Keeps the surface of a control alive for the length of an action, and checks what every action
 /// needs.
 class Action {
  public:
-  explicit Action(Control& control) : form_(control.Owner().weak_from_this().lock()) {
+  explicit Action(Control& control) : surface_(control.Owner().weak_from_this().lock()) {
     if (!control.Enabled()) Refuse(control, u"is disabled");
     if (!control.Visible()) Refuse(control, u"is hidden");
   }
 
  private:
-  std::shared_ptr<Form> form_;
+  std::shared_ptr<Surface> surface_;
 };
 
 /// The control as the kind that an action needs.
@@ -74,8 +74,8 @@ int IndexOf(const std::vector<String>& list, StringView text) {
   return -1;
 }
 
-Button* ButtonThat(Form& form, bool Button::*flag) {
-  for (Control* control : form.Controls()) {
+Button* ButtonThat(const Surface& surface, Designed<bool> Button::*flag) {
+  for (Control* control : surface.Controls()) {
     auto* const button = dynamic_cast<Button*>(control);
     if (button != nullptr && button->*flag && button->Enabled() && button->Visible()) return button;
   }
@@ -251,18 +251,18 @@ void Focus(Control& control) {
 
 void Key(Control& control, int ascii) {
   const Action action(control);
-  Form& form = control.Owner();
+  const Surface& surface = control.Owner();
   if (!Reach(control)) return;
   int key = ascii;
   if (const auto handler = control.KeyPress) handler(key);
-  if (!form.Visible()) return;
+  if (!surface.Visible()) return;
   if (key == 13 && !KeepsEnter(control)) {
     auto* const own = dynamic_cast<Button*>(&control);
-    if (Button* const pressed = own != nullptr ? own : ButtonThat(form, &Button::Default)) {
+    if (Button* const pressed = own != nullptr ? own : ButtonThat(surface, &Button::Default)) {
       Press(*pressed);
     }
   } else if (key == 27) {
-    if (Button* const pressed = ButtonThat(form, &Button::Cancel)) Press(*pressed);
+    if (Button* const pressed = ButtonThat(surface, &Button::Cancel)) Press(*pressed);
   }
 }
 

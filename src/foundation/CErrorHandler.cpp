@@ -173,8 +173,8 @@ ErrorAnswer CErrorHandler::HandleError(StringView routine, const vb::Failure& fa
     }
     ErrorAnswer answer = ActionAbort;
     if ((errorHandlerActions_ & ActionMessageBox) != 0) {
-      switch (services.Desktop().ShowMessage(report, services.App().Title(),
-                                             platform::AbortRetryIgnore)) {
+      switch (services.Boxes().ShowMessage(report, services.App().Title(),
+                                           platform::AbortRetryIgnore)) {
         case platform::MessageAnswer::Retry:
           answer = ActionRetry;
           break;

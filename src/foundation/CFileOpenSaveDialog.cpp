@@ -28,13 +28,13 @@ bool CFileOpenSaveDialog::Show(FileDialogKind kind) {
     if (HWndOwner != 0 && services.Windows().ClassName(HWndOwner).empty()) {
       throw Service.Own(InvalidWindow, u"Invalid window handle");
     }
-    files_ = services.Desktop().FileDialog({.Save = kind == FileDialogKind::Save,
-                                            .Title = DialogTitle,
-                                            .Filter = Filter,
-                                            .InitialDir = InitialDir,
-                                            .FileName = FileName,
-                                            .DefaultExt = DefaultExt,
-                                            .MultiSelect = (Flags & AllowMultiSelect) != 0});
+    files_ = services.Boxes().FileDialog({.Save = kind == FileDialogKind::Save,
+                                          .Title = DialogTitle,
+                                          .Filter = Filter,
+                                          .InitialDir = InitialDir,
+                                          .FileName = FileName,
+                                          .DefaultExt = DefaultExt,
+                                          .MultiSelect = (Flags & AllowMultiSelect) != 0});
     next_ = 0;
     if (files_.empty()) return false;
     const std::filesystem::path first(services.App().NativePath(files_.front()));

@@ -29,7 +29,7 @@ bool CFontDialog::Show() {
       throw Service.Own(InvalidWindow, u"Invalid window handle");
     }
     forms::Font chosen = Font;
-    if (!services.Desktop().FontDialog(chosen, DialogTitle)) return false;
+    if (!services.Boxes().FontDialog(chosen, DialogTitle)) return false;
     if (Min > 0) chosen.Size = std::max(chosen.Size, static_cast<double>(Min));
     if (Max > 0) chosen.Size = std::min(chosen.Size, static_cast<double>(Max));
     Font = chosen;

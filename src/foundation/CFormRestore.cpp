@@ -78,7 +78,7 @@ void CFormRestore::GetPosition(forms::Form& form) {
   Service.Guard([&] {
     if (!appSettings_) throw Service.Own(NotInitialized, u"Object not properly initialized");
     const String section = keyName_ + u"\\" + form.Name();
-    platform::Desktop& desktop = platform::Current().Desktop();
+    platform::Screen& screen = platform::Current().Screen();
     const int state = vb::CLng(appSettings_->GetText(section, u"WindowState", u"-1"));
     if (state > -1) {
       WindowPlacement placement;
@@ -86,14 +86,14 @@ void CFormRestore::GetPosition(forms::Form& form) {
       for (const PlaceValue& value : PlaceValues) {
         placement.*value.Field = vb::CLng(vb::Val(appSettings_->GetText(section, value.Name, u"")));
       }
-      desktop.SetPlacement(form, placement);
+      screen.SetPlacement(form, placement);
     } else if (CenteredByDefault) {
-      auto placement = desktop.GetPlacement(form);
-      const auto screen = desktop.DesktopPlacement();
-      if (!placement || !screen) return;
-      CenterWindow(*placement, *screen);
+      auto placement = screen.GetPlacement(form);
+      const auto desktop = screen.DesktopPlacement();
+      if (!placement || !desktop) return;
+      CenterWindow(*placement, *desktop);
       placement->ShowCommand = form.Visible() ? ShowPresent : ShowMinimized;
-      desktop.SetPlacement(form, *placement);
+      screen.SetPlacement(form, *placement);
     }
   });
 }
@@ -101,7 +101,7 @@ void CFormRestore::GetPosition(forms::Form& form) {
 void CFormRestore::SavePosition(forms::Form& form) {
   Service.Guard([&] {
     if (!appSettings_) throw Service.Own(NotInitialized, u"Object not properly initialized");
-    const auto placement = platform::Current().Desktop().GetPlacement(form);
+    const auto placement = platform::Current().Screen().GetPlacement(form);
     if (!placement) return;
     const String section = keyName_ + u"\\" + form.Name();
     appSettings_->SaveSetting(section, u"WindowState", vb::Str(placement->ShowCommand));

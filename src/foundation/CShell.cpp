@@ -47,8 +47,7 @@ void Check(int answer) {
 }
 
 void Open(StringView target, StringView verb, StringView parameters = {}) {
-  Service.Guard(
-      [&] { Check(platform::Current().Desktop().OpenDocument(target, verb, parameters)); });
+  Service.Guard([&] { Check(platform::Current().Shell().OpenDocument(target, verb, parameters)); });
 }
 
 /// The text that stands for a key, empty when there is none.
@@ -91,7 +90,7 @@ void CShell::LaunchProgram(StringView document, StringView parameters) const {
     }
     String arguments = u"\"" + String(document) + u"\"";
     if (!parameters.empty()) arguments += u" " + String(parameters);
-    Check(platform::Current().Desktop().OpenDocument(program, u"open", arguments));
+    Check(platform::Current().Shell().OpenDocument(program, u"open", arguments));
   });
 }
 
@@ -103,7 +102,7 @@ void CShell::OpenUrl(StringView address) const { Open(address, u"open"); }
 
 void CShell::ShowProperties(StringView file) const {
   Service.Guard([&] {
-    if (platform::Current().Desktop().OpenDocument(file, u"properties", {}) <= LastFailure) {
+    if (platform::Current().Shell().OpenDocument(file, u"properties", {}) <= LastFailure) {
       throw Service.Own(CannotShowProperties, u"Cannot show properties");
     }
   });

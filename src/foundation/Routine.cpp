@@ -23,7 +23,7 @@ bool Statements::RetryAfterFailure() {
 void ShowPlainly(const vb::Failure& failure) noexcept {
   try {
     platform::Platform& services = platform::Current();
-    services.Desktop().ShowMessage(failure.Description(), services.App().Title(), platform::OKOnly);
+    services.Boxes().ShowMessage(failure.Description(), services.App().Title(), platform::OKOnly);
   } catch (...) {
     // Without a box there is no way left to tell it.
   }

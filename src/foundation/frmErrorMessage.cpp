@@ -46,8 +46,8 @@ void frmErrorMessage::Form_Activate() {
   platform::Platform& services = platform::Current();
   elaTitleCaption.SetCaption(u"An error occurred in " + services.App().Title());
   btnSend.SetEnabled(!supportMail_.empty());
-  services.Desktop().Beep();
-  services.Desktop().SetForeground(*this);
+  services.Shell().Beep();
+  services.Screen().SetForeground(*this);
   Tag = u"ABORT";
 }
 

@@ -184,7 +184,7 @@ String winClass(std::intptr_t hwnd) {
 void RunHelpFennick(StringView topic) {
   Routine(u"mGlobals.RunHelpFennick", [&] {
     platform::Platform& services = platform::Current();
-    services.Desktop().ShowHelp(services.App().Path() + u"\\Marlow.CHM", topic);
+    services.Shell().ShowHelp(services.App().Path() + u"\\Marlow.CHM", topic);
   });
 }
 

@@ -2,10 +2,13 @@
 #pragma once
 
 #include "platform/App.h"
+#include "platform/Boxes.h"
+#include "platform/Clipboard.h"
 #include "platform/Clock.h"
-#include "platform/Desktop.h"
 #include "platform/Identity.h"
 #include "platform/Registry.h"
+#include "platform/Screen.h"
+#include "platform/Shell.h"
 #include "platform/Windows.h"
 
 namespace tessel::platform {
@@ -15,7 +18,10 @@ class Platform {
  public:
   virtual ~Platform() = default;
   [[nodiscard]] virtual platform::Registry& Registry() = 0;
-  [[nodiscard]] virtual platform::Desktop& Desktop() = 0;
+  [[nodiscard]] virtual platform::Boxes& Boxes() = 0;
+  [[nodiscard]] virtual platform::Screen& Screen() = 0;
+  [[nodiscard]] virtual platform::Clipboard& Clipboard() = 0;
+  [[nodiscard]] virtual platform::Shell& Shell() = 0;
   [[nodiscard]] virtual platform::Clock& Clock() = 0;
   [[nodiscard]] virtual platform::Windows& Windows() = 0;
   [[nodiscard]] virtual platform::Identity& Identity() = 0;

@@ -58,7 +58,7 @@ String MessageText(int code, StringView info1, StringView info2, StringView info
 bool myBreak(int code, StringView info1, StringView info2, StringView info3) {
   Routine(u"mFunctions.myBreak", [&](const Statements& run) {
     const String text = MessageText(code, info1, info2, info3);
-    run([&] { platform::Current().Desktop().ShowMessage(text, u"Tessel", platform::Exclamation); });
+    run([&] { platform::Current().Boxes().ShowMessage(text, u"Tessel", platform::Exclamation); });
   });
   return false;
 }

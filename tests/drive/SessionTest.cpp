@@ -328,6 +328,31 @@ TEST_F(Drive, ClosesAProjectWithoutSavingIt) {
   EXPECT_EQ(replies[4]["projects"][0]["name"], "Q");
 }
 
+TEST_F(Drive, ADialogOpensInTheMiddleAndItsPlaceIsKept) {
+  const auto replies = Play(Start + R"({"do":"click","path":["Tessel","Tessel","Code Formatter"]}
+{"do":"close"}
+{"do":"settings","section":"Windows settings\\frmFormatText"}
+{"do":"setting","section":"Windows settings\\frmFormatText","key":"NormalPosLeft","value":"17"}
+{"do":"setting","section":"Windows settings\\frmFormatText","key":"WindowState","value":"3"}
+{"do":"click","path":["Tessel","Tessel","Code Formatter"]}
+{"do":"close"}
+{"do":"settings","section":"Windows settings\\frmFormatText"}
+)");
+  const auto valueOf = [](const Json& reply, const std::string& key) {
+    for (const Json& one : reply["settings"]) {
+      if (one["key"] == key) return one["value"].get<std::string>();
+    }
+    return std::string("none");
+  };
+  ASSERT_EQ(replies.size(), 11U);
+  EXPECT_EQ(valueOf(replies[5], "WindowState"), "1");
+  EXPECT_EQ(valueOf(replies[5], "NormalPosLeft"), "272");
+  EXPECT_EQ(valueOf(replies[5], "NormalPosRight"), "752");
+  EXPECT_EQ(valueOf(replies[5], "NormalPosTop"), "204");
+  EXPECT_EQ(valueOf(replies[10], "WindowState"), "3");
+  EXPECT_EQ(valueOf(replies[10], "NormalPosLeft"), "17");
+}
+
 TEST_F(Drive, SettingsKeepTheirTypes) {
   const auto replies = Play(R"({"do":"setting","section":"X","key":"a","value":"1"}
 {"do":"setting","section":"X","key":"b","value":7}

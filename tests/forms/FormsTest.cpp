@@ -37,9 +37,13 @@ struct Sample : Form {
   }
   void Log(const String& text) { Seen.push_back(text); }
   void Form_Load() override { Log(u"load"); }
-  void Form_Activate() override { Log(u"activate"); }
+  void Form_Activate() override {
+    Log(u"activate");
+    if (OnActivate) OnActivate();
+  }
   void Form_Unload() override { Log(u"unload"); }
   bool Form_QueryUnload() override { return Refuse; }
+  std::function<void()> OnActivate;
   std::vector<String> Take() { return std::exchange(Seen, {}); }
 
   std::vector<String> Seen;
@@ -115,6 +119,123 @@ TEST_F(Forms, LoadOnceAndGoBackToTheirDesignOnUnload) {
   EXPECT_EQ(form_->txt.Text(), u"start");
   form_->Unload();
   EXPECT_TRUE(form_->Take().empty());
+}
+
+TEST_F(Forms, GoBackToTheirDesignWhole) {
+  form_->txt.SetToolTipText(u"of the class");
+  form_->grid.ColumnWidths = {3, 4};
+  form_->Show();
+  form_->SetCaption(u"other");
+  form_->Tag = u"other";
+  form_->txt.SetToolTipText(u"other");
+  form_->txt.Tag = u"other";
+  form_->txt.Locked = true;
+  form_->rich.Locked = true;
+  form_->rich.RightMargin = 9;
+  form_->rich.Font = Font{.Name = u"Other", .Size = 20};
+  form_->rich.SetTextRTF(u"{\\rtf1 red}");
+  form_->grid.ColumnWidths = {30, 40};
+  form_->grid.Editable = false;
+  form_->grid.SetRows(9);
+  form_->ok.Default = false;
+  form_->drop.ClearItems();
+  form_->cbo.SetListIndex(1);
+  form_->Unload();
+  EXPECT_EQ(form_->Caption(), u"Sample");
+  EXPECT_EQ(form_->Tag, u"other") << "an answer for who opened the form";
+  EXPECT_EQ(form_->txt.ToolTipText(), u"of the class");
+  EXPECT_EQ(*form_->txt.Tag, u"");
+  EXPECT_FALSE(form_->txt.Locked);
+  EXPECT_FALSE(form_->rich.Locked);
+  EXPECT_EQ(form_->rich.RightMargin, 0);
+  EXPECT_EQ(*form_->rich.Font, Font{});
+  EXPECT_EQ(form_->rich.Text(), u"");
+  EXPECT_EQ(*form_->grid.ColumnWidths, (std::vector<int>{3, 4}));
+  EXPECT_TRUE(form_->grid.Editable);
+  EXPECT_EQ(form_->grid.Rows(), 3);
+  EXPECT_TRUE(form_->ok.Default);
+  EXPECT_EQ(form_->drop.Items().size(), 2U);
+  EXPECT_EQ(form_->cbo.ListIndex(), -1);
+}
+
+/// Counts what a renderer would show again.
+struct CountingView : View {
+  void ControlChanged(Control& control) override { Shown.push_back(control.Name()); }
+  void FocusChanged(Control*) override {}
+  void SurfaceChanged() override { Shown.emplace_back(u"surface"); }
+  std::vector<String> Shown;
+};
+
+TEST_F(Forms, TellTheirViewOfEveryPropertyThatIsSeen) {
+  CountingView view;
+  form_->SetView(&view);
+  form_->rich.Font = Font{.Name = u"Other"};
+  form_->rich.Font = Font{.Name = u"Other"};  // the same again is nothing to show
+  form_->txt.Locked = true;
+  form_->grid.ColumnWidths = {1, 2};
+  form_->SetCaption(u"other");
+  EXPECT_EQ(view.Shown, (std::vector<String>{u"rich", u"txt", u"grid", u"surface"}));
+  form_->SetView(nullptr);
+}
+
+TEST_F(Forms, AFailingActivationLeavesThemHiddenAndAbleToShowModally) {
+  form_->OnActivate = [] { throw vb::Failure(91, u"not yet"); };
+  EXPECT_THROW(form_->Show(), vb::Failure);
+  EXPECT_FALSE(form_->Visible());
+  EXPECT_TRUE(services_.DesktopService.Shown.empty());
+  form_->OnActivate = nullptr;
+  bool seen = false;
+  services_.DesktopService.OnModal = [&](Form&) { seen = true; };
+  form_->Show(platform::ShowStyle::Modal);
+  EXPECT_TRUE(seen);
+}
+
+TEST_F(Forms, AFailingShowLeavesThemHiddenAndAbleToShowModally) {
+  services_.DesktopService.OnModal = [](Form&) { throw vb::Failure(7, u"no window"); };
+  EXPECT_THROW(form_->Show(platform::ShowStyle::Modal), vb::Failure);
+  EXPECT_FALSE(form_->Visible());
+  EXPECT_TRUE(services_.DesktopService.Shown.empty());
+  services_.DesktopService.OnModal = nullptr;
+  form_->Show(platform::ShowStyle::Modal);
+  EXPECT_FALSE(form_->IsLoaded()) << "closed by its frame";
+}
+
+TEST_F(Forms, AnActivationThatHidesThemIsNoShowing) {
+  form_->OnActivate = [this] { form_->Hide(); };
+  form_->Show();
+  EXPECT_TRUE(services_.DesktopService.Shown.empty());
+  EXPECT_TRUE(form_->IsLoaded());
+}
+
+/// A desktop that notes what it is told of forms.
+struct NotingDesktop : memory::UnattendedDesktop {
+  void Hidden(Form& form) override {
+    Told.emplace_back("hidden");
+    UnattendedDesktop::Hidden(form);
+  }
+  void Gone(Form& form) override {
+    Told.emplace_back("gone");
+    UnattendedDesktop::Gone(form);
+  }
+  std::vector<std::string> Told;
+};
+
+TEST(FormsOnADesktop, TheEndIsAlwaysTold) {
+  memory::PlatformWith<NotingDesktop> services;
+  const platform::ScopedPlatform scope(services);
+  const auto told = [&] { return std::exchange(services.DesktopService.Told, {}); };
+  auto form = std::make_shared<Sample>();
+  form->Show();
+  form->Hide();
+  form->Show();
+  EXPECT_EQ(told(), (std::vector<std::string>{"hidden"}));
+  form->Unload();
+  EXPECT_EQ(told(), (std::vector<std::string>{"gone"}));
+  form->Show();
+  form->Hide();
+  EXPECT_EQ(told(), (std::vector<std::string>{"hidden"}));
+  form.reset();
+  EXPECT_EQ(told(), (std::vector<std::string>{"gone"})) << "hidden, then destroyed";
 }
 
 TEST_F(Forms, MayRefuseToBeClosedByTheFrame) {
@@ -221,6 +342,14 @@ TEST(RichText, ReadsDocuments) {
       {u"{\\rtf1 a", u"a"},
       {u"{\\rtf1 a}}}} b", u"a"},
       {u"{\\rtf1 \\'zz\\", u"zz"},
+      // plain text is in the default font, and read by that font's code page
+      {u"{\\rtf1\\deff1{\\fonttbl{\\f0\\fcharset204 A;}{\\f1 B;}}\\f0\\'c6\\plain\\'e9}",
+       u"\u0416\u00E9"},
+      {u"{\\rtf1 a\\v hidden\\par\\v0 b{\\v c}d\\v e\\plain f}", u"abdf"},
+      // a word counts as one unit of the fallback
+      {u"{\\rtf1\\u8226\\b0 xy}", u"\u2022xy"},
+      {u"{\\rtf1\\uc2\\u8226\\b0 xy}", u"\u2022y"},
+      {u"{\\rtf1\\u8226\\u8226?x\\u8226\\par y}", u"\u2022\u2022x\u2022\r\ny"},
   };
   for (const RichCase& one : cases) {
     EXPECT_EQ(ReadRichText(one.Document).Text, one.Text) << vb::ToUtf8(one.Document);

@@ -154,7 +154,7 @@ TEST(CommandBars, PasteThePictureOfTheClipboard) {
   const auto& own = dynamic_cast<CommandBarControl&>(*button);
   EXPECT_EQ(FailureOf([&] { button->PasteFace(); }), vb::InvalidCall);
   EXPECT_EQ(own.PictureNumber(), 0);
-  bench.Services.DesktopService.SetClipboardPicture(105);
+  bench.Services.DesktopService.SetPicture(105);
   button->PasteFace();
   EXPECT_EQ(own.PictureNumber(), 105);
 }

@@ -7,7 +7,7 @@
 #include <QUrl>
 
 #include "hosts/workbench/platform/Text.h"
-#include "platform/Desktop.h"
+#include "platform/Shell.h"
 
 namespace tessel::workbench {
 namespace {

@@ -180,7 +180,7 @@ void FormWindow::FocusChanged(forms::Control*) {
   PostRefresh();
 }
 
-void FormWindow::FormChanged() { ShowFrame(); }
+void FormWindow::SurfaceChanged() { ShowFrame(); }
 
 void FormWindow::PostRefresh() {
   if (refreshPosted_) return;

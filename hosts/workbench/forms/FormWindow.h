@@ -45,7 +45,7 @@ class FormWindow : public QDialog, public forms::View, private ViewHost {
 
   void ControlChanged(forms::Control& control) override;
   void FocusChanged(forms::Control* control) override;
-  void FormChanged() override;
+  void SurfaceChanged() override;
 
   void reject() override;
 

@@ -39,9 +39,11 @@ void GridView::Wire() {
   };
   table_->Resized = [this](int col, int chars) {
     const auto at = static_cast<std::size_t>(col);
-    if (at >= grid_.ColumnWidths.size()) return;
-    grid_.ColumnWidths[at] = chars;
-    shownWidths_ = grid_.ColumnWidths;
+    std::vector<int> widths = grid_.ColumnWidths;
+    if (at >= widths.size()) return;
+    widths[at] = chars;
+    shownWidths_ = widths;
+    grid_.ColumnWidths = widths;
   };
 }
 
@@ -92,7 +94,7 @@ void GridView::Update() {
 void GridView::ShowRows() {
   const int scrolled = table_->verticalScrollBar()->value();
   const bool anew = model_->Take(grid_);
-  if (anew || shownWidths_ != grid_.ColumnWidths) {
+  if (anew || shownWidths_ != *grid_.ColumnWidths) {
     shownWidths_ = grid_.ColumnWidths;
     table_->ShowColumns(shownWidths_);
   }

@@ -32,14 +32,14 @@ RichTextView::RichTextView(forms::RichTextBox& box, ViewHost& host)
 
 /// The model's font is the least: a desktop with large letters has them here as well.
 void RichTextView::UseFont() {
-  QFont font(ToQt(box_.Font.Name));
+  QFont font(ToQt(box_.Font->Name));
   font.setStyleHint(QFont::Monospace);
   font.setFixedPitch(true);
-  font.setPointSizeF(std::max(box_.Font.Size, QApplication::font().pointSizeF()));
-  font.setBold(box_.Font.Bold);
-  font.setItalic(box_.Font.Italic);
-  font.setUnderline(box_.Font.Underline);
-  font.setStrikeOut(box_.Font.Strikethrough);
+  font.setPointSizeF(std::max(box_.Font->Size, QApplication::font().pointSizeF()));
+  font.setBold(box_.Font->Bold);
+  font.setItalic(box_.Font->Italic);
+  font.setUnderline(box_.Font->Underline);
+  font.setStrikeOut(box_.Font->Strikethrough);
   if (widget_->font() != font) widget_->setFont(font);
 }
 

@@ -1,7 +1,7 @@
 // Message box, input box, file and font dialogs of the desktop.
 #pragma once
 
-#include "platform/Desktop.h"
+#include "platform/Boxes.h"
 
 class QWidget;
 

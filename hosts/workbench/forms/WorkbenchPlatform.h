@@ -20,7 +20,12 @@ class WorkbenchPlatform : public platform::Platform {
   /// file.
   WorkbenchPlatform(const std::filesystem::path& data, const std::filesystem::path& settings);
   [[nodiscard]] platform::Registry& Registry() override { return registry_; }
-  [[nodiscard]] QtDesktop& Desktop() override { return desktop_; }
+  [[nodiscard]] platform::Boxes& Boxes() override { return desktop_.Boxes(); }
+  [[nodiscard]] platform::Screen& Screen() override { return desktop_.Screen(); }
+  [[nodiscard]] platform::Clipboard& Clipboard() override { return desktop_.Clipboard(); }
+  [[nodiscard]] platform::Shell& Shell() override { return desktop_.Shell(); }
+  /// All four of them.
+  [[nodiscard]] QtDesktop& Desktop() { return desktop_; }
   [[nodiscard]] QtClock& Clock() override { return clock_; }
   [[nodiscard]] platform::Windows& Windows() override { return windows_; }
   [[nodiscard]] platform::Identity& Identity() override { return identity_; }

@@ -60,7 +60,7 @@ void MainWindow::BuildMenus() {
   BuildWindowMenu();
   QMenu* const help = menuBar()->addMenu(tr("&Help"));
   AddCommand(*help, tr("&Contents"), QKeySequence::HelpContents,
-             [this] { services_.Desktop().ShowHelp({}, u"support.htm"); });
+             [this] { services_.Desktop().Shell().ShowHelp({}, u"support.htm"); });
   AddCommand(*help, tr("&About Tessel"), {}, [this] {
     QMessageBox::about(this, tr("About Tessel"),
                        tr("Tessel %1\n\nTools for Visual Basic 6 code over project files.")

@@ -26,7 +26,10 @@ class ScreenPlatform : public platform::Platform {
   memory::MemoryIdentity IdentityService;
   memory::MemoryApp AppService;
   [[nodiscard]] platform::Registry& Registry() override { return RegistryService; }
-  [[nodiscard]] workbench::QtDesktop& Desktop() override { return DesktopService; }
+  [[nodiscard]] platform::Boxes& Boxes() override { return DesktopService.Boxes(); }
+  [[nodiscard]] platform::Screen& Screen() override { return DesktopService.Screen(); }
+  [[nodiscard]] platform::Clipboard& Clipboard() override { return DesktopService.Clipboard(); }
+  [[nodiscard]] platform::Shell& Shell() override { return DesktopService.Shell(); }
   [[nodiscard]] platform::Clock& Clock() override { return ClockService; }
   [[nodiscard]] platform::Windows& Windows() override { return WindowsService; }
   [[nodiscard]] platform::Identity& Identity() override { return IdentityService; }

@@ -373,8 +373,8 @@ TEST_F(GridOfForm, AWidthThatTheUserDragsIsKept) {
   QTest::mouseMove(header.viewport(), grip + QPoint(5 * unit, 0));
   header.resizeSection(1, header.sectionSize(1) + 5 * unit);
   QTest::mouseRelease(header.viewport(), Qt::LeftButton, {}, grip + QPoint(5 * unit, 0));
-  EXPECT_GE(Grid().ColumnWidths[1], 16);
-  EXPECT_EQ(Grid().ColumnWidths[0], 10);
+  EXPECT_GE((*Grid().ColumnWidths)[1], 16);
+  EXPECT_EQ((*Grid().ColumnWidths)[0], 10);
 }
 
 TEST_F(GridOfForm, FixedColumnsAreNotEditedAndChooseTheirRow) {

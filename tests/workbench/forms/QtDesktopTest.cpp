@@ -160,15 +160,15 @@ platform::WindowPlacement PlacementAt(int left, int top, int width, int height) 
 TEST_F(DesktopOfQt, APlaceGivenAheadOfTheShowingIsTaken) {
   form_->Load();
   const QSize least = [&] {
-    static_cast<void>(desk_.Desktop().GetPlacement(*form_));
+    static_cast<void>(desk_.Desktop().Screen().GetPlacement(*form_));
     return desk_.Window(*form_).minimumSizeHint();
   }();
-  desk_.Desktop().SetPlacement(*form_,
-                               PlacementAt(30, 40, least.width() + 33, least.height() + 21));
+  desk_.Desktop().Screen().SetPlacement(
+      *form_, PlacementAt(30, 40, least.width() + 33, least.height() + 21));
   desk_.Open(*form_);
   EXPECT_EQ(desk_.Window(*form_).pos(), QPoint(30, 40));
   EXPECT_EQ(desk_.Window(*form_).size(), least + QSize(33, 21));
-  const auto placement = desk_.Desktop().GetPlacement(*form_);
+  const auto placement = desk_.Desktop().Screen().GetPlacement(*form_);
   ASSERT_TRUE(placement);
   EXPECT_EQ(placement->Left, 30);
   EXPECT_EQ(placement->Bottom, 40 + least.height() + 21);
@@ -178,7 +178,7 @@ TEST_F(DesktopOfQt, APlaceGivenAheadOfTheShowingIsTaken) {
 
 TEST_F(DesktopOfQt, APlaceOffTheScreenIsMended) {
   form_->Load();
-  desk_.Desktop().SetPlacement(*form_, PlacementAt(50000, -900, 400, 300));
+  desk_.Desktop().Screen().SetPlacement(*form_, PlacementAt(50000, -900, 400, 300));
   desk_.Open(*form_);
   EXPECT_TRUE(QGuiApplication::primaryScreen()->availableGeometry().contains(
       QRect(desk_.Window(*form_).pos(), QSize(10, 10))));
@@ -189,7 +189,7 @@ TEST_F(DesktopOfQt, AMinimizedOrTooSmallPlaceOpensAWholeWindow) {
   form_->Load();
   auto placement = PlacementAt(10, 10, 5, 5);
   placement.ShowCommand = 2;
-  desk_.Desktop().SetPlacement(*form_, placement);
+  desk_.Desktop().Screen().SetPlacement(*form_, placement);
   desk_.Open(*form_);
   EXPECT_FALSE(desk_.Window(*form_).isMinimized());
   EXPECT_GE(desk_.Window(*form_).width(), desk_.Window(*form_).minimumSizeHint().width());
@@ -200,9 +200,9 @@ TEST_F(DesktopOfQt, AMaximizedPlaceIsKeptAsSuch) {
   form_->Load();
   auto placement = PlacementAt(10, 10, 400, 300);
   placement.ShowCommand = 3;
-  desk_.Desktop().SetPlacement(*form_, placement);
+  desk_.Desktop().Screen().SetPlacement(*form_, placement);
   desk_.Open(*form_);
-  EXPECT_EQ(desk_.Desktop().GetPlacement(*form_)->ShowCommand, 3);
+  EXPECT_EQ(desk_.Desktop().Screen().GetPlacement(*form_)->ShowCommand, 3);
   form_->Unload();
 }
 
@@ -231,10 +231,10 @@ TEST_F(DesktopOfQt, TheRestoreOfFormsCentresAndComesBack) {
 
 TEST_F(DesktopOfQt, ACentredFormThatGrowsWithItsContentStaysCentred) {
   form_->Load();
-  const auto place = desk_.Desktop().GetPlacement(*form_);
+  const auto place = desk_.Desktop().Screen().GetPlacement(*form_);
   const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
   const int width = place->Right - place->Left, height = place->Bottom - place->Top;
-  desk_.Desktop().SetPlacement(
+  desk_.Desktop().Screen().SetPlacement(
       *form_, PlacementAt(screen.center().x() - width / 2, screen.center().y() - height / 2, width,
                           height));
   form_->ComKind.AddItem(String(90, u'w'));
@@ -246,7 +246,7 @@ TEST_F(DesktopOfQt, ACentredFormThatGrowsWithItsContentStaysCentred) {
 }
 
 TEST_F(DesktopOfQt, TheDesktopIsTheScreen) {
-  const auto placement = desk_.Desktop().DesktopPlacement();
+  const auto placement = desk_.Desktop().Screen().DesktopPlacement();
   ASSERT_TRUE(placement);
   EXPECT_EQ(placement->Right - placement->Left,
             QGuiApplication::primaryScreen()->availableGeometry().width());
@@ -265,26 +265,26 @@ TEST_F(DesktopOfQt, AFormComesToTheFront) {
 // Clipboard
 
 TEST_F(DesktopOfQt, TheClipboardHasLfOutsideAndCrLfInside) {
-  desk_.Desktop().SetClipboardText(u"a\r\nb");
+  desk_.Desktop().Clipboard().SetText(u"a\r\nb");
   EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("a\nb"));
-  EXPECT_EQ(desk_.Desktop().ClipboardText(), u"a\r\nb");
-  EXPECT_EQ(desk_.Desktop().ClipboardPicture(), 0);
+  EXPECT_EQ(desk_.Desktop().Clipboard().GetText(), u"a\r\nb");
+  EXPECT_EQ(desk_.Desktop().Clipboard().GetPicture(), 0);
 }
 
 TEST_F(DesktopOfQt, APictureOnTheClipboardIsANumberForUsAndAPictureForOthers) {
-  desk_.Desktop().SetClipboardPicture(111);
-  EXPECT_EQ(desk_.Desktop().ClipboardPicture(), 111);
+  desk_.Desktop().Clipboard().SetPicture(111);
+  EXPECT_EQ(desk_.Desktop().Clipboard().GetPicture(), 111);
   EXPECT_FALSE(QGuiApplication::clipboard()->image().isNull());
-  EXPECT_EQ(desk_.Desktop().ClipboardText(), u"");
-  desk_.Desktop().ClearClipboard();
-  EXPECT_EQ(desk_.Desktop().ClipboardPicture(), 0);
+  EXPECT_EQ(desk_.Desktop().Clipboard().GetText(), u"");
+  desk_.Desktop().Clipboard().Clear();
+  EXPECT_EQ(desk_.Desktop().Clipboard().GetPicture(), 0);
 }
 
 // Others
 
 TEST_F(DesktopOfQt, KeysAreSentToTheFormInFront) {
   desk_.Open(*form_);
-  desk_.Desktop().SendKeys(u"{HOME}x{ESC}");
+  desk_.Desktop().Shell().SendKeys(u"{HOME}x{ESC}");
   EXPECT_EQ(form_->txtName.Text(), u"xfirst");
   EXPECT_EQ(form_->Events.back(), u"btmCancel");
   form_->Unload();
@@ -293,14 +293,14 @@ TEST_F(DesktopOfQt, KeysAreSentToTheFormInFront) {
 TEST_F(DesktopOfQt, ATargetThatIsNotThereIsNotFound) {
   const test::TemporaryFolder folder;
   const String missing = (folder.Path() / "nothing.txt").u16string();
-  EXPECT_EQ(desk_.Desktop().OpenDocument(missing, u"open", u""), 2);
-  EXPECT_EQ(desk_.Desktop().OpenDocument(missing, u"dance", u""), 31);
+  EXPECT_EQ(desk_.Desktop().Shell().OpenDocument(missing, u"open", u""), 2);
+  EXPECT_EQ(desk_.Desktop().Shell().OpenDocument(missing, u"dance", u""), 31);
 }
 
 TEST_F(DesktopOfQt, AProgramIsStartedWithItsParameters) {
   const test::TemporaryFolder folder;
   const String mark = (folder.Path() / "mark").u16string();
-  EXPECT_EQ(desk_.Desktop().OpenDocument(u"touch", u"open", u"\"" + mark + u"\""),
+  EXPECT_EQ(desk_.Desktop().Shell().OpenDocument(u"touch", u"open", u"\"" + mark + u"\""),
             platform::ShellSuccess);
   EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(folder.Path() / "mark"); }));
 }
@@ -313,16 +313,16 @@ HelpWindow* OpenHelp() {
 }
 
 TEST_F(DesktopOfQt, AHelpTopicOpensTheHelpWindow) {
-  desk_.Desktop().ShowHelp(u"C:\\Program\\Marlow.CHM", u"formatter.htm");
+  desk_.Desktop().Shell().ShowHelp(u"C:\\Program\\Marlow.CHM", u"formatter.htm");
   ASSERT_NE(OpenHelp(), nullptr);
   EXPECT_TRUE(OpenHelp()->isVisible());
   EXPECT_TRUE(OpenHelp()->Pages().source().toString().endsWith(QStringLiteral("formatter.htm")));
 }
 
 TEST_F(DesktopOfQt, TheHelpOfAModalFormCanBeRead) {
-  desk_.Desktop().ShowHelp(u"", u"errors.htm");  // open already, and blocked by the form
+  desk_.Desktop().Shell().ShowHelp(u"", u"errors.htm");  // open already, and blocked by the form
   test::Desk::WhenOpen<FormWindow>([&](FormWindow&) {
-    desk_.Desktop().ShowHelp(u"", u"formatter.htm");
+    desk_.Desktop().Shell().ShowHelp(u"", u"formatter.htm");
     HelpWindow& help = *OpenHelp();
     static_cast<void>(QTest::qWaitForWindowExposed(&help));
     auto* const bar = help.findChild<QToolBar*>();
