@@ -48,6 +48,9 @@ class Connect : public IConnect {
   void HideProjectExplorer();
   void ShowProjectExplorer();
   void RefreshTreeExplorer(bool twitchCursor) override;
+  void RunEnded(const RunResult& result) override;
+  /// Told of each run that a dialog has started, as it ends: the host's to set.
+  std::function<void(const RunResult&)> OnRunEnded;
   void ShowFormatText();
   void HideFormatText() override;
   void ShowAbout();
@@ -110,8 +113,8 @@ class Connect : public IConnect {
                 std::function<void()> onClick);
   void RunOperation(Operation operation);
 
-  template <class Form>
-  void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference);
+  template <class Form, class... Parts>
+  void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference, const Parts&... parts);
   template <class Form>
   void HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh);
 
@@ -124,6 +127,11 @@ class Connect : public IConnect {
   std::shared_ptr<host::VBProjectsEvents> ctrVBProjectsEvents_;
   std::shared_ptr<host::VBComponentsEvents> ctrVBComponentsEvents_;
   std::vector<Control> controls_;
+
+  // What a run leaves behind is there for the next one, whichever dialog starts it.
+  std::shared_ptr<mFormatText::FormatRun> formatRun_ = std::make_shared<mFormatText::FormatRun>();
+  std::shared_ptr<mInsertErrorHandlerCode::RunContext> handlersRun_ =
+      std::make_shared<mInsertErrorHandlerCode::RunContext>();
 
   std::shared_ptr<frmFormatText> FormatText;
   std::shared_ptr<frmAbout> About;

@@ -13,13 +13,14 @@ void DoEvents() { platform::Current().Clock().DoEvents(); }
 
 /// A guarded modal dialog: made when there is none, told whom it works for, shown until it is
 /// hidden. A second one does nothing and says nothing.
-template <class Form>
-void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference) {
+template <class Form, class... Parts>
+void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference,
+                          const Parts&... parts) {
   Routine(routine, [&] {
     if (dialogOpen_) return;
     dialogOpen_ = true;
     ResumeNext([&] {
-      if (!reference) reference = std::make_shared<Form>();
+      if (!reference) reference = std::make_shared<Form>(parts...);
     });
     ResumeNext([&] { reference->VBInstance = vbInstance_; });
     ResumeNext([&] { reference->Connect = this; });
@@ -27,7 +28,7 @@ void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference) 
   });
 }
 
-void Connect::ShowFormatText() { ShowGuarded(u"Connect.ShowFormatText", FormatText); }
+void Connect::ShowFormatText() { ShowGuarded(u"Connect.ShowFormatText", FormatText, formatRun_); }
 
 template <class Form>
 void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh) {
@@ -52,7 +53,7 @@ void Connect::HideEditErrorHandlerScheme() {
 }
 
 void Connect::ShowInsertErrorHandlerCode() {
-  ShowGuarded(u"Connect.ShowInsertErrorHandlerCode", InsertErrorHandlerCode);
+  ShowGuarded(u"Connect.ShowInsertErrorHandlerCode", InsertErrorHandlerCode, handlersRun_);
 }
 
 void Connect::HideInsertErrorHandlerCode() {
@@ -60,7 +61,7 @@ void Connect::HideInsertErrorHandlerCode() {
 }
 
 void Connect::ShowRemoveErrorHandlerCode() {
-  ShowGuarded(u"Connect.ShowRemoveErrorHandlerCode", RemoveErrorHandlerCode);
+  ShowGuarded(u"Connect.ShowRemoveErrorHandlerCode", RemoveErrorHandlerCode, handlersRun_);
 }
 
 void Connect::HideRemoveErrorHandlerCode() {
@@ -96,6 +97,10 @@ void Connect::HideProjectExplorer() {
 
 void Connect::RefreshTreeExplorer(bool) {
   Routine(u"Connect.RefreshTreeExplorer", [&] { DoEvents(); });
+}
+
+void Connect::RunEnded(const RunResult& result) {
+  if (OnRunEnded) OnRunEnded(result);
 }
 
 void Connect::SetWindowsFormFennick(bool value) {

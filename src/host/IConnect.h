@@ -3,6 +3,8 @@
 
 namespace tessel {
 
+struct RunResult;
+
 class IConnect {
  public:
   virtual ~IConnect() = default;
@@ -11,6 +13,8 @@ class IConnect {
   virtual void SetDialogOpen(bool value) = 0;
   /// Lets events run, and the Explorer follow.
   virtual void RefreshTreeExplorer(bool twitchCursor) = 0;
+  /// Takes the account of a run that a dialog has started, as it ends.
+  virtual void RunEnded(const RunResult& result) = 0;
   virtual void HideFormatText() = 0;
   virtual void HideInsertErrorHandlerCode() = 0;
   virtual void HideRemoveErrorHandlerCode() = 0;

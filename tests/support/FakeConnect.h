@@ -1,16 +1,21 @@
 // What dialogs see of the root, for tests of a dialog by itself.
 #pragma once
 
+#include <vector>
+
 #include "host/IConnect.h"
+#include "scanning/RunResult.h"
 
 namespace tessel::test {
 
-/// Keeps the guard. The Hide operations do nothing.
+/// Keeps the guard and the accounts of runs. The Hide operations do nothing.
 struct FakeConnect : IConnect {
   bool Open = true;
+  std::vector<RunResult> Ended;
   [[nodiscard]] bool DialogOpen() const override { return Open; }
   void SetDialogOpen(bool value) override { Open = value; }
   void RefreshTreeExplorer(bool) override {}
+  void RunEnded(const RunResult& result) override { Ended.push_back(result); }
   void HideFormatText() override {}
   void HideInsertErrorHandlerCode() override {}
   void HideRemoveErrorHandlerCode() override {}
