@@ -39,7 +39,7 @@ class HandlerDialogs : public testing::Test {
   std::shared_ptr<Dialog> Open() {
     auto dialog = std::make_shared<Dialog>();
     dialog->VBInstance = Place.Environment.VBE();
-    dialog->Connect = Root.get();
+    test::Attach(*dialog, Root);
     dialog->Show();
     return dialog;
   }

@@ -34,7 +34,7 @@ class FormatDialog : public testing::Test {
   frmFormatText& Open() {
     dialog_ = std::make_shared<frmFormatText>(run_);
     dialog_->VBInstance = world_.Environment.VBE();
-    dialog_->Connect = root_.get();
+    test::Attach(*dialog_, root_);
     dialog_->Show();
     return *dialog_;
   }

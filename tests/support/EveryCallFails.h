@@ -47,7 +47,7 @@ class RunPlayer {
     const auto root = std::make_shared<FakeConnect>();
     const auto dialog = std::make_shared<Dialog>();
     dialog->VBInstance = world.Environment.VBE();
-    dialog->Connect = root.get();
+    Attach(*dialog, root);
     dialog->Show();
     prepare(*dialog);
     PlayedRun played;

@@ -1,6 +1,8 @@
 // What dialogs see of the root, for tests of a dialog by itself.
 #pragma once
 
+#include <memory>
+#include <type_traits>
 #include <vector>
 
 #include "host/IConnect.h"
@@ -20,5 +22,15 @@ struct FakeConnect : IConnect {
   void HideInsertErrorHandlerCode() override {}
   void HideRemoveErrorHandlerCode() override {}
 };
+
+/// Makes the root that of a dialog, however the dialog holds it.
+template <class Dialog>
+void Attach(Dialog& dialog, const std::shared_ptr<FakeConnect>& root) {
+  if constexpr (std::is_pointer_v<decltype(dialog.Connect)>) {
+    dialog.Connect = root.get();
+  } else {
+    dialog.Connect = root;
+  }
+}
 
 }  // namespace tessel::test
