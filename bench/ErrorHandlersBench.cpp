@@ -29,11 +29,14 @@ struct Project {
     }
   }
   void Insert(const String& scheme) {
-    insert::FirstCaseFlag = false;
-    insert::ModuleScheme = scheme;
+    Context.ModuleScheme = scheme;
     String chosen = scheme;
-    insert::RunInsertErrorHandlerCode(Components, Scope, chosen);
+    insert::RunInsertErrorHandlerCode(Context, Components, Scope, chosen);
   }
+  void Format() { mFormatText::RunFormatText(Formatter, Components, Scope); }
+  void Remove() { mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(Context, Components, Scope); }
+  insert::RunContext Context;
+  mFormatText::FormatRun Formatter;
   test::World World;
   test::SharedDatabase Database;
   std::shared_ptr<host::VBComponents> Components;
@@ -59,14 +62,13 @@ void OverProjects(benchmark::State& state, Ahead ahead, Run run) {
 void Nothing(Project&) {}
 
 void FormatProject(benchmark::State& state) {
-  OverProjects(state, Nothing,
-               [](Project& project) { mFormatText::RunFormatText(project.Components, Scope); });
+  OverProjects(state, Nothing, [](Project& project) { project.Format(); });
 }
 
 void FormatDressedProject(benchmark::State& state) {
   OverProjects(
       state, [](Project& project) { project.Insert(u"Message Box"); },
-      [](Project& project) { mFormatText::RunFormatText(project.Components, Scope); });
+      [](Project& project) { project.Format(); });
 }
 
 void InsertNumbered(benchmark::State& state) {
@@ -86,15 +88,11 @@ void InsertAgain(benchmark::State& state) {
 void RemoveNumbered(benchmark::State& state) {
   OverProjects(
       state, [](Project& project) { project.Insert(u"Message Box"); },
-      [](Project& project) {
-        mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(project.Components, Scope);
-      });
+      [](Project& project) { project.Remove(); });
 }
 
 void RemoveFromPlainCode(benchmark::State& state) {
-  OverProjects(state, Nothing, [](Project& project) {
-    mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(project.Components, Scope);
-  });
+  OverProjects(state, Nothing, [](Project& project) { project.Remove(); });
 }
 
 void Sizes(benchmark::internal::Benchmark* one) {

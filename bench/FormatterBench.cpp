@@ -13,9 +13,11 @@ using namespace tessel;
 void Format(benchmark::State& state) {
   memory::MemoryPlatform services;
   const platform::ScopedPlatform scope(services);
-  test::ResetOptions();
+  mFormatText::FormatRun format = test::DefaultRun();
   const String text = vb::FromUtf8(bench::Code(static_cast<int>(state.range(0))));
-  for (auto _ : state) benchmark::DoNotOptimize(mFormatText::FormatTextComponent(text));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(mFormatText::FormatTextComponent(format, text));
+  }
   state.SetComplexityN(state.range(0));
 }
 BENCHMARK(Format)

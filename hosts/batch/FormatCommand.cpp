@@ -131,7 +131,7 @@ class Formatting {
       report_.FailIn(job.Component.File, input.Typed(job.Failure));
       return false;
     }
-    report_.TellDifferences(input, job.Component, job.Differences, job.FirstLine);
+    report_.TellDifferences(input, job.Component, job.Differences, job.Bodies.Declarations + 1);
     if (!job.Differences.empty() && !request_.Force) return false;
     try {
       WriteBack(job);

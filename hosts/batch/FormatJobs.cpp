@@ -12,16 +12,16 @@
 namespace tessel::batch {
 namespace {
 
+using mFormatText::ModuleBodies;
+
 std::vector<FormatJob> Collect(std::vector<ComponentRef> components) {
   std::vector<FormatJob> jobs;
   for (ComponentRef& component : components) {
     FormatJob job;
     job.Component = std::move(component);
     try {
-      auto bodies = mFormatText::ReadModuleBodies(job.Component.Module);
-      if (!bodies) bodies.emplace();
-      job.FirstLine = bodies->FirstLine;
-      job.Before = std::move(bodies->Text);
+      job.Bodies = mFormatText::ReadModuleBodies(Statements(), job.Component.Module)
+                       .value_or(ModuleBodies());
     } catch (...) {
       job.Failure = vb::CurrentFailure().what();
     }
@@ -30,13 +30,13 @@ std::vector<FormatJob> Collect(std::vector<ComponentRef> components) {
   return jobs;
 }
 
-/// What an earlier component left in the thread's run variables doesn't reach the next one.
-void Format(FormatJob& job, const FormatOptions& options) {
+/// With a run of its own: what a component leaves behind in it doesn't reach the next one.
+void Format(FormatJob& job, mFormatText::FormatRun format) {
+  const String& before = job.Bodies.Text;
   try {
-    ApplyOptions(options);
-    job.After = mFormatText::FormatTextComponent(job.Before);
-    if (job.After.empty()) job.After = job.Before;
-    if (job.After != job.Before) job.Differences = review::CompareCode(job.Before, job.After);
+    job.After = mFormatText::FormatTextComponent(format, before);
+    if (job.After.empty()) job.After = before;
+    if (job.After != before) job.Differences = review::CompareCode(before, job.After);
   } catch (...) {
     job.Failure = vb::CurrentFailure().what();
   }
@@ -56,9 +56,10 @@ std::vector<FormatJob> FormatAll(std::vector<ComponentRef> components, const For
   ProgressLine progress(all.size());
   std::mutex mutex;
   std::atomic<std::size_t> next = 0;
+  const mFormatText::FormatRun format = RunWith(options);
   const auto work = [&] {
     for (std::size_t at = next++; at < all.size(); at = next++) {
-      if (all[at].Failure.empty()) Format(all[at], options);
+      if (all[at].Failure.empty()) Format(all[at], format);
       const std::lock_guard lock(mutex);
       progress.Step(vb::ToUtf8(all[at].Component.Name));
     }
@@ -72,7 +73,8 @@ std::vector<FormatJob> FormatAll(std::vector<ComponentRef> components, const For
 }
 
 void WriteBack(const FormatJob& job) {
-  if (job.After != job.Before) mFormatText::WriteModuleBodies(job.Component.Module, job.After);
+  if (job.After == job.Bodies.Text) return;
+  mFormatText::WriteModuleBodies(Statements(), job.Component.Module, job.Bodies, job.After);
 }
 
 }  // namespace tessel::batch

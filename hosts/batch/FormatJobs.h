@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "formatter/mFormatText.h"
 #include "hosts/batch/FormatOptions.h"
 #include "hosts/batch/OpenInput.h"
 #include "hosts/review/CodeComparison.h"
@@ -13,8 +14,8 @@ namespace tessel::batch {
 /// A component on its way through the run.
 struct FormatJob {
   ComponentRef Component;
-  int FirstLine = 1;  ///< of the bodies, in the module
-  String Before, After;
+  mFormatText::ModuleBodies Bodies;  ///< as they were
+  String After;
   std::vector<review::Difference> Differences;  ///< where the code would mean something else
   std::string Failure;                          ///< empty when it went well
 };

@@ -7,7 +7,6 @@
 #include <ostream>
 #include <sstream>
 
-#include "formatter/mFormatText.h"
 #include "vb/Failure.h"
 
 namespace tessel::batch {
@@ -154,20 +153,20 @@ void WriteConfig(const FormatOptions& options, std::ostream& out) {
   }
 }
 
-void ApplyOptions(const FormatOptions& options) {
-  mFormatText::IndentEntire = options.IndentEntire;
-  mFormatText::IndentCase = options.IndentCase;
-  mFormatText::InsertBlank = options.InsertBlank;
-  mFormatText::EnableCodeLines = options.CodeLines;
-  mFormatText::CompactWrapped = options.Compact;
-  mFormatText::LineCharacters = static_cast<std::int16_t>(options.LineCharacters);
-  mFormatText::AdditionalTabs = static_cast<std::int16_t>(options.AdditionalTabs);
-  mFormatText::UseTabCharacters = options.TabCharacters;
-  mFormatText::UseSpaceCharacters = !options.TabCharacters;
-  mFormatText::SpacesPerLevel = options.SpacesPerLevel;
-  mFormatText::MarkerFound = false;
-  mFormatText::MarkerBlankLines = 0;
-  mFormatText::SetRules(options.Rules);
+mFormatText::FormatRun RunWith(const FormatOptions& options) {
+  mFormatText::FormatRun format;
+  format.IndentEntire = options.IndentEntire;
+  format.IndentCase = options.IndentCase;
+  format.InsertBlank = options.InsertBlank;
+  format.EnableCodeLines = options.CodeLines;
+  format.CompactWrapped = options.Compact;
+  format.LineCharacters = static_cast<std::int16_t>(options.LineCharacters);
+  format.AdditionalTabs = static_cast<std::int16_t>(options.AdditionalTabs);
+  format.UseTabCharacters = options.TabCharacters;
+  format.UseSpaceCharacters = !options.TabCharacters;
+  format.SpacesPerLevel = options.SpacesPerLevel;
+  format.mRecord_FormatText = mFormatText::FormatRules(options.Rules);
+  return format;
 }
 
 }  // namespace tessel::batch

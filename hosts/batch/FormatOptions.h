@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-#include "formatter/CSQLFormating.h"
+#include "formatter/FormatRun.h"
 
 namespace tessel::batch {
 
@@ -53,7 +53,7 @@ void ReadConfig(FormatOptions& options, const std::filesystem::path& file);
 /// Writes the options in the form that ReadConfig takes.
 void WriteConfig(const FormatOptions& options, std::ostream& out);
 
-/// Copies the options to the run variables of the calling thread.
-void ApplyOptions(const FormatOptions& options);
+/// A run object with the options.
+[[nodiscard]] mFormatText::FormatRun RunWith(const FormatOptions& options);
 
 }  // namespace tessel::batch

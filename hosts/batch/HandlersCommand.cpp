@@ -62,8 +62,7 @@ void RunAll(const HandlersRequest& request, Report& report) {
       for (const std::string& file : inputs) {
         report.Guard([&] {
           OpenInput input(services, file, request);
-          HandlersInput(request, order, services, input, report, seen)
-              .Run(/*alone=*/inputs.size() == 1);
+          HandlersInput(request, order, input, report, seen).Run(/*alone=*/inputs.size() == 1);
         });
       }
     });

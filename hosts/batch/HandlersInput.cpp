@@ -52,7 +52,7 @@ void HandlersInput::Warn() {
 
 void HandlersInput::RunOver(host::VBProject& project) {
   ProgressLine progress(order_.Components.empty() ? all_.size() : order_.Components.size());
-  const auto failures = RunOverProject(services_, input_.Environment(), project, order_,
+  const auto failures = RunOverProject(input_.Environment(), project, order_,
                                        [&](const std::string& name) { progress.Step(name); });
   progress.Clear();
   for (const HandlersFailure& failure : failures)

@@ -19,14 +19,9 @@ namespace tessel::batch {
 class HandlersInput {
  public:
   /// The arguments outlive the object; `input` is open and untouched.
-  HandlersInput(const HandlersRequest& request, const HandlersOrder& order,
-                HandlersPlatform& services, OpenInput& input, Report& report, SeenFiles& seen)
-      : request_(request),
-        order_(order),
-        services_(services),
-        input_(input),
-        report_(report),
-        seen_(seen) {}
+  HandlersInput(const HandlersRequest& request, const HandlersOrder& order, OpenInput& input,
+                Report& report, SeenFiles& seen)
+      : request_(request), order_(order), input_(input), report_(report), seen_(seen) {}
 
   /// `alone`: what the order names must stand in this input, else the input is passed over.
   void Run(bool alone);
@@ -49,7 +44,6 @@ class HandlersInput {
 
   const HandlersRequest& request_;
   const HandlersOrder& order_;
-  HandlersPlatform& services_;
   OpenInput& input_;
   Report& report_;
   SeenFiles& seen_;

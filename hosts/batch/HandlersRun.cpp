@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <map>
 
-#include "errorhandlers/HandlerRun.h"
 #include "errorhandlers/RunContext.h"
 #include "errorhandlers/mInsertErrorHandlerCode.h"
 #include "errorhandlers/mRemoveErrorHandlerCode.h"
 #include "foundation/CErrorHandler.h"
+#include "scanning/ModuleOf.h"
 #include "scanning/Scope.h"
 #include "scanning/mFunctions.h"
 
@@ -21,42 +21,18 @@ constexpr int DefaultTabWidth = 4;
 
 constexpr StringView MemberEnds[] = {u"End Sub", u"End Function", u"End Property"};
 
-String ComponentInHand() {
-  return HandlerProgress() == nullptr ? String() : HandlerProgress()->lblMessage1.Caption();
-}
-
-/// The failure service for the length of a run. It asks by a box, which is answered with Abort.
-class FailureLog {
+/// The failure service for the length of a run. It asks by a box, which nobody sees and which is
+/// answered with Abort.
+class FailureService {
  public:
-  explicit FailureLog(memory::UnattendedDesktop& desktop)
-      : desktop_(desktop),
-        before_(std::exchange(gErrorHandler, std::make_shared<CErrorHandler>())) {
+  FailureService() : before_(std::exchange(gErrorHandler, std::make_shared<CErrorHandler>())) {
     gErrorHandler->Init(ActionMessageBox, u"Error Log.txt", true, false, 2, u"Tracing Log.txt");
-    desktop_.OnMessage = [this](const auto& message) { Note(message.Text); };
   }
-  ~FailureLog() {
-    desktop_.OnMessage = nullptr;
-    gErrorHandler = before_;
-  }
-  FailureLog(const FailureLog&) = delete;
-  FailureLog& operator=(const FailureLog&) = delete;
-
-  String Component;  ///< in hand where the run itself doesn't say it
-  std::vector<HandlersFailure> Failures;
+  ~FailureService() { gErrorHandler = before_; }
+  FailureService(const FailureService&) = delete;
+  FailureService& operator=(const FailureService&) = delete;
 
  private:
-  void Note(const String& report) {
-    const String shown = ComponentInHand();
-    HandlersFailure failure{shown.empty() ? Component : shown, vb::ToUtf8(report)};
-    // A box of the service, unless a tool has shown one of its own.
-    const auto stack = gErrorHandler->CallStack();
-    if (gErrorHandler->ErrorNumber() != 0 && !stack.empty()) {
-      failure.Cause = vb::ToUtf8(gErrorHandler->ErrorDescription() + u" (" + stack.front() + u")");
-    }
-    Failures.push_back(std::move(failure));
-  }
-
-  memory::UnattendedDesktop& desktop_;
   std::shared_ptr<CErrorHandler> before_;
 };
 
@@ -85,7 +61,7 @@ ComponentPtr Find(host::VBProject& project, StringView name) {
   const auto components = project.VBComponents();
   for (int index = 1; index <= components->Count(); ++index) {
     auto component = components->Item(index);
-    if (vb::SameText(component->Name(), name) && component->CodeModule()) return component;
+    if (vb::SameText(component->Name(), name) && ModuleOf(component)) return component;
   }
   return nullptr;
 }
@@ -94,70 +70,72 @@ ComponentPtr Find(host::VBProject& project, StringView name) {
 class Steps {
  public:
   Steps(workspace::Workspace& environment, host::VBProject& project, const HandlersOrder& order,
-        FailureLog& log)
-      : environment_(environment), project_(project), order_(order), log_(log) {
-    insert::ModuleScheme = order.ModuleScheme;
-    insert::FormScheme = order.FormScheme;
-    insert::ActiveXScheme = order.ActiveXScheme;
-    // A run depends on its project alone, not on those before it.
-    insert::FirstCaseFlag = false;
-    insert::MemberType.clear();
+        const std::function<void(const std::string&)>& progress)
+      : environment_(environment), project_(project), order_(order) {
+    context_.OnComponent = [&progress](StringView name) { progress(vb::ToUtf8(name)); };
+    context_.ModuleScheme = order.ModuleScheme;
+    context_.FormScheme = order.FormScheme;
+    context_.ActiveXScheme = order.ActiveXScheme;
   }
 
-  void Take() {
+  std::vector<HandlersFailure> Take() {
     if (order_.Components.empty()) Run(scope::Text(scope::Project, project_.Name()));
     for (const String& wanted : order_.Components) {
       const ComponentPtr component = Find(project_, wanted);
       if (!component) continue;
-      log_.Component = component->Name();
+      inHand_ = component->Name();
       if (order_.Member.empty()) {
-        environment_.SetCaret(log_.Component, {1, 1, 1, 1});
-        Run(scope::Text(scope::Component, log_.Component));
+        environment_.SetCaret(inHand_, {1, 1, 1, 1});
+        Run(scope::Text(scope::Component, inHand_));
       } else {
-        Members(*component);
+        Members(*ModuleOf(component));
       }
     }
+    return std::move(failures_);
   }
 
  private:
   /// A property has up to three members of one name. The lines move, so each is looked up afresh.
-  void Members(host::VBComponent& component) {
-    const auto module = component.CodeModule();
+  void Members(host::CodeModule& module) {
     const String name = WithoutKind(order_.Member);
-    for (const auto& [line, kind] : KindsOf(*module, order_.Member)) {
+    for (const auto& [line, kind] : KindsOf(module, order_.Member)) {
       // The line of the statement can belong to the member above as well, the next one can't.
-      const int inside = module->ProcBodyLine(name, kind) + 1;
-      environment_.SetCaret(log_.Component, {inside, 1, inside, 1});
+      const int inside = module.ProcBodyLine(name, kind) + 1;
+      environment_.SetCaret(inHand_, {inside, 1, inside, 1});
       Run(scope::Text(scope::Method, name));
     }
   }
 
   void Run(const String& scope) {
-    const auto vbe = environment_.VBE();
-    FillRunContext(*vbe, nullptr);
+    FillNames(Statements(), context_, environment_.VBE());
     const auto components = project_.VBComponents();
+    const FailureService service;
     if (order_.Remove) {
-      mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(components, scope);
+      Note(mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(context_, components, scope));
     } else {
       String scheme = order_.Scheme;  // a run changes it
-      insert::RunInsertErrorHandlerCode(components, scope, scheme);
+      Note(insert::RunInsertErrorHandlerCode(context_, components, scope, scheme));
+    }
+  }
+
+  void Note(const RunResult& result) {
+    for (const RunFailure& failure : result.Failures) {
+      failures_.push_back({failure.Component.empty() ? inHand_ : failure.Component,
+                           vb::ToUtf8(failure.Description + u" (" + failure.Routine + u")")});
     }
   }
 
   workspace::Workspace& environment_;
   host::VBProject& project_;
   const HandlersOrder& order_;
-  FailureLog& log_;
+  insert::RunContext context_;  // a run depends on its project alone, not on those before it
+  String inHand_;               // where the run itself doesn't say it
+  std::vector<HandlersFailure> failures_;
 };
 
 }  // namespace
 
 HandlersPlatform::HandlersPlatform() : BatchPlatform(DefaultTabWidth) {}
-
-void HandlersPlatform::ListeningClock::DoEvents() {
-  if (Heard) Heard();
-  SystemClock::DoEvents();
-}
 
 bool ProjectHas(host::VBProject& project, const HandlersOrder& order) {
   if (order.Components.empty()) return true;
@@ -166,7 +144,7 @@ bool ProjectHas(host::VBProject& project, const HandlersOrder& order) {
     const ComponentPtr component = Find(project, wanted);
     if (!component) continue;
     any = true;
-    if (order.Member.empty() || !KindsOf(*component->CodeModule(), order.Member).empty()) continue;
+    if (order.Member.empty() || !KindsOf(*ModuleOf(component), order.Member).empty()) continue;
     throw vb::Failure(
         vb::InvalidCall,
         u"the component \"" + component->Name() + u"\" has no member \"" + order.Member + u'"',
@@ -194,20 +172,10 @@ std::vector<Member> MembersOnOneLine(const std::shared_ptr<host::CodeModule>& mo
 }
 
 std::vector<HandlersFailure> RunOverProject(
-    HandlersPlatform& services, workspace::Workspace& environment, host::VBProject& project,
-    const HandlersOrder& order, const std::function<void(const std::string&)>& progress) {
+    workspace::Workspace& environment, host::VBProject& project, const HandlersOrder& order,
+    const std::function<void(const std::string&)>& progress) {
   environment.ActivateProject(project.Name());
-  String last;
-  services.OnEvents([&] {
-    const String now = ComponentInHand();
-    if (now.empty() || now == last) return;
-    last = now;
-    progress(vb::ToUtf8(now));
-  });
-  FailureLog log(services.DesktopService);
-  Steps(environment, project, order, log).Take();
-  services.OnEvents(nullptr);
-  return std::move(log.Failures);
+  return Steps(environment, project, order, progress).Take();
 }
 
 }  // namespace tessel::batch

@@ -14,22 +14,16 @@
 
 namespace tessel::batch {
 
-/// The batch platform with the true time, names of machine and user, which schemes can ask for, and
-/// an ear for the run's events.
+/// The batch platform with the true time and the names of machine and user, which schemes can ask
+/// for.
 class HandlersPlatform : public BatchPlatform {
  public:
   HandlersPlatform();
   [[nodiscard]] platform::Clock& Clock() override { return clock_; }
   [[nodiscard]] platform::Identity& Identity() override { return identity_; }
-  /// Called between components and between members.
-  void OnEvents(std::function<void()> heard) { clock_.Heard = std::move(heard); }
 
  private:
-  struct ListeningClock : linux_host::SystemClock {
-    std::function<void()> Heard;
-    void DoEvents() override;
-  };
-  ListeningClock clock_;
+  linux_host::SystemClock clock_;
   linux_host::LinuxIdentity identity_;
 };
 
@@ -59,7 +53,7 @@ struct HandlersFailure {
 /// Runs over one project, which becomes the active one. Every failure is answered with Abort, so
 /// the run goes on behind the routine that failed. `progress` is told of each component.
 [[nodiscard]] std::vector<HandlersFailure> RunOverProject(
-    HandlersPlatform& services, workspace::Workspace& environment, host::VBProject& project,
-    const HandlersOrder& order, const std::function<void(const std::string&)>& progress);
+    workspace::Workspace& environment, host::VBProject& project, const HandlersOrder& order,
+    const std::function<void(const std::string&)>& progress);
 
 }  // namespace tessel::batch

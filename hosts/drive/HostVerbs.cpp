@@ -2,6 +2,7 @@
 
 #include "hosts/drive/Fields.h"
 #include "hosts/drive/Session.h"
+#include "scanning/ModuleOf.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel::drive {
@@ -53,7 +54,7 @@ Json Pane(Session& session, const Json&) {
 
 Json Members(Session& session, const Json& request) {
   const auto component = session.Environment().Component(TextField(request, "component"));
-  const MemberTable table = mFunctions::AllNameProcedures(component->CodeModule(), u"");
+  const MemberTable table = mFunctions::AllNameProcedures(ModuleOf(component), u"");
   if (!table) return {{"members", nullptr}};
   Json members = Json::array();
   for (const Member& member : *table) {

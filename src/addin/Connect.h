@@ -62,6 +62,9 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   void HideClassBuilder() override;
   void ShowEnum();
   void HideEnum() override;
+  void RunEnded(const RunResult& result) override;
+  /// Told of each run that a dialog has started, as it ends: the host's to set.
+  std::function<void(const RunResult&)> OnRunEnded;
   void ShowFormatText();
   void HideFormatText() override;
   void ShowAbout();
@@ -162,8 +165,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   void Keep(Control control);
   void HookUp(Control& control, const std::shared_ptr<host::CommandBarEvents>& sink);
 
-  template <class Form>
-  void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference);
+  template <class Form, class... Parts>
+  void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference, const Parts&... parts);
   template <class Form>
   void HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh);
 
@@ -181,6 +184,11 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   std::shared_ptr<frmPropertyBuilder> PropertyBuilder;
   std::shared_ptr<frmClassBuilder> ClassBuilder;
   std::shared_ptr<frmEnumBuilder> EnumBuilder;
+  // What a run leaves behind is there for the next one, whichever dialog starts it.
+  std::shared_ptr<mFormatText::FormatRun> formatRun_ = std::make_shared<mFormatText::FormatRun>();
+  std::shared_ptr<mInsertErrorHandlerCode::RunContext> handlersRun_ =
+      std::make_shared<mInsertErrorHandlerCode::RunContext>();
+
   std::shared_ptr<frmFormatText> FormatText;
   std::shared_ptr<frmAbout> About;
   std::shared_ptr<frmErrorHandlerScheme> EditErrorHandlerScheme;

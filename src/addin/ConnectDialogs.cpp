@@ -13,14 +13,15 @@ void DoEvents() { platform::Current().Clock().DoEvents(); }
 
 /// A guarded modal dialog: made when there is none, told whom it works for, shown until it is
 /// hidden. A second one does nothing and says nothing.
-template <class Form>
-void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference) {
+template <class Form, class... Parts>
+void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference,
+                          const Parts&... parts) {
   Run(routine, [&] {
     if (dialogOpen_) return;
     dialogOpen_ = true;
     const SilentStatements silently;
     if (!reference) {
-      reference = silently([] { return std::make_shared<Form>(); });
+      reference = silently([&] { return std::make_shared<Form>(parts...); });
       std::erase_if(dialogs_, [](const auto& dialog) { return dialog.expired(); });
       dialogs_.push_back(reference);
     }
@@ -33,7 +34,7 @@ void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference) 
   });
 }
 
-void Connect::ShowFormatText() { ShowGuarded(u"Connect.ShowFormatText", FormatText); }
+void Connect::ShowFormatText() { ShowGuarded(u"Connect.ShowFormatText", FormatText, formatRun_); }
 
 template <class Form>
 void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh) {
@@ -97,7 +98,7 @@ void Connect::HideEditErrorHandlerScheme() {
 }
 
 void Connect::ShowInsertErrorHandlerCode() {
-  ShowGuarded(u"Connect.ShowInsertErrorHandlerCode", InsertErrorHandlerCode);
+  ShowGuarded(u"Connect.ShowInsertErrorHandlerCode", InsertErrorHandlerCode, handlersRun_);
 }
 
 void Connect::HideInsertErrorHandlerCode() {
@@ -105,7 +106,7 @@ void Connect::HideInsertErrorHandlerCode() {
 }
 
 void Connect::ShowRemoveErrorHandlerCode() {
-  ShowGuarded(u"Connect.ShowRemoveErrorHandlerCode", RemoveErrorHandlerCode);
+  ShowGuarded(u"Connect.ShowRemoveErrorHandlerCode", RemoveErrorHandlerCode, handlersRun_);
 }
 
 void Connect::HideRemoveErrorHandlerCode() {
@@ -138,6 +139,10 @@ void Connect::HideProjectExplorer() {
 
 void Connect::RefreshTreeExplorer(bool) {
   Run(u"Connect.RefreshTreeExplorer", [&] { DoEvents(); });
+}
+
+void Connect::RunEnded(const RunResult& result) {
+  if (OnRunEnded) OnRunEnded(result);
 }
 
 void Connect::SetWindowsFormFennick(bool value) {

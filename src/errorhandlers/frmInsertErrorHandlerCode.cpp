@@ -1,7 +1,6 @@
 #include "errorhandlers/frmInsertErrorHandlerCode.h"
 
 #include "errorhandlers/CSQLErrorHandler.h"
-#include "errorhandlers/RunContext.h"
 #include "errorhandlers/frmErrorHandlerScheme.h"
 #include "errorhandlers/mInsertErrorHandlerCode.h"
 #include "foundation/Routine.h"
@@ -29,8 +28,10 @@ enum Page : int { SummaryPage = 0, ModulePage = 1 };
 
 }  // namespace
 
-frmInsertErrorHandlerCode::frmInsertErrorHandlerCode()
-    : ToolForm("frmInsertErrorHandlerCode", u"Insert Error Handler Code") {
+frmInsertErrorHandlerCode::frmInsertErrorHandlerCode(
+    std::shared_ptr<mInsertErrorHandlerCode::RunContext> context)
+    : ToolForm("frmInsertErrorHandlerCode", u"Insert Error Handler Code"),
+      context_(std::move(context)) {
   using namespace forms;
   Icon = 109;
   RicPreView.Locked = true;
@@ -61,8 +62,7 @@ void frmInsertErrorHandlerCode::Form_Load() {
     RestorePlace(run);
     LoadParametr();
     scope::ActiveMember unused;
-    const String scopes = scope::GetProjectForFormated(VBInstance, unused);
-    run([&] { mFunctions::AddListInCombobox(ComInsertIN, vb::Split(scopes, u"|")); });
+    scope::ListScopes(run, ComInsertIN, VBInstance, unused);
     C1TTab1Tab2.SetCurrTab(ModulePage);
     ShowPageOfScope();
     if (ComInsertIN.Text().empty()) btmBegin.SetEnabled(false);
@@ -135,28 +135,28 @@ void frmInsertErrorHandlerCode::EditSchemes() {
 }
 
 void frmInsertErrorHandlerCode::Begin() {
-  namespace insert = mInsertErrorHandlerCode;
   RunAndLeave(u"frmInsertErrorHandlerCode.btmBegin_Click", [&](const Statements& run) {
-    run([&] { FillRunContext(Need(VBInstance), &RicPreView); });
-    insert::ActiveXScheme = ComActiveX.Text();
-    insert::DocumentScheme = ComDocument.Text();
-    insert::ClassScheme = ComClass.Text();
-    insert::FormScheme = ComForm.Text();
-    insert::ModuleScheme = ComModule.Text();
+    mInsertErrorHandlerCode::RunContext& context = *context_;
+    FillNames(run, context, VBInstance);
+    context.ActiveXScheme = ComActiveX.Text();
+    context.DocumentScheme = ComDocument.Text();
+    context.ClassScheme = ComClass.Text();
+    context.FormScheme = ComForm.Text();
+    context.ModuleScheme = ComModule.Text();
+    context.PreviewRichText = &RicPreView;
     run([&] { Hide(); });
     const String scope = ComInsertIN.Text();
     String scheme = C1TTab1Tab2.CurrTab() == SummaryPage ? String() : ComCurrentScheme.Text();
-    const auto project = run([&] { return Need(VBInstance).ActiveVBProject(); });
-    insert::RunInsertErrorHandlerCode(run([&] { return Need(project).VBComponents(); }), scope,
-                                      scheme);
+    if (const auto components = ActiveComponents(run)) {
+      Tell(mInsertErrorHandlerCode::RunInsertErrorHandlerCode(context, components, scope, scheme));
+    }
     SaveForm();
     if (Connect != nullptr) Connect->HideInsertErrorHandlerCode();
   });
-  insert::PreviewRichText = nullptr;
 }
 
 void frmInsertErrorHandlerCode::Form_Unload() {
-  mInsertErrorHandlerCode::PreviewRichText = nullptr;
+  context_->PreviewRichText = nullptr;
   Leave(u"frmInsertErrorHandlerCode.Form_Unload");
 }
 

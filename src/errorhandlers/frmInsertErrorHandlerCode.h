@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "errorhandlers/RunContext.h"
 #include "forms/Controls.h"
 #include "forms/RichTextBox.h"
 #include "foundation/ToolForm.h"
@@ -13,7 +14,9 @@ namespace tessel {
 /// (page 1).
 class frmInsertErrorHandlerCode : public ToolForm {
  public:
-  frmInsertErrorHandlerCode();
+  /// The run context goes on from one dialog to the next.
+  explicit frmInsertErrorHandlerCode(std::shared_ptr<mInsertErrorHandlerCode::RunContext> context =
+                                         std::make_shared<mInsertErrorHandlerCode::RunContext>());
 
   forms::Label lblInsertIN{this, "lblInsertIN", {.Caption = u"InsertIN"}};
   forms::ComboBox ComInsertIN{this, "ComInsertIN"};
@@ -49,6 +52,8 @@ class frmInsertErrorHandlerCode : public ToolForm {
   void ShowPreview();
   void EditSchemes();
   void Begin();
+
+  std::shared_ptr<mInsertErrorHandlerCode::RunContext> context_;
 };
 
 }  // namespace tessel

@@ -1,16 +1,16 @@
 #include "errorhandlers/frmRemoveErrorHandlerCode.h"
 
-#include "errorhandlers/RunContext.h"
 #include "errorhandlers/mRemoveErrorHandlerCode.h"
 #include "foundation/Routine.h"
 #include "insertion/mGlobals.h"
 #include "scanning/Scope.h"
-#include "scanning/mFunctions.h"
 
 namespace tessel {
 
-frmRemoveErrorHandlerCode::frmRemoveErrorHandlerCode()
-    : ToolForm("frmRemoveErrorHandlerCode", u"Remove Error Handler Code") {
+frmRemoveErrorHandlerCode::frmRemoveErrorHandlerCode(
+    std::shared_ptr<mInsertErrorHandlerCode::RunContext> context)
+    : ToolForm("frmRemoveErrorHandlerCode", u"Remove Error Handler Code"),
+      context_(std::move(context)) {
   using namespace forms;
   Icon = 110;
   btmBegin.Default = true;
@@ -28,20 +28,19 @@ void frmRemoveErrorHandlerCode::Form_Load() {
   Routine(u"frmRemoveErrorHandlerCode.Form_Load", [&](const Statements& run) {
     RestorePlace(run);
     scope::ActiveMember unused;
-    const String scopes = scope::GetProjectForFormated(VBInstance, unused);
-    run([&] { mFunctions::AddListInCombobox(ComRemoveFrom, vb::Split(scopes, u"|")); });
+    scope::ListScopes(run, ComRemoveFrom, VBInstance, unused);
     if (ComRemoveFrom.Text().empty()) btmBegin.SetEnabled(false);
   });
 }
 
 void frmRemoveErrorHandlerCode::Begin() {
   RunAndLeave(u"frmRemoveErrorHandlerCode.btmBegin_Click", [&](const Statements& run) {
-    run([&] { FillRunContext(Need(VBInstance), nullptr); });
+    FillNames(run, *context_, VBInstance);
     const String scope = ComRemoveFrom.Text();
     run([&] { Hide(); });
-    const auto project = run([&] { return Need(VBInstance).ActiveVBProject(); });
-    mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(
-        run([&] { return Need(project).VBComponents(); }), scope);
+    if (const auto components = ActiveComponents(run)) {
+      Tell(mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(*context_, components, scope));
+    }
     if (Connect != nullptr) Connect->HideRemoveErrorHandlerCode();
   });
 }

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "errorhandlers/RunContext.h"
 #include "forms/Controls.h"
 #include "foundation/ToolForm.h"
 
@@ -10,7 +11,9 @@ namespace tessel {
 
 class frmRemoveErrorHandlerCode : public ToolForm {
  public:
-  frmRemoveErrorHandlerCode();
+  /// The run context goes on from one dialog to the next.
+  explicit frmRemoveErrorHandlerCode(std::shared_ptr<mInsertErrorHandlerCode::RunContext> context =
+                                         std::make_shared<mInsertErrorHandlerCode::RunContext>());
 
   forms::Label lblRemoveFrom{this, "lblRemoveFrom", {.Caption = u"Remove From"}};
   forms::ComboBox ComRemoveFrom{this, "ComRemoveFrom"};
@@ -24,6 +27,8 @@ class frmRemoveErrorHandlerCode : public ToolForm {
 
  private:
   void Begin();
+
+  std::shared_ptr<mInsertErrorHandlerCode::RunContext> context_;
 };
 
 }  // namespace tessel

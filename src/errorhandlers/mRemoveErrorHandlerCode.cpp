@@ -2,10 +2,8 @@
 
 #include <algorithm>
 
-#include "errorhandlers/HandlerRun.h"
+#include "errorhandlers/HandlersScope.h"
 #include "errorhandlers/mInsertErrorHandlerCode.h"
-#include "foundation/Routine.h"
-#include "insertion/ReplaceLines.h"
 #include "scanning/mFunctions.h"
 #include "vb/Numbers.h"
 
@@ -17,9 +15,7 @@ namespace insert = mInsertErrorHandlerCode;
 /// Above every margin that a line can have.
 constexpr int NoMargin = 9999;
 
-bool ContainsText(StringView text, StringView what) {
-  return vb::InStr(text, what, vb::Compare::Text) > 0;
-}
+using insert::ContainsText;
 
 /// What a line holds of the markers.
 struct Marks {
@@ -39,6 +35,25 @@ String EffectiveScheme(int mode, const String& memberKey, StringView schemeName)
   if (mode != insert::ComponentMode) return {};
   return memberKey.empty() ? String(schemeName) : memberKey;
 }
+
+class Removal : public HandlersScope {
+ public:
+  explicit Removal(insert::RunContext& context)
+      : HandlersScope(context, u"mRemoveErrorHandlerCode.RunRemoveErrorHandlerCode",
+                      u"Remove Error Handler Code") {}
+
+ private:
+  void InProject(const Statements&, host::VBComponent&, const ModulePtr& module) override {
+    if (module) RunRemoveComponentModule(context_, module);
+  }
+  std::optional<int> InComponent(const Statements&, const ModulePtr& module) override {
+    RunRemoveComponentModule(context_, module);
+    return 1;
+  }
+  void Member(const ModulePtr& module, StringView name) override {
+    RunRemoveMemberProcedure(context_, module, name, u"", insert::MethodMode);
+  }
+};
 
 }  // namespace
 
@@ -89,62 +104,42 @@ std::optional<std::vector<String>> RemoveErrorHandlerScheme(StringView text, Str
   return DeleteNullLinesAndMoveText(std::move(lines), leftMost);
 }
 
-void RunRemoveMemberProcedure(const std::shared_ptr<host::CodeModule>& codeModule,
+void RunRemoveMemberProcedure(insert::RunContext& context,
+                              const std::shared_ptr<host::CodeModule>& codeModule,
                               StringView memberName, StringView schemeName, int mode) {
   Routine(u"mRemoveErrorHandlerCode.RunRemoveMemberProcedure", [&](const Statements& run) {
-    const MemberLines member =
-        run([&] { return ReadMember(Need(codeModule), memberName, insert::CurrentMemberKind); });
+    const MemberText member = ReadMember(run, codeModule, memberName, context.CurrentMemberKind);
     if (member.Body < 1) return;
     String memberKey;
     static_cast<void>(mFunctions::GetKEYDeclare(codeModule, member.Body, memberKey));
-    insert::MemberName = memberName;
+    context.MemberName = memberName;
     const String effective = EffectiveScheme(mode, memberKey, schemeName);
     if (effective == insert::SkipScheme) return;
-    const int index = insert::ReturnIndexErrorHandlerScheme(effective);
-    const String label =
-        index == insert::NoScheme
-            ? String()
-            : insert::LabelOf(insert::mRecord_ErrorHandlerScheme[static_cast<std::size_t>(index)]);
-    const auto lines = RemoveErrorHandlerScheme(member.Text, label);
-    if (!lines) return;
-    run([&] {
-      ReplaceLines(*codeModule, member.Body, member.Length, member.Body,
-                   vb::Join(*lines, vb::CrLf));
+    const ErrorHandlerScheme* const scheme = insert::FindScheme(context, effective);
+    const String label = scheme == nullptr ? String() : insert::LabelOf(context, *scheme);
+    if (const auto lines = RemoveErrorHandlerScheme(member.Text, label)) {
+      ReplaceMember(run, context, codeModule, member, memberName, vb::Join(*lines, vb::CrLf));
+    }
+  });
+}
+
+void RunRemoveComponentModule(insert::RunContext& context,
+                              const std::shared_ptr<host::CodeModule>& codeModule) {
+  Routine(u"mRemoveErrorHandlerCode.RunRemoveComponentModule", [&](const Statements& run) {
+    String moduleKey;
+    static_cast<void>(mFunctions::GetKEYDeclare(codeModule, 2, moduleKey));
+    // A module once begun is finished.
+    ForEachMember(run, context, codeModule, [&](StringView name) {
+      RunRemoveMemberProcedure(context, codeModule, name, moduleKey, insert::ComponentMode);
+      return true;
     });
   });
 }
 
-void RunRemoveComponentModule(const std::shared_ptr<host::CodeModule>& codeModule) {
-  Routine(u"mRemoveErrorHandlerCode.RunRemoveComponentModule", [&](const Statements& run) {
-    String moduleKey;
-    static_cast<void>(mFunctions::GetKEYDeclare(codeModule, 2, moduleKey));
-    const MemberTable members = mFunctions::AllNameProcedures(codeModule, u"");
-    if (!members) return;
-    if (HandlerProgress() != nullptr) {
-      HandlerProgress()->SetPRBCount2(static_cast<double>(members->size()));
-    }
-    int index = 0;
-    // A module once begun is finished.
-    for (const Member& member : *members) {
-      run([&] { ShowHandlerMember(member.Name, index++); });
-      insert::CurrentMemberKind = member.Kind == MemberKindControlEvent ? 0 : member.Kind;
-      RunRemoveMemberProcedure(codeModule, member.Name, moduleKey, insert::ComponentMode);
-    }
-  });
-}
-
-void RunRemoveErrorHandlerCode(const std::shared_ptr<host::VBComponents>& components,
-                               StringView scope) {
-  HandlerRun steps;
-  steps.Title = u"Remove Error Handler Code";
-  steps.InProject = [](host::VBComponent& component) {
-    if (const auto module = component.CodeModule()) RunRemoveComponentModule(module);
-  };
-  steps.Component = [](const auto& module) { RunRemoveComponentModule(module); };
-  steps.Member = [](const auto& module, StringView member) {
-    RunRemoveMemberProcedure(module, member, u"", insert::MethodMode);
-  };
-  RunHandlers(u"mRemoveErrorHandlerCode.RunRemoveErrorHandlerCode", steps, components, scope);
+RunResult RunRemoveErrorHandlerCode(insert::RunContext& context,
+                                    const std::shared_ptr<host::VBComponents>& components,
+                                    StringView scope) {
+  return Removal(context).Over(components, scope);
 }
 
 }  // namespace tessel::mRemoveErrorHandlerCode

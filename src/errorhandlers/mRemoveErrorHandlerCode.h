@@ -5,7 +5,8 @@
 #include <optional>
 #include <vector>
 
-#include "host/VBE.h"
+#include "errorhandlers/RunContext.h"
+#include "scanning/RunResult.h"
 
 namespace tessel::mRemoveErrorHandlerCode {
 
@@ -19,10 +20,13 @@ namespace tessel::mRemoveErrorHandlerCode {
 [[nodiscard]] std::optional<std::vector<String>> DeleteNullLinesAndMoveText(
     std::vector<String> lines, int leftMost);
 
-void RunRemoveMemberProcedure(const std::shared_ptr<host::CodeModule>& codeModule,
+void RunRemoveMemberProcedure(mInsertErrorHandlerCode::RunContext& context,
+                              const std::shared_ptr<host::CodeModule>& codeModule,
                               StringView memberName, StringView schemeName, int mode);
-void RunRemoveComponentModule(const std::shared_ptr<host::CodeModule>& codeModule);
-void RunRemoveErrorHandlerCode(const std::shared_ptr<host::VBComponents>& components,
-                               StringView scope);
+void RunRemoveComponentModule(mInsertErrorHandlerCode::RunContext& context,
+                              const std::shared_ptr<host::CodeModule>& codeModule);
+RunResult RunRemoveErrorHandlerCode(mInsertErrorHandlerCode::RunContext& context,
+                                    const std::shared_ptr<host::VBComponents>& components,
+                                    StringView scope);
 
 }  // namespace tessel::mRemoveErrorHandlerCode

@@ -84,7 +84,8 @@ store::Value ValueOfCell(int col, StringView text) {
 
 }  // namespace
 
-frmFormatText::frmFormatText() : ToolForm("frmFormatText", u"Code Formatter") {
+frmFormatText::frmFormatText(std::shared_ptr<mFormatText::FormatRun> format)
+    : ToolForm("frmFormatText", u"Code Formatter"), format_(std::move(format)) {
   Icon = 111;
   RicCode.Locked = true;
   VSFFormatLines.Editable = true;
@@ -155,9 +156,7 @@ void frmFormatText::Form_Load() {
     RicCode.RightMargin = 6 * PreviewWidth;
     RestorePlace(run);
     LoadParametr();
-    ComModule.Clear();
-    const String scopes = scope::GetProjectForFormated(VBInstance, mFormatText::Active);
-    run([&] { mFunctions::AddListInCombobox(ComModule, vb::Split(scopes, u"|")); });
+    scope::ListScopes(run, ComModule, VBInstance, *format_);
     for (const NumberSetting& number : NumberSettings) {
       (this->*number.Spin).SetValue(Bounded((this->*number.Control).Text(), this->*number.Spin));
     }
@@ -279,16 +278,17 @@ void frmFormatText::ViewRTF() {
 bool frmFormatText::CheckField() {
   bool result = false;
   Routine(u"frmFormatText.CheckField", [&] {
-    mFormatText::IndentEntire = chkIndentEntire.Value() == 1;
-    mFormatText::IndentCase = chkIndentCase.Value() == 1;
-    mFormatText::InsertBlank = chkInsertBlank.Value() == 1;
-    mFormatText::EnableCodeLines = chkEnableCodeLines.Value() == 1;
-    mFormatText::CompactWrapped = OptCompactWrapped.Value();
-    mFormatText::LineCharacters = static_cast<std::int16_t>(vb::CLng(txtCharacrers.Text()));
-    mFormatText::AdditionalTabs = static_cast<std::int16_t>(vb::CLng(txtAdditionalTabs.Text()));
-    mFormatText::UseTabCharacters = OptTabChfracters.Value();
-    mFormatText::UseSpaceCharacters = OptSpaceCharacters.Value();
-    mFormatText::SpacesPerLevel = vb::CLng(txtPcs.Text());
+    mFormatText::FormatRun& format = *format_;
+    format.IndentEntire = chkIndentEntire.Value() == 1;
+    format.IndentCase = chkIndentCase.Value() == 1;
+    format.InsertBlank = chkInsertBlank.Value() == 1;
+    format.EnableCodeLines = chkEnableCodeLines.Value() == 1;
+    format.CompactWrapped = OptCompactWrapped.Value();
+    format.LineCharacters = static_cast<std::int16_t>(vb::CLng(txtCharacrers.Text()));
+    format.AdditionalTabs = static_cast<std::int16_t>(vb::CLng(txtAdditionalTabs.Text()));
+    format.UseTabCharacters = OptTabChfracters.Value();
+    format.UseSpaceCharacters = OptSpaceCharacters.Value();
+    format.SpacesPerLevel = vb::CLng(txtPcs.Text());
     result = true;
   });
   return result;
@@ -316,8 +316,9 @@ void frmFormatText::Run() {
     const String scope = ComModule.Text();
     run([&] { Hide(); });
     run([] { platform::Current().Clock().DoEvents(); });
-    const auto project = run([&] { return VBInstance->ActiveVBProject(); });
-    if (project) mFormatText::RunFormatText(run([&] { return project->VBComponents(); }), scope);
+    if (const auto components = ActiveComponents(run)) {
+      Tell(mFormatText::RunFormatText(*format_, components, scope));
+    }
     run([&] { CloseRules(); });
     SaveForm();
     if (Connect != nullptr) Connect->HideFormatText();

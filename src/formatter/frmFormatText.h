@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "formatter/FormatRun.h"
 #include "forms/Controls.h"
 #include "forms/Grid.h"
 #include "forms/RichTextBox.h"
@@ -14,7 +15,9 @@ namespace tessel {
 /// Collects options and a scope, and starts a run. It owns the recordset behind its grid.
 class frmFormatText : public ToolForm {
  public:
-  frmFormatText();
+  /// The run object goes on from one dialog to the next.
+  explicit frmFormatText(
+      std::shared_ptr<mFormatText::FormatRun> format = std::make_shared<mFormatText::FormatRun>());
 
   forms::ComboBox ComModule{this, "ComModule"};
   forms::TabControl C1TCodeObject{this,
@@ -82,6 +85,7 @@ class frmFormatText : public ToolForm {
   void Run();
   void Cancel();
 
+  std::shared_ptr<mFormatText::FormatRun> format_;
   store::Recordset rules_;
 };
 

@@ -56,9 +56,6 @@ constexpr std::array<StringView, 52> LabelKeywords{
     u"SINGLE",   u"STATIC",   u"STOP",    u"STRING",   u"SUB",    u"TRUE",   u"TYPE",
     u"VARIANT",  u"WITH",     u"XOR"};
 
-/// Levels of the look-ahead at a key comment: its own, and kept from one to the next.
-thread_local std::int32_t lookAheadCurrent = 0, lookAheadNext = 0;
-
 struct Levels {
   std::int32_t& Current;
   std::int32_t& Next;
@@ -95,53 +92,68 @@ void CloseBlock(Levels levels, std::int32_t by) {
   levels.Current = levels.Next;
 }
 
-/// A member with a key comment has its blank lines ahead of the comment.
-void StartMember(Levels levels, std::int32_t& before) {
-  levels.Current = 0;
-  levels.Next = IndentEntire ? 1 : 0;
-  if (!MarkerFound) return;
-  MarkerBlankLines = before;
-  before = 0;
-}
-
-void Act(Action action, StringView line, Levels levels, std::int32_t& before) {
-  const std::int32_t selectLevels = IndentCase ? 2 : 1;
-  switch (action) {
-    case Action::Member:
-      return StartMember(levels, before);
-    case Action::EndMember:
-      levels.Current = levels.Next = 0;
-      return;
-    case Action::Open:
-      return OpenBlock(levels, 1);
-    case Action::If:
-      return OpenBlock(levels, vb::SameText(vb::Right(line, 5), u" THEN") ? 1 : 0);
-    case Action::Middle:
-      levels.Current = levels.Next - 1;
-      return;
-    case Action::Close:
-      return CloseBlock(levels, 1);
-    case Action::OpenSelect:
-      return OpenBlock(levels, selectLevels);
-    case Action::CloseSelect:
-      return CloseBlock(levels, selectLevels);
+/// What one statement does to the levels and its blank lines.
+class StatementRules {
+ public:
+  StatementRules(FormatRun& format, Levels levels, StringView line)
+      : format_(format), levels_(levels), line_(line) {
+    Apply(FirstWords(), FirstWord(line));
+    Apply(WordPairs(), FirstTwoWords(line));
   }
-}
+  std::int32_t Before = 0, After = 0;  ///< blank lines; those of the pair hold
 
-/// Looks a word up in one table and does what stands there, when a rule is in force for it.
-void ApplyTable(const ActionTable& table, StringView word, StringView line, Levels levels,
-                std::int32_t& before, std::int32_t& after) {
-  if (word.size() > LongestKey) return;
-  const String key = vb::UCase(word);
-  const auto found = table.find(key);
-  if (found == table.end()) return;
-  if (ReturnBeforeAfter(key, before, after)) Act(found->second, line, levels, before);
-  if (found->second == Action::EndMember) MarkerFound = false;
-}
+ private:
+  /// Looks a word up in one table and does what stands there, when a rule is in force for it.
+  void Apply(const ActionTable& table, StringView word) {
+    if (word.size() > LongestKey) return;
+    const String key = vb::UCase(word);
+    const auto found = table.find(key);
+    if (found == table.end()) return;
+    if (ReturnBeforeAfter(format_, key, Before, After)) Act(found->second);
+    if (found->second == Action::EndMember) format_.MarkerFound = false;
+  }
 
-std::size_t IndentWidth(std::int32_t level, int tabWidth) {
-  const std::int32_t width =
-      (UseTabCharacters ? level * tabWidth : 0) + (UseSpaceCharacters ? level * SpacesPerLevel : 0);
+  void Act(Action action) {
+    const std::int32_t selectLevels = format_.IndentCase ? 2 : 1;
+    switch (action) {
+      case Action::Member:
+        return StartMember();
+      case Action::EndMember:
+        levels_.Current = levels_.Next = 0;
+        return;
+      case Action::Open:
+        return OpenBlock(levels_, 1);
+      case Action::If:
+        return OpenBlock(levels_, vb::SameText(vb::Right(line_, 5), u" THEN") ? 1 : 0);
+      case Action::Middle:
+        levels_.Current = levels_.Next - 1;
+        return;
+      case Action::Close:
+        return CloseBlock(levels_, 1);
+      case Action::OpenSelect:
+        return OpenBlock(levels_, selectLevels);
+      case Action::CloseSelect:
+        return CloseBlock(levels_, selectLevels);
+    }
+  }
+
+  /// A member with a key comment has its blank lines ahead of the comment.
+  void StartMember() {
+    levels_.Current = 0;
+    levels_.Next = format_.IndentEntire ? 1 : 0;
+    if (!format_.MarkerFound) return;
+    format_.MarkerBlankLines = Before;
+    Before = 0;
+  }
+
+  FormatRun& format_;
+  Levels levels_;
+  StringView line_;
+};
+
+std::size_t IndentWidth(const FormatRun& format, std::int32_t level, int tabWidth) {
+  const std::int32_t width = (format.UseTabCharacters ? level * tabWidth : 0) +
+                             (format.UseSpaceCharacters ? level * format.SpacesPerLevel : 0);
   return static_cast<std::size_t>(std::max(0, width));
 }
 
@@ -154,22 +166,21 @@ String IndentWith(StringView prefix, std::size_t width) {
 }
 
 /// Appends one statement without a closing line end.
-void AppendStatement(String& out, StringView& line, Levels levels, int tabWidth) {
+void AppendStatement(FormatRun& format, String& out, StringView& line, Levels levels,
+                     int tabWidth) {
   const StringView prefix = TakePrefix(line);
-  std::int32_t before = 0, after = 0;
-  ApplyTable(FirstWords(), FirstWord(line), line, levels, before, after);
-  ApplyTable(WordPairs(), FirstTwoWords(line), line, levels, before, after);
+  const StatementRules rules(format, levels, line);
   if (line.empty()) return;
   if (levels.Current < 1) levels.Current = 0;
-  out += vb::Repeat(before, u'\r');
-  const String indent = IndentWith(prefix, IndentWidth(levels.Current, tabWidth));
-  if (!EnableCodeLines || CompactWrapped) {
+  out += vb::Repeat(rules.Before, u'\r');
+  const String indent = IndentWith(prefix, IndentWidth(format, levels.Current, tabWidth));
+  if (!format.EnableCodeLines || format.CompactWrapped) {
     out += indent;
     out += line;
   } else {
-    out += RunLineWrapping(indent, line);
+    out += RunLineWrapping(format, indent, line);
   }
-  out += vb::Repeat(after, u'\r');
+  out += vb::Repeat(rules.After, u'\r');
 }
 
 int TabWidth() {
@@ -180,7 +191,8 @@ int TabWidth() {
 /// One call of the engine.
 class Formatting {
  public:
-  explicit Formatting(std::vector<StringView> lines) : lines_(std::move(lines)) {}
+  Formatting(FormatRun& format, std::vector<StringView> lines)
+      : format_(format), lines_(std::move(lines)) {}
 
   String Run(std::size_t expected) {
     out_.reserve(expected);
@@ -212,17 +224,18 @@ class Formatting {
   void KeyComment(std::size_t at, std::size_t commentAt) {
     const StringView comment = lines_[at].substr(commentAt - 1);
     if (!vb::StartsWithText(comment, mFunctions::KeyCommentHead)) return;
-    MarkerFound = true;
+    format_.MarkerFound = true;
     if (at + 1 < lines_.size()) {
       String thrownAway;
-      AppendStatement(thrownAway, lines_[at + 1], {lookAheadCurrent, lookAheadNext}, tabWidth_);
+      AppendStatement(format_, thrownAway, lines_[at + 1],
+                      {format_.LookAheadCurrent, format_.LookAheadNext}, tabWidth_);
     }
-    out_ += vb::Repeat(MarkerBlankLines, u'\r');
+    out_ += vb::Repeat(format_.MarkerBlankLines, u'\r');
   }
 
   void CommentLine(StringView comment) {
     if (!comment.empty()) {
-      out_.append(IndentWidth(current_, tabWidth_), u' ');
+      out_.append(IndentWidth(format_, current_, tabWidth_), u' ');
       out_ += comment;
     }
     out_ += vb::CrLf;
@@ -255,10 +268,11 @@ class Formatting {
   }
 
   void Statement(StringView statement) {
-    AppendStatement(out_, statement, {current_, next_}, tabWidth_);
+    AppendStatement(format_, out_, statement, {current_, next_}, tabWidth_);
     current_ = next_;
   }
 
+  FormatRun& format_;
   std::vector<StringView> lines_;
   String out_;
   std::int32_t current_ = 0, next_ = 0;
@@ -287,21 +301,23 @@ bool CheckTextLabel(String& text) {
   return std::find(LabelKeywords.begin(), LabelKeywords.end(), upper) == LabelKeywords.end();
 }
 
-String CheckTextInKey(String& line, std::int32_t& currentLevel, std::int32_t& nextLevel) {
+String CheckTextInKey(FormatRun& format, String& line, std::int32_t& currentLevel,
+                      std::int32_t& nextLevel) {
   StringView rest = line;
   String out;
-  AppendStatement(out, rest, {currentLevel, nextLevel}, TabWidth());
+  AppendStatement(format, out, rest, {currentLevel, nextLevel}, TabWidth());
   line = String(rest);
   return out;
 }
 
-String FormatTextComponent(StringView text) {
+String FormatTextComponent(FormatRun& format, StringView text) {
   String result;
   Routine(u"mFormatText.FormatTextComponent", [&] {
     const String joined = mFunctions::DeleteUnderline(text);
     std::vector<StringView> lines = FilledLines(joined);
-    result = lines.empty() ? joined
-                           : Formatting(std::move(lines)).Run(joined.size() + joined.size() / 4);
+    result = lines.empty()
+                 ? joined
+                 : Formatting(format, std::move(lines)).Run(joined.size() + joined.size() / 4);
   });
   return result;
 }

@@ -3,7 +3,6 @@
 
 #include "formatter/mFormatText.h"
 #include "foundation/Routine.h"
-#include "vb/Failure.h"
 
 namespace tessel::mFormatText {
 namespace {
@@ -48,23 +47,26 @@ String MarkedColons(StringView text) {
 }
 
 /// Writes a statement whose indent alone is wider than the limit: every word on a line of its own.
-/// A word without a blank behind it fails with 5; `result` holds what was written until then.
-void WrapPerWord(String& result, StringView lead, StringView restLead, StringView line) {
-  StringView work = line;
-  while (!work.empty()) {
+String WrapPerWord(StringView indent, StringView restLead, StringView line) {
+  String result;
+  for (StringView work = line; !work.empty();) {
+    result += result.empty() ? indent : restLead;
     const std::size_t cut = ProcessingSpace(work, 1);
-    result += result.empty() ? lead : restLead;
+    if (cut == 0) {  // the last word, which ends the statement
+      result += work;
+      result += vb::CrLf;
+      break;
+    }
     result += work.substr(0, cut);
     result += u"_\r\n";
-    if (cut == 0) throw vb::RuntimeFailure(vb::InvalidCall);
     // The blank at the cut is dropped: kept, it would be found again and again.
     work.remove_prefix(cut);
   }
+  return result;
 }
 
 /// Writes a statement over as many lines as the limit asks for.
-String WrapAtLimit(StringView indent, StringView restLead, StringView line) {
-  const auto limit = static_cast<std::size_t>(LineCharacters);
+String WrapAtLimit(std::size_t limit, StringView indent, StringView restLead, StringView line) {
   String result;
   StringView work = line;
   while (!work.empty()) {
@@ -125,20 +127,20 @@ std::size_t ProcessingSpace(StringView text, std::size_t start) {
   return 0;
 }
 
-String RunLineWrapping(StringView indent, StringView line) {
-  if (!EnableCodeLines || CompactWrapped) return String(indent) + String(line);
-  const auto limit = static_cast<std::size_t>(LineCharacters);
+String RunLineWrapping(const FormatRun& format, StringView indent, StringView line) {
+  if (!format.EnableCodeLines || format.CompactWrapped) return String(indent) + String(line);
+  const auto limit = static_cast<std::size_t>(format.LineCharacters);
   String result;
   Routine(u"mFormatText.RunLineWrapping", [&] {
     result.clear();
-    const String restLead =
-        String(indent.size(), u' ') + String(static_cast<std::size_t>(AdditionalTabs), u'\t');
+    const String restLead = String(indent.size(), u' ') +
+                            String(static_cast<std::size_t>(format.AdditionalTabs), u'\t');
     if (indent.size() > limit) {
-      WrapPerWord(result, indent, restLead, line);
+      result = WrapPerWord(indent, restLead, line);
     } else if (indent.size() + line.size() < limit) {
       result = String(indent) + String(line);
     } else {
-      result = WrapAtLimit(indent, restLead, line);
+      result = WrapAtLimit(limit, indent, restLead, line);
     }
   });
   return result;

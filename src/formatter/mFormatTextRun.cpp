@@ -3,124 +3,89 @@
 #include <algorithm>
 
 #include "formatter/mFormatText.h"
-#include "foundation/ProgressBarWindow.h"
-#include "foundation/Routine.h"
 #include "insertion/ReplaceLines.h"
-#include "platform/Platform.h"
-#include "scanning/Scope.h"
+#include "scanning/MemberText.h"
+#include "scanning/ScopeRun.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel::mFormatText {
 namespace {
 
 using ModulePtr = std::shared_ptr<host::CodeModule>;
-using ComponentsPtr = std::shared_ptr<host::VBComponents>;
 
-void DoEvents() { platform::Current().Clock().DoEvents(); }
+class FormatScope : public ScopeRun {
+ public:
+  explicit FormatScope(FormatRun& format)
+      : ScopeRun({u"mFormatText.RunFormatText", u"Format Text", false, true}), format_(format) {}
 
-/// Formats what stands behind the declarations; true when text was written.
-bool FormatBodies(const Statements& run, const ModulePtr& module) {
-  const auto bodies = run([&] { return ReadModuleBodies(module); });
-  if (!bodies) return false;
-  const String formatted = FormatTextComponent(bodies->Text);
-  if (formatted.empty()) return false;
-  run([&] { WriteModuleBodies(module, formatted); });
-  return true;
-}
+ private:
+  void Prepare() override { Init_mRecord_FormatText(format_); }
 
-void FormatProject(const Statements& run, host::VBComponents& components,
-                   ProgressBarWindow& progress) {
-  const int count = run([&] { return components.Count(); });
-  for (int index = 1; index <= count; ++index) {
-    const auto component = run([&] { return components.Item(index); });
-    if (!component) continue;
-    run([&] { progress.SetMessage1(Need(component).Name()); });
-    run(DoEvents);
-    if (const auto module = run([&] { return Need(component).CodeModule(); })) {
-      FormatBodies(run, module);
-    }
-    if (progress.ProgressBarStop()) return;
-    progress.SetPRBsi1(progress.PRBsi1() + 1);
+  void InProject(const Statements& run, host::VBComponent&, const ModulePtr& module) override {
+    if (module) FormatBodies(run, module);
   }
-}
 
-void FormatComponent(const Statements& run, host::VBComponents& components, StringView target,
-                     ProgressBarWindow& progress) {
-  const int count = run([&] { return components.Count(); });
-  for (int index = 1; index <= count; ++index) {
-    const auto component = run([&] { return components.Item(index); });
-    if (!component || !vb::SameText(run([&] { return Need(component).Name(); }), target)) continue;
-    run([&] { progress.SetMessage1(Need(component).Name()); });
-    progress.SetPRBCount1(1);
-    run(DoEvents);
-    const auto module = run([&] { return Need(component).CodeModule(); });
-    if (module && FormatBodies(run, module)) {
+  std::optional<int> InComponent(const Statements& run, const ModulePtr& module) override {
+    if (!FormatBodies(run, module)) return std::nullopt;
+    return std::max(1, run([&] { return module->CountOfDeclarationLines(); }));
+  }
+
+  void InMember(const Statements& run, host::CodePane&, const ModulePtr& module,
+                StringView target) override {
+    const MemberText member = ReadMember(run, module, target, format_.ActiveMemberKind);
+    if (member.Body < 1) return;
+    String key;
+    const bool marked = mFunctions::GetKEYDeclare(module, member.Body, key);
+    format_.MarkerFound = marked;
+    const String formatted = FormatTextComponent(format_, member.Text);
+    if (!formatted.empty() && ReplaceLines(run, module, {member.Body, member.Length, member.Text},
+                                           member.Body, formatted)) {
+      Touched(module, target);
+    }
+    if (marked) {
+      // The host's own line end makes up the last of the blank lines.
       run([&] {
-        scope::ShowLine(Need(module), std::max(1, Need(module).CountOfDeclarationLines()));
+        module->InsertLines(member.Body - 1, vb::Repeat(format_.MarkerBlankLines - 1, u'\r'));
       });
     }
-    if (progress.ProgressBarStop()) return;
+    ShowMemberPane(run, module, target, format_.ActiveMemberKind, !formatted.empty());
   }
-}
 
-void FormatMember(const Statements& run, const ModulePtr& module, StringView target) {
-  const auto kind = static_cast<host::vbext_ProcKind>(Active.ActiveMemberKind);
-  const int body = run([&] { return Need(module).ProcBodyLine(target, kind); });
-  const int count = run([&] { return Need(module).ProcCountLines(target, kind); });
-  const int start = run([&] { return Need(module).ProcStartLine(target, kind); });
-  String key;
-  MarkerFound = mFunctions::GetKEYDeclare(module, body, key);
-  const bool marked = MarkerFound;
-  const int length = count - (body - start);
-  const String text = run([&] { return Need(module).Lines(body, length); });
-  const String formatted = FormatTextComponent(text);
-  if (!formatted.empty()) {
-    run([&] { ReplaceLines(Need(module), body, length, body, formatted); });
+  /// Formats what stands behind the declarations; true when text was written.
+  bool FormatBodies(const Statements& run, const ModulePtr& module) {
+    const auto bodies = ReadModuleBodies(run, module);
+    if (!bodies) return false;
+    const String formatted = FormatTextComponent(format_, bodies->Text);
+    if (formatted.empty() || !WriteModuleBodies(run, module, *bodies, formatted)) return false;
+    Touched(module, u"");
+    return true;
   }
-  if (marked) {
-    // The host's own line end makes up the last of the blank lines.
-    run([&] { Need(module).InsertLines(body - 1, vb::Repeat(MarkerBlankLines - 1, u'\r')); });
-  }
-  const int line = run([&] { return Need(module).ProcBodyLine(target, kind); }) + 1;
-  if (!formatted.empty()) run([&] { scope::ShowLine(Need(module), line); });
-}
+
+  FormatRun& format_;
+};
 
 }  // namespace
 
-std::optional<ModuleBodies> ReadModuleBodies(const ModulePtr& codeModule) {
-  const int declarations = codeModule->CountOfDeclarationLines();
-  const int all = codeModule->CountOfLines();
-  if (all - declarations < 1 || all < 1) return std::nullopt;
-  return ModuleBodies{declarations + 1, codeModule->Lines(declarations + 1, all - declarations)};
+std::optional<ModuleBodies> ReadModuleBodies(const Statements& run, const ModulePtr& codeModule) {
+  using Answer = std::optional<int>;
+  const auto declarations = run([&] { return Answer(Need(codeModule).CountOfDeclarationLines()); });
+  const auto all = run([&] { return Answer(Need(codeModule).CountOfLines()); });
+  if (!declarations || !all || *all - *declarations < 1) return std::nullopt;
+  ModuleBodies bodies{*declarations, *all - *declarations, {}};
+  bodies.Text = run([&] { return codeModule->Lines(bodies.Declarations + 1, bodies.Count); });
+  return bodies;
 }
 
-void WriteModuleBodies(const ModulePtr& codeModule, StringView formatted) {
-  const int declarations = codeModule->CountOfDeclarationLines();
+bool WriteModuleBodies(const Statements& run, const ModulePtr& codeModule,
+                       const ModuleBodies& bodies, StringView formatted) {
   // Behind the only line of an empty module is its end.
-  ReplaceLines(*codeModule, declarations + 1, codeModule->CountOfLines() - declarations,
-               std::max(1, declarations) + 1, formatted);
+  return ReplaceLines(run, codeModule, {bodies.Declarations + 1, bodies.Count, bodies.Text},
+                      std::max(1, bodies.Declarations) + 1, formatted);
 }
 
-void RunFormatText(const ComponentsPtr& components, StringView scope) {
-  Routine(u"mFormatText.RunFormatText", [&](const Statements& run) {
-    Init_mRecord_FormatText();
-    const String target(scope::Target(scope));
-    const auto progress = std::make_shared<ProgressBarWindow>(u"Format Text");
-    run([&] { progress->Show(platform::ShowStyle::Modeless); });
-    run([&] { progress->SetPRBCount1(Need(components).Count()); });
-    progress->SetPRBsi1(0);
-    progress->C1ElaProgressBar2.SetVisible(false);
-    progress->lblMessage2.SetVisible(false);
-    if (scope::Is(scope, scope::Project)) {
-      FormatProject(run, Need(components), *progress);
-    } else if (scope::Is(scope, scope::Component)) {
-      FormatComponent(run, Need(components), target, *progress);
-    } else if (const auto pane = run([&] { return Need(components).VBE()->ActiveCodePane(); })) {
-      FormatMember(run, run([&] { return Need(pane).CodeModule(); }), target);
-    }
-    progress->Hide();
-    progress->Unload();
-  });
+RunResult RunFormatText(FormatRun& format, const std::shared_ptr<host::VBComponents>& components,
+                        StringView scope) {
+  return FormatScope(format).Over(components, scope);
 }
 
 }  // namespace tessel::mFormatText

@@ -161,6 +161,7 @@ ErrorAnswer CErrorHandler::HandleError(StringView routine, const vb::Failure& fa
     errorDescription_ = failure.Description();
     errorNumber_ = failure.Number();
     errorLine_ = 0;  // our routines carry no line numbers
+    if (OnFailure) OnFailure(failure);
     String name(routine);
     if (name.empty()) {
       name = callStackEnabled_ && !callStack_.empty() ? NameOf(callStack_.back()) : u"Unknown";

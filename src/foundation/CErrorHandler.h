@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -63,6 +64,9 @@ class CErrorHandler {
   void Clear(int clearErrorLog, int clearTracingLog);
   /// Reports a failure and answers what the routine is to do.
   ErrorAnswer HandleError(StringView routine, const vb::Failure& failure);
+
+  /// Told of each failure ahead of the question to the user: a run that gives an account of itself.
+  std::function<void(const vb::Failure&)> OnFailure;
 
   /// Routine names, the newest first.
   [[nodiscard]] std::vector<String> CallStack() const;

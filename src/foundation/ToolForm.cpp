@@ -45,6 +45,17 @@ void ToolForm::Leave(StringView routine, const Steps& steps) {
   });
 }
 
+std::shared_ptr<host::VBComponents> ToolForm::ActiveComponents(const Statements& run) const {
+  return run([&] {
+    const auto project = Need(VBInstance).ActiveVBProject();
+    return project ? project->VBComponents() : nullptr;
+  });
+}
+
+void ToolForm::Tell(const RunResult& result) {
+  if (Connect != nullptr) Connect->RunEnded(result);
+}
+
 void ToolForm::RunAndLeave(StringView routine, const Steps& steps) {
   const auto self = weak_from_this().lock();  // the steps may drop the last other reference
   const UnloadHidden unload(*this);

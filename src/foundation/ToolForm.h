@@ -32,6 +32,10 @@ class ToolForm : public forms::Form {
   /// Form_Unload as the routine of that name: other dialogs can open again before anything can
   /// fail, then the form's own steps are taken and its place is kept.
   void Leave(StringView routine, const Steps& steps = {});
+  /// The components of the active project; nothing without one.
+  [[nodiscard]] std::shared_ptr<host::VBComponents> ActiveComponents(const Statements& run) const;
+  /// Hands the account of a run to the root.
+  void Tell(const RunResult& result);
   /// A handler whose steps hide the form for a run. However they end, a form that is hidden behind
   /// them is unloaded.
   void RunAndLeave(StringView routine, const Steps& steps);

@@ -9,6 +9,8 @@
 
 namespace tessel {
 
+struct RunResult;
+
 class IConnect {
  public:
   virtual ~IConnect() = default;
@@ -21,6 +23,8 @@ class IConnect {
   virtual void HidePropertyBuilder() = 0;
   virtual void HideClassBuilder() = 0;
   virtual void HideEnum() = 0;
+  /// Takes the account of a run that a dialog has started, as it ends.
+  virtual void RunEnded(const RunResult& result) = 0;
   virtual void HideFormatText() = 0;
   virtual void HideInsertErrorHandlerCode() = 0;
   virtual void HideRemoveErrorHandlerCode() = 0;

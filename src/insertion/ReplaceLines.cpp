@@ -1,18 +1,29 @@
 #include "insertion/ReplaceLines.h"
 
-#include "foundation/Routine.h"
-
 namespace tessel {
 
-void ReplaceLines(host::CodeModule& module, int first, int count, int insertAt, StringView text) {
-  const String before = module.Lines(first, count);
-  module.DeleteLines(first, count);
+bool ReplaceLines(const Statements& run, const std::shared_ptr<host::CodeModule>& module,
+                  const OldLines& old, int insertAt, StringView text) {
+  const bool deleted = run([&] {
+    Need(module).DeleteLines(old.First, old.Count);
+    return true;
+  });
+  if (!deleted) return false;
+  const auto putBack = [&] {
+    if (old.Count > 0) ResumeNext([&] { module->InsertLines(old.First, old.Text); });
+  };
+  bool inserted = false;
   try {
-    module.InsertLines(insertAt, text);
+    inserted = run([&] {
+      module->InsertLines(insertAt, text);
+      return true;
+    });
   } catch (...) {
-    if (count > 0) ResumeNext([&] { module.InsertLines(first, before); });
+    putBack();
     throw;
   }
+  if (!inserted) putBack();
+  return inserted;
 }
 
 }  // namespace tessel

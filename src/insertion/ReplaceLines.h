@@ -3,12 +3,21 @@
 
 #include <memory>
 
+#include "foundation/Routine.h"
 #include "host/CodeModule.h"
 
 namespace tessel {
 
-/// Deletes `count` lines from `first` and inserts `text` at `insertAt`. When the insertion fails,
-/// the old lines are put back and the failure goes on to the caller.
-void ReplaceLines(host::CodeModule& module, int first, int count, int insertAt, StringView text);
+/// Lines of a module and the text that they hold.
+struct OldLines {
+  int First = 1, Count = 0;
+  StringView Text;
+};
+
+/// Deletes the lines and inserts `text` at `insertAt`, each a statement of the calling routine.
+/// Where the deletion was ignored nothing is inserted; where the insertion was given up the old
+/// lines are put back. True when `text` has taken their place.
+bool ReplaceLines(const Statements& run, const std::shared_ptr<host::CodeModule>& module,
+                  const OldLines& old, int insertAt, StringView text);
 
 }  // namespace tessel

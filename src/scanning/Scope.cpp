@@ -1,6 +1,5 @@
 #include "scanning/Scope.h"
 
-#include "foundation/Routine.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel::scope {
@@ -44,10 +43,17 @@ String GetProjectForFormated(const std::shared_ptr<host::VBE>& vbe, ActiveMember
   return list;
 }
 
-void ShowLine(host::CodeModule& module, int line) {
-  const auto pane = module.CodePane();
-  Need(pane).SetTopLine(line);
-  Need(pane).SetSelection({line, 1, line, 1});
+void ListScopes(const Statements& run, forms::ComboBox& combo,
+                const std::shared_ptr<host::VBE>& vbe, ActiveMember& active) {
+  const String scopes = GetProjectForFormated(vbe, active);
+  run([&] { mFunctions::AddListInCombobox(combo, vb::Split(scopes, u"|")); });
+}
+
+void ShowLine(const Statements& run, const std::shared_ptr<host::CodeModule>& module, int line) {
+  const auto pane = run([&] { return Need(module).CodePane(); });
+  if (!pane) return;
+  run([&] { pane->SetTopLine(line); });
+  run([&] { pane->SetSelection({line, 1, line, 1}); });
 }
 
 }  // namespace tessel::scope

@@ -1,6 +1,8 @@
 // The scope of a run, as the dialogs list it: a fixed word, a blank, and a name in brackets.
 #pragma once
 
+#include "forms/Controls.h"
+#include "foundation/Routine.h"
 #include "host/VBE.h"
 
 namespace tessel::scope {
@@ -28,7 +30,11 @@ struct ActiveMember {
 [[nodiscard]] String GetProjectForFormated(const std::shared_ptr<host::VBE>& vbe,
                                            ActiveMember& active);
 
-/// Puts a line at the top of the module's pane, with the caret in it.
-void ShowLine(host::CodeModule& module, int line);
+/// Fills a combo box with the scopes and selects the first; statements of the caller.
+void ListScopes(const Statements& run, forms::ComboBox& combo,
+                const std::shared_ptr<host::VBE>& vbe, ActiveMember& active);
+
+/// Puts a line at the top of the module's pane, with the caret in it; statements of the caller.
+void ShowLine(const Statements& run, const std::shared_ptr<host::CodeModule>& module, int line);
 
 }  // namespace tessel::scope

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
 #include "hosts/batch/FormatOptions.h"
@@ -137,6 +138,55 @@ TEST_F(FormatCommandTest, FormatsTheChosenComponentOnly) {
   request_.Components = {"m"};
   EXPECT_EQ(Format(), Done);
   EXPECT_EQ(folder_.Read("M.bas"), Formatted);
+}
+
+// A key comment at a module's end leaves a marker behind, which in a run of the dialog goes to the
+// next module.
+TEST_F(FormatCommandTest, GivesTheSameBytesForAnyJobsOrderAndChoice) {
+  constexpr int Modules = 12;
+  std::vector<int> order;
+  for (int number = 0; number < Modules; ++number) order.push_back(number);
+  const auto write = [&] {
+    std::string project = "Type=Exe\r\n";
+    for (const int number : order) {
+      const std::string name = "M" + std::to_string(number);
+      std::string text = "Attribute VB_Name = \"" + name + "\"\r\nOption Explicit\r\nSub A()\r\n";
+      text += "If x Then\r\ny = " + std::to_string(number) + "\r\nEnd If\r\nEnd Sub\r\n";
+      if (number % 3 == 0) text += "'errMarker: Skip\r\n";
+      if (number % 3 == 1) text += "'errMarker: Skip\r\nIf z Then\r\n";
+      folder_.Write(name + ".bas", text);
+      project += "Module=" + name + "; " + name + ".bas\r\n";
+    }
+    return folder_.Write("P.vbp", project + "Name=\"P\"\r\n").string();
+  };
+  const auto bytes = [&] {
+    std::vector<std::string> all;
+    for (int number = 0; number < Modules; ++number) {
+      all.push_back(folder_.Read("M" + std::to_string(number) + ".bas"));
+    }
+    return all;
+  };
+  request_.Files = {write()};
+  const auto raw = bytes();
+  ASSERT_EQ(Format(), Done) << err_.str();
+  const auto alone = bytes();
+  EXPECT_NE(alone, raw);
+  for (const int jobs : {2, 5, 16}) {
+    write();
+    request_.Jobs = jobs;
+    ASSERT_EQ(Format(), Done) << err_.str();
+    EXPECT_EQ(bytes(), alone) << jobs << " jobs";
+  }
+  std::reverse(order.begin(), order.end());
+  write();
+  ASSERT_EQ(Format(), Done);
+  EXPECT_EQ(bytes(), alone) << "the other way round";
+  write();
+  for (int number = 0; number < Modules; ++number) {
+    request_.Components = {"M" + std::to_string(number)};
+    ASSERT_EQ(Format(), Done);
+  }
+  EXPECT_EQ(bytes(), alone) << "one by one";
 }
 
 TEST_F(FormatCommandTest, AReadOnlyFolderFailsAndNothingIsLost) {

@@ -19,15 +19,12 @@ namespace drop = mRemoveErrorHandlerCode;
 class Handlers : public testing::Test {
  protected:
   Handlers() {
-    insert::FirstCaseFlag = false;
-    insert::PreviewRichText = nullptr;
-    insert::ModuleScheme = insert::FormScheme = insert::ActiveXScheme = u"";
     database_.Connection->Execute(u"DELETE * FROM ErrorHandlerScheme");
     Scheme({u"Numbered", u"On Error GoTo Failed", u"Exit {MemberType}\r\nFailed:", true, 100, 10,
             false, u""});
     Scheme({u"Plain", u"On Error GoTo Failed", u"Exit {MemberType}\r\nFailed:", false, 0, 0, true,
             u"Failed"});
-    insert::Init_mRecord_ErrorHandlerScheme();
+    insert::Init_mRecord_ErrorHandlerScheme(context_);
   }
 
   void Scheme(const ErrorHandlerScheme& scheme) {
@@ -35,14 +32,15 @@ class Handlers : public testing::Test {
     table_.UpdateRecord(scheme);
   }
   void Insert(StringView scope, String scheme) {
-    insert::RunInsertErrorHandlerCode(world_.Environment.VBE()->ActiveVBProject()->VBComponents(),
-                                      scope, scheme);
+    insert::RunInsertErrorHandlerCode(
+        context_, world_.Environment.VBE()->ActiveVBProject()->VBComponents(), scope, scheme);
   }
   void Remove(StringView scope) {
-    drop::RunRemoveErrorHandlerCode(world_.Environment.VBE()->ActiveVBProject()->VBComponents(),
-                                    scope);
+    drop::RunRemoveErrorHandlerCode(
+        context_, world_.Environment.VBE()->ActiveVBProject()->VBComponents(), scope);
   }
 
+  insert::RunContext context_;
   test::World world_;
   test::SharedDatabase database_;
   CSQLErrorHandler table_;
@@ -54,7 +52,7 @@ constexpr StringView Body =
     u"If\r\nEnd Sub";
 
 TEST_F(Handlers, DressAMemberLineByLine) {
-  EXPECT_EQ(insert::WorkTextComponentMember(Body, u"Numbered"),
+  EXPECT_EQ(insert::WorkTextComponentMember(context_, Body, u"Numbered"),
             u"Sub A(ByVal n As Integer)\r\n"
             u"    '<errHeader>\r\n"
             u"On Error GoTo Failed\r\n"
@@ -72,51 +70,55 @@ TEST_F(Handlers, DressAMemberLineByLine) {
 }
 
 TEST_F(Handlers, ShiftTheBodyOneColumnForEachNumberedRun) {
-  const String once = insert::WorkTextComponentMember(Body, u"Numbered");
-  const String twice = insert::WorkTextComponentMember(once, u"Numbered");
+  const String once = insert::WorkTextComponentMember(context_, Body, u"Numbered");
+  const String twice = insert::WorkTextComponentMember(context_, once, u"Numbered");
   EXPECT_NE(twice.find(u"\r\n100  n = 1\r\n"), String::npos);
-  EXPECT_NE(insert::WorkTextComponentMember(twice, u"Numbered").find(u"\r\n100   n = 1\r\n"),
-            String::npos);
+  EXPECT_NE(
+      insert::WorkTextComponentMember(context_, twice, u"Numbered").find(u"\r\n100   n = 1\r\n"),
+      String::npos);
 }
 
 TEST_F(Handlers, ChangeNothingInASecondRunOfAnUnnumberedScheme) {
   const String once = insert::WorkTextComponentMember(
-      u"Sub A(ByVal n As Integer)\r\n    n = 1\r\n    ' note\r\n    Call B\r\nEnd Sub", u"Plain");
-  EXPECT_EQ(insert::WorkTextComponentMember(once, u"Plain"), once);
+      context_, u"Sub A(ByVal n As Integer)\r\n    n = 1\r\n    ' note\r\n    Call B\r\nEnd Sub",
+      u"Plain");
+  EXPECT_EQ(insert::WorkTextComponentMember(context_, once, u"Plain"), once);
 }
 
 // A line in column 1 that holds a blank doesn't count towards the margin, so what is nested below
 // it is taken for the body.
 TEST_F(Handlers, MoveNestedLinesLeftWhenTheBodyStandsAtColumnOne) {
-  const String once = insert::WorkTextComponentMember(Body, u"Plain");
+  const String once = insert::WorkTextComponentMember(context_, Body, u"Plain");
   EXPECT_NE(once.find(u"\r\nIf n Then\r\n    n = 2\r\nEnd If\r\n"), String::npos);
-  const String twice = insert::WorkTextComponentMember(once, u"Plain");
+  const String twice = insert::WorkTextComponentMember(context_, once, u"Plain");
   EXPECT_NE(twice.find(u"\r\nIf n Then\r\nn = 2\r\nEnd If\r\n"), String::npos);
-  EXPECT_EQ(insert::WorkTextComponentMember(twice, u"Plain"), twice);
+  EXPECT_EQ(insert::WorkTextComponentMember(context_, twice, u"Plain"), twice);
 }
 
 TEST_F(Handlers, AddOneEmptyLineAtHeadAndFootForAnEmptyScheme) {
   Scheme({u"Empty", u"", u"", false, 0, 0, false, u""});
-  insert::Init_mRecord_ErrorHandlerScheme();
-  EXPECT_EQ(insert::WorkTextComponentMember(u"Sub A()\r\nx = 1\r\nEnd Sub", u"Empty"),
+  insert::Init_mRecord_ErrorHandlerScheme(context_);
+  EXPECT_EQ(insert::WorkTextComponentMember(context_, u"Sub A()\r\nx = 1\r\nEnd Sub", u"Empty"),
             u"Sub A()\r\n\r\nx = 1\r\n\r\nEnd Sub");
 }
 
 TEST_F(Handlers, StripAMemberWhoseSchemeIsGone) {
-  EXPECT_EQ(insert::WorkTextComponentMember(u"Sub A()\r\n\r\n10 x = 1\r\nEnd Sub", u"Gone"),
-            u"Sub A()\r\n x = 1\r\nEnd Sub");
+  EXPECT_EQ(
+      insert::WorkTextComponentMember(context_, u"Sub A()\r\n\r\n10 x = 1\r\nEnd Sub", u"Gone"),
+      u"Sub A()\r\n x = 1\r\nEnd Sub");
 }
 
 TEST_F(Handlers, PadWithoutNumbersForAStepAndBaseOfZero) {
   Scheme({u"Zero", u"", u"", true, 0, 0, false, u""});
-  insert::Init_mRecord_ErrorHandlerScheme();
-  EXPECT_EQ(insert::WorkTextComponentMember(u"Sub A()\r\nx = 1\r\nDim y\r\nEnd Sub", u"Zero"),
-            u"Sub A()\r\n\r\nx = 1\r\n  Dim y\r\n\r\nEnd Sub");
+  insert::Init_mRecord_ErrorHandlerScheme(context_);
+  EXPECT_EQ(
+      insert::WorkTextComponentMember(context_, u"Sub A()\r\nx = 1\r\nDim y\r\nEnd Sub", u"Zero"),
+      u"Sub A()\r\n\r\nx = 1\r\n  Dim y\r\n\r\nEnd Sub");
 }
 
 TEST_F(Handlers, PutTheHeaderBehindTheLastLineOfTheHead) {
   EXPECT_EQ(insert::WorkTextComponentMember(
-                u"Private Function A( _\r\n  b)\r\nx = 1\r\nEnd Function", u"Numbered"),
+                context_, u"Private Function A( _\r\n  b)\r\nx = 1\r\nEnd Function", u"Numbered"),
             u"Private Function A( _\r\n    b)\r\n    '<errHeader>\r\nOn Error GoTo Failed\r\n    "
             u"'</errHeader>\r\n100 x = 1\r\n    '<errFooter>\r\nExit Function\r\nFailed:\r\n    "
             u"'</errFooter>\r\nEnd Function");
@@ -124,7 +126,7 @@ TEST_F(Handlers, PutTheHeaderBehindTheLastLineOfTheHead) {
 
 TEST_F(Handlers, TurnOnErrorGoToZeroIntoTheLabelAndBack) {
   const String text =
-      insert::WorkTextComponentMember(u"Sub A()\r\nOn Error GoTo 0\r\nEnd Sub", u"Plain");
+      insert::WorkTextComponentMember(context_, u"Sub A()\r\nOn Error GoTo 0\r\nEnd Sub", u"Plain");
   EXPECT_NE(text.find(u"\r\nOn Error GoTo Failed\r\n'<errFooter>"), String::npos);
   EXPECT_EQ(vb::Join(*drop::RemoveErrorHandlerScheme(text, u"Failed"), u"|"),
             u"Sub A()|On Error GoTo 0|End Sub");
@@ -158,19 +160,19 @@ TEST_F(Handlers, SortLinesByTheirFirstWords) {
                             {u"Private _", 0}};
   for (const KindCase& one : cases) {
     String line = u"  " + String(one.Line);
-    EXPECT_EQ(insert::ReturnTypeProcessing(line), one.Kind) << vb::ToUtf8(one.Line);
+    EXPECT_EQ(insert::ReturnTypeProcessing(context_, line), one.Kind) << vb::ToUtf8(one.Line);
     EXPECT_EQ(line, one.Line);
   }
 }
 
 TEST_F(Handlers, NumberTheSecondCaseAndKeepTheFlagAcrossMembers) {
   String line = u"Select Case x";
-  EXPECT_EQ(insert::ReturnTypeProcessing(line), 5);
+  EXPECT_EQ(insert::ReturnTypeProcessing(context_, line), 5);
   String head = u"Sub B()";
-  EXPECT_EQ(insert::ReturnTypeProcessing(head), 0);
+  EXPECT_EQ(insert::ReturnTypeProcessing(context_, head), 0);
   String first = u"Case 1", second = u"Case 2";
-  EXPECT_EQ(insert::ReturnTypeProcessing(first), 4);
-  EXPECT_EQ(insert::ReturnTypeProcessing(second), 5);
+  EXPECT_EQ(insert::ReturnTypeProcessing(context_, first), 4);
+  EXPECT_EQ(insert::ReturnTypeProcessing(context_, second), 5);
 }
 
 TEST_F(Handlers, TellTheTypeOfAMember) {
@@ -209,7 +211,7 @@ TEST_F(Handlers, PassOverASkippedMemberInProjectRunsAndHandleItByItself) {
   const StringView code =
       u"'errMarker: Skip\r\nSub A()\r\n\r\nx\r\nEnd Sub\r\nSub B()\r\ny\r\nEnd Sub\r\n";
   world_.Module(u"M", code);
-  insert::ModuleScheme = u"Plain";
+  context_.ModuleScheme = u"Plain";
   Insert(u"Current Project   [Project1]", u"");
   EXPECT_EQ(world_.Text(u"M").substr(0, 39), String(code).substr(0, 39));
   EXPECT_NE(world_.Text(u"M").find(u"Sub B()\r\n'<errHeader>"), String::npos);
@@ -223,8 +225,8 @@ TEST_F(Handlers, PassOverASkippedMemberInProjectRunsAndHandleItByItself) {
 TEST_F(Handlers, GiveClassesTheModulesChoice) {
   world_.Environment.AddComponent(u"", host::vbext_ct_ClassModule, u"C",
                                   u"Sub A()\r\nx\r\nEnd Sub\r\n");
-  insert::ModuleScheme = u"Plain";
-  insert::ClassScheme = u"Numbered";
+  context_.ModuleScheme = u"Plain";
+  context_.ClassScheme = u"Numbered";
   Insert(u"Current Project   [Project1]", u"");
   EXPECT_EQ(world_.Text(u"C").substr(0, 19), u"'errMarker: Plain\r\n");
 }
@@ -248,7 +250,7 @@ TEST_F(Handlers, LeaveExactlyTheMembersDoneWhenCancelled) {
 
 TEST_F(Handlers, GiveTheCodeBackWhenTheyGoOutAgain) {
   const StringView code = u"Sub A()\r\nx = 1\r\nIf x Then\r\ny\r\nEnd If\r\nEnd Sub";
-  const String dressed = insert::WorkTextComponentMember(code, u"Plain");
+  const String dressed = insert::WorkTextComponentMember(context_, code, u"Plain");
   EXPECT_EQ(vb::Join(*drop::RemoveErrorHandlerScheme(dressed, u""), vb::CrLf), code);
 }
 
@@ -263,8 +265,8 @@ TEST_F(Handlers, CountASingleSchemeAsNoneInTheLists) {
   EXPECT_TRUE(table_.GetRecordTable(u"Other").has_value());
   table_.InsertRecord(u"");
   EXPECT_FALSE(table_.GetListNameError().has_value());
-  EXPECT_EQ(insert::ReturnIndexErrorHandlerScheme(u"numbered"), 0);
-  EXPECT_EQ(insert::ReturnIndexErrorHandlerScheme(u"skip"), 9999);
+  EXPECT_EQ(insert::ReturnIndexErrorHandlerScheme(context_, u"numbered"), 0);
+  EXPECT_EQ(insert::ReturnIndexErrorHandlerScheme(context_, u"skip"), 9999);
 }
 
 TEST_F(Handlers, TheDialogShowsThePageOfItsScopeAndAPreview) {

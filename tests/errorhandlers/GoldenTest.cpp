@@ -100,7 +100,7 @@ class Golden : public test::HandlersWorld {
       const std::string name = file.path().string();
       Scheme(batch::ReadScheme(workspace::ReadFile(name), name));
     }
-    insert::Init_mRecord_ErrorHandlerScheme();
+    insert::Init_mRecord_ErrorHandlerScheme(Context);
   }
 
   void Play(Case& one) {
@@ -113,18 +113,18 @@ class Golden : public test::HandlersWorld {
   }
 
  private:
-  static void Texts(Case& one, bool strip) {
-    insert::ProjectName = u"Project1";
-    insert::ComponentName = u"Module1";
-    insert::MemberName = u"Example";
+  void Texts(Case& one, bool strip) {
+    Context.ProjectName = u"Project1";
+    Context.ComponentName = u"Module1";
+    Context.MemberName = u"Example";
     for (std::size_t at = 0; at + 1 < one.Sections.size(); at += 2) {
       const String& input = one.Sections[at].Text;
-      one.Sections[at + 1].Text = strip
-                                      ? vb::Join(mRemoveErrorHandlerCode::RemoveErrorHandlerScheme(
-                                                     input, vb::FromUtf8(one.Key("label")))
-                                                     .value_or(std::vector<String>()),
-                                                 vb::CrLf)
-                                      : insert::WorkTextComponentMember(input, one.Scheme(""));
+      one.Sections[at + 1].Text =
+          strip ? vb::Join(mRemoveErrorHandlerCode::RemoveErrorHandlerScheme(
+                               input, vb::FromUtf8(one.Key("label")))
+                               .value_or(std::vector<String>()),
+                           vb::CrLf)
+                : insert::WorkTextComponentMember(Context, input, one.Scheme(""));
     }
   }
 
@@ -137,10 +137,10 @@ class Golden : public test::HandlersWorld {
     if (const auto caret = Words(one.Key("caret")); !caret.empty()) {
       Place.Caret(vb::FromUtf8(caret[0]), std::stoi(caret.at(1)));
     }
-    insert::ModuleScheme = one.Scheme("module-");
-    insert::ClassScheme = one.Scheme("class-");
-    insert::FormScheme = one.Scheme("form-");
-    insert::ActiveXScheme = one.Scheme("activex-");
+    Context.ModuleScheme = one.Scheme("module-");
+    Context.ClassScheme = one.Scheme("class-");
+    Context.FormScheme = one.Scheme("form-");
+    Context.ActiveXScheme = one.Scheme("activex-");
     if (words[0] == "insert") {
       Insert(Scope(words), one.Scheme(""));
     } else {

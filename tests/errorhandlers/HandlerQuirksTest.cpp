@@ -20,7 +20,7 @@ class HandlerQuirks : public test::HandlersWorld {
     Scheme({u"Other", u"o", u"p", false, 0, 0, false, u""});
     Scheme({u"Numbered", u"", u"", true, 100, 10, false, u""});
     Scheme({u"Typed", u"", u"", false, 0, 0, true, u"{MemberType}_Failed"});
-    insert::Init_mRecord_ErrorHandlerScheme();
+    insert::Init_mRecord_ErrorHandlerScheme(Context);
   }
   [[nodiscard]] String Text(StringView name = u"M") { return Environment().Text(name); }
   [[nodiscard]] bool Holds(StringView what, StringView name = u"M") {
@@ -40,7 +40,7 @@ TEST_F(HandlerQuirks, TheCaseFlagSurvivesMembersComponentsAndRuns) {
   Place.Module(u"M", u"Option Explicit\r\nSub A()\r\nSelect Case x\r\nEnd Select\r\nEnd Sub");
   Place.Module(u"N", u"Option Explicit\r\nSub B()\r\nCase 1\r\nCase 2\r\nEnd Sub");
   Insert(Module, u"Numbered");
-  EXPECT_TRUE(insert::FirstCaseFlag);
+  EXPECT_TRUE(Context.FirstCaseFlag);
   Insert(u"Current Component [N]", u"Numbered");
   EXPECT_TRUE(Holds(u"\r\n    Case 1\r\n100 Case 2\r\n", u"N")) << vb::ToUtf8(Text(u"N"));
 }
@@ -48,8 +48,8 @@ TEST_F(HandlerQuirks, TheCaseFlagSurvivesMembersComponentsAndRuns) {
 TEST_F(HandlerQuirks, AClassGoesWithTheModulesChoiceAndItsOwnIsUsedNowhere) {
   Environment().AddComponent(u"", host::vbext_ct_ClassModule, u"C", Sub);
   Environment().AddComponent(u"", host::vbext_ct_DocObject, u"D", Sub);
-  insert::ModuleScheme = u"Plain";
-  insert::ClassScheme = insert::DocumentScheme = u"Other";
+  Context.ModuleScheme = u"Plain";
+  Context.ClassScheme = Context.DocumentScheme = u"Other";
   Insert(Project, u"");
   EXPECT_TRUE(Holds(u"'errMarker: Plain\r\n", u"C"));
   EXPECT_TRUE(Holds(u"'errMarker: Plain\r\n", u"D"));
@@ -59,7 +59,7 @@ TEST_F(HandlerQuirks, TypesWithoutAChoiceKeepWhatTheComponentBeforeThemHad) {
   Environment().AddComponent(u"", host::vbext_ct_UserControl, u"U", Sub);
   Environment().AddComponent(u"", host::vbext_ct_VBForm, u"F", Sub);
   Environment().AddComponent(u"", host::vbext_ct_PropPage, u"P", Sub);
-  insert::FormScheme = u"Plain";
+  Context.FormScheme = u"Plain";
   Insert(Project, u"Other");
   EXPECT_TRUE(Holds(u"'errMarker: Other\r\n", u"U")) << "the single scheme, until a choice comes";
   EXPECT_TRUE(Holds(u"'errMarker: Plain\r\n", u"F"));
@@ -88,7 +88,7 @@ TEST_F(HandlerQuirks, ALabelMissesWhenTheTypeOfTheLastInsertionIsAnother) {
   EXPECT_TRUE(Holds(u"On Error GoTo Sub_Failed"));
   EXPECT_TRUE(Holds(u"On Error GoTo Function_Failed"));
   Remove(Module);
-  EXPECT_EQ(insert::MemberType, u"Function") << "as the insertion left it";
+  EXPECT_EQ(Context.MemberType, u"Function") << "as the insertion left it";
   EXPECT_TRUE(Holds(u"On Error GoTo Sub_Failed"));
   EXPECT_TRUE(Holds(u"Function B()\r\nOn Error GoTo 0"));
 }
@@ -141,7 +141,7 @@ TEST_F(HandlerQuirks, TheKeyThatCountsDependsOnTheScope) {
     Environment().SetText(u"M", key(one.ModuleKey) + u"Option Explicit\r\n" + key(one.MemberKey) +
                                     u"Sub A()\r\nx = 1\r\nEnd Sub");
     Place.Caret(u"M", static_cast<int>(vb::Split(Text(), vb::CrLf).size()) - 1);
-    insert::ModuleScheme = one.Chosen;
+    Context.ModuleScheme = one.Chosen;
     const std::string mode = one.Mode;
     Insert(mode == "project"     ? Project
            : mode == "component" ? Module
@@ -160,7 +160,7 @@ TEST_F(HandlerQuirks, TheKeyThatCountsDependsOnTheScope) {
 
 TEST_F(HandlerQuirks, AProjectRunLeavesTheModulesKeyAndAComponentRunReplacesIt) {
   Place.Module(u"M", u"'ERRMARKER: Numbered\r\n" + String(Sub));
-  insert::ModuleScheme = u"Plain";
+  Context.ModuleScheme = u"Plain";
   Insert(Project, u"");
   EXPECT_EQ(Text().substr(0, 20), u"'ERRMARKER: Numbered");
   Insert(Module, u"Plain");
@@ -204,7 +204,7 @@ TEST_F(HandlerQuirks, OnlyTheExactWordSkipIsReserved) {
 TEST_F(HandlerQuirks, ATableOfOneSchemeCountsAsNoneSoMembersAreStrippedOnly) {
   NoSchemes();
   Scheme({u"Plain", u"h", u"f", false, 0, 0, false, u""});
-  insert::mRecord_ErrorHandlerScheme.clear();
+  Context.mRecord_ErrorHandlerScheme.clear();
   Place.Module(u"M", u"Option Explicit\r\nSub A()\r\n\r\n10 x = 1\r\nEnd Sub");
   Insert(Module, u"Plain");
   EXPECT_EQ(Text(), u"'errMarker: Plain\r\nOption Explicit\r\nSub A()\r\n x = 1\r\nEnd Sub");
@@ -212,9 +212,9 @@ TEST_F(HandlerQuirks, ATableOfOneSchemeCountsAsNoneSoMembersAreStrippedOnly) {
 
 TEST_F(HandlerQuirks, SchemesReadEarlierStayWhenTheTableHoldsFewerThanTwo) {
   NoSchemes();
-  insert::Init_mRecord_ErrorHandlerScheme();
-  EXPECT_EQ(insert::mRecord_ErrorHandlerScheme.size(), 4U);
-  EXPECT_EQ(insert::ReturnIndexErrorHandlerScheme(u"PLAIN"), 0);
+  insert::Init_mRecord_ErrorHandlerScheme(Context);
+  EXPECT_EQ(Context.mRecord_ErrorHandlerScheme.size(), 4U);
+  EXPECT_EQ(insert::ReturnIndexErrorHandlerScheme(Context, u"PLAIN"), 0);
 }
 
 TEST_F(HandlerQuirks, ASchemeNamedInAnyCaseIsFound) {
@@ -242,33 +242,34 @@ TEST_F(HandlerQuirks, AMemberOnOneLineGetsItsHeaderBehindIt) {
 }
 
 TEST_F(HandlerQuirks, AContinuationLineThatBeginsWithANumberLosesIt) {
-  EXPECT_EQ(
-      insert::WorkTextComponentMember(u"Sub A()\r\nx = y + _\r\n1 + _\r\n2\r\nEnd Sub", u"Gone"),
-      u"Sub A()\r\nx = y + _\r\n  + _\r\n2\r\nEnd Sub");
+  EXPECT_EQ(insert::WorkTextComponentMember(
+                Context, u"Sub A()\r\nx = y + _\r\n1 + _\r\n2\r\nEnd Sub", u"Gone"),
+            u"Sub A()\r\nx = y + _\r\n  + _\r\n2\r\nEnd Sub");
 }
 
 TEST_F(HandlerQuirks, ALineThatEndsInANameWithAnUnderscoreCountsAsContinued) {
-  EXPECT_EQ(insert::WorkTextComponentMember(u"Sub A()\r\nGoTo Out_\r\nEnd Sub", u"Other"),
+  EXPECT_EQ(insert::WorkTextComponentMember(Context, u"Sub A()\r\nGoTo Out_\r\nEnd Sub", u"Other"),
             u"Sub A()\r\n'<errHeader>\r\no\r\n'</errHeader>\r\nGoTo Out_\r\nEnd Sub")
       << "so the member's end gets no footer";
 }
 
 TEST_F(HandlerQuirks, AHeadBehindAHundredSignsIsTypedByWhatStandsInThem) {
-  insert::MemberName = u"Long";
-  EXPECT_EQ(insert::WorkTextComponentMember(u"Property _\r\n" + String(110, u' ') +
+  Context.MemberName = u"Long";
+  EXPECT_EQ(insert::WorkTextComponentMember(Context,
+                                            u"Property _\r\n" + String(110, u' ') +
                                                 u"Get Long()\r\nOn Error GoTo 0\r\nEnd Property",
                                             u"Typed"),
             u"Property _\r\nGet Long()\r\n\r\nOn Error GoTo _Failed\r\n\r\nEnd Property");
-  EXPECT_EQ(insert::MemberType, u"");
+  EXPECT_EQ(Context.MemberType, u"");
 }
 
 TEST_F(HandlerQuirks, AnEventOfAControlIsHandledAsASub) {
   Place.Form(u"F", u"Option Explicit\r\nSub Command1_Click()\r\nx = 1\r\nEnd Sub");
   Environment().AddControl(u"F", u"VB.CommandButton", u"Command1", {});
-  insert::FormScheme = u"Plain";
+  Context.FormScheme = u"Plain";
   Insert(Project, u"");
   EXPECT_TRUE(Holds(u"Command1_Click()\r\n'<errHeader>\r\n", u"F"));
-  EXPECT_EQ(insert::CurrentMemberKind, 0);
+  EXPECT_EQ(Context.CurrentMemberKind, 0);
 }
 
 TEST_F(HandlerQuirks, ACommentBetweenHidesTheKeyOfAMember) {
@@ -307,12 +308,12 @@ struct Dialog : forms::Form {
 
 TEST_F(HandlerQuirks, StoredTextIsReadThroughTheControlOfTheRunContext) {
   const auto dialog = std::make_shared<Dialog>();
-  insert::PreviewRichText = &dialog->Preview;
-  EXPECT_EQ(insert::ReturnHeader(u"{\\rtf1 a\\par b}", u"  ", u"", u"", u"", u"", u""),
+  Context.PreviewRichText = &dialog->Preview;
+  EXPECT_EQ(insert::ReturnHeader(Context, u"{\\rtf1 a\\par b}", u"  ", u"", u"", u"", u"", u""),
             u"  '<errHeader>\r\na\r\nb\r\n  '</errHeader>\r\n");
   EXPECT_EQ(dialog->Preview.Text(), u"a\r\nb");
-  EXPECT_EQ(insert::ReturnFooter(u"", u"  ", u"", u"", u"", u"", u""), u"\r\n");
-  insert::PreviewRichText = nullptr;
+  EXPECT_EQ(insert::ReturnFooter(Context, u"", u"  ", u"", u"", u"", u"", u""), u"\r\n");
+  Context.PreviewRichText = nullptr;
 }
 
 }  // namespace

@@ -110,10 +110,8 @@ constexpr FailureCase Failures[] = {
     {"Insert", 1, "VBComponents.Count", Insertion},
     {"Insert", 1, "VBComponents.Item", Insertion},
     {"Insert", 1, "VBComponent.Name", Insertion},
-    {"Insert", 1, "VBComponent.CodeModule", Insertion},
     {"Insert", 2, "VBComponents.Item", Insertion},
     {"Insert", 2, "VBComponent.Type", Insertion},
-    {"Insert", 2, "VBComponent.CodeModule", Insertion},
     {"Insert", 2, "CodeModule.InsertLines", InsertMember},
     {"Remove", 0, "CodeModule.Lines", RemoveMember},
     {"Remove", 0, "CodeModule.ProcBodyLine", RemoveMember},
@@ -123,7 +121,6 @@ constexpr FailureCase Failures[] = {
     {"Remove", 1, "VBComponents.Item", Removal},
     {"Remove", 2, "CodeModule.DeleteLines", RemoveMember},
     {"Remove", 2, "CodeModule.ProcOfLine", Members},
-    {"Remove", 2, "VBComponent.CodeModule", Removal},
 };
 
 std::string ReportOf(const Json& form) {
@@ -161,6 +158,18 @@ TEST_F(HandlersChannel, EachFailureShowsTheDialogWithItsRoutineOnTopAndAnyAnswer
       if (retried) {
         EXPECT_EQ(replies[5]["text"], clean[1]["text"]) << name << ": as if nothing had been";
       }
+    }
+  }
+}
+
+// As resource files and related documents have none.
+TEST_F(HandlersChannel, AComponentWhoseModuleFailsCountsAsOneWithoutMembersInSilence) {
+  for (const char* dialog : {"Insert", "Remove"}) {
+    for (const int scope : {ComponentScope, ProjectScope}) {
+      const auto replies =
+          Play(dialog, scope, FailNext("VBComponent.CodeModule") + Press("btmBegin") + Text);
+      EXPECT_TRUE(replies[1]["front"].is_null()) << dialog << ' ' << scope;
+      EXPECT_EQ(replies[2]["text"], Untouched) << dialog << ' ' << scope;
     }
   }
 }

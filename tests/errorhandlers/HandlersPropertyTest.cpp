@@ -100,18 +100,18 @@ std::vector<String> Essence(StringView code) {
 class HandlersProperty : public test::HandlersWorld {
  protected:
   HandlersProperty() {
-    insert::Init_mRecord_ErrorHandlerScheme();
-    Schemes = insert::mRecord_ErrorHandlerScheme;
+    insert::Init_mRecord_ErrorHandlerScheme(Context);
+    Schemes = Context.mRecord_ErrorHandlerScheme;
   }
 
   std::shared_ptr<host::CodeModule> Put(const String& text) {
     if (!module_) module_ = Place.Module(u"M", u"");
     Environment().SetText(u"M", text);
-    insert::FirstCaseFlag = false;
+    Context.FirstCaseFlag = false;
     return module_;
   }
   void InsertAll(const String& scheme) {
-    insert::ModuleScheme = scheme;
+    Context.ModuleScheme = scheme;
     Insert(OverProject, scheme);
   }
   [[nodiscard]] String Text() { return Environment().Text(u"M"); }
@@ -236,13 +236,13 @@ TEST_F(HandlersProperty, TheDeliveredSchemesLeaveSoundCode) {
 TEST_F(HandlersProperty, TheDeliveredSchemesLeaveTheMemberAheadOfTheirHandler) {
   for (const ErrorHandlerScheme& scheme : Schemes) {
     const auto lines =
-        vb::Split(insert::WorkTextComponentMember(u"Function F()\r\n    x = 1\r\nEnd Function",
-                                                  scheme.NameError),
+        vb::Split(insert::WorkTextComponentMember(
+                      Context, u"Function F()\r\n    x = 1\r\nEnd Function", scheme.NameError),
                   vb::CrLf);
     const auto at = [&](StringView line) {
       return std::find(lines.begin(), lines.end(), line) - lines.begin();
     };
-    insert::MemberName = u"F";
+    Context.MemberName = u"F";
     const auto exit = at(u"Exit Function");
     EXPECT_LT(exit, static_cast<std::ptrdiff_t>(lines.size())) << vb::ToUtf8(scheme.NameError);
     EXPECT_LT(exit, at(u"F_Error:"));

@@ -12,35 +12,21 @@
 
 namespace tessel::test {
 
-/// What a run leaves behind is forgotten at the start of each test.
 class HandlersWorld : public testing::Test {
  protected:
-  HandlersWorld() {
-    namespace insert = mInsertErrorHandlerCode;
-    insert::FirstCaseFlag = false;
-    insert::PreviewRichText = nullptr;
-    for (String* const text : {&insert::ModuleScheme, &insert::FormScheme, &insert::ActiveXScheme,
-                               &insert::ClassScheme, &insert::DocumentScheme, &insert::ProjectName,
-                               &insert::ComponentName, &insert::MemberName, &insert::MemberType}) {
-      text->clear();
-    }
-    insert::CurrentMemberKind = 0;
-    insert::mRecord_ErrorHandlerScheme.clear();
-  }
-
   void NoSchemes() { Database.Connection->Execute(u"DELETE * FROM ErrorHandlerScheme"); }
   void Scheme(const ErrorHandlerScheme& scheme) {
     Table.InsertRecord(scheme.NameError);
     Table.UpdateRecord(scheme);
   }
 
-  void Insert(StringView scope, String scheme) {
-    FillRunContext(*Environment().VBE(), nullptr);
-    mInsertErrorHandlerCode::RunInsertErrorHandlerCode(Components(), scope, scheme);
+  RunResult Insert(StringView scope, String scheme) {
+    FillNames(Statements(), Context, Environment().VBE());
+    return mInsertErrorHandlerCode::RunInsertErrorHandlerCode(Context, Components(), scope, scheme);
   }
-  void Remove(StringView scope) {
-    FillRunContext(*Environment().VBE(), nullptr);
-    mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(Components(), scope);
+  RunResult Remove(StringView scope) {
+    FillNames(Statements(), Context, Environment().VBE());
+    return mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(Context, Components(), scope);
   }
 
   [[nodiscard]] model::Environment& Environment() { return Place.Environment; }
@@ -48,6 +34,8 @@ class HandlersWorld : public testing::Test {
     return Environment().VBE()->ActiveVBProject()->VBComponents();
   }
 
+  /// Of all runs of a test, as the add-in has one for all dialogs.
+  mInsertErrorHandlerCode::RunContext Context;
   World Place;
   SharedDatabase Database;
   CSQLErrorHandler Table;

@@ -14,13 +14,13 @@ namespace {
 
 class Formatter : public testing::Test {
  protected:
-  void SetUp() override { test::ResetOptions(); }
   test::World world_;
+  FormatRun run_ = test::DefaultRun();
 
-  static String Format(StringView text) { return FormatTextComponent(text); }
+  String Format(StringView text) { return FormatTextComponent(run_, text); }
   static String InSub(StringView body) { return u"Sub A()\r\n" + String(body) + u"\r\nEnd Sub"; }
   /// What the engine makes of the body, without the member's own lines.
-  static String Body(StringView body) {
+  String Body(StringView body) {
     const String text = Format(InSub(body));
     const std::size_t head = StringView(u"Sub A()\r\n").size();
     return text.substr(head, text.size() - head - StringView(u"End Sub\r\n").size());
@@ -30,28 +30,28 @@ class Formatter : public testing::Test {
 // Rules
 
 TEST_F(Formatter, ADisabledRuleAnswersAsAnUnknownWordDoes) {
-  test::SetRule(u"IF", false, 3, 4);
+  test::SetRule(run_, u"IF", false, 3, 4);
   std::int32_t before = 7, after = 7;
-  EXPECT_FALSE(ReturnBeforeAfter(u"IF", before, after));
+  EXPECT_FALSE(ReturnBeforeAfter(run_, u"IF", before, after));
   EXPECT_EQ(before, 0);
   EXPECT_EQ(after, 0);
   before = after = 7;
-  EXPECT_FALSE(ReturnBeforeAfter(u"NOWHERE", before, after));
+  EXPECT_FALSE(ReturnBeforeAfter(run_, u"NOWHERE", before, after));
   EXPECT_EQ(before + after, 0);
 }
 
 TEST_F(Formatter, WithoutBlankLinesEveryWordAnswersFalseAndNothingIsIndented) {
-  InsertBlank = false;
+  run_.InsertBlank = false;
   std::int32_t before = 0, after = 0;
-  EXPECT_FALSE(ReturnBeforeAfter(u"IF", before, after));
+  EXPECT_FALSE(ReturnBeforeAfter(run_, u"IF", before, after));
   EXPECT_EQ(Format(u"Sub A()\r\n  If x Then\r\n    y\r\n  End If\r\nEnd Sub"),
             u"Sub A()\r\nIf x Then\r\ny\r\nEnd If\r\nEnd Sub\r\n");
 }
 
 TEST_F(Formatter, AKeyComparesEqualInAnyCase) {
-  test::SetRule(u"END IF", true, 1, 2);
+  test::SetRule(run_, u"END IF", true, 1, 2);
   std::int32_t before = 0, after = 0;
-  EXPECT_TRUE(ReturnBeforeAfter(u"End If", before, after));
+  EXPECT_TRUE(ReturnBeforeAfter(run_, u"End If", before, after));
   EXPECT_EQ(before, 1);
   EXPECT_EQ(after, 2);
 }
@@ -85,13 +85,13 @@ TEST_F(Formatter, AnIfOfOneLineOpensNoBlockAndOneWithANoteDoes) {
 TEST_F(Formatter, CaseStandsOneLevelInOrNot) {
   EXPECT_EQ(Body(u"Select Case x\r\nCase 1\r\ny\r\nEnd Select"),
             u"    Select Case x\r\n        Case 1\r\n            y\r\n    End Select\r\n");
-  IndentCase = false;
+  run_.IndentCase = false;
   EXPECT_EQ(Body(u"Select Case x\r\nCase 1\r\ny\r\nEnd Select"),
             u"    Select Case x\r\n    Case 1\r\n        y\r\n    End Select\r\n");
 }
 
 TEST_F(Formatter, ElseAtTheOuterLevelWithoutIndentStandsAtColumnOne) {
-  IndentEntire = false;
+  run_.IndentEntire = false;
   EXPECT_EQ(Body(u"Else\r\nx"), u"Else\r\nx\r\n");
 }
 
@@ -100,12 +100,12 @@ TEST_F(Formatter, WhileIsNotIndentedAndThatStays) {
 }
 
 TEST_F(Formatter, BlankLinesOfAMemberWithoutKeyCommentStandAheadOfIt) {
-  test::SetRule(u"SUB", true, 2, 0);
+  test::SetRule(run_, u"SUB", true, 2, 0);
   EXPECT_EQ(Format(u"Sub A()\r\nEnd Sub"), u"\r\rSub A()\r\nEnd Sub\r\n");
 }
 
 TEST_F(Formatter, BlankLinesOfAMemberWithAKeyCommentStandAheadOfTheComment) {
-  test::SetRule(u"SUB", true, 2, 0);
+  test::SetRule(run_, u"SUB", true, 2, 0);
   EXPECT_EQ(Format(u"'errMarker: x\r\nSub A()\r\nEnd Sub\r\nSub B()\r\nEnd Sub"),
             u"\r\r'errMarker: x\r\nSub A()\r\nEnd Sub\r\n\r\rSub B()\r\nEnd Sub\r\n");
 }
@@ -168,7 +168,7 @@ TEST_F(Formatter, TheLookAheadTakesALineNumberOffTheLineBelowAKeyComment) {
 }
 
 TEST_F(Formatter, JoinsContinuationLinesWhateverTheOptionsSay) {
-  EnableCodeLines = false;
+  run_.EnableCodeLines = false;
   EXPECT_EQ(Body(u"a = b _\r\n      + c"), u"    a = b + c\r\n");
 }
 
@@ -180,7 +180,7 @@ TEST_F(Formatter, DropsBlankLinesAndGivesBlankTextBack) {
 TEST_F(Formatter, ALineOfOneColonBecomesEmpty) { EXPECT_EQ(Body(u":"), u"\r\n"); }
 
 TEST_F(Formatter, BlankLinesBehindAStatementPushItsCommentDown) {
-  test::SetRule(u"END IF", true, 0, 2);
+  test::SetRule(run_, u"END IF", true, 0, 2);
   EXPECT_EQ(Body(u"End If ' c"), u"End If\r\r ' c\r\n");
 }
 
@@ -223,51 +223,63 @@ TEST(CheckTextLabel, RefusesTheKeywordsOfItsList) {
 
 class Wrapping : public Formatter {
  protected:
-  void SetUp() override {
-    Formatter::SetUp();
-    CompactWrapped = false;
-    LineCharacters = 40;
+  Wrapping() {
+    run_.CompactWrapped = false;
+    run_.LineCharacters = 40;
   }
 };
 
 TEST_F(Wrapping, AStatementOneShortOfTheLimitIsWholeAndOneOfTheLimitIsWrapped) {
   const String shorter =
       u"aaaaaaaaa bbbbbbbbb ccccccccc dddddd";  // 36 characters and an indent of 3
-  EXPECT_EQ(RunLineWrapping(u"   ", shorter.substr(0, 36)), u"   " + shorter.substr(0, 36));
-  EXPECT_EQ(RunLineWrapping(u"    ", shorter.substr(0, 36)),
+  EXPECT_EQ(RunLineWrapping(run_, u"   ", shorter.substr(0, 36)), u"   " + shorter.substr(0, 36));
+  EXPECT_EQ(RunLineWrapping(run_, u"    ", shorter.substr(0, 36)),
             u"    aaaaaaaaa bbbbbbbbb ccccccccc _\r\n    \tdddddd\r\n");
 }
 
 TEST_F(Wrapping, ASingleLongWordIsWrittenWhole) {
   const String word = u"\"" + String(60, u'x') + u"\"";
-  EXPECT_EQ(RunLineWrapping(u"    ", word), u"    " + word + u"\r\n");
+  EXPECT_EQ(RunLineWrapping(run_, u"    ", word), u"    " + word + u"\r\n");
 }
 
 TEST_F(Wrapping, WithoutAdditionalTabsContinuationsAreFlushWithTheFirstLine) {
-  AdditionalTabs = 0;
-  EXPECT_EQ(RunLineWrapping(u"    ", u"aaaaaaaaa bbbbbbbbb ccccccccc dddddddddd"),
+  run_.AdditionalTabs = 0;
+  EXPECT_EQ(RunLineWrapping(run_, u"    ", u"aaaaaaaaa bbbbbbbbb ccccccccc dddddddddd"),
             u"    aaaaaaaaa bbbbbbbbb ccccccccc _\r\n    dddddddddd\r\n");
 }
 
 TEST_F(Wrapping, TheLastWordGoesOnALineOfItsOwnAndASingleCharacterLosesTheUnderscore) {
-  EXPECT_EQ(RunLineWrapping(u"", u"aaaaaaaaa bbbbbbbbb ccccccccc ddddddd = e"),
+  EXPECT_EQ(RunLineWrapping(run_, u"", u"aaaaaaaaa bbbbbbbbb ccccccccc ddddddd = e"),
             u"aaaaaaaaa bbbbbbbbb ccccccccc ddddddd _\r\n\t= \r\n\te\r\n");
 }
 
 TEST_F(Wrapping, AFirstBlankPastTheLimitIsCutThere) {
   const String word(50, u'w');
-  EXPECT_EQ(RunLineWrapping(u"", word + u" x yy"), word + u" _\r\n\tx _\r\n\tyy\r\n");
+  EXPECT_EQ(RunLineWrapping(run_, u"", word + u" x yy"), word + u" _\r\n\tx _\r\n\tyy\r\n");
 }
 
-TEST_F(Wrapping, AnIndentWiderThanTheLimitEndsInAFailureAtItsLastWord) {
-  EXPECT_THROW(static_cast<void>(RunLineWrapping(String(41, u' '), u"a b")), vb::Failure);
-  gErrorHandler = std::make_shared<CErrorHandler>();
-  gErrorHandler->SetErrorHandlerActions(ActionMessageBox);
-  gErrorHandler->SetCallStackEnabled(true);
+TEST_F(Wrapping, AnIndentWiderThanTheLimitGivesEveryWordALineAndLosesNone) {
   const String lead(41, u' ');
-  EXPECT_EQ(RunLineWrapping(lead, u"a b"), lead + u"a _\r\n" + lead + u"\t_\r\n");
-  EXPECT_EQ(world_.Services.DesktopService.Messages.size(), 1U);
-  gErrorHandler.reset();
+  EXPECT_EQ(RunLineWrapping(run_, lead, u"a b"), lead + u"a _\r\n" + lead + u"\tb\r\n");
+  EXPECT_EQ(RunLineWrapping(run_, lead, u"Beep"), lead + u"Beep\r\n");
+  EXPECT_EQ(RunLineWrapping(run_, lead, u"x = \"a b\" & c"),
+            lead + u"x _\r\n" + lead + u"\t= _\r\n" + lead + u"\t\"a b\" _\r\n" + lead +
+                u"\t& _\r\n" + lead + u"\tc\r\n");
+  EXPECT_EQ(RunLineWrapping(run_, lead, u"a  b"),
+            lead + u"a _\r\n" + lead + u"\t _\r\n" + lead + u"\tb\r\n")
+      << "a second blank is a word of nothing";
+}
+
+TEST_F(Wrapping, NestingBeyondTheLimitKeepsEveryStatement) {
+  String code, ends;
+  for (int level = 0; level < 12; ++level) {
+    code += u"Do\r\n";
+    ends += u"\r\nLoop";
+  }
+  const String text = Body(code + u"Beep\r\nx = 1" + ends);
+  EXPECT_NE(text.find(vb::Space(52) + u"Beep\r\n"), String::npos) << vb::ToUtf8(text);
+  EXPECT_NE(text.find(u"x _\r\n" + vb::Space(52) + u"\t= _\r\n" + vb::Space(52) + u"\t1\r\n"),
+            String::npos);
 }
 
 TEST_F(Wrapping, AWrappedStatementHasAnEmptyLineBehindIt) {
@@ -276,7 +288,7 @@ TEST_F(Wrapping, AWrappedStatementHasAnEmptyLineBehindIt) {
 }
 
 TEST_F(Wrapping, StringsAreNeverBroken) {
-  EXPECT_EQ(RunLineWrapping(u"", u"x = \"aaaaaaaaaa bbbbbbbbbbbb cccccccccccccc dddddd\""),
+  EXPECT_EQ(RunLineWrapping(run_, u"", u"x = \"aaaaaaaaaa bbbbbbbbbbbb cccccccccccccc dddddd\""),
             u"x = _\r\n\t\"aaaaaaaaaa bbbbbbbbbbbb cccccccccccccc dddddd\"\r\n");
 }
 
@@ -284,21 +296,20 @@ TEST_F(Wrapping, StringsAreNeverBroken) {
 
 class Run : public Formatter {
  protected:
-  void SetUp() override {
-    Formatter::SetUp();
-    database_.Connection->Execute(u"UPDATE FormatText SET After = 0");
-  }
+  Run() { database_.Connection->Execute(u"UPDATE FormatText SET After = 0"); }
   test::SharedDatabase database_;
 };
 
 TEST_F(Run, AModuleWithOnlyDeclarationsIsNotRead) {
-  EXPECT_FALSE(ReadModuleBodies(world_.Module(u"M", u"Option Explicit\r\nDim x")).has_value());
-  EXPECT_FALSE(ReadModuleBodies(world_.Module(u"N", u"")).has_value());
+  EXPECT_FALSE(
+      ReadModuleBodies(Statements(), world_.Module(u"M", u"Option Explicit\r\nDim x")).has_value());
+  EXPECT_FALSE(ReadModuleBodies(Statements(), world_.Module(u"N", u"")).has_value());
 }
 
 TEST_F(Run, ReplacesTheBodiesOfAModuleWithoutDeclarations) {
   const auto module = world_.Module(u"M", u"Sub A()\r\nx\r\nEnd Sub");
-  WriteModuleBodies(module, Format(ReadModuleBodies(module)->Text));
+  const auto bodies = ReadModuleBodies(Statements(), module);
+  WriteModuleBodies(Statements(), module, *bodies, Format(bodies->Text));
   EXPECT_EQ(world_.Text(u"M"), u"Sub A()\r\n    x\r\nEnd Sub\r\n");
 }
 
@@ -306,8 +317,8 @@ TEST_F(Run, FormatsOneMemberAndNothingAboveIt) {
   world_.Module(u"M", u"Sub A()\r\nx\r\nEnd Sub\r\n' about B\r\nSub B()\r\ny\r\nEnd Sub");
   world_.Caret(u"M", 6);
   const auto vbe = world_.Environment.VBE();
-  const String scopes = scope::GetProjectForFormated(vbe, Active);
-  RunFormatText(vbe->ActiveVBProject()->VBComponents(), scopes.substr(0, scopes.find(u'|')));
+  const String scopes = scope::GetProjectForFormated(vbe, run_);
+  RunFormatText(run_, vbe->ActiveVBProject()->VBComponents(), scopes.substr(0, scopes.find(u'|')));
   EXPECT_EQ(world_.Text(u"M"),
             u"Sub A()\r\nx\r\nEnd Sub\r\n' about B\r\nSub B()\r\n    y\r\nEnd Sub\r\n");
   EXPECT_EQ(world_.Selection().StartLine, 6);
@@ -318,8 +329,8 @@ TEST_F(Run, GivesTheKeyCommentOfOneMemberItsBlankLines) {
   world_.Module(u"M", u"Dim z\r\n'errMarker: S\r\nSub A()\r\nx\r\nEnd Sub");
   world_.Caret(u"M", 4);
   const auto vbe = world_.Environment.VBE();
-  static_cast<void>(scope::GetProjectForFormated(vbe, Active));
-  RunFormatText(vbe->ActiveVBProject()->VBComponents(), u"Current Method    [A]");
+  static_cast<void>(scope::GetProjectForFormated(vbe, run_));
+  RunFormatText(run_, vbe->ActiveVBProject()->VBComponents(), u"Current Method    [A]");
   EXPECT_EQ(world_.Text(u"M"),
             u"Dim z\r\n\r\n\r\n'errMarker: S\r\nSub A()\r\n    x\r\nEnd Sub\r\n");
 }
@@ -328,10 +339,10 @@ TEST_F(Run, NoBlankLinesForAKeyCommentIsAFailureBehindTheWrittenText) {
   world_.Module(u"M", u"'errMarker: S\r\nSub A()\r\nx\r\nEnd Sub");
   world_.Caret(u"M", 3);
   const auto vbe = world_.Environment.VBE();
-  static_cast<void>(scope::GetProjectForFormated(vbe, Active));
+  static_cast<void>(scope::GetProjectForFormated(vbe, run_));
   gErrorHandler = std::make_shared<CErrorHandler>();
   gErrorHandler->SetErrorHandlerActions(ActionMessageBox);
-  RunFormatText(vbe->ActiveVBProject()->VBComponents(), u"Current Method    [A]");
+  RunFormatText(run_, vbe->ActiveVBProject()->VBComponents(), u"Current Method    [A]");
   gErrorHandler.reset();
   EXPECT_EQ(world_.Text(u"M"), u"'errMarker: S\r\nSub A()\r\n    x\r\nEnd Sub\r\n");
   ASSERT_EQ(world_.Services.DesktopService.Messages.size(), 1U);
@@ -348,7 +359,7 @@ TEST_F(Run, CancelTakesEffectBehindTheModuleInHand) {
       }
     }
   };
-  RunFormatText(world_.Environment.VBE()->ActiveVBProject()->VBComponents(),
+  RunFormatText(run_, world_.Environment.VBE()->ActiveVBProject()->VBComponents(),
                 u"Current Project   [Project1]");
   EXPECT_EQ(world_.Text(u"M"), u"Sub A()\r\n    x\r\nEnd Sub\r\n");
   EXPECT_EQ(world_.Text(u"N"), u"Sub A()\r\nx\r\nEnd Sub");
@@ -362,7 +373,8 @@ TEST_F(Run, AFailedInsertionLeavesTheModuleAsItWas) {
       throw vb::Failure(1, u"no");
     }
   });
-  EXPECT_THROW(WriteModuleBodies(module, u"gone"), vb::Failure);
+  const auto bodies = ReadModuleBodies(Statements(), module);
+  EXPECT_THROW(WriteModuleBodies(Statements(), module, *bodies, u"gone"), vb::Failure);
   EXPECT_EQ(world_.Text(u"M"), u"Sub A()\r\nx\r\nEnd Sub");
 }
 

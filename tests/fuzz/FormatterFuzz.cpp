@@ -12,15 +12,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static const platform::ScopedPlatform scope(services);
   const std::string bytes(data, data + size);
   const String text = vb::FromUtf8(bytes);
-  test::ResetOptions();
-  mFormatText::CompactWrapped = size % 2 == 0;
-  mFormatText::LineCharacters = 40;
-  try {
-    const String once = mFormatText::FormatTextComponent(text);
-    static_cast<void>(review::CompareCode(text, once));
-  } catch (const vb::Failure&) {
-    // An indent wider than the line is a failure that the caller hears of.
-  }
+  mFormatText::FormatRun format = test::DefaultRun();
+  format.CompactWrapped = size % 2 == 0;
+  format.LineCharacters = 40;
+  const String once = mFormatText::FormatTextComponent(format, text);
+  static_cast<void>(review::CompareCode(text, once));
   if (size < 400) static_cast<void>(mCodeConverter::MakeRTF(text, 0));
   return 0;
 }

@@ -15,30 +15,24 @@ inline std::vector<FormatRule> AllRules() {
   return rules;
 }
 
-/// Changes the rule of a word, or adds one.
-inline void SetRule(StringView words, bool enabled, int before, int after) {
-  auto rules = mFormatText::mRecord_FormatText;
+/// Changes the rule of a word.
+inline void SetRule(mFormatText::FormatRun& format, StringView words, bool enabled, int before,
+                    int after) {
+  auto rules = format.mRecord_FormatText.Rows();
   for (FormatRule& rule : rules) {
     if (!vb::SameText(rule.KeyWords, words)) continue;
     rule.Enabled = enabled;
     rule.Before = before;
     rule.After = after;
   }
-  mFormatText::SetRules(std::move(rules));
+  format.mRecord_FormatText = mFormatText::FormatRules(std::move(rules));
 }
 
-/// The dialog's defaults, and all rules.
-inline void ResetOptions() {
-  namespace m = mFormatText;
-  m::IndentEntire = m::IndentCase = m::InsertBlank = m::EnableCodeLines = m::CompactWrapped = true;
-  m::UseTabCharacters = true;
-  m::UseSpaceCharacters = false;
-  m::LineCharacters = 90;
-  m::AdditionalTabs = 1;
-  m::SpacesPerLevel = 4;
-  m::MarkerFound = false;
-  m::MarkerBlankLines = 0;
-  m::SetRules(AllRules());
+/// A run with the dialog's defaults, and all rules.
+inline mFormatText::FormatRun DefaultRun() {
+  mFormatText::FormatRun format;
+  format.mRecord_FormatText = mFormatText::FormatRules(AllRules());
+  return format;
 }
 
 }  // namespace tessel::test
