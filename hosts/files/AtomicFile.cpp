@@ -152,7 +152,8 @@ fs::path OwnNameIn(const fs::path& folder, std::string_view ending) {
     std::string name(OwnBeginning);
     // A process that was split from another one has its numbers.
     const auto seed = random() ^ static_cast<std::mt19937::result_type>(getpid());
-    for (std::size_t digit = 0; digit < OwnDigits; ++digit) name += Digits[seed >> (4 * digit) & 15];
+    for (std::size_t digit = 0; digit < OwnDigits; ++digit)
+      name += Digits[seed >> (4 * digit) & 15];
     fs::path path = folder / (name + std::string(ending));
     std::error_code error;
     if (!fs::exists(fs::symlink_status(path, error))) return path;
@@ -265,6 +266,12 @@ std::string ReadFile(const fs::path& path) {
   }
   bytes.resize(filled);
   return bytes;
+}
+
+std::optional<std::string> PresentBytes(const fs::path& file) {
+  std::error_code error;
+  if (!fs::exists(file, error)) return std::nullopt;
+  return ReadFile(file);
 }
 
 }  // namespace tessel::files

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,8 +11,8 @@ namespace tessel::files {
 
 /// Gives a file these bytes: they go to a temporary file beside it that is flushed to the disk and
 /// renamed over it. The file is made when there is none and keeps its permissions; a link to it
-/// stays a link, and one with several names keeps them. Fails with a vb::Failure that names the file and the system's reason;
-/// the file is as it was then, and no temporary file is left.
+/// stays a link, and one with several names keeps them. Fails with a vb::Failure that names the
+/// file and the system's reason; the file is as it was then, and no temporary file is left.
 void WriteFile(const std::filesystem::path& file, std::string_view bytes);
 /// As `WriteFile` for a file that isn't there; false, changing nothing, when there is one.
 bool CreateFile(const std::filesystem::path& file, std::string_view bytes);
@@ -23,8 +24,11 @@ void RemoveFile(const std::filesystem::path& file);
 /// The bytes of a file. Fails with a vb::Failure that names the file and the system's reason.
 [[nodiscard]] std::string ReadFile(const std::filesystem::path& file);
 
-/// Whether the file has several names (hard links), so that a rename would part them. Such a file is
-/// written in place, and the end of the process in the middle leaves it half.
+/// As `ReadFile`; nothing when there is no such file.
+[[nodiscard]] std::optional<std::string> PresentBytes(const std::filesystem::path& file);
+
+/// Whether the file has several names (hard links), so that a rename would part them. Such a file
+/// is written in place, and the end of the process in the middle leaves it half.
 [[nodiscard]] bool IsWrittenInPlace(const std::filesystem::path& file);
 /// Fails as `WriteFile` would where that can be told without writing: a folder, a file that is
 /// read-only, a name that ends in a separator.

@@ -107,12 +107,6 @@ std::optional<std::vector<Entry>> ReadJournal(std::string_view text) {
   return entries;
 }
 
-std::optional<std::string> PresentBytes(const fs::path& file) {
-  std::error_code error;
-  if (!fs::exists(file, error)) return std::nullopt;
-  return ReadFile(file);
-}
-
 void Put(const Change& change) {
   if (change.Before) {
     WriteFile(change.File, change.Bytes);

@@ -15,10 +15,10 @@ struct Change {
   std::string Bytes;
 };
 
-/// Writes all files or none. More than one, or one that can only be written in place, are noted with
-/// their new bytes in a journal in `folder` first; each is then replaced as WriteFile does. What
-/// fails in the middle is taken back. A process that ends in the middle leaves the journal, and
-/// `FinishInterrupted` goes on. Fails with a vb::Failure that names the file.
+/// Writes all files or none. More than one, or one that can only be written in place, are noted
+/// with their new bytes in a journal in `folder` first; each is then replaced as WriteFile does.
+/// What fails in the middle is taken back. A process that ends in the middle leaves the journal,
+/// and `FinishInterrupted` goes on. Fails with a vb::Failure that names the file.
 void WriteTogether(const std::filesystem::path& folder, const std::vector<Change>& changes);
 
 /// What became of a journal that an ended process had left.
