@@ -9,6 +9,7 @@
 #include "hosts/batch/BatchPlatform.h"
 #include "hosts/batch/PersonalDatabase.h"
 #include "hosts/batch/SchemeText.h"
+#include "hosts/files/AtomicFile.h"
 #include "hosts/files/SystemFiles.h"
 #include "hosts/files/Transaction.h"
 #include "hosts/linux/LinuxApp.h"

@@ -166,8 +166,9 @@ void LoadedProject::AddProblem(const vb::Failure& failure, const ProjectEntry& e
 }
 
 std::shared_ptr<LoadedProject> LoadedProject::LoadSingle(const std::shared_ptr<model::Vbe>& vbe,
-                                                         const fs::path& path, int codePage) {
-  const auto file = std::make_shared<ComponentFile>(path, files::ReadFile(path));
+                                                         const fs::path& path, std::string bytes,
+                                                         int codePage) {
+  const auto file = std::make_shared<ComponentFile>(path, std::move(bytes));
   const std::shared_ptr<LoadedProject> loaded(new LoadedProject(
       path.parent_path(), codePage != 0 ? codePage : GuessFor({file}, {}), codePage != 0));
   file->SetCodePage(loaded->codePage_);

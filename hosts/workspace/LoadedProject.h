@@ -41,9 +41,10 @@ class LoadedProject : public std::enable_shared_from_this<LoadedProject> {
   [[nodiscard]] static std::shared_ptr<LoadedProject> Load(const std::shared_ptr<model::Vbe>& vbe,
                                                            const std::filesystem::path& file,
                                                            int codePage);
-  /// A project around one component file; never written itself.
+  /// A project around one component with these bytes; never written itself.
   [[nodiscard]] static std::shared_ptr<LoadedProject> LoadSingle(
-      const std::shared_ptr<model::Vbe>& vbe, const std::filesystem::path& file, int codePage);
+      const std::shared_ptr<model::Vbe>& vbe, const std::filesystem::path& file, std::string bytes,
+      int codePage);
   /// Gives a project that has no files a file of its own and its components theirs beside it.
   /// Fails, changing nothing, when one of those exists.
   [[nodiscard]] static std::shared_ptr<LoadedProject> Found(

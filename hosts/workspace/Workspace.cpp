@@ -89,7 +89,7 @@ void Workspace::FinishInterrupted(const fs::path& folder) {
   }
 }
 
-void Workspace::Open(const fs::path& given, int codePage) {
+std::vector<Problem> Workspace::Open(const fs::path& given, int codePage) {
   CheckCodePage(codePage);
   const fs::path file = fs::absolute(given).lexically_normal();
   if (!fs::exists(file)) {
@@ -99,6 +99,20 @@ void Workspace::Open(const fs::path& given, int codePage) {
   std::vector<Problem> problems;
   const auto loaded = Load(file, codePage != 0 ? codePage : options_.CodePage, problems);
   groupProblems_.insert(groupProblems_.end(), problems.begin(), problems.end());
+  Show(loaded);
+  for (const auto& open : loaded) {
+    problems.insert(problems.end(), open->Problems().begin(), open->Problems().end());
+  }
+  return problems;
+}
+
+void Workspace::OpenText(const fs::path& given, std::string bytes) {
+  const fs::path file = fs::absolute(given).lexically_normal();
+  Show({LoadedProject::LoadSingle(vbe_, file, std::move(bytes), options_.CodePage)});
+}
+
+/// Makes loaded projects the environment's, and tells of them.
+void Workspace::Show(const std::vector<ProjectPtr>& loaded) {
   for (const auto& open : loaded) {
     open->Attach();
     projects_.push_back(open);
@@ -114,8 +128,9 @@ std::vector<Workspace::ProjectPtr> Workspace::Load(const fs::path& file, int cod
   const std::string extension = Lower(file.extension().string());
   if (extension == ".vbg") return LoadGroup(file, codePage, problems);
   FinishInterrupted(file.parent_path());
-  return {extension == ".vbp" ? LoadedProject::Load(vbe_, file, codePage)
-                              : LoadedProject::LoadSingle(vbe_, file, codePage)};
+  return {extension == ".vbp"
+              ? LoadedProject::Load(vbe_, file, codePage)
+              : LoadedProject::LoadSingle(vbe_, file, files::ReadFile(file), codePage)};
 }
 
 std::vector<Workspace::ProjectPtr> Workspace::LoadGroup(const fs::path& file, int codePage,

@@ -34,8 +34,10 @@ class Workspace : public model::Environment {
   /// Opens a project (.vbp), a group (.vbg), or one component file in a project of its own that is
   /// never written. Components that can't be loaded, and projects of a group, become problems; the
   /// rest opens. What fails to open leaves nothing behind. A save that was interrupted in the
-  /// folder is finished first. `codePage` as in Options, for these files alone.
-  void Open(const std::filesystem::path& file, int codePage = 0);
+  /// folder is finished first. `codePage` as in Options, for these files alone. Answers the problems.
+  std::vector<Problem> Open(const std::filesystem::path& file, int codePage = 0);
+  /// Opens one component whose bytes are at hand, as if they stood in that file.
+  void OpenText(const std::filesystem::path& file, std::string bytes);
   /// What of the open projects could not be loaded. The lines stay in the project files.
   [[nodiscard]] std::vector<Problem> Problems() const;
   /// What the user is to know of interrupted saves that were finished, a sentence each. Answers and
@@ -83,6 +85,7 @@ class Workspace : public model::Environment {
                                              std::vector<Problem>& problems);
   [[nodiscard]] std::vector<ProjectPtr> LoadGroup(const std::filesystem::path& file, int codePage,
                                                   std::vector<Problem>& problems);
+  void Show(const std::vector<ProjectPtr>& loaded);
   void FinishInterrupted(const std::filesystem::path& folder);
   std::vector<std::filesystem::path> Write(const std::filesystem::path& folder,
                                            std::vector<PendingFile>& pending);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "SeedTexts.h"
+#include "store/Engine.h"
 
 namespace tessel::store {
 namespace {
