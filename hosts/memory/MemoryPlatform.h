@@ -1,6 +1,7 @@
 // Platforms of which nothing leaves the process.
 #pragma once
 
+#include "hosts/files/SystemFiles.h"
 #include "hosts/memory/MemoryApp.h"
 #include "hosts/memory/MemoryRegistry.h"
 #include "hosts/memory/MemoryWindows.h"
@@ -20,6 +21,7 @@ class PlatformWith : public platform::Platform {
   MemoryWindows WindowsService;
   MemoryIdentity IdentityService;
   MemoryApp AppService;
+  files::SystemFiles FilesService;
   [[nodiscard]] platform::Registry& Registry() override { return RegistryService; }
   [[nodiscard]] platform::Boxes& Boxes() override { return DesktopService; }
   [[nodiscard]] platform::Screen& Screen() override { return DesktopService; }
@@ -29,6 +31,7 @@ class PlatformWith : public platform::Platform {
   [[nodiscard]] platform::Windows& Windows() override { return WindowsService; }
   [[nodiscard]] platform::Identity& Identity() override { return IdentityService; }
   [[nodiscard]] platform::App& App() override { return AppService; }
+  [[nodiscard]] platform::Files& Files() override { return FilesService; }
 };
 
 /// Nobody is there to be asked.

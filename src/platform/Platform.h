@@ -5,6 +5,7 @@
 #include "platform/Boxes.h"
 #include "platform/Clipboard.h"
 #include "platform/Clock.h"
+#include "platform/Files.h"
 #include "platform/Identity.h"
 #include "platform/Registry.h"
 #include "platform/Screen.h"
@@ -26,6 +27,7 @@ class Platform {
   [[nodiscard]] virtual platform::Windows& Windows() = 0;
   [[nodiscard]] virtual platform::Identity& Identity() = 0;
   [[nodiscard]] virtual platform::App& App() = 0;
+  [[nodiscard]] virtual platform::Files& Files() = 0;
 };
 
 /// The platform in force. The language's run-time services are process-wide, and so is this: the

@@ -25,6 +25,7 @@ class ScreenPlatform : public platform::Platform {
   memory::MemoryWindows WindowsService;
   memory::MemoryIdentity IdentityService;
   memory::MemoryApp AppService;
+  files::SystemFiles FilesService;
   [[nodiscard]] platform::Registry& Registry() override { return RegistryService; }
   [[nodiscard]] platform::Boxes& Boxes() override { return DesktopService.Boxes(); }
   [[nodiscard]] platform::Screen& Screen() override { return DesktopService.Screen(); }
@@ -34,6 +35,7 @@ class ScreenPlatform : public platform::Platform {
   [[nodiscard]] platform::Windows& Windows() override { return WindowsService; }
   [[nodiscard]] platform::Identity& Identity() override { return IdentityService; }
   [[nodiscard]] platform::App& App() override { return AppService; }
+  [[nodiscard]] platform::Files& Files() override { return FilesService; }
 };
 
 /// Installs the desktop for the length of a test.
