@@ -96,12 +96,17 @@ void CodeModule::Edit(int line, int count, StringView text) {
 }
 
 void CodeModule::Reload(LineBuffer lines) {
-  const int removed = Text().Count();
+  // What is alike at both ends didn't change for anybody who looks on.
+  const CommonLines same = CompareEnds(Text(), lines);
+  const int removed = Text().Count() - same.Ahead - same.Behind;
+  const int added = lines.Count() - same.Ahead - same.Behind;
   Changing();
   *buffer_ = std::move(lines);
   keeper_->Forget();
-  index_->Edited(1, removed, buffer_->Count());
-  Changed(1, removed, buffer_->Count());
+  if (removed > 0 || added > 0) {
+    index_->Edited(same.Ahead + 1, removed, added);
+    Changed(same.Ahead + 1, removed, added);
+  }
   modified_ = false;
 }
 

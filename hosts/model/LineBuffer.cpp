@@ -260,4 +260,17 @@ void LineBuffer::Delete(int first, int count) {
   }
 }
 
+CommonLines CompareEnds(const LineBuffer& one, const LineBuffer& other) {
+  CommonLines common;
+  const int least = std::min(one.Count(), other.Count());
+  while (common.Ahead < least && one.Line(common.Ahead + 1) == other.Line(common.Ahead + 1)) {
+    ++common.Ahead;
+  }
+  while (common.Behind < least - common.Ahead &&
+         one.Line(one.Count() - common.Behind) == other.Line(other.Count() - common.Behind)) {
+    ++common.Behind;
+  }
+  return common;
+}
+
 }  // namespace tessel::model

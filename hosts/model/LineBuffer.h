@@ -106,6 +106,12 @@ class LineBuffer {
   mutable int nearAhead_ = 0;
 };
 
+/// How many lines two texts share at their start, and how many of the others at their end.
+struct CommonLines {
+  int Ahead = 0, Behind = 0;
+};
+[[nodiscard]] CommonLines CompareEnds(const LineBuffer& one, const LineBuffer& other);
+
 /// The lines of a text as `Insert` takes them.
 [[nodiscard]] std::vector<StringView> CutLines(StringView text);
 

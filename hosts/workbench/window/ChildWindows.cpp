@@ -132,7 +132,11 @@ void ChildWindows::ShowDesigner(model::VBComponent& component) {
     WatchSavePoint(*view);
     if (OnDesigner) OnDesigner(*view);
     view->setWindowTitle(DesignTitle(component));
-    connect(view, &QObject::destroyed, this, [this, key = &component] { designers_.erase(key); });
+    shownForms_[view] = component.OwnDesigner();
+    connect(view, &QObject::destroyed, this, [this, view, key = &component] {
+      designers_.erase(key);
+      shownForms_.erase(view);
+    });
     AddFrame(*view, component);
   }
   setActiveSubWindow(qobject_cast<QMdiSubWindow*>(view->parentWidget()));
@@ -240,13 +244,57 @@ void ChildWindows::TopLineSet(const model::CodePane& pane) {
   if (CodeWindow* const code = CodeOf(*pane.Module())) code->FollowTopLine();
 }
 
+/// The steps of a form that was loaded again lead nowhere.
+void ChildWindows::DropStepsOfOldForms(const model::VBComponent& component, DesignerView& view) {
+  auto& shown = shownForms_[&view];
+  if (shown.lock() == component.OwnDesigner()) return;
+  shown = component.OwnDesigner();
+  view.UndoStack().clear();
+}
+
 void ChildWindows::DesignerChanged(model::VBComponent& component) {
-  if (DesignerView* const view = DesignerOf(component)) view->Refresh();
+  if (DesignerView* const view = DesignerOf(component)) {
+    DropStepsOfOldForms(component, *view);
+    view->Refresh();
+  }
   CodeWindow* const code = component.Module() ? CodeOf(*component.Module()) : nullptr;
   if (code != nullptr) code->ListsChanged();
 }
 
 // Back to what the file holds
+
+namespace {
+
+/// Where a line of a text stands after another text has taken its place.
+int Moved(int line, const model::LineBuffer& before, const model::LineBuffer& after) {
+  const model::CommonLines same = model::CompareEnds(before, after);
+  if (line > before.Count() - same.Behind) return line + after.Count() - before.Count();
+  return line <= same.Ahead ? line : std::min(line, std::max(1, after.Count() - same.Behind));
+}
+
+}  // namespace
+
+void ChildWindows::Reload(const model::VBComponent& component, const std::function<void()>& load) {
+  CodeEditor* const editor = EditorOf(*component.Module());
+  if (editor == nullptr) return load();
+  editor->TidyEntered();
+  const model::LineBuffer before = component.Module()->Buffer();
+  const host::Selection selected = editor->Selected();
+  const int top = editor->TopLine();
+  editor->BeginGroup();
+  try {
+    load();
+  } catch (...) {
+    editor->EndGroup();
+    throw;
+  }
+  editor->EndGroup();
+  const auto moved = [&](int line) { return Moved(line, before, component.Module()->Buffer()); };
+  editor->Select({moved(selected.StartLine), selected.StartColumn, moved(selected.EndLine),
+                  selected.EndColumn});
+  editor->SetTopLine(moved(top));
+  NoteSaved(*editor);
+}
 
 void ChildWindows::NoteSaved(CodeEditor& editor) {
   if (editor.Module()->IsModified()) return;

@@ -66,6 +66,10 @@ class ChildWindows : public QMdiArea {
   /// Runs what one action of the user makes the tools do. May be called inside itself.
   void RunTool(const std::function<void()>& action);
 
+  /// Runs the loading of a component from its file, as one step of its window's undo history. What
+  /// the window shows stays in sight.
+  void Reload(const model::VBComponent& component, const std::function<void()>& load);
+
   // What the model tells, passed on by its observer.
   void LinesChanging(model::CodeModule& module);
   void LinesChanged(model::CodeModule& module, int line, int removed, int added);
@@ -84,6 +88,7 @@ class ChildWindows : public QMdiArea {
   void Forget(std::map<const model::CodeModule*, CodeWindow*>::iterator code);
   void EndToolEdits();
   void NoteSaved(CodeEditor& editor);
+  void DropStepsOfOldForms(const model::VBComponent& component, DesignerView& view);
   void WatchSavePoint(CodeEditor& editor);
   void WatchSavePoint(DesignerView& view);
   void ShowColors();
@@ -91,6 +96,7 @@ class ChildWindows : public QMdiArea {
   std::shared_ptr<model::Vbe> vbe_;
   std::map<const model::CodeModule*, CodeWindow*> codes_;
   std::map<const model::VBComponent*, DesignerView*> designers_;
+  std::map<const DesignerView*, std::weak_ptr<model::Designer>> shownForms_;
   int toolDepth_ = 0;
   std::set<CodeEditor*> grouped_;
   /// Editors whose save point holds what the file does.

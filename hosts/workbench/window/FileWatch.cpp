@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "hosts/workbench/platform/Text.h"
+#include "hosts/workspace/ComponentFile.h"
 
 namespace tessel::workbench {
 namespace {
@@ -12,30 +13,56 @@ namespace {
 /// Programs write a file in several steps; one look behind the last of them is enough.
 constexpr int SettleMs = 300;
 
+/// The file of a component that was written at least once; null for none.
+std::shared_ptr<workspace::ComponentFile> StoredFile(const model::VBComponent& component) {
+  auto file = std::dynamic_pointer_cast<workspace::ComponentFile>(component.Storage());
+  return component.Module() && file && !file->StoredBytes().empty() ? file : nullptr;
+}
+
 template <class Visit>
-void ForEachFile(const workspace::Workspace& workspace, const Visit& visit) {
-  const auto vbe = std::dynamic_pointer_cast<model::Vbe>(workspace.VBE());
-  for (const auto& project : vbe->Projects().All()) {
+void ForEachFile(model::Vbe& vbe, const Visit& visit) {
+  for (const auto& project : vbe.Projects().All()) {
     for (const auto& component : project->Components().All()) {
-      if (component->Module() && component->Storage()) visit(*project, component);
+      if (const auto file = StoredFile(*component)) visit(component, *file);
     }
   }
 }
 
+FileState StateOf(const QString& path, const std::string& stored, bool& same) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) {
+    same = false;
+    return {};
+  }
+  const QByteArray bytes = file.readAll();
+  same = bytes == QByteArray::fromRawData(stored.data(), qsizetype(stored.size()));
+  return QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+}
+
+bool IsInProject(const std::shared_ptr<model::VBComponent>& component) {
+  const auto project = component->Project();
+  if (!project) return false;
+  const auto& all = project->Components().All();
+  return std::find(all.begin(), all.end(), component) != all.end();
+}
+
 }  // namespace
 
-FileWatch::FileWatch(workspace::Workspace& workspace, QObject* parent)
-    : QObject(parent), workspace_(workspace) {
+FileWatch::FileWatch(const workspace::Workspace& workspace, QObject* parent)
+    : QObject(parent), vbe_(std::dynamic_pointer_cast<model::Vbe>(workspace.VBE())) {
   timer_.setSingleShot(true);
   timer_.setInterval(SettleMs);
   watchTimer_.setSingleShot(true);
   watchTimer_.setInterval(SettleMs);
   connect(&watchTimer_, &QTimer::timeout, this, [this] { Watch(); });
-  connect(&watcher_, &QFileSystemWatcher::fileChanged, this, [this] { timer_.start(); });
+  connect(&watcher_, &QFileSystemWatcher::fileChanged, this, [this](const QString& file) {
+    stale_.insert(file);  // what was renamed into its place is a new one to the system
+    timer_.start();
+  });
   connect(&timer_, &QTimer::timeout, this, [this] {
     const auto changed = Look();
+    if (!stale_.isEmpty()) Refresh();
     if (!changed.empty() && OnChanged) OnChanged(changed);
-    Refresh();  // a file that was renamed into place is a new one to the system
   });
 }
 
@@ -44,37 +71,44 @@ void FileWatch::Refresh() {
 }
 
 void FileWatch::Watch() {
-  QStringList wanted;
-  ForEachFile(workspace_, [&](const model::VBProject&, const auto& component) {
-    wanted.append(ToQt(component->Storage()->FileName()));
+  QSet<QString> wanted;
+  ForEachFile(*vbe_, [&](const auto&, const workspace::ComponentFile& file) {
+    wanted.insert(ToQt(file.FileName()));
   });
-  const QStringList before = watcher_.files();
-  if (!before.isEmpty()) watcher_.removePaths(before);
-  if (!wanted.isEmpty()) watcher_.addPaths(wanted);
+  const QSet<QString> old = watched_ - wanted + std::exchange(stale_, {});
+  const QSet<QString> fresh = wanted - (watched_ - old);
+  if (!old.isEmpty()) watcher_.removePaths(QStringList(old.begin(), old.end()));
+  if (!fresh.isEmpty()) watcher_.addPaths(QStringList(fresh.begin(), fresh.end()));
+  watched_ = wanted;
   // What changed ahead of the watch is not told by the system.
-  const bool fresh = std::any_of(wanted.begin(), wanted.end(),
-                                 [&](const QString& file) { return !watched_.contains(file); });
-  watched_ = QSet<QString>(wanted.begin(), wanted.end());
-  if (fresh) timer_.start();
+  if (!fresh.isEmpty()) timer_.start();
 }
 
-std::vector<ChangedOutside> FileWatch::Look() {
-  std::vector<ChangedOutside> changed;
-  ForEachFile(workspace_, [&](const model::VBProject&, const auto& component) {
-    const std::string stored = workspace_.StoredBytes(*component);
-    if (stored.empty()) return;  // not written yet
-    QFile file(ToQt(component->Storage()->FileName()));
-    const bool there = file.open(QIODevice::ReadOnly);
-    const QByteArray bytes = there ? file.readAll() : QByteArray();
-    if (there && bytes == QByteArray::fromRawData(stored.data(), qsizetype(stored.size()))) {
-      told_.erase(file.fileName());
+std::vector<OutsideChange> FileWatch::Look() {
+  std::vector<OutsideChange> changed;
+  ForEachFile(*vbe_, [&](const auto& component, const workspace::ComponentFile& file) {
+    const QString path = ToQt(file.FileName());
+    bool same = false;
+    const FileState state = StateOf(path, file.StoredBytes(), same);
+    if (same) {
+      told_.erase(path);
       return;
     }
-    const QByteArray digest = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
-    if (std::exchange(told_[file.fileName()], digest) == digest) return;
-    changed.push_back({component, file.fileName(), !there});
+    const auto told = told_.find(path);
+    if (told != told_.end() && told->second == state) return;
+    told_[path] = state;
+    changed.push_back({component, path, state});
   });
   return changed;
+}
+
+bool FileWatch::IsStill(OutsideChange& change) {
+  const auto file = StoredFile(*change.Component);
+  if (!file || ToQt(file->FileName()) != change.File) return false;
+  if (!IsInProject(change.Component)) return false;
+  bool same = false;
+  change.State = StateOf(change.File, file->StoredBytes(), same);
+  return !same;
 }
 
 }  // namespace tessel::workbench

@@ -14,33 +14,41 @@
 
 namespace tessel::workbench {
 
+/// What stands in a file: a digest of its bytes, empty when it isn't there.
+using FileState = QByteArray;
+
 /// A component whose file holds other bytes than those that were read or written last.
-struct ChangedOutside {
+struct OutsideChange {
   std::shared_ptr<model::VBComponent> Component;
   QString File;
-  bool Gone = false;
+  FileState State;
+  [[nodiscard]] bool IsGone() const { return State.isEmpty(); }
 };
 
 /// Watches the files of all components. What was told once is told again only after another
 /// change.
 class FileWatch : public QObject {
  public:
-  FileWatch(workspace::Workspace& workspace, QObject* parent);
+  FileWatch(const workspace::Workspace& workspace, QObject* parent);
 
   /// Watches what is open now, as soon as the program has nothing better to do.
   void Refresh();
   /// Looks at once, not only when the system says so.
-  [[nodiscard]] std::vector<ChangedOutside> Look();
+  [[nodiscard]] std::vector<OutsideChange> Look();
+  /// Whether a change still holds; brings it up to date. It doesn't when the component left its
+  /// project or has another file now, or when the file has the known bytes again.
+  [[nodiscard]] static bool IsStill(OutsideChange& change);
 
-  std::function<void(const std::vector<ChangedOutside>&)> OnChanged;
+  std::function<void(const std::vector<OutsideChange>&)> OnChanged;
 
  private:
   void Watch();
-  workspace::Workspace& workspace_;
+  std::shared_ptr<model::Vbe> vbe_;
   QFileSystemWatcher watcher_;
   QTimer timer_, watchTimer_;
   QSet<QString> watched_;  // also those that the system can't watch, as one not yet written
-  std::map<QString, QByteArray> told_;  // a digest of what stood there when it was told
+  QSet<QString> stale_;    // that must be watched anew
+  std::map<QString, FileState> told_;  // what stood there when it was told
 };
 
 }  // namespace tessel::workbench

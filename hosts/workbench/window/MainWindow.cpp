@@ -22,6 +22,7 @@ namespace {
 constexpr int PlaceDelayMs = 80, StateDelayMs = 400;
 /// What was on the screen longer than twice this long survives a crash.
 constexpr int KeepDelayMs = 4000;
+constexpr int MessageMs = 8000;
 constexpr int DarkLimit = 128;
 constexpr QSize ProposedSize(1280, 840);
 /// Room for what the desktop puts around a window, which it tells only when it shows.
@@ -48,7 +49,8 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
       vbe_(std::dynamic_pointer_cast<model::Vbe>(workspace_.VBE())),
       files_(workspace_, questions_, settings_,
              QDir(stateFolder).filePath(QStringLiteral("recovery"))),
-      children_(new ChildWindows(vbe_, this)) {
+      children_(new ChildWindows(vbe_, this)),
+      reloader_(workspace_, questions_, *this) {
   setWindowTitle(tr("Tessel[*]"));
   setWindowIcon(Picture(ProgramPicture));
   setObjectName(QStringLiteral("workbench"));
@@ -59,8 +61,7 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
   bars_->OnClick = [this](const std::shared_ptr<host::CommandBarControl>& control) {
     QTimer::singleShot(0, this, [this, control] { Execute(*control); });
   };
-  watch_ = new FileWatch(workspace_, this);
-  watch_->OnChanged = [this](const auto& changed) { files_.AskToReload(changed); };
+  WatchFiles();
   files_.BeforeSaving = [this] { children_->TidyEntered(); };
   files_.OnChanged = [this] { FilesChanged(); };
   files_.OnNew = [this](const auto& component) { ShowNew(component); };
@@ -111,6 +112,29 @@ void MainWindow::ConnectAddin() {
   });
   bars_->Rebuild();
   restoreState(settings_.Docks());
+}
+
+void MainWindow::WatchFiles() {
+  watch_ = new FileWatch(workspace_, this);
+  watch_->OnChanged = [this](const auto& changes) { reloader_.Add(changes); };
+  // A pressed button is a gesture in the middle: a line drawn, a form's control moved.
+  reloader_.IsBusy = [this] {
+    return services_.Desktop().IsBusy() || Questions::IsBoxOpen() ||
+           QApplication::mouseButtons() != Qt::NoButton;
+  };
+  reloader_.Around = [this](const model::VBComponent& component, const auto& load) {
+    children_->Reload(component, load);
+  };
+  reloader_.OnDone = [this](const auto& reloaded) {
+    FilesChanged();
+    files_.KeepWork();
+    if (reloaded.empty()) return;
+    statusBar()->showMessage(
+        reloaded.size() == 1
+            ? tr("%1 was changed outside and loaded again").arg(ToQt(reloaded.front()->PlainName()))
+            : tr("%1 components were changed outside and loaded again").arg(reloaded.size()),
+        MessageMs);
+  };
 }
 
 void MainWindow::ConnectChildren() {

@@ -20,6 +20,7 @@
 #include "hosts/workbench/window/ProjectFiles.h"
 #include "hosts/workbench/window/ProjectWindow.h"
 #include "hosts/workbench/window/Questions.h"
+#include "hosts/workbench/window/Reloader.h"
 #include "hosts/workbench/window/Settings.h"
 #include "hosts/workspace/Workspace.h"
 
@@ -125,6 +126,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   void ShowState();
   void ShowChoice();
   void KeepWorkSoon();
+  void WatchFiles();
 
   WorkbenchPlatform& services_;
   Questions questions_;
@@ -140,6 +142,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   Toolbox* toolbox_ = nullptr;
   FindBar* find_ = nullptr;
   FileWatch* watch_ = nullptr;
+  Reloader reloader_;
   std::unique_ptr<BarView> bars_;
   std::vector<QDockWidget*> docks_;
   std::map<QString, QAction*> commands_;

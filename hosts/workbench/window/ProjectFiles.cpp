@@ -217,35 +217,7 @@ void ProjectFiles::Rename(const std::shared_ptr<model::VBComponent>& component) 
   questions_.Guard([&] { component->SetName(FromQt(name)); });
 }
 
-// Reloading and recovery
-
-void ProjectFiles::AskToReload(const std::vector<ChangedOutside>& changed) {
-  QStringList files, gone;
-  for (const ChangedOutside& one : changed) (one.Gone ? gone : files).append(one.File);
-  if (!gone.isEmpty()) {
-    questions_.ShowFailure(
-        QObject::tr("These files are no longer there. Saving writes them anew:") +
-        QStringLiteral("\n\n") + Listed(gone));
-  }
-  // Whoever is told and doesn't load again means to overwrite.
-  for (const ChangedOutside& one : changed) workspace_.AcceptOutside(*one.Component);
-  if (files.isEmpty()) return;
-  const QString question =
-      QObject::tr(
-          "These files were changed outside. Load them again? Changes made here to them "
-          "are lost then.") +
-      QStringLiteral("\n\n") + Listed(files);
-  if (questions_.Ask(question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) !=
-      QMessageBox::Yes) {
-    return;
-  }
-  for (const ChangedOutside& one : changed) {
-    const auto project = one.Gone ? nullptr : one.Component->Project();
-    if (!project) continue;
-    questions_.Guard([&] { workspace_.Reload(*one.Component); });
-  }
-  Changed();
-}
+// Recovery
 
 void ProjectFiles::KeepWork() { recovery_.Write(UnsavedWork(workspace_)); }
 

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "hosts/model/Vbe.h"
-#include "hosts/workbench/window/FileWatch.h"
 #include "hosts/workbench/window/Questions.h"
 #include "hosts/workbench/window/Recovery.h"
 #include "hosts/workbench/window/Settings.h"
@@ -45,8 +44,6 @@ class ProjectFiles {
   bool CloseAll();
   bool Close(const std::shared_ptr<model::VBProject>& project);
 
-  /// Asks about files that were changed outside.
-  void AskToReload(const std::vector<ChangedOutside>& changed);
   /// Offers what a run that ended without closing left.
   void OfferRecovery();
   /// Writes unsaved work where a crash can't take it; drops it when there is none.

@@ -32,7 +32,7 @@ TEST_F(Watching, TellsOfAFileThatChangedOutsideOnce) {
   const auto changed = watch_.Look();
   ASSERT_EQ(changed.size(), 1U);
   EXPECT_EQ(changed.front().Component->PlainName(), u"M");
-  EXPECT_FALSE(changed.front().Gone);
+  EXPECT_FALSE(changed.front().IsGone());
   EXPECT_TRUE(watch_.Look().empty());
   folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\n");
   EXPECT_EQ(watch_.Look().size(), 1U);
@@ -48,7 +48,7 @@ TEST_F(Watching, TellsOfAFileThatIsGone) {
   std::filesystem::remove(folder_.Path() / "M.bas");
   const auto changed = watch_.Look();
   ASSERT_EQ(changed.size(), 1U);
-  EXPECT_TRUE(changed.front().Gone);
+  EXPECT_TRUE(changed.front().IsGone());
 }
 
 TEST_F(Watching, HearsOfAChangeFromTheSystem) {

@@ -310,9 +310,9 @@ TEST_F(Workbench, AsksAboutUnsavedChanges) {
   EXPECT_NE(BytesOf(SampleFile("modMain.bas")).find("' changed"), std::string::npos);
 }
 
-TEST_F(Workbench, OffersToReloadWhatChangedOutside) {
+TEST_F(Workbench, OffersToReloadWhatChangedOutsideAndHere) {
   OpenSample();
-  Code(u"modMain");
+  Code(u"modMain").Editor().insertAt(QStringLiteral("'"), 0, 0);
   AnswerNext(QMessageBox::Yes);
   std::ofstream(SampleFile("modMain.bas"), std::ios::binary)
       << "Attribute VB_Name = \"modMain\"\r\n' from outside\r\n";

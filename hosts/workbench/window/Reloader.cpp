@@ -1,0 +1,97 @@
+#include "hosts/workbench/window/Reloader.h"
+
+#include <algorithm>
+
+#include "hosts/workbench/window/Unsaved.h"
+
+namespace tessel::workbench {
+namespace {
+
+/// How long something else may go on before it is looked at again.
+constexpr int PatienceMs = 150;
+
+QStringList FilesOf(const std::vector<OutsideChange>& changes) {
+  QStringList files;
+  for (const OutsideChange& one : changes) files.append(one.File);
+  return files;
+}
+
+/// Takes those out of a list that a test accepts.
+template <class Accept>
+std::vector<OutsideChange> TakeOut(std::vector<OutsideChange>& changes, const Accept& accept) {
+  const auto kept = std::stable_partition(changes.begin(), changes.end(),
+                                          [&](const auto& one) { return !accept(one); });
+  std::vector<OutsideChange> taken(std::make_move_iterator(kept),
+                                   std::make_move_iterator(changes.end()));
+  changes.erase(kept, changes.end());
+  return taken;
+}
+
+}  // namespace
+
+Reloader::Reloader(workspace::Workspace& workspace, Questions& questions, QObject& owner)
+    : workspace_(workspace), questions_(questions) {
+  timer_.setSingleShot(true);
+  timer_.setInterval(PatienceMs);
+  QObject::connect(&timer_, &QTimer::timeout, &owner, [this] { Try(); });
+}
+
+void Reloader::Add(const std::vector<OutsideChange>& changes) {
+  for (const OutsideChange& change : changes) {
+    std::erase_if(waiting_, [&](const auto& one) { return one.Component == change.Component; });
+    waiting_.push_back(change);
+  }
+  Try();
+}
+
+void Reloader::Try() {
+  if (waiting_.empty() || dealing_) return;
+  if (IsBusy()) return timer_.start();
+  dealing_ = true;
+  DealWith(std::exchange(waiting_, {}));
+  dealing_ = false;
+  if (!waiting_.empty()) timer_.start();
+}
+
+void Reloader::DealWith(std::vector<OutsideChange> changes) {
+  // What was waited for may have settled it: a save, a closed project, the old bytes again.
+  std::erase_if(changes, [](OutsideChange& one) { return !FileWatch::IsStill(one); });
+  std::vector<ComponentPtr> reloaded;
+  const auto gone = TakeOut(changes, [](const auto& one) { return one.IsGone(); });
+  const auto conflicts =
+      TakeOut(changes, [](const auto& one) { return IsUnsaved(*one.Component); });
+  for (const OutsideChange& one : changes) Reload(one, reloaded);
+  if (!conflicts.empty()) Ask(conflicts, reloaded);
+  if (!gone.empty()) TellGone(gone);
+  if (OnDone) OnDone(reloaded);
+}
+
+void Reloader::Ask(const std::vector<OutsideChange>& conflicts,
+                   std::vector<ComponentPtr>& reloaded) {
+  const QString question =
+      QObject::tr(
+          "These files were changed outside, and here as well. Load them again? Your "
+          "changes to them are lost then.") +
+      QStringLiteral("\n\n") + Listed(FilesOf(conflicts));
+  const bool load = questions_.Ask(question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
+                    QMessageBox::Yes;
+  for (OutsideChange one : conflicts) {
+    if (load && FileWatch::IsStill(one)) Reload(one, reloaded);
+  }
+}
+
+void Reloader::Reload(const OutsideChange& change, std::vector<ComponentPtr>& reloaded) {
+  const bool done = questions_.Guard([&] {
+    Around(*change.Component, [&] {
+      workspace_.Reload(change.Component->Project()->PlainName(), change.Component->PlainName());
+    });
+  });
+  if (done) reloaded.push_back(change.Component);
+}
+
+void Reloader::TellGone(const std::vector<OutsideChange>& gone) {
+  questions_.ShowFailure(QObject::tr("These files are no longer there. Saving writes them anew:") +
+                         QStringLiteral("\n\n") + Listed(FilesOf(gone)));
+}
+
+}  // namespace tessel::workbench
