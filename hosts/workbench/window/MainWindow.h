@@ -15,6 +15,7 @@
 #include "hosts/workbench/forms/WorkbenchPlatform.h"
 #include "hosts/workbench/window/BarView.h"
 #include "hosts/workbench/window/ChildWindows.h"
+#include "hosts/workbench/window/DefinitionJumps.h"
 #include "hosts/workbench/window/FileWatch.h"
 #include "hosts/workbench/window/FindBar.h"
 #include "hosts/workbench/window/ProjectFiles.h"
@@ -89,6 +90,8 @@ class MainWindow : public QMainWindow, private model::Observer {
   void BuildMenus();
   void BuildFileMenu();
   void BuildEditMenu();
+  void AddLineCommands(QMenu& edit);
+  void AddPlaceCommands(QMenu& view);
   void BuildViewMenu();
   void BuildWindowMenu();
   void FillRecent(QMenu& menu);
@@ -114,6 +117,8 @@ class MainWindow : public QMainWindow, private model::Observer {
   void Place();
   void ShowDock(const QString& name);
   void ConnectChildren();
+  void ConnectJumps();
+  [[nodiscard]] FindGround GroundOfFind();
   void ConnectDesigner(DesignerView& view);
   void WindowActivated();
   void ShowProperties(const std::shared_ptr<model::VBComponent>& component,
@@ -134,6 +139,8 @@ class MainWindow : public QMainWindow, private model::Observer {
   ProjectFiles files_;
   std::shared_ptr<tessel::Connect> connect_;
 
+  std::shared_ptr<editing::Names> names_ = std::make_shared<editing::Names>();
+  DefinitionJumps jumps_{names_};
   ChildWindows* children_;
   ProjectWindow* projects_ = nullptr;
   PropertiesWindow* properties_ = nullptr;
