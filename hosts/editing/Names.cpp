@@ -157,7 +157,7 @@ std::optional<Declared> Names::InComponent(const model::VBComponent& component,
 }
 
 std::optional<Definition> Names::Find(const model::VBComponent& component, int line,
-                                      StringView name, bool member) {
+                                      StringView name, bool member, Reach reach) {
   if (!component.Module() || name.empty()) return std::nullopt;
   if (!member) {
     for (const Declared& one : InsideOf(component.Module(), line)) {
@@ -172,6 +172,7 @@ std::optional<Definition> Names::Find(const model::VBComponent& component, int l
   const auto components = ComponentsOf(component);
   for (const Component& other : components) {
     if (other.get() == &component) continue;
+    if (reach == Reach::Loaded && other->Module() && !other->Module()->IsLoaded()) continue;
     if (auto found = InComponent(*other, {name, member, false})) {
       return Definition{other, *std::move(found)};
     }

@@ -16,13 +16,20 @@ struct Definition {
   Declared What;
 };
 
+/// Which modules are looked into besides the own one.
+enum class Reach : std::uint8_t {
+  Loaded,  ///< those whose files were read already
+  All,     ///< all, so that files may have to be read
+};
+
 /// Finds declarations: those of the procedure, of the module, and what other modules of the project
 /// show. Keeps what it read of a module until the module changes.
 class Names {
  public:
   /// A name at a line of a module. With `member`, one that stands behind a dot.
   [[nodiscard]] std::optional<Definition> Find(const model::VBComponent& component, int line,
-                                               StringView name, bool member);
+                                               StringView name, bool member,
+                                               Reach reach = Reach::All);
   /// The declaration of the name at a place; a name behind "Module1." or "Me." is looked for in
   /// that component. Columns count from 1.
   [[nodiscard]] std::optional<Definition> At(const model::VBComponent& component, int line,

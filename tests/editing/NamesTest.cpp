@@ -120,6 +120,23 @@ TEST_F(NamesInProject, FollowEveryChangeOfTheLines) {
   EXPECT_EQ(Find(u"Module1", 10, u"OUTER"), "Module1.outer 9,7");
 }
 
+TEST_F(NamesInProject, AreLookedForInModulesThatWereReadWhenToldTo) {
+  const auto other = Component(u"Module1");
+  int reads = 0;
+  other->AddModule([&reads] {
+    ++reads;
+    return model::LineBuffer(u"Public Total");
+  });
+  const auto find = [&](Reach reach) {
+    return names_.Find(*Component(u"Module2"), 2, u"TOTAL", false, reach).has_value();
+  };
+  EXPECT_FALSE(find(Reach::Loaded));
+  EXPECT_EQ(reads, 0);
+  EXPECT_TRUE(find(Reach::All));
+  EXPECT_TRUE(find(Reach::Loaded));
+  EXPECT_EQ(reads, 1);
+}
+
 TEST_F(NamesInProject, AreNotFoundInProcedureOfAnotherModule) {
   EXPECT_EQ(Find(u"Module2", 2, u"inner"), "none");
   EXPECT_EQ(Find(u"Module2", 2, u""), "none");

@@ -334,7 +334,8 @@ String CodeEditor::Tidy(int line, const String& text) const {
   const auto component = module_->Component();
   const auto named = [&](StringView name, bool member, std::size_t) {
     const auto found =
-        component ? options_.Names->Find(*component, line, name, member) : std::nullopt;
+        component ? options_.Names->Find(*component, line, name, member, editing::Reach::Loaded)
+                  : std::nullopt;
     return found ? found->What.Name : String();
   };
   return editing::TidyLine(text, editing::LinesAhead(module_->Buffer(), line), named);

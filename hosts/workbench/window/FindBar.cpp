@@ -1,7 +1,9 @@
 #include "hosts/workbench/window/FindBar.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -61,12 +63,20 @@ void FindBar::Build() {
   second->addWidget(with_, 1);
   BuildFirstRow(*first);
   BuildSecondRow(*second);
+  auto* const third = new QHBoxLayout;
+  third->addWidget(matchCase_);
+  third->addWidget(wholeWord_);
+  third->addWidget(message_, 1);
   column->addLayout(first);
   column->addWidget(replaceRow_);
+  column->addLayout(third);
   column->addWidget(hits_);
   hits_->hide();
   hits_->OnChosen = [this](const ModuleHit& hit) {
-    if (const auto module = hit.Module.lock()) ShowHit(*module, hit.Place);
+    const auto module = hit.Module.lock();
+    if (!module || !module->Component()) return;
+    ShowHit(*module, hit.Place);
+    if (CodeEditor* const editor = Target()) editor->setFocus();
   };
   connect(scope_, &QComboBox::activated, this, [this] { ScopeChosen(); });
   connect(what_, &QLineEdit::returnPressed, this, [this] { FindNext(); });
@@ -78,9 +88,6 @@ void FindBar::BuildFirstRow(QLayout& row) {
   const QPushButton* const next = AddButton(row, tr("Find &Next"), "findNext");
   const QPushButton* const before = AddButton(row, tr("Find Previou&s"), "findPrevious");
   const QPushButton* const all = AddButton(row, tr("F&ind All"), "findAll");
-  row.addWidget(matchCase_);
-  row.addWidget(wholeWord_);
-  row.addWidget(message_);
   const QPushButton* const close = AddButton(row, tr("Close"), "findClose");
   connect(next, &QPushButton::clicked, this, [this] { FindNext(); });
   connect(before, &QPushButton::clicked, this, [this] { FindNext(false); });
@@ -159,8 +166,14 @@ std::vector<editing::SearchHit> FindBar::HitsIn(const Part& part) const {
 }
 
 void FindBar::ShowHit(model::CodeModule& module, const editing::SearchHit& hit) {
-  CodeEditor* const editor = ground_.Open ? ground_.Open(module) : nullptr;
-  if (editor == nullptr) return;
+  CodeEditor* editor = Target();
+  if (editor == nullptr || editor->Module().get() != &module) {
+    // Another window takes the keys as it comes to the front; the field that has them keeps them.
+    const QPointer<QWidget> typing = QApplication::focusWidget();
+    editor = ground_.Open ? ground_.Open(module) : nullptr;
+    if (editor == nullptr) return;
+    if (typing != nullptr && isAncestorOf(typing)) typing->setFocus();
+  }
   const int length = static_cast<int>(what_->text().size());
   editor->ensureLineVisible(hit.Line - 1);
   editor->Select({hit.Line, hit.Column, hit.Line, hit.Column + length});

@@ -310,6 +310,7 @@ void MainWindow::WindowActivated() {
   const auto component = children_->CurrentComponent();
   if (!component) return;
   if (const CodeWindow* const code = children_->CurrentCode()) {
+    reader_.Begin();
     if (vbe_->ActiveCodePane() != code->Pane()) vbe_->BringToFront(code->Pane());
     ShowProperties(component, {});
   } else if (DesignerView* const view = children_->CurrentDesigner()) {

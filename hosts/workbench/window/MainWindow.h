@@ -21,6 +21,7 @@
 #include "hosts/workbench/window/ProjectFiles.h"
 #include "hosts/workbench/window/ProjectWindow.h"
 #include "hosts/workbench/window/Questions.h"
+#include "hosts/workbench/window/QuietReader.h"
 #include "hosts/workbench/window/Settings.h"
 #include "hosts/workspace/Workspace.h"
 
@@ -141,6 +142,7 @@ class MainWindow : public QMainWindow, private model::Observer {
 
   std::shared_ptr<editing::Names> names_ = std::make_shared<editing::Names>();
   DefinitionJumps jumps_{names_};
+  QuietReader reader_{vbe_};
   ChildWindows* children_;
   ProjectWindow* projects_ = nullptr;
   PropertiesWindow* properties_ = nullptr;

@@ -124,6 +124,16 @@ TEST_F(CodeCommands, TidyByTheDeclarationsOfOtherModules) {
             u"Sub Main()\r\nTotal = Total + 1\r\n  Work total\r\n  y = x\r\nEnd Sub");
 }
 
+TEST_F(CodeCommands, TidyByModulesThatNobodyOpened) {
+  OpenSample();
+  const auto unread = Component(u"modText");
+  ASSERT_NE(unread, nullptr);
+  EXPECT_FALSE(unread->Module()->IsLoaded());
+  Open(u"modMain");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return unread->Module()->IsLoaded(); }, PatienceMs));
+  EXPECT_TRUE(window_->Environment().ChangedFiles().empty());
+}
+
 TEST_F(CodeCommands, FindInTheProjectForwardAndBack) {
   Open(u"First").setCursorPosition(0, 0);
   Find().Open(false);
@@ -141,6 +151,19 @@ TEST_F(CodeCommands, FindInTheProjectForwardAndBack) {
   EXPECT_EQ(Place(), "Second 2,3");
   Press(Open(u"Second"), Qt::Key_F3);
   EXPECT_EQ(Place(), "First 2,5");
+}
+
+TEST_F(CodeCommands, KeepTheKeysInTheFieldWhileFinding) {
+  Open(u"First").setCursorPosition(0, 0);
+  Find().Open(false);
+  Find().SetScope(FindBar::InProject);
+  auto* const field = Find().findChild<QLineEdit*>(QStringLiteral("findWhat"));
+  QTest::keyClicks(field, QStringLiteral("work"));
+  for (const char* const place : {"First 2,5", "First 6,3", "Second 2,3", "First 2,5"}) {
+    Press(*field, Qt::Key_Return);
+    EXPECT_EQ(Place(), place);
+    EXPECT_EQ(QApplication::focusWidget(), field);
+  }
 }
 
 TEST_F(CodeCommands, ListWhatIsFoundAndJumpThere) {
