@@ -119,6 +119,7 @@ void CodeModule::Changing() {
 
 void CodeModule::Changed(int line, int removed, int added) {
   modified_ = true;
+  ++revision_;
   hook_->Tell(&Observer::LinesChanged, *this, line, removed, added);
 }
 

@@ -54,6 +54,8 @@ class CodeModule : public host::CodeModule, public std::enable_shared_from_this<
   [[nodiscard]] bool IsLoaded() const { return buffer_.has_value(); }
   [[nodiscard]] bool IsModified() const { return modified_; }
   void SetModified(bool value) { modified_ = value; }
+  /// Another number behind each change of the lines, for whoever keeps what it read of them.
+  [[nodiscard]] long Revision() const { return revision_; }
 
  private:
   LineBuffer& Text();
@@ -68,6 +70,7 @@ class CodeModule : public host::CodeModule, public std::enable_shared_from_this<
   std::optional<AttributeKeeper> keeper_;
   std::weak_ptr<model::CodePane> pane_;
   bool modified_ = false;
+  long revision_ = 0;
 };
 
 /// Keeps selection and top line. Open panes are held by the environment.

@@ -46,6 +46,20 @@ const KeyAction KeyActions[] = {
      [](DesignerView& view) { view.Editor()->Redo(); }},
 };
 
+/// Keys with Ctrl that mean something else in the window's menus.
+bool IsOwnKey(const QKeyEvent& event) {
+  if ((event.modifiers() & Qt::ControlModifier) == 0) return false;
+  switch (event.key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 DesignerCanvas::DesignerCanvas(DesignerView& view) : view_(view) {
@@ -64,6 +78,10 @@ GestureGround DesignerCanvas::Ground() const {
 }
 
 bool DesignerCanvas::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    if (IsOwnKey(*static_cast<QKeyEvent*>(event))) event->accept();
+    return QWidget::event(event);
+  }
   if (event->type() != QEvent::ToolTip) return QWidget::event(event);
   const auto* const help = static_cast<QHelpEvent*>(event);
   QToolTip::showText(help->globalPos(), TipAt(help->pos()), this);

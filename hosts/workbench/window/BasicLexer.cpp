@@ -2,8 +2,8 @@
 
 #include <array>
 
+#include "hosts/editing/Words.h"
 #include "hosts/workbench/platform/Text.h"
-#include "hosts/workbench/window/BasicWords.h"
 
 namespace tessel::workbench {
 namespace {
@@ -28,7 +28,10 @@ bool Known(int style) { return style >= 0 && style < static_cast<int>(Styles.siz
 
 BasicLexer::BasicLexer(const QFont& font, bool dark, QObject* parent)
     : QsciLexer(parent), font_(font), dark_(dark) {
-  for (const StringView word : BasicWords()) keywords_ += ToQt(word).toLower().toUtf8() + ' ';
+  for (const editing::Word& word : editing::Words()) {
+    if (word.Kind != editing::WordKind::Library)
+      keywords_ += ToQt(word.Text).toLower().toUtf8() + ' ';
+  }
   setDefaultFont(font);
   setDefaultColor(defaultColor(0));
   setDefaultPaper(defaultPaper(0));

@@ -1,18 +1,27 @@
 #include "hosts/workbench/window/CodeEditor.h"
 
+#include <Qsci/qscicommandset.h>
+
+#include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QTimer>
 #include <algorithm>
 
+#include "hosts/editing/Blocks.h"
+#include "hosts/editing/LineTidy.h"
+#include "hosts/model/Component.h"
 #include "hosts/workbench/platform/Text.h"
 #include "hosts/workbench/window/BasicLexer.h"
 #include "hosts/workbench/window/Colors.h"
-#include "hosts/workbench/window/DeclarationTidy.h"
 
 namespace tessel::workbench {
 namespace {
 
-constexpr int LineMargin = 0, FoldMargin = 2;
+constexpr int LineMargin = 0, MarkMargin = 1, FoldMargin = 2;
+constexpr int MarkMarginWidth = 12;
+/// Markers of lines. The separator is an underline behind a procedure.
+constexpr unsigned BookmarkMark = 1, SeparatorMark = 2;
+constexpr int LinesAbove = 2;  // what shows above a line that was gone to
 constexpr int FoldDelayMs = 250;
 
 bool IsHigh(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
@@ -79,6 +88,8 @@ CodeEditor::CodeEditor(std::shared_ptr<model::CodeModule> module, const EditorOp
   Ask(SCI_SETSCROLLWIDTHTRACKING, 1L);
   Ask(SCI_SETSCROLLWIDTH, 1L);
   Ask(SCI_SETENDATLASTLINE, 0L);
+  FreeKeys();
+  SetUpMarks();
   SetOptions(options);
   Load();
   connect(this, &QsciScintillaBase::SCN_MODIFIED, this,
@@ -88,8 +99,33 @@ CodeEditor::CodeEditor(std::shared_ptr<model::CodeModule> module, const EditorOp
   connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] { Moved(); });
 }
 
+/// The window's commands have these keys.
+void CodeEditor::FreeKeys() {
+  constexpr int Freed[] = {Qt::Key_Y, Qt::Key_Up, Qt::Key_Down, Qt::Key_L,
+                           Qt::Key_T, Qt::Key_D,  Qt::Key_U,    Qt::Key_B};
+  for (const int key : Freed) {
+    for (const Qt::KeyboardModifiers with :
+         {Qt::KeyboardModifiers(Qt::ControlModifier), Qt::ControlModifier | Qt::ShiftModifier}) {
+      const int code = key | static_cast<int>(with);
+      QsciCommand* const command = standardCommands()->boundTo(code);
+      if (command == nullptr) continue;
+      if (command->key() == code) command->setKey(0);
+      if (command->alternateKey() == code) command->setAlternateKey(0);
+    }
+  }
+}
+
+void CodeEditor::SetUpMarks() {
+  setMarginType(MarkMargin, QsciScintilla::SymbolMargin);
+  setMarginMarkerMask(MarkMargin, 1 << BookmarkMark);
+  setMarginWidth(MarkMargin, MarkMarginWidth);
+  markerDefine(QsciScintilla::Bookmark, BookmarkMark);
+  markerDefine(QsciScintilla::Underline, SeparatorMark);
+}
+
 void CodeEditor::SetOptions(const EditorOptions& options) {
   options_ = options;
+  if (!options_.Names) options_.Names = std::make_shared<editing::Names>();
   QsciLexer* const before = lexer();
   setLexer(new BasicLexer(options.Font, options.Dark, this));
   delete before;
@@ -107,6 +143,9 @@ void CodeEditor::SetOptions(const EditorOptions& options) {
                   colors.color(QPalette::Window));
     SendScintilla(SCI_MARKERSETBACK, static_cast<unsigned long>(mark), muted);
   }
+  SendScintilla(SCI_MARKERSETFORE, BookmarkMark, colors.color(QPalette::Highlight));
+  SendScintilla(SCI_MARKERSETBACK, BookmarkMark, colors.color(QPalette::Highlight));
+  SendScintilla(SCI_MARKERSETBACK, SeparatorMark, muted);
   setCaretForegroundColor(lexer()->defaultColor(0));
   setSelectionBackgroundColor(colors.color(QPalette::Highlight));
   setSelectionForegroundColor(colors.color(QPalette::HighlightedText));
@@ -193,7 +232,8 @@ void CodeEditor::Modified(int position, int type, int linesAdded) {
       static_cast<int>(Ask(SCI_LINEFROMPOSITION, static_cast<unsigned long>(position)));
   if (!fromModel_) {
     CopyToModel(line, linesAdded);
-    if ((type & SC_PERFORMED_USER) != 0) entered_ = line;
+    // What undo and redo bring back stays as it was.
+    entered_ = (type & SC_PERFORMED_USER) != 0 ? std::optional(line) : std::nullopt;
   }
   if (!foldsPending_) {
     foldsPending_ = true;
@@ -285,23 +325,137 @@ void CodeEditor::SetTopLine(int line) {
 void CodeEditor::Moved() {
   if (entered_) {
     const long caret = Ask(SCI_GETCURRENTPOS);
-    if (Ask(SCI_LINEFROMPOSITION, static_cast<unsigned long>(caret)) != *entered_) TidyEntered();
+    if (LineOf(caret) != *entered_) TidyEntered();
   }
   if (!selecting_ && OnMoved) OnMoved();
 }
 
+String CodeEditor::Tidy(int line, const String& text) const {
+  const auto component = module_->Component();
+  const auto named = [&](StringView name, bool member, std::size_t) {
+    const auto found =
+        component ? options_.Names->Find(*component, line, name, member, editing::Reach::Loaded)
+                  : std::nullopt;
+    return found ? found->What.Name : String();
+  };
+  return editing::TidyLine(text, editing::LinesAhead(module_->Buffer(), line), named);
+}
+
 void CodeEditor::TidyEntered() {
   const std::optional<int> line = std::exchange(entered_, std::nullopt);
-  if (!line || !options_.TidyDeclarations || *line >= Lines() || isReadOnly()) return;
+  if (!line || !options_.TidyLines || *line >= Lines() || isReadOnly()) return;
   const String text = TextOfLines(*line, *line);
-  const String tidy = TidyDeclaration(text);
+  const String tidy = Tidy(*line + 1, text);
   if (tidy == text) return;
   const host::Selection caret = Selected();
-  Replace(Position(*line + 1, 1),
-          static_cast<int>(Ask(SCI_GETLINEENDPOSITION, static_cast<unsigned long>(*line))),
-          ToEditor(tidy));
+  Replace(Position(*line + 1, 1), LineEnd(*line), ToEditor(tidy));
   Select(caret);
   entered_.reset();
+}
+
+void CodeEditor::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  const long caret = Ask(SCI_GETCURRENTPOS);
+  const int line = LineOf(caret);
+  const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+  if (!enter || !plain || isReadOnly() || hasSelectedText() || caret < LineEnd(line)) {
+    return QsciScintilla::keyPressEvent(event);
+  }
+  BeginGroup();
+  QsciScintilla::keyPressEvent(event);
+  WriteMissingEnd(line);
+  EndGroup();
+}
+
+/// Behind a head that was just ended with Return stands its End.
+void CodeEditor::WriteMissingEnd(int head) {
+  const auto missing = editing::FindMissingEnd(module_->Buffer(), head + 1);
+  if (!missing) return;
+  const host::Selection caret = Selected();
+  const int behind = LineEnd(caret.StartLine - 1);
+  Replace(behind, behind, '\n' + ToEditor(missing->End));
+  const int end = LineEnd(head);
+  if (missing->Head != TextOfLines(head, head)) {
+    Replace(Position(head + 1, 1), end, ToEditor(missing->Head));
+  }
+  Select(caret);
+  entered_ = head;
+}
+
+void CodeEditor::GoToLine(int line) {
+  ensureLineVisible(line - 1);
+  setCursorPosition(line - 1, 0);
+  SetTopLine(std::max(1, line - LinesAbove));
+  setFocus();
+}
+
+void CodeEditor::GoToProcedure(bool forward) {
+  const int caret = Selected().StartLine;
+  int target = forward ? 0 : 1;
+  for (const auto& member : module_->Index().Members()) {
+    if (forward && member.Lines.Body > caret) {
+      target = member.Lines.Body;
+      break;
+    }
+    if (!forward && member.Lines.Body < caret) target = member.Lines.Body;
+  }
+  if (target > 0) GoToLine(target);
+}
+
+void CodeEditor::CutLine() {
+  if (isReadOnly()) return;
+  Ask(SCI_LINECUT);
+  entered_.reset();  // the line that stands there now is another one
+}
+
+void CodeEditor::CommentBlock(bool comment) {
+  if (isReadOnly()) return;
+  const host::Selection chosen = Selected();
+  const int first = chosen.StartLine;
+  const bool overhangs = chosen.EndLine > first && chosen.EndColumn == 1;
+  const int last = chosen.EndLine - (overhangs ? 1 : 0);
+  const String before = vb::Replace(TextOfLines(first - 1, last - 1), vb::CrLf, u"\n");
+  std::vector<StringView> lines = vb::SplitViews(before, u"\n");
+  if (lines.empty()) lines.emplace_back();
+  const String after =
+      vb::Join(comment ? editing::Commented(lines) : editing::Uncommented(lines), u"\n");
+  if (after == before) return;
+  Replace(Position(first, 1), LineEnd(last - 1), ToEditor(after));
+  const int end = Column(LineEnd(last - 1));
+  Select({first, 1, last, end});
+  entered_.reset();
+}
+
+void CodeEditor::ToggleBookmark() {
+  const int line = LineOf(Ask(SCI_GETCURRENTPOS));
+  if ((markersAtLine(line) & (1U << BookmarkMark)) != 0) {
+    markerDelete(line, BookmarkMark);
+  } else {
+    markerAdd(line, BookmarkMark);
+  }
+}
+
+void CodeEditor::GoToBookmark(bool forward) {
+  constexpr unsigned Mask = 1U << BookmarkMark;
+  const int line = LineOf(Ask(SCI_GETCURRENTPOS));
+  int found = forward ? markerFindNext(line + 1, Mask) : markerFindPrevious(line - 1, Mask);
+  if (found < 0) found = forward ? markerFindNext(0, Mask) : markerFindPrevious(Lines() - 1, Mask);
+  if (found < 0) return;
+  ensureLineVisible(found);
+  setCursorPosition(found, 0);
+}
+
+void CodeEditor::ClearBookmarks() { markerDeleteAll(BookmarkMark); }
+
+/// Underlines the last of a member's lines, unless nothing follows it.
+void CodeEditor::PutSeparator(int firstLine, int lines, bool last) {
+  for (int at = 0; at < lines; ++at) {
+    const auto line = static_cast<unsigned long>(firstLine + at - 1);
+    const bool wanted = !last && at + 1 == lines;
+    const bool there = (Ask(SCI_MARKERGET, line) & (1L << SeparatorMark)) != 0;
+    if (there == wanted) continue;
+    Ask(wanted ? SCI_MARKERADD : SCI_MARKERDELETE, line, static_cast<long>(SeparatorMark));
+  }
 }
 
 void CodeEditor::FoldMember(int firstLine, int bodyOffset, int lines) {
@@ -332,12 +486,16 @@ void CodeEditor::FoldMembers() {
          now[now.size() - 1 - behind] == folded_[folded_.size() - 1 - behind]) {
     ++behind;
   }
-  if (declarations != foldedDeclarations_) FoldMember(1, Lines(), declarations);
+  if (declarations != foldedDeclarations_ || folded_.empty() != now.empty()) {
+    FoldMember(1, Lines(), declarations);
+    PutSeparator(1, declarations, members.empty());
+  }
   // The neighbours too: an edit at the border may have carried lines over.
   const std::size_t first = same == 0 ? 0 : same - 1;
   const std::size_t last = std::min(now.size(), now.size() - behind + 1);
   for (std::size_t at = first; at < last; ++at) {
     FoldMember(members[at].Lines.Start, now[at].BodyOffset, now[at].Lines);
+    PutSeparator(members[at].Lines.Start, now[at].Lines, at + 1 == now.size());
   }
   folded_ = std::move(now);
   foldedDeclarations_ = declarations;

@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+#include "hosts/editing/Names.h"
 #include "hosts/model/CodeModule.h"
 
 namespace tessel::workbench {
@@ -18,8 +19,10 @@ struct EditorOptions {
   bool Dark = false;
   int TabWidth = 4;
   bool LineNumbers = true;
-  /// Declarations that the user enters take the environment's spacing and case.
-  bool TidyDeclarations = true;
+  /// Lines that the user enters take the environment's spacing and case when they are left.
+  bool TidyLines = true;
+  /// What names mean, shared by the editors of a window; an editor without it has its own.
+  std::shared_ptr<editing::Names> Names;
 };
 
 /// Shows one module. The user's edits go into the model, the model's into the text, and both into
@@ -42,8 +45,21 @@ class CodeEditor : public QsciScintilla {
   void Select(const host::Selection& selection);
   [[nodiscard]] int TopLine() const;
   void SetTopLine(int line);
-  /// Tidies the line that the user has just entered, if it declares something.
+  /// Tidies the line that the user has just entered.
   void TidyEntered();
+
+  /// Puts the caret at the beginning of a line, and the line near the top.
+  void GoToLine(int line);
+  /// Goes to the head of the next or the previous procedure; ahead of the first one is the top.
+  void GoToProcedure(bool forward);
+  /// Takes the line of the caret, or those that are selected, onto the clipboard.
+  void CutLine();
+  /// Puts an apostrophe ahead of each selected line, or takes it off, as one step.
+  void CommentBlock(bool comment);
+  /// A mark on the line of the caret, which stays with the line.
+  void ToggleBookmark();
+  void GoToBookmark(bool forward);
+  void ClearBookmarks();
 
   /// The caret or the first line that shows moved, by whomever.
   std::function<void()> OnMoved;
@@ -54,15 +70,21 @@ class CodeEditor : public QsciScintilla {
   /// Gives an input method the line of the caret as its surroundings. The base class gives the
   /// whole text, with every key.
   [[nodiscard]] QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void Load();
   void ShowMargins();
   void Modified(int position, int type, int linesAdded);
   void Moved();
+  void FreeKeys();
+  void SetUpMarks();
+  [[nodiscard]] String Tidy(int line, const String& text) const;
+  void WriteMissingEnd(int head);
   void CopyToModel(int line, int linesAdded);
   void FoldMembers();
   void FoldMember(int firstLine, int bodyOffset, int lines);
+  void PutSeparator(int firstLine, int lines, bool last);
   void Replace(int start, int end, const QByteArray& text);
   [[nodiscard]] QByteArray TextOfModel(int line, int count) const;
   [[nodiscard]] String TextOfLines(int first, int last) const;
@@ -71,6 +93,13 @@ class CodeEditor : public QsciScintilla {
   template <class... Values>
   long Ask(unsigned int message, Values... values) const {
     return SendScintilla(message, values...);
+  }
+  /// From 0.
+  [[nodiscard]] int LineOf(long position) const {
+    return static_cast<int>(Ask(SCI_LINEFROMPOSITION, static_cast<unsigned long>(position)));
+  }
+  [[nodiscard]] int LineEnd(int line) const {
+    return static_cast<int>(Ask(SCI_GETLINEENDPOSITION, static_cast<unsigned long>(line)));
   }
   [[nodiscard]] int Lines() const { return static_cast<int>(Ask(SCI_GETLINECOUNT)); }
 

@@ -158,7 +158,7 @@ void CodeWindow::PickProcedure(int index) {
   if (procedure.Line == 0) {
     AddProcedure(procedure);
   } else {
-    GoToLine(procedure.Line);
+    editor_->GoToLine(procedure.Line);
   }
 }
 
@@ -179,7 +179,7 @@ void CodeWindow::OpenProcedure(StringView object, StringView event) {
   for (const CodeProcedure& one : procedures) {
     if (!vb::SameText(one.Caption, wanted)) continue;
     if (one.Line > 0) {
-      GoToLine(one.Line);
+      editor_->GoToLine(one.Line);
     } else {
       AddProcedure(one);
     }
@@ -196,15 +196,8 @@ void CodeWindow::AddProcedure(const CodeProcedure& procedure) {
   editor_->BeginGroup();
   module->InsertLines(count + 1, text);
   editor_->EndGroup();
-  GoToLine(module->Buffer().Count() - 1);
+  editor_->GoToLine(module->Buffer().Count() - 1);
   ListsChanged();
-}
-
-void CodeWindow::GoToLine(int line) {
-  editor_->ensureLineVisible(line - 1);
-  editor_->setCursorPosition(line - 1, 0);
-  editor_->SetTopLine(std::max(1, line - 2));
-  editor_->setFocus();
 }
 
 void CodeWindow::closeEvent(QCloseEvent* event) {

@@ -52,7 +52,6 @@ class CodeWindow : public QWidget {
   void PickObject(int index);
   void PickProcedure(int index);
   void AddProcedure(const CodeProcedure& procedure);
-  void GoToLine(int line);
 
   std::shared_ptr<model::CodePane> pane_;
   CodeEditor* editor_;

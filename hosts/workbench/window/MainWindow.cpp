@@ -19,6 +19,7 @@
 namespace tessel::workbench {
 namespace {
 
+constexpr int MessageMs = 6000;
 constexpr int PlaceDelayMs = 80, StateDelayMs = 400;
 /// What was on the screen longer than twice this long survives a crash.
 constexpr int KeepDelayMs = 4000;
@@ -56,6 +57,7 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
   setObjectName(QStringLiteral("workbench"));
   setDockNestingEnabled(true);
   ConnectChildren();
+  ConnectJumps();
   bars_ = std::make_unique<BarView>(*this, vbe_);
   // Not from inside the click itself: what it runs may build the bars anew.
   bars_->OnClick = [this](const std::shared_ptr<host::CommandBarControl>& control) {
@@ -145,6 +147,41 @@ void MainWindow::ConnectChildren() {
   children_->OnDesigner = [this](DesignerView& view) { ConnectDesigner(view); };
 }
 
+void MainWindow::ConnectJumps() {
+  jumps_.ShowCode = [this](const auto& component) { return ShowCode(component); };
+  jumps_.ShowDesigner = [this](const auto& component) { ShowDesigner(component); };
+  jumps_.OnMissing = [this](const QString& name) {
+    statusBar()->showMessage(name.isEmpty() ? tr("There is no name at the caret")
+                                            : tr("\"%1\" isn't declared in this project").arg(name),
+                             MessageMs);
+  };
+}
+
+FindGround MainWindow::GroundOfFind() {
+  FindGround ground;
+  ground.Current = [this]() -> CodeEditor* {
+    CodeWindow* const code = children_->CurrentCode();
+    return code == nullptr ? nullptr : &code->Editor();
+  };
+  ground.Modules = [this] {
+    std::vector<std::shared_ptr<model::CodeModule>> modules;
+    const auto component = CurrentComponent();
+    const auto project = component ? component->Project() : nullptr;
+    if (!project) return modules;
+    for (const auto& one : project->Components().All()) {
+      if (one->Module()) modules.push_back(one->Module());
+    }
+    return modules;
+  };
+  ground.Open = [this](const model::CodeModule& module) -> CodeEditor* {
+    const auto component = module.Component();
+    CodeWindow* const code = component ? ShowCode(component) : nullptr;
+    return code == nullptr ? nullptr : &code->Editor();
+  };
+  ground.Run = [this](const std::function<void()>& action) { RunTool(action); };
+  return ground;
+}
+
 void MainWindow::ConnectDesigner(DesignerView& view) {
   view.OnFailure = [this](const String& text) { ShowFailure(ToQt(text)); };
   view.OnOpenCode = [this](const auto& owner, const String& control) {
@@ -163,11 +200,7 @@ void MainWindow::BuildDocks() {
   auto* const column = new QVBoxLayout(centre);
   column->setContentsMargins({});
   column->setSpacing(0);
-  find_ = new FindBar(centre);
-  find_->Target = [this]() -> CodeEditor* {
-    CodeWindow* const code = children_->CurrentCode();
-    return code == nullptr ? nullptr : &code->Editor();
-  };
+  find_ = new FindBar(GroundOfFind(), centre);
   column->addWidget(children_, 1);
   column->addWidget(find_);
   setCentralWidget(centre);
@@ -301,6 +334,7 @@ void MainWindow::WindowActivated() {
   const auto component = children_->CurrentComponent();
   if (!component) return;
   if (const CodeWindow* const code = children_->CurrentCode()) {
+    reader_.Begin();
     if (vbe_->ActiveCodePane() != code->Pane()) vbe_->BringToFront(code->Pane());
     ShowProperties(component, {});
   } else if (DesignerView* const view = children_->CurrentDesigner()) {
@@ -411,6 +445,7 @@ void MainWindow::ShowState() {
 
 EditorOptions MainWindow::CurrentOptions() const {
   EditorOptions options = settings_.Editor();
+  options.Names = names_;
   options.Dark = palette().color(QPalette::Base).lightness() < DarkLimit;
   return options;
 }

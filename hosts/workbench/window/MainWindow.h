@@ -15,12 +15,14 @@
 #include "hosts/workbench/forms/WorkbenchPlatform.h"
 #include "hosts/workbench/window/BarView.h"
 #include "hosts/workbench/window/ChildWindows.h"
+#include "hosts/workbench/window/DefinitionJumps.h"
 #include "hosts/workbench/window/FileWatch.h"
 #include "hosts/workbench/window/FindBar.h"
 #include "hosts/workbench/window/ProjectFiles.h"
 #include "hosts/workbench/window/ProjectWindow.h"
 #include "hosts/workbench/window/Questions.h"
 #include "hosts/workbench/window/Reloader.h"
+#include "hosts/workbench/window/QuietReader.h"
 #include "hosts/workbench/window/Settings.h"
 #include "hosts/workspace/Workspace.h"
 
@@ -90,6 +92,8 @@ class MainWindow : public QMainWindow, private model::Observer {
   void BuildMenus();
   void BuildFileMenu();
   void BuildEditMenu();
+  void AddLineCommands(QMenu& edit);
+  void AddPlaceCommands(QMenu& view);
   void BuildViewMenu();
   void BuildWindowMenu();
   void FillRecent(QMenu& menu);
@@ -115,6 +119,8 @@ class MainWindow : public QMainWindow, private model::Observer {
   void Place();
   void ShowDock(const QString& name);
   void ConnectChildren();
+  void ConnectJumps();
+  [[nodiscard]] FindGround GroundOfFind();
   void ConnectDesigner(DesignerView& view);
   void WindowActivated();
   void ShowProperties(const std::shared_ptr<model::VBComponent>& component,
@@ -136,6 +142,9 @@ class MainWindow : public QMainWindow, private model::Observer {
   ProjectFiles files_;
   std::shared_ptr<tessel::Connect> connect_;
 
+  std::shared_ptr<editing::Names> names_ = std::make_shared<editing::Names>();
+  DefinitionJumps jumps_{names_};
+  QuietReader reader_{vbe_};
   ChildWindows* children_;
   ProjectWindow* projects_ = nullptr;
   PropertiesWindow* properties_ = nullptr;

@@ -1,5 +1,6 @@
 // The menus of the main window.
 
+#include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMenuBar>
@@ -107,7 +108,8 @@ void MainWindow::BuildEditMenu() {
     };
   };
   AddCommand(*edit, tr("&Undo"), QKeySequence::Undo, [this] { Undo(); });
-  AddCommand(*edit, tr("&Redo"), QKeySequence::Redo, [this] { Redo(); });
+  AddCommand(*edit, tr("&Redo"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z),
+             [this] { Redo(); });
   edit->addSeparator();
   AddCommand(*edit, tr("Cu&t"), QKeySequence::Cut, inEditor(&QsciScintilla::cut));
   AddCommand(*edit, tr("&Copy"), QKeySequence::Copy, inEditor(&QsciScintilla::copy));
@@ -118,14 +120,61 @@ void MainWindow::BuildEditMenu() {
   edit->addSeparator();
   AddCommand(*edit, tr("&Find..."), QKeySequence::Find, [this] { find_->Open(false); });
   AddCommand(*edit, tr("Find &Next"), QKeySequence(Qt::Key_F3), [this] { find_->FindNext(); });
+  AddCommand(*edit, tr("Find Pre&vious"), QKeySequence(Qt::SHIFT | Qt::Key_F3),
+             [this] { find_->FindNext(false); });
   AddCommand(*edit, tr("R&eplace..."), QKeySequence(Qt::CTRL | Qt::Key_H),
              [this] { find_->Open(true); });
+  AddLineCommands(*edit);
   constexpr std::pair<const char*, int> Pictures[] = {
       {"Cut", 142}, {"Copy", 143}, {"Paste", 144}, {"Find", 145}};
   for (const auto& [name, picture] : Pictures) {
     commands_[QString::fromLatin1(name)]->setIcon(Picture(picture));
   }
   connect(edit, &QMenu::aboutToShow, this, [this] { UpdateCommands(); });
+}
+
+/// What is done to whole lines. Only for the editor that has the keys: a field of another window
+/// keeps its own.
+void MainWindow::AddLineCommands(QMenu& edit) {
+  const auto inLines = [this](const std::function<void(CodeEditor&)>& action) {
+    return [this, action] {
+      CodeWindow* const code = children_->CurrentCode();
+      if (code != nullptr && code->isAncestorOf(QApplication::focusWidget()))
+        action(code->Editor());
+    };
+  };
+  edit.addSeparator();
+  AddCommand(edit, tr("Cut &Line"), QKeySequence(Qt::CTRL | Qt::Key_Y),
+             inLines([](CodeEditor& editor) { editor.CutLine(); }));
+  AddCommand(edit, tr("Co&mment Block"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C),
+             inLines([](CodeEditor& editor) { editor.CommentBlock(true); }));
+  AddCommand(edit, tr("Unc&omment Block"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_U),
+             inLines([](CodeEditor& editor) { editor.CommentBlock(false); }));
+  QMenu* const marks = edit.addMenu(tr("&Bookmarks"));
+  AddCommand(*marks, tr("&Toggle Bookmark"), QKeySequence(Qt::CTRL | Qt::Key_B),
+             inLines([](CodeEditor& editor) { editor.ToggleBookmark(); }));
+  AddCommand(*marks, tr("&Next Bookmark"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Down),
+             inLines([](CodeEditor& editor) { editor.GoToBookmark(true); }));
+  AddCommand(*marks, tr("&Previous Bookmark"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Up),
+             inLines([](CodeEditor& editor) { editor.GoToBookmark(false); }));
+  AddCommand(*marks, tr("&Clear All Bookmarks"), {},
+             inLines([](CodeEditor& editor) { editor.ClearBookmarks(); }));
+}
+
+/// Where to go in the code.
+void MainWindow::AddPlaceCommands(QMenu& view) {
+  AddCommand(view, tr("&Definition"), QKeySequence(Qt::SHIFT | Qt::Key_F2), [this] {
+    if (const CodeWindow* const code = children_->CurrentCode()) jumps_.Go(*code);
+  });
+  AddCommand(view, tr("&Last Position"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F2),
+             [this] { jumps_.Back(); });
+  const auto go = [this](bool forward) {
+    return [this, forward] {
+      if (CodeWindow* const code = children_->CurrentCode()) code->Editor().GoToProcedure(forward);
+    };
+  };
+  AddCommand(view, tr("&Next Procedure"), QKeySequence(Qt::CTRL | Qt::Key_Down), go(true));
+  AddCommand(view, tr("P&revious Procedure"), QKeySequence(Qt::CTRL | Qt::Key_Up), go(false));
 }
 
 void MainWindow::BuildViewMenu() {
@@ -136,6 +185,8 @@ void MainWindow::BuildViewMenu() {
   AddCommand(*view, tr("O&bject"), QKeySequence(Qt::SHIFT | Qt::Key_F7), [this] {
     if (const auto component = CurrentComponent()) ShowDesigner(component);
   });
+  AddPlaceCommands(*view);
+  connect(view, &QMenu::aboutToShow, this, [this] { UpdateCommands(); });
   view->addSeparator();
   AddCommand(*view, tr("&Project Window"), QKeySequence(Qt::CTRL | Qt::Key_R),
              [this] { ShowDock(QStringLiteral("project")); });
@@ -196,7 +247,12 @@ void MainWindow::UpdateCommands() {
   put("Undo", code ? code->Editor().isUndoAvailable() : view && view->UndoStack().canUndo());
   put("Redo", code ? code->Editor().isRedoAvailable() : view && view->UndoStack().canRedo());
   for (const char* name : {"Cut", "Copy"}) put(name, code && code->Editor().hasSelectedText());
-  for (const char* name : {"Select All", "Find", "Find Next", "Replace"}) put(name, code);
+  for (const char* name :
+       {"Select All", "Find", "Find Next", "Find Previous", "Replace", "Cut Line", "Comment Block",
+        "Uncomment Block", "Toggle Bookmark", "Next Bookmark", "Previous Bookmark",
+        "Clear All Bookmarks", "Definition", "Next Procedure", "Previous Procedure"}) {
+    put(name, code);
+  }
   put("Paste", code && !QGuiApplication::clipboard()->text().isEmpty());
   put("Save", component != nullptr);
   put("Save Component As", component && component->Storage());

@@ -15,7 +15,7 @@ struct Fields {
   QSpinBox Size, TabWidth;
   QComboBox Colors;
   QCheckBox LineNumbers{QDialog::tr("Show line &numbers")};
-  QCheckBox Tidy{QDialog::tr("Tidy spacing and keywords of &declarations as they are entered")};
+  QCheckBox Tidy{QDialog::tr("Ti&dy spacing and case of lines when they are left")};
 };
 
 void Fill(Fields& fields, const Settings& settings) {
@@ -30,7 +30,7 @@ void Fill(Fields& fields, const Settings& settings) {
       {QDialog::tr("As the desktop"), QDialog::tr("Light"), QDialog::tr("Dark")});
   fields.Colors.setCurrentIndex(static_cast<int>(settings.Colors()));
   fields.LineNumbers.setChecked(options.LineNumbers);
-  fields.Tidy.setChecked(options.TidyDeclarations);
+  fields.Tidy.setChecked(options.TidyLines);
 }
 
 void Store(const Fields& fields, Settings& settings) {
@@ -39,7 +39,7 @@ void Store(const Fields& fields, Settings& settings) {
   options.Font.setPointSize(fields.Size.value());
   options.TabWidth = fields.TabWidth.value();
   options.LineNumbers = fields.LineNumbers.isChecked();
-  options.TidyDeclarations = fields.Tidy.isChecked();
+  options.TidyLines = fields.Tidy.isChecked();
   settings.SetEditor(options);
   settings.SetColors(static_cast<ColorScheme>(fields.Colors.currentIndex()));
 }

@@ -9,7 +9,7 @@ namespace {
 constexpr int MostRecent = 10;
 const auto FontKey = QStringLiteral("editor/font"), TabKey = QStringLiteral("editor/tab-width"),
            NumbersKey = QStringLiteral("editor/line-numbers"),
-           TidyKey = QStringLiteral("editor/tidy-declarations"),
+           TidyKey = QStringLiteral("editor/tidy-lines"),
            ColorsKey = QStringLiteral("window/colors"), RecentKey = QStringLiteral("recent"),
            GeometryKey = QStringLiteral("window/geometry"),
            DocksKey = QStringLiteral("window/docks");
@@ -38,7 +38,7 @@ EditorOptions Settings::Editor() const {
   if (!font.isEmpty()) options.Font.fromString(font);
   options.TabWidth = values_.value(TabKey, options.TabWidth).toInt();
   options.LineNumbers = values_.value(NumbersKey, options.LineNumbers).toBool();
-  options.TidyDeclarations = values_.value(TidyKey, options.TidyDeclarations).toBool();
+  options.TidyLines = values_.value(TidyKey, options.TidyLines).toBool();
   return options;
 }
 
@@ -46,7 +46,7 @@ void Settings::SetEditor(const EditorOptions& options) {
   values_.setValue(FontKey, options.Font.toString());
   values_.setValue(TabKey, options.TabWidth);
   values_.setValue(NumbersKey, options.LineNumbers);
-  values_.setValue(TidyKey, options.TidyDeclarations);
+  values_.setValue(TidyKey, options.TidyLines);
 }
 
 ColorScheme Settings::Colors() const {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QClipboard>
 #include <QTest>
 #include <random>
 
@@ -178,10 +179,156 @@ TEST_F(Editing, TidiesADeclarationWhenTheUserLeavesItsLine) {
   EXPECT_EQ(module_->Lines(1, 1), u"dim  a as integer");
 }
 
-TEST_F(Editing, LeavesDeclarationsAloneWhenToldTo) {
+TEST_F(Editing, TidiesAStatementByWhatItsNamesAreDeclaredAs) {
+  CodeEditor& editor = Open(u"Public Total As Long\r\nSub Go(Amount)\r\n\r\nEnd Sub");
+  editor.setCursorPosition(2, 0);
+  QTest::keyClicks(&editor, QStringLiteral("  if total=amount then go total-1"));
+  QTest::keyClick(&editor, Qt::Key_Down);
+  QApplication::processEvents();
+  editor.TidyEntered();
+  EXPECT_EQ(module_->Lines(3, 1), u"  If Total = Amount Then Go Total - 1");
+  EXPECT_EQ(Shown(), Kept());
+  editor.undo();
+  EXPECT_EQ(module_->Lines(3, 1), u"  if total=amount then go total-1");
+  editor.redo();
+  EXPECT_EQ(module_->Lines(3, 1), u"  If Total = Amount Then Go Total - 1");
+}
+
+TEST_F(Editing, TidiesALineThatGoesOnByTheOnesAhead) {
+  CodeEditor& editor = Open(u"' note _\r\n\r\nCall F(a, _\r\n\r\n");
+  editor.setCursorPosition(1, 0);
+  QTest::keyClicks(&editor, QStringLiteral("x=1"));
+  editor.TidyEntered();
+  EXPECT_EQ(module_->Lines(2, 1), u"x=1");
+  editor.setCursorPosition(3, 0);
+  QTest::keyClicks(&editor, QStringLiteral("  b+1)"));
+  editor.TidyEntered();
+  EXPECT_EQ(module_->Lines(4, 1), u"  b + 1)");
+}
+
+TEST_F(Editing, WritesTheEndBehindAHead) {
+  CodeEditor& editor = Open(u"");
+  QTest::keyClicks(&editor, QStringLiteral("private sub foo"));
+  QTest::keyClick(&editor, Qt::Key_Return);
+  EXPECT_EQ(Shown(), QStringLiteral("private sub foo()\n\nEnd Sub"));
+  EXPECT_EQ(Shown(), Kept());
+  EXPECT_EQ(editor.Selected().StartLine, 2);
+  editor.TidyEntered();
+  EXPECT_EQ(Shown(), QStringLiteral("Private Sub foo()\n\nEnd Sub"));
+  editor.undo();
+  editor.undo();
+  EXPECT_EQ(Shown(), QStringLiteral("private sub foo"));
+}
+
+TEST_F(Editing, WritesNoSecondEnd) {
+  CodeEditor& editor = Open(u"Sub A()\r\nEnd Sub");
+  editor.setCursorPosition(0, 7);
+  QTest::keyClick(&editor, Qt::Key_Return);
+  EXPECT_EQ(Shown(), QStringLiteral("Sub A()\n\nEnd Sub"));
+  editor.setCursorPosition(0, 3);
+  QTest::keyClick(&editor, Qt::Key_Return);
+  EXPECT_EQ(Shown(), QStringLiteral("Sub\n A()\n\nEnd Sub"));
+}
+
+TEST_F(Editing, GoesFromProcedureToProcedure) {
+  CodeEditor& editor =
+      Open(u"Dim x\r\nSub A()\r\nEnd Sub\r\n\r\n' B\r\nSub B()\r\n  x = 1\r\nEnd Sub");
+  editor.GoToProcedure(true);
+  EXPECT_EQ(editor.Selected().StartLine, 2);
+  editor.GoToProcedure(true);
+  EXPECT_EQ(editor.Selected().StartLine, 6);
+  editor.GoToProcedure(true);
+  EXPECT_EQ(editor.Selected().StartLine, 6);
+  editor.setCursorPosition(6, 2);
+  editor.GoToProcedure(false);
+  EXPECT_EQ(editor.Selected().StartLine, 6);
+  editor.GoToProcedure(false);
+  EXPECT_EQ(editor.Selected().StartLine, 2);
+  editor.GoToProcedure(false);
+  EXPECT_EQ(editor.Selected().StartLine, 1);
+}
+
+TEST_F(Editing, CutsTheLineOfTheCaret) {
+  CodeEditor& editor = Open(u"a\r\nb\r\nc");
+  editor.setCursorPosition(1, 1);
+  editor.CutLine();
+  EXPECT_EQ(Shown(), QStringLiteral("a\nc"));
+  EXPECT_EQ(Shown(), Kept());
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("b\n"));
+}
+
+TEST_F(Editing, CommentsABlockInOneStep) {
+  CodeEditor& editor = Open(u"a\r\n\r\n  'b\r\nc");
+  editor.Select({1, 1, 4, 1});
+  editor.CommentBlock(true);
+  EXPECT_EQ(Shown(), QStringLiteral("'a\n'\n'  'b\nc"));
+  EXPECT_EQ(Shown(), Kept());
+  editor.CommentBlock(false);
+  EXPECT_EQ(Shown(), QStringLiteral("a\n\n  'b\nc"));
+  editor.CommentBlock(false);
+  EXPECT_EQ(Shown(), QStringLiteral("a\n\n  b\nc"));
+  for (int step = 0; step < 3; ++step) editor.undo();
+  EXPECT_EQ(Shown(), QStringLiteral("a\n\n  'b\nc"));
+  EXPECT_FALSE(editor.isUndoAvailable());
+}
+
+TEST_F(Editing, CommentsAnEmptyLine) {
+  CodeEditor& editor = Open(u"a\r\n\r\nb");
+  editor.setCursorPosition(1, 0);
+  editor.CommentBlock(true);
+  EXPECT_EQ(Shown(), QStringLiteral("a\n'\nb"));
+}
+
+TEST_F(Editing, KeepsBookmarksOnTheirLines) {
+  CodeEditor& editor = Open(u"a\r\nb\r\nc\r\nd");
+  editor.GoToBookmark(true);
+  EXPECT_EQ(editor.Selected().StartLine, 1);
+  for (const int line : {1, 3}) {
+    editor.setCursorPosition(line, 0);
+    editor.ToggleBookmark();
+  }
+  editor.insertAt(QStringLiteral("new\n"), 0, 0);
+  editor.setCursorPosition(0, 0);
+  editor.GoToBookmark(true);
+  EXPECT_EQ(editor.Selected().StartLine, 3);
+  editor.GoToBookmark(true);
+  EXPECT_EQ(editor.Selected().StartLine, 5);
+  editor.GoToBookmark(true);
+  EXPECT_EQ(editor.Selected().StartLine, 3);
+  editor.GoToBookmark(false);
+  EXPECT_EQ(editor.Selected().StartLine, 5);
+  editor.ToggleBookmark();
+  editor.GoToBookmark(false);
+  EXPECT_EQ(editor.Selected().StartLine, 3);
+  editor.ClearBookmarks();
+  editor.setCursorPosition(0, 0);
+  editor.GoToBookmark(true);
+  EXPECT_EQ(editor.Selected().StartLine, 1);
+}
+
+TEST_F(Editing, DrawsALineBetweenProcedures) {
+  CodeEditor& editor = Open(u"Dim x\r\nSub A()\r\nEnd Sub\r\nSub B()\r\nEnd Sub\r\n");
+  constexpr unsigned Separator = 1U << 2U;
+  const auto separated = [&] {
+    std::string lines;
+    for (int line = 0; line < editor.lines(); ++line) {
+      if ((editor.markersAtLine(line) & Separator) != 0) lines += std::to_string(line + 1) + " ";
+    }
+    return lines;
+  };
+  EXPECT_EQ(separated(), "1 3 ");
+  editor.append(QStringLiteral("Sub C()\nEnd Sub\n"));
+  QTest::qWait(400);
+  EXPECT_EQ(separated(), "1 3 5 ");
+  module_->DeleteLines(4, 4);
+  QTest::qWait(400);
+  EXPECT_EQ(separated(), "1 ");
+}
+
+TEST_F(Editing, LeavesLinesAloneWhenToldTo) {
   CodeEditor& editor = Open(u"\r\n");
   EditorOptions options;
-  options.TidyDeclarations = false;
+  options.TidyLines = false;
   editor.SetOptions(options);
   editor.setCursorPosition(0, 0);
   QTest::keyClicks(&editor, QStringLiteral("dim  a"));
