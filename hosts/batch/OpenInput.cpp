@@ -125,9 +125,7 @@ void OpenInput::Save(const ComponentRef& component) {
   environment_.SaveComponent(*component.Component);
 }
 
-void OpenInput::Reload(const ComponentRef& component) {
-  environment_.Reload(*component.Component);
-}
+void OpenInput::Reload(const ComponentRef& component) { environment_.Reload(*component.Component); }
 
 void OpenInput::SaveAll() { environment_.Save(); }
 

@@ -34,7 +34,8 @@ class Workspace : public model::Environment {
   /// Opens a project (.vbp), a group (.vbg), or one component file in a project of its own that is
   /// never written. Components that can't be loaded, and projects of a group, become problems; the
   /// rest opens. What fails to open leaves nothing behind. A save that was interrupted in the
-  /// folder is finished first. `codePage` as in Options, for these files alone. Answers the problems.
+  /// folder is finished first. `codePage` as in Options, for these files alone. Answers the
+  /// problems.
   std::vector<Problem> Open(const std::filesystem::path& file, int codePage = 0);
   /// Opens one component whose bytes are at hand, as if they stood in that file.
   void OpenText(const std::filesystem::path& file, std::string bytes);

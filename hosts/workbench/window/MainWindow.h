@@ -21,8 +21,8 @@
 #include "hosts/workbench/window/ProjectFiles.h"
 #include "hosts/workbench/window/ProjectWindow.h"
 #include "hosts/workbench/window/Questions.h"
-#include "hosts/workbench/window/Reloader.h"
 #include "hosts/workbench/window/QuietReader.h"
+#include "hosts/workbench/window/Reloader.h"
 #include "hosts/workbench/window/Settings.h"
 #include "hosts/workspace/Workspace.h"
 

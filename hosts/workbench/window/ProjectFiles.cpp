@@ -124,13 +124,11 @@ bool ProjectFiles::SaveAll() {
 }
 
 bool ProjectFiles::Save(const std::shared_ptr<model::VBComponent>& component) {
-  if (!component->Storage() ||
-      workspace_.StoredBytes(*component).empty()) {
+  if (!component->Storage() || workspace_.StoredBytes(*component).empty()) {
     return SaveAll();  // the project must name a new file
   }
   BeforeSaving();
-  const bool saved = questions_.Guard(
-      [&] { workspace_.SaveComponent(*component); });
+  const bool saved = questions_.Guard([&] { workspace_.SaveComponent(*component); });
   Changed();
   return saved;
 }
@@ -203,9 +201,7 @@ void ProjectFiles::Remove(const std::shared_ptr<model::VBComponent>& component) 
       QMessageBox::Yes) {
     return;
   }
-  questions_.Guard([&] {
-    workspace_.RemoveComponent(component);
-  });
+  questions_.Guard([&] { workspace_.RemoveComponent(component); });
 }
 
 void ProjectFiles::Rename(const std::shared_ptr<model::VBComponent>& component) {
