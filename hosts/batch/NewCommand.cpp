@@ -180,8 +180,10 @@ void Carry(const NewRequest& request, std::istream& in, std::ostream& out) {
     Print(records, out);
     return;
   }
-  workspace::Workspace environment(services, {request.CodePage, false});
+  workspace::Workspace environment(services, {request.CodePage});
   environment.Open(request.Into);
+  // A component that can't be read may have the name that is to be given.
+  for (const workspace::Problem& problem : environment.Problems()) throw problem;
   Inserter(environment, vb::FromUtf8(request.Component)).Insert(records);
   for (const auto& file : environment.Save()) out << file.string() << '\n';
 }

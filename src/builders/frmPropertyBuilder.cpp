@@ -117,7 +117,7 @@ void frmPropertyBuilder::ViewTextRichtextboxWindow() {
   Routine(u"frmPropertyBuilder.ViewTextRichtextboxWindow", [&] {
     const builders::PropertyText text = builders::GeneratorTextProperty(Choices());
     RicViewPropertyBuilder.SetTextRTF(
-        mCodeConverter::MakeRTF(text.Declaration + text.Body, RicViewPropertyBuilder.Font.Charset));
+        mCodeConverter::MakeRTF(text.Declaration + text.Body, RicViewPropertyBuilder.Font->Charset));
   });
 }
 

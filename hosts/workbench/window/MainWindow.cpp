@@ -19,7 +19,6 @@
 namespace tessel::workbench {
 namespace {
 
-constexpr int MessageMs = 6000;
 constexpr int PlaceDelayMs = 80, StateDelayMs = 400;
 /// What was on the screen longer than twice this long survives a crash.
 constexpr int KeepDelayMs = 4000;

@@ -77,13 +77,15 @@ void Reloader::Ask(const std::vector<OutsideChange>& conflicts,
                     QMessageBox::Yes;
   for (OutsideChange one : conflicts) {
     if (load && FileWatch::IsStill(one)) Reload(one, reloaded);
+    // Whoever was told and keeps his own means to overwrite.
+    if (!load) workspace_.AcceptOutside(*one.Component);
   }
 }
 
 void Reloader::Reload(const OutsideChange& change, std::vector<ComponentPtr>& reloaded) {
   const bool done = questions_.Guard([&] {
     Around(*change.Component, [&] {
-      workspace_.Reload(change.Component->Project()->PlainName(), change.Component->PlainName());
+      workspace_.Reload(*change.Component);
     });
   });
   if (done) reloaded.push_back(change.Component);
@@ -92,6 +94,7 @@ void Reloader::Reload(const OutsideChange& change, std::vector<ComponentPtr>& re
 void Reloader::TellGone(const std::vector<OutsideChange>& gone) {
   questions_.ShowFailure(QObject::tr("These files are no longer there. Saving writes them anew:") +
                          QStringLiteral("\n\n") + Listed(FilesOf(gone)));
+  for (const OutsideChange& one : gone) workspace_.AcceptOutside(*one.Component);
 }
 
 }  // namespace tessel::workbench
