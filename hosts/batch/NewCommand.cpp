@@ -7,6 +7,8 @@
 #include "builders/CSQLDataType.h"
 #include "hosts/batch/BatchPlatform.h"
 #include "hosts/batch/BuilderRecords.h"
+#include "hosts/batch/Command.h"
+#include "hosts/batch/Inputs.h"
 #include "hosts/batch/PersonalDatabase.h"
 #include "hosts/workspace/AtomicFile.h"
 #include "hosts/workspace/Workspace.h"
@@ -183,7 +185,8 @@ void Carry(const NewRequest& request, std::istream& in, std::ostream& out) {
   workspace::Workspace environment(services, {request.CodePage, false});
   environment.Open(request.Into);
   Inserter(environment, vb::FromUtf8(request.Component)).Insert(records);
-  for (const auto& file : environment.Save()) out << file.string() << '\n';
+  const TypedPaths paths(request.Into.string());
+  for (const auto& file : environment.Save()) out << paths.Of(file) << '\n';
 }
 
 }  // namespace
@@ -191,12 +194,12 @@ void Carry(const NewRequest& request, std::istream& in, std::ostream& out) {
 int RunNew(const NewRequest& request, std::istream& in, std::ostream& out, std::ostream& err) {
   try {
     Carry(request, in, out);
-    out.flush();
-    if (!out) throw vb::Failure(vb::InvalidCall, u"the output can't be written", u"Tessel");
-    return 0;
+    return Done;
   } catch (...) {
-    err << "tessel: " << vb::CurrentFailure().what() << '\n';
-    return 2;
+    const std::string cause = vb::CurrentFailure().what();
+    err << "tessel: "
+        << (request.Into.empty() ? cause : TypedPaths(request.Into.string()).In(cause)) << '\n';
+    return Failed;
   }
 }
 
