@@ -19,7 +19,6 @@ void HandlersInput::Run(bool alone) {
   for (const ComponentRef& one : all_) {
     if (!input_.IsChosen(one) || !seen_.Add(one)) HoldBack(one);
   }
-  if (!order_.Remove) Warn();
   const review::RunReview review(
       order_.Remove ? review::RunKind::RemoveHandlers : review::RunKind::InsertHandlers,
       input_.Root());
@@ -35,19 +34,6 @@ void HandlersInput::FindProjects(bool alone) {
     if (ProjectHas(*project, order_)) projects_.push_back(project);
   }
   if (alone) RequireNames(input_, request_);
-}
-
-/// Names what the run will spoil; that is the caller's to judge.
-void HandlersInput::Warn() {
-  for (const ComponentRef& one : all_) {
-    if (heldBack_.contains(one.Component.get())) continue;
-    for (const Member& member : MembersOnOneLine(one.Module)) {
-      if (!order_.Member.empty() && !vb::StartsWithText(order_.Member, member.Name)) continue;
-      report_.Warn(
-          one.File + ':' + std::to_string(input_.FileLine(one, member.BodyLine)),
-          vb::ToUtf8(member.Name) + " stands on one line, so its error handler stands behind it");
-    }
-  }
 }
 
 void HandlersInput::RunOver(host::VBProject& project) {
@@ -72,17 +58,30 @@ void HandlersInput::Note(const model::VBProject* project, const HandlersFailure&
   report_.FailIn(input_.File(), failure.Cause);
 }
 
+/// Names what the run did not do; that is the caller's to judge.
+void HandlersInput::Warn(const review::ReviewItem& item) {
+  if (!item.Component) {
+    report_.Warn(input_.File(), vb::ToUtf8(item.Project) + ": " + item.Cause);
+    return;
+  }
+  const auto one = std::find_if(all_.begin(), all_.end(), [&](const ComponentRef& other) {
+    return other.Component == item.Component;
+  });
+  if (one == all_.end() || heldBack_.contains(item.Component.get())) return;
+  const std::string line =
+      item.Line > 0 ? ':' + std::to_string(input_.FileLine(*one, item.LineBefore)) : std::string();
+  report_.Warn(one->File + line, item.Cause);
+}
+
 /// Names the places that mean something else behind the run; their components stay as they are
 /// unless that is forced.
 void HandlersInput::Compare(const std::vector<review::ReviewItem>& items) {
   std::map<const model::VBComponent*, std::vector<review::Difference>> differences;
   for (const review::ReviewItem& item : items) {
-    if (item.Line > 0) {
-      differences[item.Component.get()].push_back({item.LineBefore, item.Line, item.Cause});
-    } else if (!item.Component) {
-      report_.Warn(input_.File(), vb::ToUtf8(item.Project) + ": " + item.Cause);
+    if (item.IsWarning) {
+      Warn(item);
     } else {
-      report_.Warn(input_.Named(*item.Component), item.Cause);
+      differences[item.Component.get()].push_back({item.LineBefore, item.Line, item.Cause});
     }
   }
   for (const ComponentRef& one : all_) {

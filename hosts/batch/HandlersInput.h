@@ -34,9 +34,9 @@ class HandlersInput {
   };
 
   void FindProjects(bool alone);
-  void Warn();
   void RunOver(host::VBProject& project);
   void Note(const model::VBProject* project, const HandlersFailure& failure);
+  void Warn(const review::ReviewItem& item);
   void Compare(const std::vector<review::ReviewItem>& items);
   void Collect();
   void Deliver();

@@ -19,8 +19,6 @@ using ComponentPtr = std::shared_ptr<host::VBComponent>;
 
 constexpr int DefaultTabWidth = 4;
 
-constexpr StringView MemberEnds[] = {u"End Sub", u"End Function", u"End Property"};
-
 /// The failure service for the length of a run. It asks by a box, which nobody sees and which is
 /// answered with Abort.
 class FailureService {
@@ -151,24 +149,6 @@ bool ProjectHas(host::VBProject& project, const HandlersOrder& order) {
         u"Tessel");
   }
   return any;
-}
-
-std::vector<Member> MembersOnOneLine(const std::shared_ptr<host::CodeModule>& module) {
-  std::vector<Member> found;
-  const auto table = mFunctions::AllNameProcedures(module, u"");
-  if (!table) return found;
-  for (const Member& member : *table) {
-    const String line = module->Lines(member.BodyLine, 1);
-    const std::size_t colon = line.find(u':');
-    if (colon == String::npos) continue;
-    const bool ends = std::any_of(
-        std::begin(MemberEnds), std::end(MemberEnds),
-        [&](StringView end) { return vb::InStr(colon + 1, line, end, vb::Compare::Text) > 0; });
-    String key;
-    static_cast<void>(mFunctions::GetKEYDeclare(module, member.BodyLine, key));
-    if (ends && key != insert::SkipScheme) found.push_back(member);
-  }
-  return found;
 }
 
 std::vector<HandlersFailure> RunOverProject(

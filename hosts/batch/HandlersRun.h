@@ -10,7 +10,6 @@
 #include "hosts/linux/LinuxIdentity.h"
 #include "hosts/linux/SystemClock.h"
 #include "hosts/workspace/Workspace.h"
-#include "scanning/Member.h"
 
 namespace tessel::batch {
 
@@ -45,10 +44,6 @@ struct HandlersFailure {
 /// Whether a project has what the order names. Fails with a vb::Failure for a member that its
 /// component has not; false when the project has none of the components.
 [[nodiscard]] bool ProjectHas(host::VBProject& project, const HandlersOrder& order);
-
-/// Members that an insertion spoils: they stand on one line, so a header lands behind them. Those
-/// marked to be skipped are not among them.
-[[nodiscard]] std::vector<Member> MembersOnOneLine(const std::shared_ptr<host::CodeModule>& module);
 
 /// Runs over one project, which becomes the active one. Every failure is answered with Abort, so
 /// the run goes on behind the routine that failed. `progress` is told of each component.

@@ -116,7 +116,7 @@ TypedPaths::TypedPaths(const std::string& file) {
 }
 
 std::string TypedPaths::Of(const fs::path& full) const {
-  const std::string path = full.string();
+  std::string path = full.string();
   if (path.empty() || full.is_relative()) return path;
   if (path.compare(0, full_.size(), full_) == 0) return typed_ + path.substr(full_.size());
   if (!typed_.empty() && typed_.front() == '/') return path;

@@ -7,6 +7,8 @@
 #include "builders/CSQLDataType.h"
 #include "hosts/batch/BatchPlatform.h"
 #include "hosts/batch/BuilderRecords.h"
+#include "hosts/batch/Command.h"
+#include "hosts/batch/Inputs.h"
 #include "hosts/batch/PersonalDatabase.h"
 #include "hosts/files/AtomicFile.h"
 #include "hosts/workspace/Workspace.h"
@@ -185,7 +187,8 @@ void Carry(const NewRequest& request, std::istream& in, std::ostream& out) {
   // A component that can't be read may have the name that is to be given.
   for (const workspace::Problem& problem : environment.Problems()) throw problem;
   Inserter(environment, vb::FromUtf8(request.Component)).Insert(records);
-  for (const auto& file : environment.Save()) out << file.string() << '\n';
+  const TypedPaths paths(request.Into.string());
+  for (const auto& file : environment.Save()) out << paths.Of(file) << '\n';
 }
 
 }  // namespace
@@ -193,12 +196,12 @@ void Carry(const NewRequest& request, std::istream& in, std::ostream& out) {
 int RunNew(const NewRequest& request, std::istream& in, std::ostream& out, std::ostream& err) {
   try {
     Carry(request, in, out);
-    out.flush();
-    if (!out) throw vb::Failure(vb::InvalidCall, u"the output can't be written", u"Tessel");
-    return 0;
+    return Done;
   } catch (...) {
-    err << "tessel: " << vb::CurrentFailure().what() << '\n';
-    return 2;
+    const std::string cause = vb::CurrentFailure().what();
+    err << "tessel: "
+        << (request.Into.empty() ? cause : TypedPaths(request.Into.string()).In(cause)) << '\n';
+    return Failed;
   }
 }
 

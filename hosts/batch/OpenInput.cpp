@@ -129,10 +129,6 @@ void OpenInput::Reload(const ComponentRef& component) { environment_.Reload(*com
 
 void OpenInput::SaveAll() { environment_.Save(); }
 
-std::string OpenInput::Named(model::VBComponent& component) const {
-  return paths_.Of(vb::ToUtf8(component.FileName()));
-}
-
 void RequireComponents(platform::Platform& services, const std::string& argument,
                        const std::vector<std::string>& inputs, const Selection& selection) {
   std::vector<std::string> wanted = selection.Components;

@@ -44,8 +44,6 @@ class OpenInput {
   /// Those that the selection means.
   [[nodiscard]] std::vector<ComponentRef> Chosen() const;
   [[nodiscard]] bool IsChosen(const ComponentRef& component) const;
-  /// A component's file as in `ComponentRef::File`.
-  [[nodiscard]] std::string Named(model::VBComponent& component) const;
   /// A message with its paths as they were typed.
   [[nodiscard]] std::string Typed(const std::string& message) const { return paths_.In(message); }
 

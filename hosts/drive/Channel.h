@@ -31,7 +31,7 @@ class Channel {
   void WaitUntil(const std::function<bool()>& done);
 
   /// Gives the next reply, whichever request it answers, further fields.
-  void AddToReply(Json fields) { further_.update(fields); }
+  void AddToReply(const Json& fields) { further_.update(fields); }
 
   /// Ends all waits; `last` is carried out when the outermost loop is reached, before the reply to
   /// the request in hand.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <optional>
+#include <utility>
 
 #include "hosts/review/CodeTokens.h"
 #include "hosts/review/HandlerTokens.h"
@@ -144,7 +145,8 @@ class Comparison {
 
   /// Notes a difference at two places; each may lie behind its stream.
   void Tell(std::size_t i, std::size_t j, std::string cause) {
-    if (found_.size() < most_) found_.push_back({LineAt(left_, i), LineAt(right_, j), cause});
+    if (found_.size() < most_)
+      found_.push_back({LineAt(left_, i), LineAt(right_, j), std::move(cause)});
   }
 
  private:
@@ -184,6 +186,41 @@ void TellNumber(Comparison& comparison, const NumberReferences& references, cons
   }
 }
 
+/// Which line of the text before a line of the text behind the run comes from.
+class LineMap {
+ public:
+  void Note(int before, int after) {
+    if (lines_.empty() || lines_.back().first < after) lines_.emplace_back(after, before);
+  }
+  /// That of the nearest code above, 1 without any.
+  [[nodiscard]] int Before(int after) const {
+    const auto above = std::upper_bound(lines_.begin(), lines_.end(), std::pair(after, 0));
+    return above == lines_.begin() ? 1 : std::prev(above)->second;
+  }
+
+ private:
+  std::vector<std::pair<int, int>> lines_;
+};
+
+/// Tells of handlers that don't work where they stand, unless they stood so before.
+void TellMisplaced(const std::vector<MisplacedHandler>& was,
+                   const std::vector<MisplacedHandler>& is, const LineMap& lines, std::size_t most,
+                   std::vector<Difference>& found) {
+  for (const MisplacedHandler& one : is) {
+    const bool old = std::any_of(was.begin(), was.end(), [&](const MisplacedHandler& other) {
+      return other.Label == one.Label && other.Name == one.Name;
+    });
+    if (old || found.size() >= most) continue;
+    const std::string name = vb::ToUtf8(one.Name);
+    const bool outside = one.Label.empty();
+    found.push_back({lines.Before(one.Line), one.Line,
+                     outside ? name + " stands on one line, so its error handler stands behind it"
+                             : "the error handler of " + name + " jumps to " +
+                                   vb::ToUtf8(one.Label) + ", a label that isn't there",
+                     outside});
+  }
+}
+
 void SortByLine(std::vector<Difference>& found) {
   std::stable_sort(found.begin(), found.end(),
                    [](const Difference& a, const Difference& b) { return a.Line < b.Line; });
@@ -204,16 +241,19 @@ std::vector<Difference> CompareCode(StringView before, StringView after, std::si
 
 std::vector<Difference> CompareHandlers(StringView before, StringView after, std::size_t most) {
   const std::set<String> targets = JumpTargets(before);
-  const Streams left = Part(WithoutHandlers(ReadTokens(before, targets)));
-  const Streams right = Part(WithoutHandlers(ReadTokens(after, targets)));
+  const std::vector<Token> was = ReadTokens(before, targets), is = ReadTokens(after, targets);
+  const Streams left = Part(WithoutHandlers(was)), right = Part(WithoutHandlers(is));
   const NumberReferences references(left.Code);
   std::vector<Difference> found;
   Comparison code(left.Code, right.Code, most, found);
+  LineMap lines;
   code.OnSame = [&](std::size_t i, std::size_t j) {
     TellNumber(code, references, left, right, i, j);
+    lines.Note(left.Code[i].Line, right.Code[j].Line);
   };
   code.Run();
   Comparison(left.Comments, right.Comments, most, found).Run();
+  TellMisplaced(MisplacedHandlers(was), MisplacedHandlers(is), lines, most, found);
   SortByLine(found);
   return found;
 }

@@ -84,6 +84,101 @@ Tokens WithoutHandlers(const Tokens& tokens) {
   return kept;
 }
 
+namespace {
+
+/// Walks over members and notes what their handlers lack.
+class HandlerWalk {
+ public:
+  explicit HandlerWalk(const Tokens& tokens) : tokens_(tokens) {}
+
+  std::vector<MisplacedHandler> Run() {
+    for (std::size_t at = 0; at < tokens_.size(); ++at) {
+      if (const std::size_t behind = BehindBlock(tokens_, at); behind != at) {
+        Block(at, behind);
+        at = behind - 1;
+        continue;
+      }
+      Code(at);
+    }
+    EndMember();
+    return std::move(found_);
+  }
+
+ private:
+  void Code(std::size_t at) {
+    const Token& token = tokens_[at];
+    if (token.Kind == TokenKind::Label) labels_.insert(vb::UCase(token.Text));
+    if (token.Kind == TokenKind::Comment || EndsStatement(token)) return;
+    if (outside_) outside_ = false, name_ = {};
+    if (name_.empty() && IsHead(at) && at + 1 < tokens_.size()) NameFrom(at + 1);
+    if (EndsMember(tokens_, at)) ending_ = at + 1;
+    if (ending_ == at && at > 0) EndMember();
+  }
+
+  /// Declarations of library routines and what End and Exit end hold the same words.
+  [[nodiscard]] bool IsHead(std::size_t at) const {
+    if (!IsWord(tokens_, at, u"Sub") && !IsWord(tokens_, at, u"Function") &&
+        !IsWord(tokens_, at, u"Property")) {
+      return false;
+    }
+    if (at == 0 || EndsStatement(tokens_[at - 1])) return true;
+    return std::any_of(std::begin(Modifiers), std::end(Modifiers),
+                       [&](StringView word) { return IsWord(tokens_, at - 1, word); });
+  }
+
+  void NameFrom(std::size_t at) {
+    for (const StringView kind : {u"Get", u"Let", u"Set"}) {
+      if (IsWord(tokens_, at, kind) && at + 1 < tokens_.size() &&
+          tokens_[at + 1].Kind == TokenKind::Word && tokens_[at + 1].Text != u"(") {
+        ++at;
+        break;
+      }
+    }
+    name_ = tokens_[at].Text;
+  }
+
+  void Block(std::size_t from, std::size_t to) {
+    if (outside_) {
+      if (IsComment(tokens_[from], handlers::HeaderStart)) {
+        found_.push_back({tokens_[from].Line, {}, name_});
+      }
+      return;
+    }
+    for (std::size_t at = from; at < to; ++at) {
+      const Token& token = tokens_[at];
+      if (token.Kind == TokenKind::Label) labels_.insert(vb::UCase(token.Text));
+      const bool target = at >= from + 3 && IsWord(tokens_, at - 1, u"GoTo") &&
+                          IsWord(tokens_, at - 2, u"Error") && !IsNumber(token) &&
+                          token.Kind == TokenKind::Word && token.Text != u"-";
+      if (target) jumps_.push_back({tokens_[from].Line, String(token.Text), name_});
+    }
+  }
+
+  void EndMember() {
+    for (MisplacedHandler& jump : jumps_) {
+      if (!labels_.contains(vb::UCase(jump.Label))) found_.push_back(std::move(jump));
+    }
+    jumps_.clear();
+    labels_.clear();
+    outside_ = true;
+  }
+
+  static constexpr StringView Modifiers[] = {u"Public", u"Private", u"Friend", u"Static"};
+
+  const Tokens& tokens_;
+  std::vector<MisplacedHandler> found_, jumps_;
+  std::set<String> labels_;
+  StringView name_;
+  bool outside_ = false;    // behind the end of a member, and nothing has come since
+  std::size_t ending_ = 0;  // the last word of an End statement
+};
+
+}  // namespace
+
+std::vector<MisplacedHandler> MisplacedHandlers(const Tokens& tokens) {
+  return HandlerWalk(tokens).Run();
+}
+
 bool HoldsHandlers(StringView code) {
   const Tokens tokens = ReadTokens(code, {});
   for (std::size_t at = 0; at < tokens.size(); ++at) {

@@ -18,6 +18,15 @@ namespace tessel::review {
 /// a line number.
 [[nodiscard]] bool HoldsHandlers(StringView code);
 
+/// A handler that doesn't do its work where it stands.
+struct MisplacedHandler {
+  int Line;         ///< of its block, from 1
+  String Label;     ///< that it jumps to and its member hasn't; empty when it is in no member
+  StringView Name;  ///< of the member ahead of it, into the code
+};
+/// Blocks whose jump has no label in their member, and blocks behind the end of a member.
+[[nodiscard]] std::vector<MisplacedHandler> MisplacedHandlers(const std::vector<Token>& tokens);
+
 /// The line numbers that the code itself refers to, member by member.
 class NumberReferences {
  public:

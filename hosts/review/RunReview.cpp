@@ -72,7 +72,8 @@ void RunReview::Compare(const Snapshot& one, std::vector<ReviewItem>& items) con
       kind_ == RunKind::Format ? CompareCode(before, after) : CompareHandlers(before, after);
   for (const Difference& difference : differences) {
     items.push_back({one.Component, one.Project->PlainName(), one.Component->PlainName(),
-                     difference.LineAfter, difference.Line, difference.Cause});
+                     difference.LineAfter, difference.Line, difference.Cause,
+                     difference.IsWarning});
   }
 }
 
@@ -92,8 +93,8 @@ void RunReview::TellUndressed(std::vector<ReviewItem>& items) const {
     if (HoldsHandlers(one.After())) {
       projects.back().Whole = false;
     } else {
-      projects.back().Modules.push_back(
-          {one.Component, one.Project->PlainName(), one.Component->PlainName(), 0, 0, Stripped});
+      projects.back().Modules.push_back({one.Component, one.Project->PlainName(),
+                                         one.Component->PlainName(), 0, 0, Stripped, true});
     }
   }
   for (Undressed& one : projects) {

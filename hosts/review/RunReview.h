@@ -27,6 +27,8 @@ struct ReviewItem {
   int Line = 0;
   int LineBefore = 0;  ///< the same ahead of the run
   std::string Cause;   ///< UTF-8
+  /// The code says what it said, but the run did not do what it is for.
+  bool IsWarning = false;
 };
 
 /// Takes note of every module's text when it is made, ahead of a run, and compares when the run is

@@ -238,6 +238,19 @@ TEST_F(ProgramTest, HelpTellsDefaultsAndExitCodes) {
   EXPECT_EQ(Run({"handlers"}), Failed);
 }
 
+TEST_F(ProgramTest, NewNamesFilesAsTyped) {
+  Project("sub/", {{"M", Plain}});
+  EXPECT_EQ(Run({"new", "enum", "--name", "E", "--member", "A", "--into", "sub/P.vbp",
+                 "--component", "M"}),
+            Done)
+      << err_;
+  EXPECT_EQ(out_, "sub/M.bas\n");
+  EXPECT_EQ(Run({"new", "enum", "--name", "E", "--member", "A", "--into", "sub/Q.vbp",
+                 "--component", "M"}),
+            Failed);
+  EXPECT_EQ(err_, "tessel: sub/Q.vbp: the file does not exist\n");
+}
+
 // An error handler's own changes
 
 class HandlerDifferences : public ProgramTest {

@@ -160,6 +160,26 @@ const Case HandlerCases[] = {
      u"#If W Then\r\nx = 1\r\n#End If",
      u"100 #If W Then\r\nx = 1\r\n#End If",
      {{1, "the number 100 stands ahead of a directive"}}},
+    {"HandlerBehindAMemberOnOneLine",
+     u"Property Get A(): x = 1: End Property\r\nSub B()\r\nEnd Sub",
+     u"Property Get A(): x = 1: End Property\r\n'<errHeader>\r\nx\r\n'</errHeader>\r\nSub "
+     u"B()\r\nEnd Sub",
+     {{1, "A stands on one line, so its error handler stands behind it"}}},
+    {"HandlerWithoutItsLabel",
+     u"Declare Sub D Lib \"d\" ()\r\n#If V Then\r\nPrivate Sub A(x)\r\n#Else\r\nSub A(y)\r\n#End "
+     u"If\r\nz = 1\r\nEnd Sub",
+     u"Declare Sub D Lib \"d\" ()\r\n#If V Then\r\nPrivate Sub A(x)\r\n'<errHeader>\r\nOn Error "
+     u"GoTo A_Error\r\n'</errHeader>\r\n"
+     u"#Else\r\nSub A(y)\r\n#End If\r\nz = 1\r\nEnd Sub",
+     {{3, "the error handler of A jumps to A_Error, a label that isn't there"}}},
+    {"HandlerWithoutItsLabelBefore",
+     u"Sub A()\r\n'<errHeader>\r\nOn Error GoTo Q\r\n'</errHeader>\r\n x = 1\r\nEnd Sub",
+     u"Sub A()\r\n'<errHeader>\r\nOn Error GoTo Q\r\n'</errHeader>\r\nx = 1\r\nEnd Sub",
+     {}},
+    {"HandlerWithALabelInTheBody",
+     u"Sub A()\r\nx = 1\r\nQ:\r\nEnd Sub",
+     u"Sub A()\r\n'<errHeader>\r\nOn Error GoTo Q\r\n'</errHeader>\r\nx = 1\r\nQ:\r\nEnd Sub",
+     {}},
     {"MarkerInAText",
      u"x = \"'<errFooter>\"\r\ny = 2\r\nEnd Sub",
      u"x\r\n",

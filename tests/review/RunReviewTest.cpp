@@ -67,6 +67,17 @@ TEST_F(RunReviewTest, TellsOfTheModulesThatWereStrippedWhereOthersWereDressed) {
   EXPECT_EQ(items[0].Line, 0);
 }
 
+TEST_F(RunReviewTest, AHandlerBehindItsMemberIsAWarning) {
+  environment_.SetText(u"M", u"Sub A(): x = 1: End Sub\r\n");
+  const RunReview review = Begin(RunKind::InsertHandlers);
+  environment_.SetText(u"M", u"Sub A(): x = 1: End Sub\r\n'<errHeader>\r\ny\r\n'</errHeader>\r\n");
+  const auto items = review.Items();
+  ASSERT_EQ(items.size(), 1U);
+  EXPECT_TRUE(items[0].IsWarning);
+  EXPECT_EQ(items[0].LineBefore, 1);
+  EXPECT_EQ(items[0].Line, 2);
+}
+
 TEST_F(RunReviewTest, ARemovalHasNoSuchHead) {
   const RunReview review = Begin(RunKind::RemoveHandlers);
   environment_.SetText(u"M", u"Sub A()\r\n x = 1\r\ny = 2\r\nEnd Sub\r\n");
