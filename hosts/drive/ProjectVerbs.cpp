@@ -3,6 +3,7 @@
 #include "hosts/drive/Fields.h"
 #include "hosts/drive/Session.h"
 #include "hosts/drive/TypeNames.h"
+#include "hosts/workspace/CodePages.h"
 
 namespace tessel::drive {
 namespace {
@@ -14,9 +15,31 @@ std::filesystem::path PathOf(const String& text) { return std::filesystem::path(
 
 std::string PathText(const std::filesystem::path& path) { return Utf8(path.u16string()); }
 
+/// The field as a code page that files can be read with; 0 without one, which finds out.
+int CodePageField(const Json& request) {
+  const int page = IntField(request, "code-page", 0);
+  if (page != 0 && !workspace::IsKnownCodePage(page)) {
+    Refuse("field \"code-page\": there is no code page " + std::to_string(page));
+  }
+  return page;
+}
+
+Json ProblemJson(const workspace::Problem& problem) {
+  const auto project = problem.Project.lock();
+  return {{"file", PathText(problem.File)},
+          {"project", project ? Json(Utf8(project->PlainName())) : Json(nullptr)},
+          {"component", project ? Json(Utf8(problem.Component)) : Json(nullptr)},
+          {"error", Utf8(problem.Description())}};
+}
+
 Json Open(Session& session, const Json& request) {
-  session.Environment().Open(PathOf(TextField(request, "file")));
-  return {};
+  const String file = TextField(request, "file");
+  Json problems = Json::array(), notices = Json::array();
+  for (const auto& problem : session.Environment().Open(PathOf(file), CodePageField(request))) {
+    problems.push_back(ProblemJson(problem));
+  }
+  for (const String& notice : session.Environment().TakeNotices()) notices.push_back(Utf8(notice));
+  return {{"problems", problems}, {"notices", notices}};
 }
 
 Json NewProject(Session& session, const Json& request) {
@@ -31,8 +54,14 @@ Json ActivateProject(Session& session, const Json& request) {
   return {};
 }
 
+/// The project of that name; fails when there is none.
+std::shared_ptr<model::VBProject> ProjectNamed(Session& session, const String& name) {
+  return std::dynamic_pointer_cast<model::VBProject>(
+      session.Environment().VBE()->VBProjects()->Item(name));
+}
+
 Json RemoveProject(Session& session, const Json& request) {
-  session.Environment().RemoveProject(TextField(request, "project"));
+  session.Environment().Close(ProjectNamed(session, TextField(request, "project")));
   return {};
 }
 
@@ -85,10 +114,46 @@ Json Projects(Session& session, const Json&) {
   return {{"projects", projects}};
 }
 
-Json Save(Session& session, const Json&) {
+Json FilesJson(const std::vector<std::filesystem::path>& written) {
   Json files = Json::array();
-  for (const auto& file : session.Environment().Save()) files.push_back(PathText(file));
+  for (const auto& file : written) files.push_back(PathText(file));
   return {{"files", files}};
+}
+
+bool MayOverwrite(const Json& request) {
+  return request.contains("overwrite") && BoolField(request, "overwrite");
+}
+
+/// A file that another program has changed since it was read makes the whole save fail, unless it
+/// may be overwritten.
+Json Save(Session& session, const Json& request) {
+  if (MayOverwrite(request)) {
+    const auto projects = session.Environment().VBE()->VBProjects();
+    for (int index = 1; index <= projects->Count(); ++index) {
+      session.Environment().AcceptOutside(
+          std::dynamic_pointer_cast<model::VBProject>(projects->Item(index)));
+    }
+  }
+  return FilesJson(session.Environment().Save());
+}
+
+/// A component under another file, or a project that has none yet.
+Json SaveAs(Session& session, const Json& request) {
+  const auto file = PathOf(TextField(request, "file"));
+  if (std::filesystem::exists(file) && !MayOverwrite(request)) {
+    Refuse(PathText(file) + ": the file exists");
+  }
+  if (request.contains("component")) {
+    session.Environment().Component(TextField(request, "component"))->SaveAs(file.u16string());
+    return FilesJson({file});
+  }
+  return FilesJson(session.Environment().SaveProjectAs(
+      ProjectNamed(session, TextField(request, "project")), file));
+}
+
+Json Reload(Session& session, const Json& request) {
+  session.Environment().Reload(*session.Environment().Component(TextField(request, "component")));
+  return {};
 }
 
 }  // namespace
@@ -103,7 +168,9 @@ const VerbTable& ProjectVerbs() {
                                {"remove-component", RemoveComponent},
                                {"rename-component", RenameComponent},
                                {"projects", Projects},
-                               {"save", Save}};
+                               {"save", Save},
+                               {"save-as", SaveAs},
+                               {"reload", Reload}};
   return table;
 }
 

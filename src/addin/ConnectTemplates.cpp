@@ -95,7 +95,7 @@ void Connect::InsertTextInComponent(const std::vector<String>& lines, int column
   Run(u"Connect.InsertTextInComponent", [&](const Statements& run) {
     const auto project = run([&] { return Need(vbInstance_).ActiveVBProject(); });
     const auto pane =
-        project ? run([&] { return Need(project).VBE()->ActiveCodePane(); }) : nullptr;
+        project ? run([&] { return Need(Need(project).VBE()).ActiveCodePane(); }) : nullptr;
     if (pane) InsertTemplate(run, Need(pane), lines, column, lineOffset, length);
     RefreshTreeExplorer(false);
   });
@@ -104,7 +104,7 @@ void Connect::InsertTextInComponent(const std::vector<String>& lines, int column
 void Connect::InsertErrStrInComponent(StringView text) {
   Run(u"Connect.InsertErrStrInComponent", [&](const Statements& run) {
     const auto projects = run([&] { return Need(vbInstance_).VBProjects(); });
-    const auto project = run([&] { return Need(projects).VBE()->ActiveVBProject(); });
+    const auto project = run([&] { return Need(Need(projects).VBE()).ActiveVBProject(); });
     const auto pane = run([&] { return Need(vbInstance_).ActiveCodePane(); });
     if (!project || !pane) return;
     host::Selection at = run([&] { return Need(pane).GetSelection(); });

@@ -5,7 +5,7 @@
 
 namespace tessel {
 
-frmAbout::frmAbout() : Form("frmAbout", u"About Tessel") {
+frmAbout::frmAbout() : GuardedForm("frmAbout", u"About Tessel") {
   using namespace forms;
   btmOK.Default = btmOK.Cancel = true;
   SetLayout(Column({Row({Item(picIcon), Column({Item(lblTitle), Item(lblVersion)}), Space()}),

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "forms/Controls.h"
-#include "forms/Form.h"
+#include "foundation/GuardedForm.h"
 
 namespace tessel {
 
-class frmAbout : public forms::Form {
+class frmAbout : public GuardedForm {
  public:
   frmAbout();
 

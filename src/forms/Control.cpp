@@ -15,6 +15,8 @@ void Control::Changed() {
   if (View* view = owner_->GetView()) view->ControlChanged(*this);
 }
 
+void Control::Carry(const std::function<void()>& handler) const { owner_->Carry(handler); }
+
 void Control::SetFocus() {
   if (TakesFocus() && enabled_ && visible_) owner_->MoveFocus(this);
 }

@@ -43,6 +43,8 @@ class Control : public Designs {
   void SetToolTipText(StringView text) { toolTip_ = String(text); }
   /// Whether the control can hold the focus at all (a label can't).
   [[nodiscard]] virtual bool TakesFocus() const { return true; }
+  /// Runs an event handler by way of the surface.
+  void Carry(const std::function<void()>& handler) const;
   /// Moves the focus here: LostFocus of the control that had it, then GotFocus. No effect on a
   /// control that can't take it.
   void SetFocus();
@@ -64,5 +66,13 @@ class Control : public Designs {
   Designed<String> toolTip_{this};
   Designed<bool> enabled_{this, true}, visible_{this, true};
 };
+
+/// Raises an event of a control. The handler runs on a copy: it may replace itself or drop the
+/// surface.
+template <class... Parameters, class... Values>
+void Raise(const Control& control, const std::function<void(Parameters...)>& event,
+           Values&&... values) {
+  if (const auto handler = event) control.Carry([&] { handler(values...); });
+}
 
 }  // namespace tessel::forms

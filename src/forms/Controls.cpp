@@ -14,11 +14,6 @@ void Start(Control& control, const Init& init) {
   control.SetVisible(init.Visible);
 }
 
-void Raise(const std::function<void()>& event) {
-  // A handler may replace itself or drop the form; it runs on a copy.
-  if (const auto handler = event) handler();
-}
-
 [[noreturn]] void InvalidValue(const Control& control) {
   throw vb::Failure(380, u"Invalid property value: " + control.Name());
 }
@@ -51,7 +46,7 @@ CheckBox::CheckBox(Surface* owner, std::string_view name, const Init& init)
 
 void CheckBox::SetValue(int value) {
   if (value != 0 && value != 1) InvalidValue(*this);
-  if (value_.Set(value)) Raise(Click);
+  if (value_.Set(value)) Raise(*this, Click);
 }
 
 OptionButton::OptionButton(Surface* owner, std::string_view name, int group, const Init& init)
@@ -63,7 +58,7 @@ void OptionButton::SetValue(bool value) {
     auto* other = dynamic_cast<OptionButton*>(control);
     if (other != nullptr && other != this && other->group_ == group_) other->SetValue(false);
   }
-  Raise(Click);
+  Raise(*this, Click);
 }
 
 TextBox::TextBox(Surface* owner, std::string_view name, const Init& init)
@@ -72,7 +67,7 @@ TextBox::TextBox(Surface* owner, std::string_view name, const Init& init)
 }
 
 void TextBox::SetText(StringView text) {
-  if (text_.Set(String(text))) Raise(Change);
+  if (text_.Set(String(text))) Raise(*this, Change);
 }
 
 ListControl::ListControl(Surface* owner, std::string_view name, const Init& init)
@@ -105,7 +100,7 @@ void ListControl::Clear() {
 
 void ListControl::SetListIndex(int index) {
   if (index < -1 || index >= static_cast<int>(list_->size())) InvalidValue(*this);
-  if (listIndex_.Set(index)) Raise(Click);
+  if (listIndex_.Set(index)) Raise(*this, Click);
 }
 
 String ListControl::Text() const {
@@ -130,7 +125,7 @@ void ComboBox::SetText(StringView text) {
   if (*text_ == text) return;
   listIndex_ = -1;
   text_ = String(text);
-  Raise(Change);
+  Raise(*this, Change);
 }
 
 void ComboBox::Clear() {
@@ -152,14 +147,14 @@ TabControl::TabControl(Surface* owner, std::string_view name, std::vector<Page> 
 
 void TabControl::SetCurrTab(int index) {
   if (index < 0 || index >= static_cast<int>(pages_.size())) InvalidValue(*this);
-  if (current_.Set(index)) Raise(Switch);
+  if (current_.Set(index)) Raise(*this, Switch);
 }
 
 SpinButton::SpinButton(Surface* owner, std::string_view name, int min, int max)
     : Control(owner, name), min_(min), max_(max), value_(this, min) {}
 
 void SpinButton::SetValue(int value) {
-  if (value_.Set(std::clamp(value, min_, max_))) Raise(Change);
+  if (value_.Set(std::clamp(value, min_, max_))) Raise(*this, Change);
 }
 
 ProgressBar::ProgressBar(Surface* owner, std::string_view name) : Control(owner, name) {}

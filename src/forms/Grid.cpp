@@ -79,7 +79,7 @@ void Grid::SetTicked(int row, std::optional<bool> ticked) {
   if (found.Ticked == ticked) return;
   found.Ticked = ticked;
   Changed();
-  if (const auto handler = TickChanged) handler(row);
+  Raise(*this, TickChanged, row);
 }
 
 void Grid::SetCollapsed(int row, bool collapsed) {
@@ -87,7 +87,7 @@ void Grid::SetCollapsed(int row, bool collapsed) {
   if (found.Collapsed == collapsed) return;
   found.Collapsed = collapsed;
   Changed();
-  if (const auto handler = AfterCollapse) handler(row);
+  Raise(*this, AfterCollapse, row);
 }
 
 bool Grid::RowShows(int row) const {
@@ -128,7 +128,7 @@ void Grid::Select(int row, int col) {
   if (row_ == row && col_ == col) return;
   row_ = row;
   col_ = col;
-  if (const auto handler = AfterSelChange) handler();
+  Raise(*this, AfterSelChange);
 }
 
 }  // namespace tessel::forms

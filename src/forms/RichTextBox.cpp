@@ -48,7 +48,7 @@ void RichTextBox::Replace(String text, std::vector<Color> colors) {
   selStart_.InPlace() = selLength_.InPlace() = 0;
   Changed();
   if (!changed) return;
-  if (const auto handler = Change) handler();
+  Raise(*this, Change);
 }
 
 ColoredText RichTextBox::Content() const {
@@ -67,13 +67,13 @@ void RichTextBox::SetSelStart(int position) {
   if (position < 0) throw vb::Failure(380, u"Invalid property value: SelStart of " + Name());
   selLength_ = 0;
   selStart_ = std::min(position, static_cast<int>(text_->size()));
-  if (const auto handler = SelChange) handler();
+  Raise(*this, SelChange);
 }
 
 void RichTextBox::SetSelLength(int length) {
   if (length < 0) throw vb::Failure(380, u"Invalid property value: SelLength of " + Name());
   selLength_ = std::min(length, static_cast<int>(text_->size()) - selStart_);
-  if (const auto handler = SelChange) handler();
+  Raise(*this, SelChange);
 }
 
 String RichTextBox::SelText() const {
@@ -92,7 +92,7 @@ void RichTextBox::SetSelText(StringView text) {
   selStart_.InPlace() += static_cast<int>(lines.size());
   selLength_.InPlace() = 0;
   Changed();
-  if (const auto handler = Change) handler();
+  Raise(*this, Change);
 }
 
 Color RichTextBox::SelColor() const {

@@ -37,12 +37,12 @@ void Surface::MoveFocus(Control* control) {
   // back would do so for ever.
   if (before != nullptr && before == arrived_) {
     arrived_ = nullptr;
-    if (const auto handler = before->LostFocus) handler();
+    Raise(*before, before->LostFocus);
     if (active_ != control) return;  // the handler sent the focus elsewhere
   }
   arrived_ = control;
   if (view_ != nullptr) view_->FocusChanged(control);
-  if (const auto handler = control->GotFocus) handler();
+  Raise(*control, control->GotFocus);
 }
 
 }  // namespace tessel::forms

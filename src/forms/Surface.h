@@ -1,6 +1,7 @@
 // What can be drawn and used: controls, their layout, the focus.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,9 @@ class Surface : public Designs, public std::enable_shared_from_this<Surface> {
   [[nodiscard]] Control* Find(StringView name) const;
   [[nodiscard]] Control* ActiveControl() const { return active_; }
   [[nodiscard]] const forms::Layout& Arrangement() const { return layout_; }
+
+  /// Runs the handler of an event. Those who know how failures are reported let none of it out.
+  virtual void Carry(const std::function<void()>& handler) { handler(); }
 
   void SetView(forms::View* view) { view_ = view; }
   [[nodiscard]] forms::View* GetView() const { return view_; }

@@ -60,10 +60,6 @@ bool KeepsEnter(const Control& control) {
   return box != nullptr ? box->MultiLine : dynamic_cast<const RichTextBox*>(&control) != nullptr;
 }
 
-void Raise(const std::function<void()>& event) {
-  if (const auto handler = event) handler();
-}
-
 int IndexOf(const std::vector<String>& list, StringView text) {
   for (std::size_t at = 0; at < list.size(); ++at) {
     if (list[at] == text) return static_cast<int>(at);
@@ -128,12 +124,12 @@ void Press(Control& control) {
   if (auto* const option = dynamic_cast<OptionButton*>(&control)) {
     if (Reach(*option)) option->SetValue(true);
   } else if (auto* const drop = dynamic_cast<DropDownButton*>(&control)) {
-    if (Reach(*drop)) Raise(drop->Click);
+    if (Reach(*drop)) Raise(*drop, drop->Click);
   } else if (auto* const picture = dynamic_cast<PictureBox*>(&control)) {
-    Raise(picture->Click);
+    Raise(*picture, picture->Click);
   } else {
     auto& button = As<Button>(control, u"pressed");
-    if (Reach(button)) Raise(button.Click);
+    if (Reach(button)) Raise(button, button.Click);
   }
 }
 
@@ -143,7 +139,8 @@ void PressItem(Control& control, StringView key) {
   for (const auto& item : drop.Items()) {
     if (!item.Key.empty() && item.Key == key) {
       if (!Reach(drop)) return;
-      if (const auto handler = drop.DropdownItemClick) handler(String(key));
+      const String chosen(key);  // the handler may clear the items
+      Raise(drop, drop.DropdownItemClick, StringView(chosen));
       return;
     }
   }
@@ -172,7 +169,7 @@ void SelectRow(Control& control, int row, int col) {
   if (col < 0 || col >= grid.Cols()) Refuse(control, u"has no column " + vb::Str(col));
   if (!Reach(grid)) return;
   grid.Select(row, col);
-  Raise(grid.Click);
+  Raise(grid, grid.Click);
 }
 
 void EditCell(Control& control, int row, int col, StringView text) {
@@ -185,10 +182,10 @@ void EditCell(Control& control, int row, int col, StringView text) {
   if (!Reach(grid)) return;
   grid.Select(row, col);
   bool cancel = false;
-  if (const auto handler = grid.BeforeEdit) handler(row, col, cancel);
+  Raise(grid, grid.BeforeEdit, row, col, cancel);
   if (cancel) Refuse(control, u"refuses an edit of " + cell);
   grid.SetTextMatrix(row, col, text);
-  if (const auto handler = grid.AfterEdit) handler(row, col);
+  Raise(grid, grid.AfterEdit, row, col);
 }
 
 void Tick(Control& control, int row, bool ticked) {
@@ -214,13 +211,13 @@ void DoubleClick(Control& control, int row) {
   const Action action(control);
   if (auto* const list = dynamic_cast<ListControl*>(&control)) {
     Pick(control, row);
-    if (list->ListIndex() == row) Raise(list->DblClick);
+    if (list->ListIndex() == row) Raise(*list, list->DblClick);
     return;
   }
   Grid& grid = RowOf(control, row);
   if (!Reach(grid)) return;
   if (row >= grid.FixedRows()) SelectRow(control, row, grid.Col());
-  Raise(grid.DblClick);
+  Raise(grid, grid.DblClick);
 }
 
 void RightClick(Control& control, int row) {
@@ -228,7 +225,7 @@ void RightClick(Control& control, int row) {
   Grid& grid = As<Grid>(control, u"right-clicked");
   if (row != -1) RowOf(control, row);
   if (!Reach(grid)) return;
-  if (const auto handler = grid.MouseDown) handler(2, row);
+  Raise(grid, grid.MouseDown, 2, row);
 }
 
 void SelectText(Control& control, int start, int length) {
@@ -254,7 +251,7 @@ void Key(Control& control, int ascii) {
   const Surface& surface = control.Owner();
   if (!Reach(control)) return;
   int key = ascii;
-  if (const auto handler = control.KeyPress) handler(key);
+  Raise(control, control.KeyPress, key);
   if (!surface.Visible()) return;
   if (key == 13 && !KeepsEnter(control)) {
     auto* const own = dynamic_cast<Button*>(&control);
@@ -270,8 +267,7 @@ void Drop(Control& control, int row, const std::vector<String>& files) {
   const Action action(control);
   Grid& grid = RowOf(control, row);
   if (!grid.FilesDropped) Refuse(control, u"takes no files");
-  const auto handler = grid.FilesDropped;
-  handler(row, files);
+  Raise(grid, grid.FilesDropped, row, files);
 }
 
 void Close(Form& form) {

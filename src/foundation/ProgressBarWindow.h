@@ -2,13 +2,13 @@
 #pragma once
 
 #include "forms/Controls.h"
-#include "forms/Form.h"
+#include "foundation/GuardedForm.h"
 
 namespace tessel {
 
 /// The caller sets the totals, then the positions, and polls `ProgressBarStop`. A total of 0 is the
 /// caller's to avoid.
-class ProgressBarWindow : public forms::Form {
+class ProgressBarWindow : public GuardedForm {
  public:
   explicit ProgressBarWindow(StringView caption = u"");
 

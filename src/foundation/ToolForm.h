@@ -4,9 +4,9 @@
 #include <functional>
 #include <memory>
 
-#include "forms/Form.h"
 #include "foundation/CFontRestore.h"
 #include "foundation/CFormRestore.h"
+#include "foundation/GuardedForm.h"
 #include "foundation/Routine.h"
 #include "host/IConnect.h"
 #include "host/VBE.h"
@@ -14,7 +14,7 @@
 namespace tessel {
 
 /// Base of the dialogs. `VBInstance` and `Connect` are set before it is shown.
-class ToolForm : public forms::Form {
+class ToolForm : public GuardedForm {
  public:
   std::shared_ptr<host::VBE> VBInstance;
   /// Told when the form goes, so that other dialogs can open; null for one that another dialog
@@ -22,7 +22,7 @@ class ToolForm : public forms::Form {
   ConnectReference Connect;
 
  protected:
-  using Form::Form;
+  using GuardedForm::GuardedForm;
   using Steps = std::function<void(const Statements& run)>;
 
   /// A statement of Form_Load: puts the form where the user left it, or in the middle.

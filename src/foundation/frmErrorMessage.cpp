@@ -21,7 +21,7 @@ String Escaped(String text) {
 
 }  // namespace
 
-frmErrorMessage::frmErrorMessage() : Form("frmErrorMessage", u"Error") {
+frmErrorMessage::frmErrorMessage() : GuardedForm("frmErrorMessage", u"Error") {
   using namespace forms;
   txtErrorMessage.MultiLine = true;
   txtErrorMessage.Locked = true;

@@ -2,13 +2,13 @@
 #pragma once
 
 #include "forms/Controls.h"
-#include "forms/Form.h"
+#include "foundation/GuardedForm.h"
 
 namespace tessel {
 
 /// Shows a report and lets the user choose. `Tag` says the choice: "ABORT" (also when the frame
 /// closes it), "RETRY" or "IGNORE".
-class frmErrorMessage : public forms::Form {
+class frmErrorMessage : public GuardedForm {
  public:
   frmErrorMessage();
 

@@ -364,6 +364,43 @@ TEST_F(AddInFailing, ModifiersLosesNothingButTheStatementThatFailed) {
   EXPECT_EQ(items->Item(2)->OnAction(), u"Message Box, Unnumbered");
 }
 
+TEST_F(AddInFailing, SinksAreAskedForInTheOrderOfTheCommandTable) {
+  // A control whose sink could not be had is dead, which tells its turn.
+  const auto startWithout = [&](int number) {
+    int asked = 0;
+    world_.Environment.SetOperationHook([&](std::string_view operation) {
+      if (operation == "Events.CommandBarEvents" && ++asked == number) throw vb::Failure(7, u"no");
+    });
+    world_.Services.DesktopService.OnModal = [](forms::Form& form) {
+      forms::user::Press(*form.Find(u"btnIgnore"));
+    };
+    Start();
+    world_.Environment.SetOperationHook({});
+    world_.Errors.Take();
+    return asked;
+  };
+  const int all = startWithout(0);
+  int buttons = 0;
+  for (int index = 1; index <= Bar()->Controls()->Count(); ++index) {
+    const auto control = Bar()->Controls()->Item(index);
+    if (!control->Controls() && control->Enabled()) ++buttons;
+  }
+  Stop();
+  world_.Module(u"M", u"Sub A()\r\nEnd Sub");
+  world_.Caret(u"M", 1);
+  startWithout(buttons + 1);
+  Click({u"Modifiers", u"Message Box"});
+  EXPECT_EQ(world_.Text(u"M"), u"Sub A()\r\nEnd Sub") << "the schemes follow the buttons";
+  Click({u"Modifiers", u"Message Box, Unnumbered"});
+  EXPECT_NE(world_.Text(u"M"), u"Sub A()\r\nEnd Sub");
+  Stop();
+  startWithout(all);
+  int shown = 0;
+  world_.Services.DesktopService.OnModal = [&](forms::Form&) { ++shown; };
+  Click({u"Help", u"About"});
+  EXPECT_EQ(shown, 0) << "About comes last";
+}
+
 TEST_F(AddInFailing, TheBarGoesWithWhatCouldBeReadOfItsPlace) {
   Start();
   Bar()->SetLeft(70);

@@ -31,6 +31,10 @@ class Drive : public testing::Test {
     errors_.Note(replies);
     return replies;
   }
+  /// A file of the test's folder, as a request has it.
+  [[nodiscard]] std::string File(const std::string& name) const {
+    return Json((folder_.Path() / name).string()).dump();
+  }
   test::TemporaryFolder folder_;
   test::ChannelErrors errors_;
 };
@@ -312,6 +316,66 @@ TEST_F(Drive, RunsAHandlerThatNoControlReaches) {
             "there is no handler \"MenuFastFormatText_Click\" without a control");
   EXPECT_EQ(replies[3]["front"]["form"], "frmErrorHandlerScheme");
   EXPECT_EQ(replies[4]["call-stack"].back(), "Tessel.Connect.MenuFastEditErrorHandkerScheme_Click");
+}
+
+TEST_F(Drive, OpenTellsWhatCouldNotBeLoadedAndTakesACodePage) {
+  folder_.Write("P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nModule=Gone; Gone.bas\r\nName=\"P\"\r\n");
+  folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\n' \xE4\r\n");
+  const std::string open = R"({"do":"open","file":)" + File("P.vbp");
+  const auto replies = Play(open + R"(,"code-page":1251}
+{"do":"text","component":"M"}
+{"do":"close-project","project":"P"}
+)" + open + R"(,"code-page":4711}
+)");
+  ASSERT_EQ(replies.size(), 4U);
+  ASSERT_EQ(replies[0]["problems"].size(), 1U);
+  const Json& problem = replies[0]["problems"][0];
+  EXPECT_EQ(problem["component"], "Gone");
+  EXPECT_EQ(problem["project"], "P");
+  EXPECT_EQ(problem["file"], (folder_.Path() / "Gone.bas").string());
+  EXPECT_NE(problem["error"].get<std::string>().find("Gone.bas"), std::string::npos);
+  EXPECT_EQ(replies[1]["text"], "' \u0434");
+  EXPECT_EQ(replies[3]["error"], "field \"code-page\": there is no code page 4711");
+}
+
+TEST_F(Drive, SavesUnderAnotherNameAndReloads) {
+  folder_.Write("taken.bas", "theirs");
+  const auto replies = Play(R"({"do":"new-project","name":"P"}
+{"do":"add-component","type":"Module","name":"M","text":"' one"}
+{"do":"save-as","project":"P","file":)" +
+                            File("P.vbp") + R"(}
+{"do":"save-as","component":"M","file":)" +
+                            File("taken.bas") + R"(}
+{"do":"save-as","component":"M","file":)" +
+                            File("Other.bas") + R"(}
+{"do":"set-text","component":"M","text":"' two"}
+{"do":"reload","component":"M"}
+{"do":"text","component":"M"}
+)");
+  ASSERT_EQ(replies.size(), 8U);
+  EXPECT_EQ(replies[2]["files"].size(), 2U);
+  EXPECT_EQ(replies[3]["error"], (folder_.Path() / "taken.bas").string() + ": the file exists");
+  EXPECT_EQ(folder_.Read("taken.bas"), "theirs");
+  EXPECT_TRUE(replies[4]["ok"]);
+  EXPECT_NE(folder_.Read("Other.bas").find("' one"), std::string::npos);
+  EXPECT_EQ(replies[7]["text"], "' one");
+}
+
+TEST_F(Drive, ASaveLeavesAFileThatChangedOutsideUnlessItMayOverwriteIt) {
+  folder_.Write("P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nName=\"P\"\r\n");
+  folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\n' one\r\n");
+  std::istringstream in(R"({"do":"open","file":)" + File("P.vbp") + R"(}
+{"do":"set-text","component":"M","text":"' mine"}
+)");
+  std::ostringstream out;
+  Session session({folder_.Path() / "program", folder_.Path() / "settings.sqlite", false}, in, out);
+  session.Run();
+  folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\n' theirs\r\n");
+  const auto save = ProjectVerbs().find("save")->second;
+  EXPECT_THROW(save(session, Json::object()), vb::Failure);
+  EXPECT_NE(folder_.Read("M.bas").find("' theirs"), std::string::npos);
+  EXPECT_EQ(save(session, {{"overwrite", true}})["files"].size(), 1U);
+  EXPECT_NE(folder_.Read("M.bas").find("' mine"), std::string::npos);
 }
 
 TEST_F(Drive, ClosesAProjectWithoutSavingIt) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "forms/Controls.h"
+#include "forms/User.h"
 #include "hosts/memory/MemoryPlatform.h"
 #include "support/FakeConnect.h"
 
@@ -108,6 +110,66 @@ TEST_F(ToolFormTest, IsUnloadedBehindARunWhoseFailurePassesThrough) {
                                  }),
                vb::Failure);
   EXPECT_FALSE(Form->IsLoaded());
+}
+
+// The door
+
+class DoorForm : public GuardedForm {
+ public:
+  DoorForm() : GuardedForm("DoorForm", u"Door") { SetLayout(forms::Item(btmGo)); }
+  forms::Button btmGo{this, "btmGo"};
+};
+
+class Door : public testing::Test {
+ protected:
+  Door() {
+    gErrorHandler = std::make_shared<CErrorHandler>();
+    gErrorHandler->SetErrorHandlerActions(ActionMessageBox);
+    Form->btmGo.Click = [this] {
+      ++Tries;
+      throw vb::Failure(7, u"no");
+    };
+    Form->Show();
+  }
+  ~Door() override {
+    gErrorHandler.reset();
+    Form->Unload();
+  }
+  memory::MemoryPlatform Services;
+  platform::ScopedPlatform Scope{Services};
+  std::shared_ptr<DoorForm> Form = std::make_shared<DoorForm>();
+  int Tries = 0;
+};
+
+TEST_F(Door, AFailureOfAHandlerIsAskedAboutAndGoesNoFurther) {
+  Services.DesktopService.Answers = {platform::MessageAnswer::Retry,
+                                     platform::MessageAnswer::Abort};
+  EXPECT_NO_THROW(forms::user::Press(Form->btmGo));
+  EXPECT_EQ(Tries, 2);
+  EXPECT_EQ(Services.DesktopService.Messages.size(), 2U);
+}
+
+TEST_F(Door, WithoutAFailureServiceItIsToldInAPlainBox) {
+  gErrorHandler.reset();
+  EXPECT_NO_THROW(forms::user::Press(Form->btmGo));
+  EXPECT_EQ(Tries, 1);
+  ASSERT_EQ(Services.DesktopService.Messages.size(), 1U);
+  EXPECT_EQ(Services.DesktopService.Messages[0].Text, u"no");
+  EXPECT_EQ(Services.DesktopService.Messages[0].Style, platform::OKOnly);
+}
+
+TEST_F(Door, AFailureOfTheServiceItselfIsToldInAPlainBox) {
+  gErrorHandler->SetErrorHandlerActions(ActionLogFile);
+  gErrorHandler->SetErrorLogFile(u"/no/such/folder/log.txt");
+  EXPECT_NO_THROW(forms::user::Press(Form->btmGo));
+  ASSERT_EQ(Services.DesktopService.Messages.size(), 1U);
+  EXPECT_EQ(Services.DesktopService.Messages[0].Text, u"CErrorHandler component failure");
+}
+
+TEST_F(Door, WhatAUserMayNotDoIsStillRefused) {
+  Form->btmGo.SetEnabled(false);
+  EXPECT_THROW(forms::user::Press(Form->btmGo), vb::Failure);
+  EXPECT_EQ(Tries, 0);
 }
 
 }  // namespace
