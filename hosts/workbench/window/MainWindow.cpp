@@ -10,6 +10,7 @@
 #include "hosts/workbench/designer/DesignerView.h"
 #include "hosts/workbench/designer/PropertiesWindow.h"
 #include "hosts/workbench/designer/Toolbox.h"
+#include "hosts/workbench/forms/FormWindow.h"
 #include "hosts/workbench/forms/ScreenPlace.h"
 #include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
@@ -226,6 +227,46 @@ void MainWindow::BuildDocks() {
     if (DesignerView* const view = children_->CurrentDesigner()) view->Select({node});
   };
   AddDock(tr("Properties"), QStringLiteral("properties"), properties_, Qt::RightDockWidgetArea);
+  BuildRunList();
+}
+
+void MainWindow::BuildRunList() {
+  runs_ = new RunList(this);
+  runs_->OnJump = [this](const auto& component, int line) {
+    if (CodeWindow* const code = ShowCode(component)) code->Editor().Select({line, 1, line, 1});
+  };
+  runs_->OnTakeBack = [this](const auto& component, const String& before, const String& after) {
+    bool done = false;
+    questions_.Guard([&] { done = children_->TakeBack(*component, before, after); });
+    return done;
+  };
+  QDockWidget* const dock =
+      AddDock(tr("Run"), QStringLiteral("run"), runs_, Qt::BottomDockWidgetArea);
+  dock->hide();
+  runs_->OnDone = [dock] { dock->hide(); };
+  children_->RunUnderWay = []() -> std::optional<review::RunKind> {
+    for (QWidget* const top : QApplication::topLevelWidgets()) {
+      const auto* const window = dynamic_cast<FormWindow*>(top);
+      const auto form = window != nullptr && window->isVisible() ? window->FormOf() : nullptr;
+      const auto kind = form ? review::RunOfForm(form->Name()) : std::nullopt;
+      if (kind) return kind;
+    }
+    return std::nullopt;
+  };
+  children_->OnRun = [this](const auto& run) {
+    // Not from inside the run's own action, which a dialog may still have to end.
+    QTimer::singleShot(0, this, [this, run] { ShowRun(*run); });
+  };
+}
+
+void MainWindow::ShowRun(const review::RunReview& run) {
+  if (runs_->Show(run)) return ShowDock(QStringLiteral("run"));
+  for (QDockWidget* const dock : docks_) {
+    if (dock->widget() == runs_) dock->hide();
+  }
+  statusBar()->showMessage(tr("The run changed the layout of %n module(s)", nullptr,
+                              static_cast<int>(run.Changed().size())),
+                           MessageMs);
 }
 
 QDockWidget* MainWindow::AddDock(const QString& caption, const QString& name, QWidget* content,

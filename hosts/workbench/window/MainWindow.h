@@ -23,6 +23,7 @@
 #include "hosts/workbench/window/Questions.h"
 #include "hosts/workbench/window/QuietReader.h"
 #include "hosts/workbench/window/Reloader.h"
+#include "hosts/workbench/window/RunList.h"
 #include "hosts/workbench/window/Settings.h"
 #include "hosts/workspace/Workspace.h"
 
@@ -118,6 +119,8 @@ class MainWindow : public QMainWindow, private model::Observer {
   void ShowNew(const std::shared_ptr<model::VBComponent>& component);
   void Place();
   void ShowDock(const QString& name);
+  void BuildRunList();
+  void ShowRun(const review::RunReview& run);
   void ConnectChildren();
   void ConnectJumps();
   [[nodiscard]] FindGround GroundOfFind();
@@ -150,6 +153,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   PropertiesWindow* properties_ = nullptr;
   Toolbox* toolbox_ = nullptr;
   FindBar* find_ = nullptr;
+  RunList* runs_ = nullptr;
   FileWatch* watch_ = nullptr;
   Reloader reloader_;
   std::unique_ptr<BarView> bars_;
