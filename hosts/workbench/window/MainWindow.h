@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QTimer>
+#include <QToolButton>
 #include <functional>
 #include <map>
 #include <memory>
@@ -106,6 +107,7 @@ class MainWindow : public QMainWindow, private model::Observer {
 
   void BuildDocks();
   void BuildStatusBar();
+  void FillCodePages(QMenu& menu);
   QDockWidget* AddDock(const QString& caption, const QString& name, QWidget* content,
                        Qt::DockWidgetArea area);
   void ApplyOptions();
@@ -118,6 +120,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   [[nodiscard]] std::set<std::shared_ptr<model::VBComponent>> AllComponents() const;
   void ShowNew(const std::shared_ptr<model::VBComponent>& component);
   void Place();
+  void RestoreDocks();
   void ShowDock(const QString& name);
   void BuildRunList();
   void ShowRun(const review::RunReview& run);
@@ -160,7 +163,8 @@ class MainWindow : public QMainWindow, private model::Observer {
   std::vector<QDockWidget*> docks_;
   std::map<QString, QAction*> commands_;
   QMenu* recentMenu_ = nullptr;
-  QLabel *placeLabel_ = nullptr, *memberLabel_ = nullptr, *codePageLabel_ = nullptr;
+  QLabel *placeLabel_ = nullptr, *memberLabel_ = nullptr;
+  QToolButton* codePage_ = nullptr;
   QTimer barsTimer_, projectsTimer_, choiceTimer_, placeTimer_, stateTimer_, keepTimer_;
 };
 
