@@ -1,5 +1,7 @@
 #include "hosts/review/RunReview.h"
 
+#include <algorithm>
+
 #include "hosts/review/CodeComparison.h"
 #include "hosts/review/HandlerTokens.h"
 
@@ -56,6 +58,20 @@ RunReview::RunReview(RunKind kind, model::Vbe& environment) : kind_(kind) {
       snapshots_.push_back({component, project, component->Module()->Buffer()});
     }
   }
+}
+
+void RunReview::Add(const std::shared_ptr<model::VBComponent>& component) {
+  const auto known = [&](const Snapshot& one) { return one.Component == component; };
+  const auto project = component->Project();
+  if (!project || std::any_of(snapshots_.begin(), snapshots_.end(), known)) return;
+  snapshots_.push_back({component, project, component->Module()->Buffer()});
+}
+
+String RunReview::Before(const model::VBComponent& component) const {
+  for (const Snapshot& one : snapshots_) {
+    if (one.Component.get() == &component) return TextOf(one.Before);
+  }
+  return {};
 }
 
 std::vector<std::shared_ptr<model::VBComponent>> RunReview::Changed() const {

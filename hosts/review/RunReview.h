@@ -18,6 +18,9 @@ enum class RunKind { Format, InsertHandlers, RemoveHandlers };
 /// The run of a dialog, which its default button starts; nothing for a dialog without one.
 [[nodiscard]] std::optional<RunKind> RunOfForm(StringView form);
 
+/// The run that a dialog is for; nothing for every other form.
+[[nodiscard]] std::optional<RunKind> RunOfForm(StringView form);
+
 /// One line of the list.
 struct ReviewItem {
   /// Null for a line about a project as a whole. It may have left its project by now.
@@ -36,12 +39,18 @@ struct ReviewItem {
 class RunReview {
  public:
   RunReview(RunKind kind, model::Vbe& environment);
+  /// Takes note of nothing yet: `Add` tells of each module ahead of the run's first edit of it.
+  explicit RunReview(RunKind kind) : kind_(kind) {}
+  /// No effect for a component that is known already.
+  void Add(const std::shared_ptr<model::VBComponent>& component);
 
   /// What the run did, lines about whole projects and components at the head, then in the order of
   /// projects, components and lines. Empty when nothing needs to be looked at.
   [[nodiscard]] std::vector<ReviewItem> Items() const;
   /// The modules whose text the run changed.
   [[nodiscard]] std::vector<std::shared_ptr<model::VBComponent>> Changed() const;
+  /// The text of a known component ahead of the run.
+  [[nodiscard]] String Before(const model::VBComponent& component) const;
 
  private:
   struct Snapshot {

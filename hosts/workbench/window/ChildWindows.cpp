@@ -209,6 +209,8 @@ void ChildWindows::RunTool(const std::function<void()>& action) {
     TidyEntered();
     for (const auto& [module, code] : codes_) code->TellPane();
   }
+  // The dialog is gone from the screen when its run makes its first edit.
+  if (!runKind_ && RunUnderWay) runKind_ = RunUnderWay();
   try {
     action();
   } catch (...) {
@@ -221,10 +223,15 @@ void ChildWindows::RunTool(const std::function<void()>& action) {
 void ChildWindows::EndToolEdits() {
   if (--toolDepth_ > 0) return;
   for (CodeEditor* const editor : std::exchange(grouped_, {})) editor->EndGroup();
+  runKind_.reset();
+  if (const auto run = std::exchange(run_, nullptr); run && OnRun) OnRun(run);
 }
 
 void ChildWindows::LinesChanging(model::CodeModule& module) {
-  if (toolDepth_ == 0 || EditorOf(module) != nullptr) return;
+  if (toolDepth_ == 0) return;
+  if (runKind_ && !run_) run_ = std::make_shared<review::RunReview>(*runKind_);
+  if (run_) run_->Add(module.Component());
+  if (EditorOf(module) != nullptr) return;
   shelf_.Put(module.shared_from_this(), Options());
   if (CodeEditor* const editor = shelf_.Find(module)) WatchSavePoint(*editor);
 }
@@ -259,6 +266,28 @@ void ChildWindows::DesignerChanged(model::VBComponent& component) {
   }
   CodeWindow* const code = component.Module() ? CodeOf(*component.Module()) : nullptr;
   if (code != nullptr) code->ListsChanged();
+}
+
+bool ChildWindows::TakeBack(model::VBComponent& component, const String& before,
+                            const String& after) {
+  model::CodeModule& module = *component.Module();
+  const auto text = [&] {
+    const int count = module.Buffer().Count();
+    return count == 0 ? String() : module.Buffer().Text(1, count);
+  };
+  if (text() != after) return false;
+  CodeEditor* const editor = EditorOf(module);
+  if (editor != nullptr && editor->isUndoAvailable()) {
+    editor->undo();
+    if (text() == before) return true;
+    editor->redo();
+  }
+  if (editor != nullptr) editor->BeginGroup();
+  const int count = module.Buffer().Count();
+  if (count > 0) module.DeleteLines(1, count);
+  if (!before.empty()) module.InsertLines(1, before);
+  if (editor != nullptr) editor->EndGroup();
+  return true;
 }
 
 // Back to what the file holds

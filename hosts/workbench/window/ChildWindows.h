@@ -6,9 +6,11 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 
 #include "hosts/model/Vbe.h"
+#include "hosts/review/RunReview.h"
 #include "hosts/workbench/window/CodeWindow.h"
 #include "hosts/workbench/window/EditorShelf.h"
 
@@ -31,6 +33,10 @@ class ChildWindows : public QMdiArea {
   std::function<void()> OnMoved;
   /// A component holds again what its file does.
   std::function<void()> OnUnchanged;
+  /// The run of a dialog that an action belongs to which begins now; nothing for other actions.
+  std::function<std::optional<review::RunKind>()> RunUnderWay;
+  /// A run is over that changed something.
+  std::function<void(const std::shared_ptr<review::RunReview>&)> OnRun;
   /// Told of each designer that is opened, to connect it.
   std::function<void(DesignerView&)> OnDesigner;
 
@@ -62,6 +68,10 @@ class ChildWindows : public QMdiArea {
   /// Notes that what counts as unchanged now is what the files hold: undo back to here counts as
   /// unchanged again.
   void NoteSaved();
+
+  /// Gives a module the text that it had ahead of a tool's edits, by its undo history where that
+  /// leads there. False, changing nothing, when it isn't `after` any more.
+  bool TakeBack(model::VBComponent& component, const String& before, const String& after);
 
   /// Runs what one action of the user makes the tools do. May be called inside itself.
   void RunTool(const std::function<void()>& action);
@@ -98,6 +108,8 @@ class ChildWindows : public QMdiArea {
   std::map<const model::VBComponent*, DesignerView*> designers_;
   std::map<const DesignerView*, std::weak_ptr<model::Designer>> shownForms_;
   int toolDepth_ = 0;
+  std::optional<review::RunKind> runKind_;
+  std::shared_ptr<review::RunReview> run_;
   std::set<CodeEditor*> grouped_;
   /// Editors whose save point holds what the file does.
   std::set<const CodeEditor*> saved_;

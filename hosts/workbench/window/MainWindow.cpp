@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QMenu>
 #include <QStatusBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -10,6 +11,7 @@
 #include "hosts/workbench/designer/DesignerView.h"
 #include "hosts/workbench/designer/PropertiesWindow.h"
 #include "hosts/workbench/designer/Toolbox.h"
+#include "hosts/workbench/forms/FormWindow.h"
 #include "hosts/workbench/forms/ScreenPlace.h"
 #include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
@@ -23,6 +25,28 @@ constexpr int PlaceDelayMs = 80, StateDelayMs = 400;
 /// What was on the screen longer than twice this long survives a crash.
 constexpr int KeepDelayMs = 4000;
 constexpr int MessageMs = 8000;
+
+struct CodePageName {
+  int Number;
+  const char* Name;
+};
+constexpr CodePageName CodePageNames[] = {
+    {1252, QT_TRANSLATE_NOOP("CodePage", "Western European")},
+    {1250, QT_TRANSLATE_NOOP("CodePage", "Central European")},
+    {1251, QT_TRANSLATE_NOOP("CodePage", "Cyrillic")},
+    {1253, QT_TRANSLATE_NOOP("CodePage", "Greek")},
+    {1254, QT_TRANSLATE_NOOP("CodePage", "Turkish")},
+    {1255, QT_TRANSLATE_NOOP("CodePage", "Hebrew")},
+    {1256, QT_TRANSLATE_NOOP("CodePage", "Arabic")},
+    {1257, QT_TRANSLATE_NOOP("CodePage", "Baltic")},
+    {1258, QT_TRANSLATE_NOOP("CodePage", "Vietnamese")},
+    {874, QT_TRANSLATE_NOOP("CodePage", "Thai")},
+    {932, QT_TRANSLATE_NOOP("CodePage", "Japanese")},
+    {936, QT_TRANSLATE_NOOP("CodePage", "Chinese, simplified")},
+    {949, QT_TRANSLATE_NOOP("CodePage", "Korean")},
+    {950, QT_TRANSLATE_NOOP("CodePage", "Chinese, traditional")},
+    {65001, QT_TRANSLATE_NOOP("CodePage", "Unicode (UTF-8)")}};
+
 constexpr int DarkLimit = 128;
 constexpr QSize ProposedSize(1280, 840);
 /// Room for what the desktop puts around a window, which it tells only when it shows.
@@ -84,6 +108,12 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
   UpdateCommands();
 }
 
+/// A list behind a run is one of its own session.
+void MainWindow::RestoreDocks() {
+  restoreState(settings_.Docks());
+  runs_->parentWidget()->hide();
+}
+
 /// As it was left, but always whole on a screen that there is.
 void MainWindow::Place() {
   resize(ProposedSize);
@@ -94,7 +124,7 @@ void MainWindow::Place() {
     const QRect inside = KeptOnScreen(geometry().marginsAdded(frame)).marginsRemoved(frame);
     setGeometry(inside.intersected(room));
   }
-  restoreState(settings_.Docks());
+  RestoreDocks();
 }
 
 MainWindow::~MainWindow() {
@@ -112,7 +142,7 @@ void MainWindow::ConnectAddin() {
     connect_->AddinInstance_OnStartupComplete();
   });
   bars_->Rebuild();
-  restoreState(settings_.Docks());
+  RestoreDocks();
 }
 
 void MainWindow::WatchFiles() {
@@ -226,6 +256,46 @@ void MainWindow::BuildDocks() {
     if (DesignerView* const view = children_->CurrentDesigner()) view->Select({node});
   };
   AddDock(tr("Properties"), QStringLiteral("properties"), properties_, Qt::RightDockWidgetArea);
+  BuildRunList();
+}
+
+void MainWindow::BuildRunList() {
+  runs_ = new RunList(this);
+  runs_->OnJump = [this](const auto& component, int line) {
+    if (CodeWindow* const code = ShowCode(component)) code->Editor().Select({line, 1, line, 1});
+  };
+  runs_->OnTakeBack = [this](const auto& component, const String& before, const String& after) {
+    bool done = false;
+    questions_.Guard([&] { done = children_->TakeBack(*component, before, after); });
+    return done;
+  };
+  QDockWidget* const dock =
+      AddDock(tr("Run"), QStringLiteral("run"), runs_, Qt::BottomDockWidgetArea);
+  dock->hide();
+  runs_->OnDone = [dock] { dock->hide(); };
+  children_->RunUnderWay = []() -> std::optional<review::RunKind> {
+    for (QWidget* const top : QApplication::topLevelWidgets()) {
+      const auto* const window = dynamic_cast<FormWindow*>(top);
+      const auto form = window != nullptr && window->isVisible() ? window->FormOf() : nullptr;
+      const auto kind = form ? review::RunOfForm(form->Name()) : std::nullopt;
+      if (kind) return kind;
+    }
+    return std::nullopt;
+  };
+  children_->OnRun = [this](const auto& run) {
+    // Not from inside the run's own action, which a dialog may still have to end.
+    QTimer::singleShot(0, this, [this, run] { ShowRun(*run); });
+  };
+}
+
+void MainWindow::ShowRun(const review::RunReview& run) {
+  if (runs_->Show(run)) return ShowDock(QStringLiteral("run"));
+  for (QDockWidget* const dock : docks_) {
+    if (dock->widget() == runs_) dock->hide();
+  }
+  statusBar()->showMessage(tr("The run changed the layout of %n module(s)", nullptr,
+                              static_cast<int>(run.Changed().size())),
+                           MessageMs);
 }
 
 QDockWidget* MainWindow::AddDock(const QString& caption, const QString& name, QWidget* content,
@@ -241,13 +311,41 @@ QDockWidget* MainWindow::AddDock(const QString& caption, const QString& name, QW
 void MainWindow::BuildStatusBar() {
   placeLabel_ = new QLabel(this);
   memberLabel_ = new QLabel(this);
-  codePageLabel_ = new QLabel(this);
+  codePage_ = new QToolButton(this);
   placeLabel_->setObjectName(QStringLiteral("place"));
   memberLabel_->setObjectName(QStringLiteral("member"));
-  codePageLabel_->setObjectName(QStringLiteral("codePage"));
+  codePage_->setObjectName(QStringLiteral("codePage"));
+  codePage_->setAutoRaise(true);
+  codePage_->setPopupMode(QToolButton::InstantPopup);
+  codePage_->setToolTip(tr("Open again as..."));
+  codePage_->hide();
+  auto* const pages = new QMenu(codePage_);
+  codePage_->setMenu(pages);
+  connect(pages, &QMenu::aboutToShow, this, [this, pages] { FillCodePages(*pages); });
   statusBar()->addWidget(memberLabel_, 1);
   statusBar()->addPermanentWidget(placeLabel_);
-  statusBar()->addPermanentWidget(codePageLabel_);
+  statusBar()->addPermanentWidget(codePage_);
+}
+
+/// Every code page that files can be read in, for the project of the present component.
+void MainWindow::FillCodePages(QMenu& menu) {
+  menu.clear();
+  const auto component = CurrentComponent();
+  const auto file = component
+                        ? std::dynamic_pointer_cast<workspace::ComponentFile>(component->Storage())
+                        : nullptr;
+  if (!file) return;
+  menu.addSection(tr("Open %1 again as").arg(ToQt(component->Project()->PlainName())));
+  for (const CodePageName& page : CodePageNames) {
+    QAction* const action =
+        menu.addAction(QStringLiteral("%1  %2").arg(page.Number).arg(tr(page.Name)));
+    action->setCheckable(true);
+    action->setChecked(page.Number == file->CodePage());
+    connect(action, &QAction::triggered, this,
+            [this, number = page.Number, weak = std::weak_ptr(component->Project())] {
+              if (const auto project = weak.lock()) files_.OpenAgain(project, number);
+            });
+  }
 }
 
 // What the model tells
@@ -431,7 +529,8 @@ void MainWindow::ShowPlace() {
   const auto file = component
                         ? std::dynamic_pointer_cast<workspace::ComponentFile>(component->Storage())
                         : nullptr;
-  codePageLabel_->setText(file ? tr("Code page %1").arg(file->CodePage()) : QString());
+  codePage_->setVisible(file != nullptr);
+  if (file) codePage_->setText(tr("Code page %1").arg(file->CodePage()));
 }
 
 void MainWindow::ShowState() {

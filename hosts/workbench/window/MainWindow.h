@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QMainWindow>
 #include <QTimer>
+#include <QToolButton>
 #include <functional>
 #include <map>
 #include <memory>
@@ -23,6 +24,7 @@
 #include "hosts/workbench/window/Questions.h"
 #include "hosts/workbench/window/QuietReader.h"
 #include "hosts/workbench/window/Reloader.h"
+#include "hosts/workbench/window/RunList.h"
 #include "hosts/workbench/window/Settings.h"
 #include "hosts/workspace/Workspace.h"
 
@@ -105,6 +107,7 @@ class MainWindow : public QMainWindow, private model::Observer {
 
   void BuildDocks();
   void BuildStatusBar();
+  void FillCodePages(QMenu& menu);
   QDockWidget* AddDock(const QString& caption, const QString& name, QWidget* content,
                        Qt::DockWidgetArea area);
   void ApplyOptions();
@@ -117,7 +120,10 @@ class MainWindow : public QMainWindow, private model::Observer {
   [[nodiscard]] std::set<std::shared_ptr<model::VBComponent>> AllComponents() const;
   void ShowNew(const std::shared_ptr<model::VBComponent>& component);
   void Place();
+  void RestoreDocks();
   void ShowDock(const QString& name);
+  void BuildRunList();
+  void ShowRun(const review::RunReview& run);
   void ConnectChildren();
   void ConnectJumps();
   [[nodiscard]] FindGround GroundOfFind();
@@ -150,13 +156,15 @@ class MainWindow : public QMainWindow, private model::Observer {
   PropertiesWindow* properties_ = nullptr;
   Toolbox* toolbox_ = nullptr;
   FindBar* find_ = nullptr;
+  RunList* runs_ = nullptr;
   FileWatch* watch_ = nullptr;
   Reloader reloader_;
   std::unique_ptr<BarView> bars_;
   std::vector<QDockWidget*> docks_;
   std::map<QString, QAction*> commands_;
   QMenu* recentMenu_ = nullptr;
-  QLabel *placeLabel_ = nullptr, *memberLabel_ = nullptr, *codePageLabel_ = nullptr;
+  QLabel *placeLabel_ = nullptr, *memberLabel_ = nullptr;
+  QToolButton* codePage_ = nullptr;
   QTimer barsTimer_, projectsTimer_, choiceTimer_, placeTimer_, stateTimer_, keepTimer_;
 };
 

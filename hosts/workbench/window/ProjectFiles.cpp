@@ -54,21 +54,33 @@ void ProjectFiles::Changed() {
 
 // Opening
 
-bool ProjectFiles::Open(const QString& file) {
+bool ProjectFiles::Open(const QString& file, int codePage) {
   std::vector<workspace::Problem> found;
-  if (!questions_.Guard([&] { found = workspace_.Open(PathOf(file)); })) return false;
+  if (!questions_.Guard([&] { found = workspace_.Open(PathOf(file), codePage); })) return false;
   settings_.AddRecent(file);
-  QStringList problems;
+  QStringList problems, notices;
   for (const workspace::Problem& one : found) problems.append(ToQt(one.Description()));
+  for (const String& one : workspace_.TakeNotices()) notices.append(ToQt(one));
+  if (!notices.isEmpty()) questions_.ShowFailure(Listed(notices));
   if (!problems.isEmpty()) {
-    questions_.ShowFailure(QObject::tr("Some components could not be loaded and are left out:") +
-                           QStringLiteral("\n\n") + Listed(problems));
+    questions_.ShowFailure(
+        QObject::tr("These could not be loaded. They are shown greyed and keep their place in the "
+                    "project file:") +
+        QStringLiteral("\n\n") + Listed(problems));
   }
   return true;
 }
 
-bool ProjectFiles::Replace(const std::function<bool()>& open) {
-  Projects before = All();
+bool ProjectFiles::OpenAgain(const std::shared_ptr<model::VBProject>& project, int codePage) {
+  const auto& all = project->Components().All();
+  const QString file = !project->File.empty() ? ToQt(project->File)
+                       : !all.empty() && all.front()->Storage()
+                           ? ToQt(all.front()->Storage()->FileName())
+                           : QString();
+  return !file.isEmpty() && Replace({project}, [&] { return Open(file, codePage); });
+}
+
+bool ProjectFiles::Replace(Projects before, const std::function<bool()>& open) {
   if (!MaySaveChanges(before) || !open()) return false;
   CloseUnasked(std::move(before));
   return true;
@@ -79,11 +91,11 @@ void ProjectFiles::AskForFile() {
       &questions_.Window(), QObject::tr("Open Project"), {},
       QObject::tr("Projects (*.vbp *.vbg);;"
                   "Components (*.bas *.cls *.frm *.ctl *.pag *.dob *.dsr);;All files (*)"));
-  if (!file.isEmpty()) Replace([&] { return Open(file); });
+  if (!file.isEmpty()) Replace(All(), [&] { return Open(file); });
 }
 
 void ProjectFiles::OpenRecent(const QString& file) {
-  Replace([&] {
+  Replace(All(), [&] {
     if (Open(file)) return true;
     settings_.RemoveRecent(file);
     return false;
@@ -108,17 +120,39 @@ bool ProjectFiles::SaveUnnamed(const Projects& projects) {
         &questions_.Window(), QObject::tr("Save Project As"),
         ToQt(project->PlainName()) + QStringLiteral(".vbp"), QObject::tr("Projects (*.vbp)"));
     if (file.isEmpty()) return false;
-    if (!questions_.Guard([&] { workspace_.SaveProjectAs(project, PathOf(file)); })) {
-      return false;
-    }
+    if (!questions_.Guard([&] { workspace_.SaveProjectAs(project, PathOf(file)); })) return false;
     settings_.AddRecent(file);
   }
   return true;
 }
 
+bool ProjectFiles::Write(const std::function<void()>& save, const std::function<void()>& accept) {
+  QString changed;
+  const bool saved = questions_.Guard([&] {
+    try {
+      save();
+    } catch (const vb::Failure& failure) {
+      if (failure.Number() != workspace::ChangedOutside) throw;
+      changed = ToQt(failure.Description());
+    }
+  });
+  if (changed.isEmpty()) return saved;
+  const QString question = changed + QStringLiteral("\n\n") +
+                           QObject::tr("Overwrite what stands there now? It would be lost.");
+  if (questions_.Ask(question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) !=
+      QMessageBox::Yes) {
+    return false;
+  }
+  accept();
+  return Write(save, accept);  // the files may have changed once more while the box was open
+}
+
 bool ProjectFiles::SaveAll() {
   BeforeSaving();
-  const bool saved = SaveUnnamed(All()) && questions_.Guard([&] { workspace_.Save(); });
+  const auto accept = [this] {
+    for (const auto& project : All()) workspace_.AcceptOutside(project);
+  };
+  const bool saved = SaveUnnamed(All()) && Write([this] { workspace_.Save(); }, accept);
   Changed();
   return saved;
 }
@@ -128,7 +162,8 @@ bool ProjectFiles::Save(const std::shared_ptr<model::VBComponent>& component) {
     return SaveAll();  // the project must name a new file
   }
   BeforeSaving();
-  const bool saved = questions_.Guard([&] { workspace_.SaveComponent(*component); });
+  const bool saved = Write([&] { workspace_.SaveComponent(*component); },
+                           [&] { workspace_.AcceptOutside(*component); });
   Changed();
   return saved;
 }
@@ -154,6 +189,19 @@ bool ProjectFiles::IsUnsaved() const {
   });
 }
 
+/// Others that are open stay as they are.
+bool ProjectFiles::SaveThese(const Projects& projects) {
+  if (projects.size() == All().size()) return SaveAll();
+  for (const auto& project : projects) {
+    for (const auto& component : std::vector(project->Components().All())) {
+      if (workbench::IsUnsaved(*component) && !Save(component)) return false;
+    }
+    // What a component's line doesn't tell is written with everything else.
+    if (workbench::IsUnsaved(workspace_, *project) && !SaveAll()) return false;
+  }
+  return true;
+}
+
 bool ProjectFiles::MaySaveChanges(const Projects& projects) {
   BeforeSaving();
   QStringList unsaved;
@@ -163,7 +211,7 @@ bool ProjectFiles::MaySaveChanges(const Projects& projects) {
       QObject::tr("Save the changes to these files?") + QStringLiteral("\n\n") + Listed(unsaved),
       QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save)) {
     case QMessageBox::Save:
-      return SaveAll();
+      return SaveThese(projects);
     case QMessageBox::Discard:
       return true;
     default:

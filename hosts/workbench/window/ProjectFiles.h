@@ -30,7 +30,10 @@ class ProjectFiles {
   /// Runs edits that belong together.
   std::function<void(const std::function<void()>&)> RunTool;
 
-  bool Open(const QString& file);
+  /// `codePage` is that of files without a byte order mark; 0 finds out.
+  bool Open(const QString& file, int codePage = 0);
+  /// Opens a project again with its files read in another code page.
+  bool OpenAgain(const std::shared_ptr<model::VBProject>& project, int codePage);
   void AskForFile();
   /// Opens a file of the list of recent ones in the place of what is open.
   void OpenRecent(const QString& file);
@@ -55,10 +58,14 @@ class ProjectFiles {
  private:
   using Projects = std::vector<std::shared_ptr<model::VBProject>>;
   [[nodiscard]] Projects All() const;
+  /// Runs a saving; where files were changed by another program the user is told how, and asked
+  /// whether to overwrite them.
+  bool Write(const std::function<void()>& save, const std::function<void()>& accept);
+  bool SaveThese(const Projects& projects);
   bool MaySaveChanges(const Projects& projects);
   bool SaveUnnamed(const Projects& projects);
-  /// Opens one thing in the place of all that is open, which stays when that fails.
-  bool Replace(const std::function<bool()>& open);
+  /// Opens one thing in the place of others, which stay when that fails.
+  bool Replace(Projects before, const std::function<bool()>& open);
   void CloseUnasked(Projects projects);
   /// Whether a project or a component in a project of its own is open from that file.
   [[nodiscard]] bool IsOpen(const QString& file) const;

@@ -6,7 +6,9 @@
 #include <QScrollBar>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
+#include <optional>
 #include <set>
 #include <tuple>
 
@@ -37,6 +39,15 @@ constexpr std::array Folders{
     Folder{"Designers", {host::vbext_ct_ActiveXDesigner, host::vbext_ct_MSForm}},
     Folder{"Related Documents", {host::vbext_ct_ResFile, host::vbext_ct_RelatedDocument}}};
 
+/// The number of a type's folder; nothing for types that are not shown.
+std::optional<int> FolderNumber(host::vbext_ComponentType type) {
+  const auto found = std::find_if(Folders.begin(), Folders.end(), [&](const Folder& folder) {
+    return folder.Types[0] == type || folder.Types[1] == type;
+  });
+  if (found == Folders.end()) return std::nullopt;
+  return static_cast<int>(found - Folders.begin());
+}
+
 /// "Name (File)", which is cut at its end where the room is short.
 QString Caption(const QString& name, const QString& path, bool unsaved) {
   const QString file = QFileInfo(path).fileName();
@@ -63,7 +74,8 @@ class ProjectWindow::Node : public QTreeWidgetItem {
   /// What it stands for; to be compared, not followed.
   using Key = std::tuple<const void*, int, const void*>;
   [[nodiscard]] const Key& Identity() const { return key_; }
-  [[nodiscard]] bool IsFolder() const { return std::get<int>(key_) >= 0 && !Component.lock(); }
+  /// That of the folder; -1 for a project.
+  [[nodiscard]] int Number() const { return std::get<int>(key_); }
 
   bool operator<(const QTreeWidgetItem& other) const override {
     const int order =
@@ -146,28 +158,53 @@ void ProjectWindow::AddProject(const std::shared_ptr<model::VBProject>& project)
   AddComponents(*node);
 }
 
+/// The folder of that number in a project, made when there is none.
+ProjectWindow::Node& ProjectWindow::FolderOf(Node& parent, int number) {
+  int at = 0;
+  for (; at < parent.childCount(); ++at) {
+    auto& folder = static_cast<Node&>(*parent.child(at));
+    if (folder.Number() == number) return folder;
+    if (folder.Number() > number) break;
+  }
+  auto* const folder = new Node(parent.Project.lock(), number, nullptr);
+  parent.insertChild(at, folder);
+  folder->setText(0, tr(Folders[static_cast<std::size_t>(number)].Caption));
+  folder->setIcon(0, Picture(FolderPicture));
+  return *folder;
+}
+
 void ProjectWindow::AddComponents(Node& parent) {
   const auto project = parent.Project.lock();
-  for (int number = 0; const Folder& folder : Folders) {
-    Node* group = nullptr;
-    for (const auto& component : project->Components().All()) {
-      const int type = component->PlainType();
-      if (type != folder.Types[0] && type != folder.Types[1]) continue;
-      if (group == nullptr) {
-        group = new Node(project, number, nullptr);
-        parent.addChild(group);
-        group->setText(0, tr(folder.Caption));
-        group->setIcon(0, Picture(FolderPicture));
-      }
-      auto* const node = new Node(project, number, component);
-      group->addChild(node);
-      node->setText(
-          0, Caption(ToQt(component->PlainName()), PathOf(*component), IsUnsaved(*component)));
-      node->setIcon(0, ComponentIcon(component->PlainType()));
-      node->setToolTip(0, PathOf(*component));
-    }
-    if (group != nullptr) group->sortChildren(0, Qt::AscendingOrder);
-    ++number;
+  for (const auto& component : project->Components().All()) {
+    const auto number = FolderNumber(component->PlainType());
+    if (!number) continue;
+    auto* const node = new Node(project, *number, component);
+    FolderOf(parent, *number).addChild(node);
+    node->setText(0,
+                  Caption(ToQt(component->PlainName()), PathOf(*component), IsUnsaved(*component)));
+    node->setIcon(0, ComponentIcon(component->PlainType()));
+    node->setToolTip(0, PathOf(*component));
+  }
+  AddProblems(parent);
+  for (int at = 0; at < parent.childCount(); ++at) {
+    parent.child(at)->sortChildren(0, Qt::AscendingOrder);
+  }
+}
+
+void ProjectWindow::AddProblems(Node& parent) {
+  const auto project = parent.Project.lock();
+  for (const workspace::Problem& problem : workspace_.Problems()) {
+    const auto number = FolderNumber(problem.Type);
+    if (problem.Project.lock() != project || !number) continue;
+    auto* const node = new Node(project, *number, nullptr);
+    FolderOf(parent, *number).addChild(node);
+    const QString path = QString::fromStdU16String(problem.File.u16string());
+    const QString name = ToQt(problem.Component);
+    node->setText(0,
+                  Caption(name.isEmpty() ? QFileInfo(path).completeBaseName() : name, path, false));
+    node->setIcon(0, ComponentIcon(problem.Type));
+    node->setToolTip(0, ToQt(problem.Description()));
+    node->setDisabled(true);
   }
 }
 
@@ -175,7 +212,7 @@ void ProjectWindow::ShowUnsaved() {
   ForEach([this](Node& node) {
     const auto project = node.Project.lock();
     const auto component = node.Component.lock();
-    if (!project || node.IsFolder()) return;
+    if (!project || (!component && node.parent() != nullptr)) return;
     const QString caption =
         component ? Caption(ToQt(component->PlainName()), PathOf(*component), IsUnsaved(*component))
                   : Caption(ToQt(project->PlainName()), ToQt(project->File),

@@ -12,7 +12,8 @@
 namespace tessel::workbench {
 
 /// Projects with their components in folders by kind. What is selected here is the environment's
-/// selected component. What isn't in its file bears a star behind its name.
+/// selected component. What isn't in its file bears a star behind its name; what could not be
+/// loaded is greyed and says why.
 class ProjectWindow : public QWidget {
  public:
   /// `workspace` is not owned.
@@ -35,6 +36,8 @@ class ProjectWindow : public QWidget {
   void MarkActive();
   void AddProject(const std::shared_ptr<model::VBProject>& project);
   void AddComponents(Node& parent);
+  void AddProblems(Node& parent);
+  Node& FolderOf(Node& parent, int number);
   void Selected();
   void Open(QTreeWidgetItem* item);
   void ShowMenu(const QPoint& at);

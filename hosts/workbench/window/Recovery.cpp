@@ -140,10 +140,11 @@ std::shared_ptr<model::VBProject> NewProjectFor(workspace::Workspace& workspace,
 }
 
 /// Null when the component can't be had.
-ComponentPtr AddIn(workspace::Workspace& workspace, const model::VBProject& project,
+ComponentPtr AddIn(workspace::Workspace& workspace,
+                   const std::shared_ptr<model::VBProject>& project,
                    const RecoveredComponent& work) {
   return std::dynamic_pointer_cast<model::VBComponent>(
-      workspace.AddComponent(project.PlainName(), work.Type, work.Name, u""));
+      workspace.AddComponent(project, work.Type, work.Name, u""));
 }
 
 }  // namespace
@@ -245,7 +246,7 @@ QStringList Restore(workspace::Workspace& workspace, const RecoveredWork& work) 
     for (const RecoveredComponent& one : project.Components) {
       ComponentPtr component = owner ? FindIn(*owner, one) : FindSingle(*vbe, one);
       if (!component && !owner) owner = NewProjectFor(workspace, project);
-      if (!component) component = AddIn(workspace, *owner, one);
+      if (!component) component = AddIn(workspace, owner, one);
       if (component && component->Module()) {
         RestoreComponent(*component, one);
       } else {

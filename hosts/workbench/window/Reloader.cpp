@@ -71,30 +71,34 @@ void Reloader::Ask(const std::vector<OutsideChange>& conflicts,
   const QString question =
       QObject::tr(
           "These files were changed outside, and here as well. Load them again? Your "
-          "changes to them are lost then.") +
+          "changes to them are lost then. If not, saving overwrites what "
+          "stands in the files now.") +
       QStringLiteral("\n\n") + Listed(FilesOf(conflicts));
   const bool load = questions_.Ask(question, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
                     QMessageBox::Yes;
   for (OutsideChange one : conflicts) {
-    if (load && FileWatch::IsStill(one)) Reload(one, reloaded);
-    // Whoever was told and keeps his own means to overwrite.
-    if (!load) workspace_.AcceptOutside(*one.Component);
+    const FileState asked = one.State;
+    if (!FileWatch::IsStill(one)) continue;
+    if (load) {
+      Reload(one, reloaded);
+    } else if (one.State == asked) {
+      workspace_.AcceptOutside(*one.Component);
+    }
   }
 }
 
 void Reloader::Reload(const OutsideChange& change, std::vector<ComponentPtr>& reloaded) {
-  const bool done = questions_.Guard([&] {
-    Around(*change.Component, [&] {
-      workspace_.Reload(*change.Component);
-    });
-  });
+  const bool done = questions_.Guard(
+      [&] { Around(*change.Component, [&] { workspace_.Reload(*change.Component); }); });
   if (done) reloaded.push_back(change.Component);
 }
 
 void Reloader::TellGone(const std::vector<OutsideChange>& gone) {
   questions_.ShowFailure(QObject::tr("These files are no longer there. Saving writes them anew:") +
                          QStringLiteral("\n\n") + Listed(FilesOf(gone)));
-  for (const OutsideChange& one : gone) workspace_.AcceptOutside(*one.Component);
+  for (OutsideChange one : gone) {
+    if (FileWatch::IsStill(one) && one.IsGone()) workspace_.AcceptOutside(*one.Component);
+  }
 }
 
 }  // namespace tessel::workbench

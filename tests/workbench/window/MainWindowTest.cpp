@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QProgressBar>
 #include <QStatusBar>
+#include <QToolButton>
 #include <fstream>
 #include <iterator>
 
@@ -232,7 +233,8 @@ TEST_F(Workbench, SaysWhereTheCaretIs) {
   ASSERT_TRUE(
       QTest::qWaitFor([&] { return label("member") == ToQt(members[1].Name); }, PatienceMs));
   EXPECT_EQ(label("place"), QStringLiteral("Ln %1, Col 3").arg(members[1].Lines.Body));
-  EXPECT_EQ(label("codePage"), QStringLiteral("Code page 1251"));
+  EXPECT_EQ(window_->findChild<QToolButton*>(QStringLiteral("codePage"))->text(),
+            QStringLiteral("Code page 1251"));
   auto* const procedures = code.findChild<QComboBox*>(QStringLiteral("procedures"));
   EXPECT_TRUE(QTest::qWaitFor(
       [&] { return procedures->currentText().startsWith(ToQt(members[1].Name)); }, PatienceMs));

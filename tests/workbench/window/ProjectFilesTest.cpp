@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QMenu>
+#include <QToolButton>
+#include <QTreeWidget>
 #include <fstream>
 #include <iterator>
 
@@ -89,6 +92,17 @@ TEST_F(Files, AskForTheProjectAloneThatIsClosed) {
   EXPECT_TRUE(asked.contains(QStringLiteral("One.bas"))) << asked.toStdString();
 }
 
+TEST_F(Files, OfOtherProjectsStayAsTheyAreWhenOneIsSavedAndClosed) {
+  ASSERT_TRUE(window_->OpenFile(Path("Both.vbg")));
+  In(u"Two")->Module()->InsertLines(1, u"' two");
+  In(u"One")->Module()->InsertLines(1, u"' one");
+  AnswerNext(QMessageBox::Save);
+  EXPECT_TRUE(window_->Files().Close(Project(u"Two")));
+  EXPECT_NE(BytesOf(folder_.Path() / "Two.bas").find("' two"), std::string::npos);
+  EXPECT_EQ(BytesOf(folder_.Path() / "One.bas").find("' one"), std::string::npos);
+  EXPECT_TRUE(IsUnsaved(*In(u"One")));
+}
+
 TEST_F(Files, CountAsSavedWhenTheTextIsThatOfTheFileAgain) {
   ASSERT_TRUE(window_->OpenFile(Path("One.vbp")));
   const auto component = In(u"One");
@@ -139,6 +153,63 @@ TEST_F(Files, DontCountAFormAsSavedThatOtherHandsHaveChanged) {
   form->Properties()->Item(u"Caption")->SetValue(u"otherwise");
   view.UndoStack().undo();
   EXPECT_TRUE(IsUnsaved(*form));
+}
+
+TEST_F(Files, AreNotOverwrittenUnseen) {
+  ASSERT_TRUE(window_->OpenFile(Path("One.vbp")));
+  In(u"One")->Module()->InsertLines(1, u"' mine");
+  const std::string outside = "Attribute VB_Name = \"OneM\"\r\n' from outside\r\n";
+  folder_.Write("One.bas", outside);
+  QString told;
+  AnswerNext(QMessageBox::No, &told);
+  EXPECT_FALSE(window_->SaveAll());
+  EXPECT_TRUE(told.contains(QStringLiteral("One.bas"))) << told.toStdString();
+  EXPECT_TRUE(told.contains(QStringLiteral("line 2"))) << told.toStdString();
+  EXPECT_EQ(BytesOf(folder_.Path() / "One.bas"), outside);
+  EXPECT_TRUE(IsUnsaved(*In(u"One")));
+  window_->ShowCode(In(u"One"));
+  AnswerNext(QMessageBox::Yes);
+  EXPECT_TRUE(window_->SaveCurrent());
+  EXPECT_NE(BytesOf(folder_.Path() / "One.bas").find("' mine"), std::string::npos);
+}
+
+TEST_F(Files, ThatCannotBeLoadedAreShownGreyedAndTheRestOpens) {
+  folder_.Write("Three.vbp",
+                "Type=Exe\r\nModule=OneM; One.bas\r\nModule=Lost; Lost.bas\r\nName=\"Three\"\r\n");
+  QString told;
+  AnswerNext(QMessageBox::Ok, &told);
+  ASSERT_TRUE(window_->OpenFile(Path("Three.vbp")));
+  EXPECT_TRUE(told.contains(QStringLiteral("Lost.bas"))) << told.toStdString();
+  QApplication::processEvents();
+  auto* const tree = window_->findChild<QTreeWidget*>(QStringLiteral("projects"));
+  const auto lost =
+      tree->findItems(QStringLiteral("Lost (Lost.bas)"), Qt::MatchExactly | Qt::MatchRecursive);
+  ASSERT_EQ(lost.size(), 1);
+  EXPECT_TRUE(lost.front()->isDisabled());
+  EXPECT_TRUE(lost.front()->toolTip(0).contains(QStringLiteral("Lost.bas")));
+  EXPECT_EQ(lost.front()->parent()->text(0), QStringLiteral("Modules"));
+  EXPECT_EQ(lost.front()->parent()->childCount(), 2);
+}
+
+TEST_F(Files, OpenAgainInAnotherCodePage) {
+  folder_.Write("One.bas", "Attribute VB_Name = \"OneM\"\r\n' caf\xE9\r\n");
+  ASSERT_TRUE(window_->OpenFile(Path("One.vbp")));
+  window_->ShowCode(In(u"One"));
+  QApplication::processEvents();
+  auto* const button = window_->findChild<QToolButton*>(QStringLiteral("codePage"));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return button->isVisible(); }, PatienceMs));
+  EXPECT_EQ(button->text(), QStringLiteral("Code page 1252"));
+  EXPECT_EQ(In(u"One")->Module()->Lines(1, 1), u"' caf\u00E9");
+  emit button->menu()->aboutToShow();
+  QAction* cyrillic = nullptr;
+  for (QAction* const action : button->menu()->actions()) {
+    if (action->text().startsWith(QStringLiteral("1251"))) cyrillic = action;
+  }
+  ASSERT_NE(cyrillic, nullptr);
+  cyrillic->trigger();
+  EXPECT_EQ(Projects(), QStringList{QStringLiteral("One")});
+  EXPECT_EQ(In(u"One")->Module()->Lines(1, 1), u"' caf\u0439");
+  EXPECT_FALSE(IsUnsaved(*In(u"One")));
 }
 
 }  // namespace
