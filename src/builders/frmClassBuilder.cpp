@@ -82,7 +82,7 @@ void frmClassBuilder::ComBaseClass_Click_Change() {
 void frmClassBuilder::ViewRTF() {
   Routine(u"frmClassBuilder.ViewRTF", [&] {
     RicViewClassBuilder.SetTextRTF(mCodeConverter::MakeRTF(builders::GeneratorTextClass(Choices()),
-                                                           RicViewClassBuilder.Font.Charset));
+                                                           RicViewClassBuilder.Font->Charset));
   });
 }
 

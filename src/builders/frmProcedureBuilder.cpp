@@ -124,7 +124,7 @@ void frmProcedureBuilder::AddArgument() {
 void frmProcedureBuilder::ViewRTF() {
   Routine(u"frmProcedureBuilder.ViewRTF", [&] {
     RicViewProcedureBuilder.SetTextRTF(mCodeConverter::MakeRTF(
-        builders::GeneratorTextMethod(Choices()), RicViewProcedureBuilder.Font.Charset));
+        builders::GeneratorTextMethod(Choices()), RicViewProcedureBuilder.Font->Charset));
   });
 }
 

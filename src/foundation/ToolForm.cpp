@@ -27,11 +27,14 @@ void ToolForm::RestorePlace(const Statements& run) {
   });
 }
 
-void ToolForm::RestoreFont(const Statements& run, StringView owner, forms::Font& font) {
+void ToolForm::RestoreFont(const Statements& run, StringView owner,
+                           forms::Designed<forms::Font>& font) {
   run([&] {
     if (!gAppSettings) return;
     fonts_.Init(gAppSettings, u"Font settings");
-    fonts_.GetFont(owner, font);
+    forms::Font kept = font;
+    fonts_.GetFont(owner, kept);
+    font = kept;
   });
 }
 

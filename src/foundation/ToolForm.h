@@ -28,7 +28,7 @@ class ToolForm : public forms::Form {
   /// A statement of Form_Load: puts the form where the user left it, or in the middle.
   void RestorePlace(const Statements& run);
   /// The same for the font of a text box, which is kept under the owner's name.
-  void RestoreFont(const Statements& run, StringView owner, forms::Font& font);
+  void RestoreFont(const Statements& run, StringView owner, forms::Designed<forms::Font>& font);
   /// Form_Unload as the routine of that name: other dialogs can open again before anything can
   /// fail, then the form's own steps are taken and its place is kept.
   void Leave(StringView routine, const Steps& steps = {});
