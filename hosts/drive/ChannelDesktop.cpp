@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "forms/User.h"
 #include "hosts/drive/Fields.h"
 #include "vb/Failure.h"
 
@@ -52,6 +53,29 @@ Json FontJson(const forms::Font& font) {
           {"underline", font.Underline}, {"weight", font.Weight}};
 }
 
+/// Items as the user sees them; hidden ones aren't there.
+Json MenuJson(const forms::MenuItem& menu) {
+  Json items = Json::array();
+  for (const forms::MenuItem* item : menu.Items()) {
+    if (!item->Visible()) continue;
+    items.push_back({{"item", Utf8(item->Name())},
+                     {"caption", Utf8(item->Caption())},
+                     {"enabled", item->Enabled()},
+                     {"checked", item->Checked()},
+                     {"items", MenuJson(*item)}});
+  }
+  return items;
+}
+
+/// Nobody opens a submenu here: each is made ready with the menu.
+void OpenSubmenus(const forms::MenuItem& menu) {
+  for (const forms::MenuItem* item : menu.Items()) {
+    if (item->Items().empty()) continue;
+    if (const auto opening = item->Click) opening();
+    OpenSubmenus(*item);
+  }
+}
+
 /// How each thing that waits is told.
 struct Describe {
   Json operator()(const std::shared_ptr<forms::Form>& form) const {
@@ -80,6 +104,7 @@ struct Describe {
               {"title", Utf8(box->Request.Title)}}}};
   }
   Json operator()(const FontBox* box) const { return {{"font-dialog", FontJson(*box->Font)}}; }
+  Json operator()(const MenuBox* box) const { return {{"menu", MenuJson(*box->Menu)}}; }
 };
 
 bool IsCancelled(const Json& request) {
@@ -93,6 +118,7 @@ struct TakeAnswer {
   void operator()(const std::shared_ptr<forms::Form>&) const {
     Refuse("no box waits for an answer");
   }
+  void operator()(const MenuBox*) const { Refuse("a menu is open: choose an item or close it"); }
   void operator()(MessageBox* box) const {
     const std::string wanted = Utf8(TextField(Request, "button"));
     for (const auto& button : ButtonsOf(box->Style)) {
@@ -143,9 +169,16 @@ Json ChannelDesktop::Front() const {
   return waiting_.empty() ? Json(nullptr) : std::visit(Describe{}, waiting_.back());
 }
 
+void ChannelDesktop::RefuseBehindBox() const {
+  if (OpenMenu() != nullptr) Refuse("a menu is open: choose an item or close it");
+  if (!waiting_.empty() && FormOf(waiting_.back()) == nullptr) {
+    Refuse("a box waits for its answer first");
+  }
+}
+
 std::shared_ptr<forms::Form> ChannelDesktop::OpenForm(StringView name) const {
   if (waiting_.empty()) Refuse("no form is open");
-  if (FormOf(waiting_.back()) == nullptr) Refuse("a box waits for its answer first");
+  RefuseBehindBox();
   if (name.empty()) return *FormOf(waiting_.back());
   for (auto one = waiting_.rbegin(); one != waiting_.rend(); ++one) {
     const auto* form = FormOf(*one);
@@ -157,6 +190,26 @@ std::shared_ptr<forms::Form> ChannelDesktop::OpenForm(StringView name) const {
 void ChannelDesktop::AnswerBox(const Json& request) {
   if (waiting_.empty()) Refuse("no box waits for an answer");
   std::visit(TakeAnswer{request}, waiting_.back());
+}
+
+MenuBox* ChannelDesktop::OpenMenu() const {
+  MenuBox* const* const box = waiting_.empty() ? nullptr : std::get_if<MenuBox*>(&waiting_.back());
+  return box == nullptr ? nullptr : *box;
+}
+
+void ChannelDesktop::ChooseItem(StringView item) {
+  if (MenuBox* const box = OpenMenu()) {
+    box->Chosen = &forms::user::ItemOf(*box->Menu, item);
+    box->Done = true;
+  } else {
+    forms::user::ChooseFromBar(*OpenForm({}), item);
+  }
+}
+
+bool ChannelDesktop::CloseMenu() {
+  MenuBox* const box = OpenMenu();
+  if (box != nullptr) box->Done = true;
+  return box != nullptr;
 }
 
 Json ChannelDesktop::TakeJournal() { return std::exchange(journal_, Json::array()); }
@@ -193,6 +246,14 @@ bool ChannelDesktop::FontDialog(forms::Font& font, StringView title) {
   FontBox box{&font, String(title), false, false};
   Wait(box, [&] { return box.Done; });
   return box.Accepted;
+}
+
+forms::MenuItem* ChannelDesktop::PopUp(forms::Surface&, forms::MenuItem& menu,
+                                       std::optional<platform::SurfacePoint>) {
+  OpenSubmenus(menu);
+  MenuBox box{&menu};
+  Wait(box, [&] { return box.Done; });
+  return box.Chosen;
 }
 
 void ChannelDesktop::Show(forms::Form& form, platform::ShowStyle style) {

@@ -41,9 +41,16 @@ struct FontBox {
   bool Done = false, Accepted = false;
 };
 
+/// A pop-up menu that is open.
+struct MenuBox {
+  forms::MenuItem* Menu = nullptr;
+  bool Done = false;
+  forms::MenuItem* Chosen = nullptr;
+};
+
 /// What can wait for the user; forms are held as long as they show.
-using Waiting =
-    std::variant<std::shared_ptr<forms::Form>, MessageBox*, InputBox*, FileBox*, FontBox*>;
+using Waiting = std::variant<std::shared_ptr<forms::Form>, MessageBox*, InputBox*, FileBox*,
+                             FontBox*, MenuBox*>;
 
 /// Shows forms and boxes by waiting on the channel, and notes what leaves the program.
 class ChannelDesktop : public platform::Boxes,
@@ -64,6 +71,13 @@ class ChannelDesktop : public platform::Boxes,
   /// Answers the box in front from a request's "button", "text", "file", "files" or "font". Fails
   /// when no box waits or it has no such answer.
   void AnswerBox(const Json& request);
+  /// Fails when a box or a menu waits for its answer first.
+  void RefuseBehindBox() const;
+  /// Chooses an item of the menu in front, or of the menu bar of the form in front. Fails when
+  /// there is no such item to choose.
+  void ChooseItem(StringView item);
+  /// Closes the menu in front without a choice; whether one was open.
+  bool CloseMenu();
   /// What left the program since the last call.
   [[nodiscard]] Json TakeJournal();
 
@@ -77,6 +91,8 @@ class ChannelDesktop : public platform::Boxes,
   void Hidden(forms::Form& form) override;
   void Gone(forms::Form& form) override;
   void SetForeground(forms::Form& form) override;
+  [[nodiscard]] forms::MenuItem* PopUp(forms::Surface& surface, forms::MenuItem& menu,
+                                       std::optional<platform::SurfacePoint> place) override;
   void SetText(StringView text) override;
   void SendKeys(StringView keys) override;
   void Beep() override;
@@ -86,6 +102,7 @@ class ChannelDesktop : public platform::Boxes,
  private:
   template <class Box>
   void Wait(Box& box, const std::function<bool()>& done);
+  [[nodiscard]] MenuBox* OpenMenu() const;
   void Note(Json entry) { journal_.push_back(std::move(entry)); }
 
   Channel* channel_ = nullptr;

@@ -1,5 +1,6 @@
 // What a user does with a dialog.
 
+#include "forms/Document.h"
 #include "forms/User.h"
 #include "hosts/drive/Fields.h"
 #include "hosts/drive/FormJson.h"
@@ -13,27 +14,36 @@ namespace user = forms::user;
 
 constexpr int ReturnKey = 13;
 
-std::shared_ptr<forms::Form> FormOf(Session& session, const Json& request) {
-  return session.Desktop().OpenForm(TextField(request, "form", u""));
+/// A dockable document that is open by its name, else a form.
+std::shared_ptr<forms::Surface> SurfaceOf(Session& session, const Json& request) {
+  const String name = TextField(request, "form", u"");
+  for (const auto& document : session.Environment().OpenDocuments()) {
+    if (name.empty() || !vb::SameText(document->Name(), name)) continue;
+    session.Desktop().RefuseBehindBox();
+    return document;
+  }
+  return session.Desktop().OpenForm(name);
 }
 
-/// The form stays alive as long as this, whatever the action does to it.
+/// The surface stays alive as long as this, whatever the action does to it.
 struct Target {
-  std::shared_ptr<forms::Form> Form;
+  std::shared_ptr<forms::Surface> Surface;
   forms::Control* Control;
 };
 
 Target ControlOf(Session& session, const Json& request) {
   const String name = TextField(request, "control");
-  auto form = FormOf(session, request);
-  forms::Control* control = form->Find(name);
+  auto surface = SurfaceOf(session, request);
+  forms::Control* control = surface->Find(name);
   if (control == nullptr) {
-    Refuse("form \"" + Utf8(form->Name()) + "\" has no control \"" + Utf8(name) + '"');
+    Refuse("form \"" + Utf8(surface->Name()) + "\" has no control \"" + Utf8(name) + '"');
   }
-  return {std::move(form), control};
+  return {std::move(surface), control};
 }
 
-Json Form(Session& session, const Json& request) { return FormJson(*FormOf(session, request)); }
+Json Form(Session& session, const Json& request) {
+  return SurfaceJson(*SurfaceOf(session, request));
+}
 
 Json Type(Session& session, const Json& request) {
   const String text = TextField(request, "text");
@@ -64,11 +74,13 @@ Json Check(Session& session, const Json& request) {
 
 Json Press(Session& session, const Json& request) {
   const Target target = ControlOf(session, request);
-  if (request.contains("item")) {
+  if (request.contains("row")) {
+    user::PressCell(*target.Control, IntField(request, "row"), IntField(request, "col"));
+  } else if (request.contains("item")) {
     user::PressItem(*target.Control, TextField(request, "item"));
   } else {
-    CarryReviewed(session, *target.Form,
-                  review::RunOfButton(target.Form->Name(), target.Control->Name()),
+    CarryReviewed(session, *target.Surface,
+                  review::RunOfButton(target.Surface->Name(), target.Control->Name()),
                   [&] { user::Press(*target.Control); });
   }
   return {};
@@ -123,10 +135,10 @@ Json Key(Session& session, const Json& request) {
   std::optional<review::RunKind> run;
   if (ascii == ReturnKey) {
     const bool onButton = dynamic_cast<const forms::Button*>(target.Control) != nullptr;
-    run = onButton ? review::RunOfButton(target.Form->Name(), target.Control->Name())
-                   : review::RunOfForm(target.Form->Name());
+    run = onButton ? review::RunOfButton(target.Surface->Name(), target.Control->Name())
+                   : review::RunOfForm(target.Surface->Name());
   }
-  CarryReviewed(session, *target.Form, run, [&] { user::Key(*target.Control, ascii); });
+  CarryReviewed(session, *target.Surface, run, [&] { user::Key(*target.Control, ascii); });
   return {};
 }
 
@@ -144,8 +156,14 @@ Json Spin(Session& session, const Json& request) {
 }
 
 Json Close(Session& session, const Json& request) {
-  const auto form = FormOf(session, request);
+  if (session.Desktop().CloseMenu()) return {};
+  const auto form = session.Desktop().OpenForm(TextField(request, "form", u""));
   user::Close(*form);
+  return {};
+}
+
+Json Menu(Session& session, const Json& request) {
+  session.Desktop().ChooseItem(TextField(request, "item"));
   return {};
 }
 
@@ -174,6 +192,7 @@ const VerbTable& DialogVerbs() {
                                {"key", Key},
                                {"drop", Drop},
                                {"spin", Spin},
+                               {"menu", Menu},
                                {"close", Close},
                                {"answer", Answer}};
   return table;

@@ -16,14 +16,17 @@ Json TextList(const std::vector<String>& texts) {
   return list;
 }
 
-Json RowJson(const GridRow& row) {
+Json RowJson(const Grid& grid, int at) {
+  const GridRow& row = grid.RowAt(at);
+  const auto tick = grid.TickColumnOf(at);
   return {{"cells", TextList(row.Cells)},
           {"level", row.Level},
           {"data", row.Data},
           {"cell-data", Utf8(row.CellData)},
           {"picture", row.Picture},
           {"collapsed", row.Collapsed},
-          {"ticked", row.Ticked ? Json(*row.Ticked) : Json(nullptr)}};
+          {"bold", row.Bold},
+          {"ticked", tick ? Json(*grid.Ticked(at, *tick)) : Json(nullptr)}};
 }
 
 // One function for each kind adds what that kind has beside the common fields.
@@ -36,7 +39,7 @@ void Add(Json& json, const ListControl& list) {
   json["text"] = Utf8(list.Text());
 }
 
-void Add(Json& json, const CheckBox& box) { json["value"] = box.Value(); }
+void Add(Json& json, const TwoState& box) { json["value"] = box.Value(); }
 
 void Add(Json& json, const OptionButton& option) { json["value"] = option.Value() ? 1 : 0; }
 
@@ -76,9 +79,17 @@ void Add(Json& json, const Grid& grid) {
   json["fixed-rows"] = grid.FixedRows();
   json["row"] = grid.Row();
   json["col"] = grid.Col();
+  json["top-row"] = grid.TopRow();
+  const auto& editing = grid.Editing();
+  json["editing"] = editing ? Json{{"row", editing->Row}, {"col", editing->Col}} : Json(nullptr);
+  json["column-widths"] = *grid.ColumnWidths;
+  json["hidden-columns"] = Json::array();
+  for (int col = 0; col < grid.Cols(); ++col) {
+    if (grid.ColumnAt(col).Hidden) json["hidden-columns"].push_back(col);
+  }
   Json rows = Json::array();
-  for (int row = 0; row < grid.Rows(); ++row) rows.push_back(RowJson(grid.RowAt(row)));
-  json["rows"] = rows;
+  for (int row = 0; row < grid.Rows(); ++row) rows.push_back(RowJson(grid, row));
+  json["rows"] = std::move(rows);
 }
 
 void Add(Json& json, const ProgressBar& bar) { json["value"] = bar.Value(); }
@@ -99,7 +110,7 @@ Json ControlJson(const Control& control) {
   }
   AddIf<TextBox>(json, control);
   AddIf<ListControl>(json, control);
-  AddIf<CheckBox>(json, control);
+  AddIf<TwoState>(json, control);
   AddIf<OptionButton>(json, control);
   AddIf<DropDownButton>(json, control);
   AddIf<SpinButton>(json, control);
@@ -111,15 +122,38 @@ Json ControlJson(const Control& control) {
   return json;
 }
 
+/// A group has no name and nothing to do: only its caption is there to be read.
+Json GroupJson(const Surface& surface, const Layout& group) {
+  bool visible = false;
+  for (const Control* control : surface.Controls()) {
+    visible = visible || (control->Visible() && Holds(group, *control));
+  }
+  return {{"name", ""},
+          {"kind", "Label"},
+          {"enabled", true},
+          {"visible", visible},
+          {"focus", false},
+          {"tool-tip", ""},
+          {"caption", Utf8(group.Caption)}};
+}
+
+void AddGroups(Json& controls, const Surface& surface, const Layout& node) {
+  if (node.Type == Layout::Kind::Group && !node.Caption.empty()) {
+    controls.push_back(GroupJson(surface, node));
+  }
+  for (const Layout& child : node.Children) AddGroups(controls, surface, child);
+}
+
 }  // namespace
 
-Json FormJson(const Form& form) {
+Json SurfaceJson(const Surface& surface) {
   Json controls = Json::array();
-  for (const Control* control : form.Controls()) controls.push_back(ControlJson(*control));
-  return {{"form", Utf8(form.Name())},
-          {"caption", Utf8(form.Caption())},
-          {"visible", form.Visible()},
-          {"controls", controls}};
+  for (const Control* control : surface.Controls()) controls.push_back(ControlJson(*control));
+  AddGroups(controls, surface, surface.Arrangement());
+  return {{"form", Utf8(surface.Name())},
+          {"caption", Utf8(surface.Caption())},
+          {"visible", surface.Visible()},
+          {"controls", std::move(controls)}};
 }
 
 }  // namespace tessel::drive

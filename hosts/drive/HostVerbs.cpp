@@ -75,9 +75,21 @@ Json Windows(Session& session, const Json&) {
     windows.push_back({{"handle", window.Handle},
                        {"class", Utf8(window.Class)},
                        {"caption", Utf8(window.Caption)},
-                       {"visible", window.Visible}});
+                       {"visible", window.Visible},
+                       {"parent", window.Parent}});
   }
   return {{"windows", windows}};
+}
+
+Json Message(Session& session, const Json& request) {
+  const std::intptr_t window = IntField(request, "window");
+  if (session.Services().Windows().ClassName(window).empty()) {
+    Refuse("there is no window " + std::to_string(window));
+  }
+  const auto result = session.Environment().OwnWindows().Send(
+      {window, static_cast<std::uint32_t>(IntField(request, "message")),
+       IntField(request, "wparam", 0), IntField(request, "lparam", 0)});
+  return {{"result", result}};
 }
 
 }  // namespace
@@ -90,7 +102,8 @@ const VerbTable& HostVerbs() {
                                {"close-pane", ClosePane},
                                {"pane", Pane},
                                {"members", Members},
-                               {"windows", Windows}};
+                               {"windows", Windows},
+                               {"message", Message}};
   return table;
 }
 

@@ -21,8 +21,8 @@ Json ListOf(const std::vector<review::ReviewItem>& items) {
 
 }  // namespace
 
-void CarryReviewed(Session& session, const forms::Form& form, std::optional<review::RunKind> kind,
-                   const std::function<void()>& action) {
+void CarryReviewed(Session& session, const forms::Surface& form,
+                   std::optional<review::RunKind> kind, const std::function<void()>& action) {
   if (!kind) {
     action();
     return;

@@ -11,7 +11,7 @@ namespace tessel::drive {
 
 /// Carries out what a user does in a dialog. Where that starts a run (`kind`) and the dialog is
 /// gone behind it, the reply that is sent next gets "differences".
-void CarryReviewed(Session& session, const forms::Form& form, std::optional<review::RunKind> kind,
-                   const std::function<void()>& action);
+void CarryReviewed(Session& session, const forms::Surface& form,
+                   std::optional<review::RunKind> kind, const std::function<void()>& action);
 
 }  // namespace tessel::drive

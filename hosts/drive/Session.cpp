@@ -66,6 +66,7 @@ Session::Session(const SessionOptions& options, std::istream& in, std::ostream& 
           in, out, [this](const Json& request) { return Carry(request); },
           [this] { return Desktop().Front(); }) {
   Desktop().Attach(&channel_);
+  platform_.UseWindows(workspace_.OwnWindows());
   workspace_.SetOperationHook([this](std::string_view operation) {
     if (failures_.empty()) return;
     const auto found = failures_.find(operation);

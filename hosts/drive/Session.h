@@ -16,7 +16,6 @@
 #include "hosts/linux/LinuxIdentity.h"
 #include "hosts/linux/SqliteRegistry.h"
 #include "hosts/linux/SystemClock.h"
-#include "hosts/memory/MemoryWindows.h"
 #include "hosts/memory/VirtualClock.h"
 #include "hosts/workspace/Workspace.h"
 #include "platform/Platform.h"
@@ -41,7 +40,9 @@ class SessionPlatform : public platform::Platform {
   /// All four of them.
   [[nodiscard]] ChannelDesktop& Desktop() { return desktop_; }
   [[nodiscard]] platform::Clock& Clock() override;
-  [[nodiscard]] platform::Windows& Windows() override { return windows_; }
+  [[nodiscard]] platform::Windows& Windows() override { return windows_.Get(); }
+  /// Those of the environment, which stands on these services itself.
+  void UseWindows(platform::Windows& windows) { windows_.Use(windows); }
   [[nodiscard]] platform::Identity& Identity() override { return identity_; }
   [[nodiscard]] platform::App& App() override { return app_; }
   [[nodiscard]] platform::Files& Files() override { return files_; }
@@ -53,7 +54,7 @@ class SessionPlatform : public platform::Platform {
   ChannelDesktop desktop_;
   memory::VirtualClock virtualClock_;
   std::optional<linux_host::SystemClock> realClock_;
-  memory::MemoryWindows windows_;
+  model::WindowService windows_;
   linux_host::LinuxIdentity identity_;
   linux_host::LinuxApp app_;
   files::SystemFiles files_;

@@ -4,9 +4,9 @@
 #include "hosts/files/SystemFiles.h"
 #include "hosts/memory/MemoryApp.h"
 #include "hosts/memory/MemoryRegistry.h"
-#include "hosts/memory/MemoryWindows.h"
 #include "hosts/memory/ScriptedDesktop.h"
 #include "hosts/memory/VirtualClock.h"
+#include "hosts/model/WindowTable.h"
 #include "platform/Platform.h"
 
 namespace tessel::memory {
@@ -18,7 +18,7 @@ class PlatformWith : public platform::Platform {
   MemoryRegistry RegistryService;
   DesktopKind DesktopService;
   VirtualClock ClockService;
-  MemoryWindows WindowsService;
+  model::WindowService WindowsService;
   MemoryIdentity IdentityService;
   MemoryApp AppService;
   files::SystemFiles FilesService;
@@ -28,7 +28,7 @@ class PlatformWith : public platform::Platform {
   [[nodiscard]] platform::Clipboard& Clipboard() override { return DesktopService; }
   [[nodiscard]] platform::Shell& Shell() override { return DesktopService; }
   [[nodiscard]] platform::Clock& Clock() override { return ClockService; }
-  [[nodiscard]] platform::Windows& Windows() override { return WindowsService; }
+  [[nodiscard]] platform::Windows& Windows() override { return WindowsService.Get(); }
   [[nodiscard]] platform::Identity& Identity() override { return IdentityService; }
   [[nodiscard]] platform::App& App() override { return AppService; }
   [[nodiscard]] platform::Files& Files() override { return FilesService; }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <utility>
 
 #include "platform/Screen.h"
 
@@ -17,9 +18,14 @@ class PlainScreen : public platform::Screen {
   /// A form never stands minimized: nothing would show that it waits.
   void SetPlacement(forms::Form& form, const platform::WindowPlacement& placement) override;
   [[nodiscard]] std::optional<platform::WindowPlacement> DesktopPlacement() override;
+  platform::Pointer SetPointer(platform::Pointer shape) override {
+    return std::exchange(pointer_, shape);
+  }
+  [[nodiscard]] platform::Pointer PresentPointer() const { return pointer_; }
 
  private:
   std::map<const forms::Form*, platform::WindowPlacement> places_;
+  platform::Pointer pointer_ = platform::Pointer::Default;
 };
 
 }  // namespace tessel::memory

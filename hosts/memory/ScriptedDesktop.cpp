@@ -1,6 +1,6 @@
 #include "hosts/memory/ScriptedDesktop.h"
 
-#include "forms/Form.h"
+#include "forms/User.h"
 
 namespace tessel::memory {
 namespace {
@@ -42,6 +42,12 @@ void ScriptedDesktop::Attend(forms::Form& form) {
 
 void ScriptedDesktop::SetForeground(forms::Form& form) {
   Journal.push_back("foreground " + vb::ToUtf8(form.Name()));
+}
+
+forms::MenuItem* ScriptedDesktop::PopUp(forms::Surface&, forms::MenuItem& menu,
+                                        std::optional<platform::SurfacePoint>) {
+  const String chosen = OnMenu ? OnMenu(menu) : String();
+  return chosen.empty() ? nullptr : &forms::user::ItemOf(menu, chosen);
 }
 
 void ScriptedDesktop::SetText(StringView text) {

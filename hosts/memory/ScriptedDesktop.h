@@ -24,6 +24,8 @@ class ScriptedDesktop : public UnattendedDesktop {
   std::function<void(forms::Form&)> OnShow;
   /// Called when a modal form shows. If the form still shows behind it, it is closed by its frame.
   std::function<void(forms::Form&)> OnModal;
+  /// Chooses an item of a menu that pops up by its name; empty: closes the menu.
+  std::function<String(forms::MenuItem&)> OnMenu;
   int ShellAnswer = platform::ShellSuccess;
   /// Where every form stands; nothing: forms have no place.
   std::optional<platform::WindowPlacement> Placement;
@@ -45,6 +47,8 @@ class ScriptedDesktop : public UnattendedDesktop {
   [[nodiscard]] std::optional<platform::WindowPlacement> DesktopPlacement() override {
     return ScreenPlacement;
   }
+  [[nodiscard]] forms::MenuItem* PopUp(forms::Surface& surface, forms::MenuItem& menu,
+                                       std::optional<platform::SurfacePoint> place) override;
   void SetText(StringView text) override;
   void SendKeys(StringView keys) override;
   void Beep() override;

@@ -38,6 +38,10 @@ class UnattendedDesktop : public platform::Boxes,
   void Show(forms::Form& form, platform::ShowStyle style) override;
   void Hidden(forms::Form& form) override;
   void Gone(forms::Form& form) override;
+  [[nodiscard]] forms::MenuItem* PopUp(forms::Surface&, forms::MenuItem&,
+                                       std::optional<platform::SurfacePoint>) override {
+    return nullptr;
+  }
   void SendKeys(StringView) override {}
   void Beep() override {}
   int OpenDocument(StringView, StringView, StringView) override { return platform::ShellSuccess; }

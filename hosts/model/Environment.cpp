@@ -1,4 +1,5 @@
 #include "hosts/model/Environment.h"
+#include "forms/Document.h"
 
 #include "hosts/model/Vbe.h"
 #include "vb/Failure.h"
@@ -249,6 +250,17 @@ void Environment::ClosePane(StringView component) {
 }
 
 std::vector<WindowInfo> Environment::OpenWindows() const { return vbe_->OwnWindows().All(); }
+
+std::vector<std::shared_ptr<forms::Document>> Environment::OpenDocuments() const {
+  std::vector<std::shared_ptr<forms::Document>> open;
+  for (const ToolWindow& one : vbe_->OwnWindows().ToolWindows()) {
+    auto document = one.Document.lock();
+    if (document && document->Visible()) open.push_back(std::move(document));
+  }
+  return open;
+}
+
+WindowTable& Environment::OwnWindows() const { return vbe_->OwnWindows().Table(); }
 
 void Environment::SetOperationHook(std::function<void(std::string_view)> hook) {
   vbe_->OwnHook()->Before = std::move(hook);

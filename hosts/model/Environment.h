@@ -11,6 +11,7 @@
 
 #include "host/VBE.h"
 #include "hosts/model/OperationHook.h"
+#include "hosts/model/WindowTable.h"
 #include "platform/Platform.h"
 
 namespace tessel::model {
@@ -19,14 +20,6 @@ class Vbe;
 class CodeModule;
 class VBComponent;
 class VBProject;
-
-/// One window that the environment has open.
-struct WindowInfo {
-  std::intptr_t Handle = 0;
-  String Class;  ///< "VbaWindow", "DesignerWindow", "wndclass_desked_gsk", ...
-  String Caption;
-  bool Visible = false;
-};
 
 /// Owns the object model. Everything a user does by hand goes through here and raises the host's
 /// events. Names are found without regard to case; a missing one fails with 9 and says which. An
@@ -77,6 +70,10 @@ class Environment {
   void ClosePane(StringView component);
 
   [[nodiscard]] std::vector<WindowInfo> OpenWindows() const;
+  /// What the tool windows that are open hold.
+  [[nodiscard]] std::vector<std::shared_ptr<forms::Document>> OpenDocuments() const;
+  /// The windows as tools find and hook them.
+  [[nodiscard]] WindowTable& OwnWindows() const;
 
   /// Called ahead of every host operation with its name ("CodeModule.InsertLines"); what it throws
   /// is that call's failure.

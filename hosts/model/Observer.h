@@ -29,6 +29,8 @@ class Observer {
   virtual void ProjectsChanged() {}
   /// Another project is active or another component selected.
   virtual void ChoiceChanged() {}
+  /// A tool window was made, opened or closed.
+  virtual void ToolWindowsChanged() {}
   /// Controls of a command bar came, went or look otherwise.
   virtual void BarsChanged() {}
 };

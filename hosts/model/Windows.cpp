@@ -1,61 +1,92 @@
 #include "hosts/model/Windows.h"
 
+#include <utility>
+
+#include "forms/Document.h"
 #include "vb/Failure.h"
 
 namespace tessel::model {
 
-Window::Window(Hook hook, std::intptr_t handle, StringView className, StringView caption)
-    : hook_(std::move(hook)), info_{handle, String(className), String(caption), false} {}
+Window::Window(Hook hook, std::shared_ptr<WindowTable> table, std::intptr_t handle)
+    : hook_(std::move(hook)), table_(std::move(table)), handle_(handle) {}
+
+Window::~Window() {
+  try {
+    table_->Destroy(handle_);
+    hook_->Tell(&Observer::ToolWindowsChanged);
+  } catch (...) {  // whoever listens to windows keeps none from going
+  }
+}
 
 bool Window::Visible() {
   (*hook_)("Window.Visible");
-  return info_.Visible;
+  return table_->IsVisible(handle_);
 }
 
 void Window::SetVisible(bool value) {
   (*hook_)("Window.Visible");
-  info_.Visible = value;
+  if (table_->IsVisible(handle_) == value) return;
+  table_->SetVisible(handle_, value);
+  if (const auto changed = VisibleChanged) changed(value);
 }
 
 String Window::Caption() {
   (*hook_)("Window.Caption");
-  return info_.Caption;
+  return table_->Text(handle_);
 }
 
 std::intptr_t Window::HWnd() {
   (*hook_)("Window.HWnd");
-  return info_.Handle;
+  return handle_;
 }
 
 Windows::Windows(Hook hook) : hook_(std::move(hook)) {
-  main_ = Create(u"wndclass_desked_gsk", u"Microsoft Visual Basic [design]");
-  client_ = Create(u"MDIClient", u"");
-  project_ = Create(u"PROJECT", u"Project");
-  properties_ = Create(u"wndclass_pbrs", u"Properties");
+  main_ = CreateBelow(u"wndclass_desked_gsk", u"Microsoft Visual Basic [design]", 0);
+  client_ = CreateBelow(u"MDIClient", u"", main_->Handle());
+  project_ = CreateBelow(u"PROJECT", u"Project", main_->Handle());
+  properties_ = CreateBelow(u"wndclass_pbrs", u"Properties", main_->Handle());
   for (const auto& window : {main_, client_, project_, properties_}) window->SetVisible(true);
 }
 
-std::shared_ptr<host::Window> Windows::CreateToolWindow(StringView progId, StringView caption,
-                                                        StringView guidPosition) {
+host::ToolWindow Windows::CreateToolWindow(const host::DocumentFactory& documents,
+                                           StringView progId, StringView caption,
+                                           StringView guidPosition) {
   (*hook_)("Windows.CreateToolWindow");
   if (progId.empty() || guidPosition.empty()) throw vb::RuntimeFailure(vb::InvalidCall);
-  return Create(u"VBFloatingPalette", caption);
+  auto document = documents ? documents(progId) : nullptr;
+  auto window = Create(u"VBFloatingPalette", caption);
+  // The window outlives nobody: whoever holds it holds the document.
+  window->VisibleChanged = [document, hook = hook_](bool visible) {
+    hook->Tell(&Observer::ToolWindowsChanged);
+    if (!document) return;
+    if (visible) {
+      document->Show();
+    } else {
+      document->Hide();
+    }
+  };
+  if (document) document->Initialize();
+  std::erase_if(toolWindows_, [](const ToolWindow& one) { return one.Frame.expired(); });
+  toolWindows_.push_back({window, document, String(guidPosition)});
+  hook_->Tell(&Observer::ToolWindowsChanged);
+  return {std::move(window), std::move(document)};
 }
 
 std::shared_ptr<Window> Windows::Create(StringView className, StringView caption) {
-  auto window = std::make_shared<Window>(hook_, next_, className, caption);
-  next_ += 0x10;
-  std::erase_if(windows_, [](const auto& one) { return one.expired(); });
-  windows_.push_back(window);
-  return window;
+  return CreateBelow(className, caption, client_->Handle());
 }
 
-std::vector<WindowInfo> Windows::All() const {
-  std::vector<WindowInfo> all;
-  for (const auto& weak : windows_) {
-    if (const auto window = weak.lock()) all.push_back(window->Info());
+std::shared_ptr<Window> Windows::CreateBelow(StringView className, StringView caption,
+                                             std::intptr_t parent) {
+  return std::make_shared<Window>(hook_, table_, table_->Create(className, caption, parent));
+}
+
+std::vector<ToolWindow> Windows::ToolWindows() const {
+  std::vector<ToolWindow> held;
+  for (const ToolWindow& one : toolWindows_) {
+    if (!one.Frame.expired()) held.push_back(one);
   }
-  return all;
+  return held;
 }
 
 }  // namespace tessel::model

@@ -1,45 +1,70 @@
 // The environment's windows, without a screen.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
 #include "host/VBE.h"
-#include "hosts/model/Environment.h"
 #include "hosts/model/OperationHook.h"
+#include "hosts/model/WindowTable.h"
 
 namespace tessel::model {
 
+/// A window lives as long as it is held.
 class Window : public host::Window {
  public:
-  Window(Hook hook, std::intptr_t handle, StringView className, StringView caption);
+  Window(Hook hook, std::shared_ptr<WindowTable> table, std::intptr_t handle);
+  ~Window() override;
+  Window(const Window&) = delete;
+  Window& operator=(const Window&) = delete;
+
   [[nodiscard]] bool Visible() override;
   void SetVisible(bool value) override;
   [[nodiscard]] String Caption() override;
   [[nodiscard]] std::intptr_t HWnd() override;
-  void SetCaption(StringView caption) { info_.Caption = caption; }
-  [[nodiscard]] const WindowInfo& Info() const { return info_; }
+  void SetCaption(StringView caption) { table_->SetCaption(handle_, caption); }
+  /// As the environment itself asks.
+  [[nodiscard]] std::intptr_t Handle() const { return handle_; }
+
+  /// Told of each change of `Visible`.
+  std::function<void(bool visible)> VisibleChanged;
 
  private:
   Hook hook_;
-  WindowInfo info_;
+  std::shared_ptr<WindowTable> table_;
+  std::intptr_t handle_;
 };
 
-/// Makes windows and knows those that are still held.
+/// A dockable window and what it holds.
+struct ToolWindow {
+  std::weak_ptr<Window> Frame;
+  std::weak_ptr<forms::Document> Document;
+  String Guid;  ///< key of its place
+};
+
+/// Makes the environment's windows. Code windows, designers and tool windows lie in the client
+/// area.
 class Windows : public host::Windows {
  public:
   explicit Windows(Hook hook);
-  std::shared_ptr<host::Window> CreateToolWindow(StringView progId, StringView caption,
-                                                 StringView guidPosition) override;
+  host::ToolWindow CreateToolWindow(const host::DocumentFactory& documents, StringView progId,
+                                    StringView caption, StringView guidPosition) override;
+  /// A child of the client area.
   std::shared_ptr<Window> Create(StringView className, StringView caption);
   [[nodiscard]] std::shared_ptr<Window> Main() const { return main_; }
-  [[nodiscard]] std::vector<WindowInfo> All() const;
+  [[nodiscard]] std::vector<WindowInfo> All() const { return table_->All(); }
+  [[nodiscard]] WindowTable& Table() { return *table_; }
+  /// The tool windows that are still held.
+  [[nodiscard]] std::vector<ToolWindow> ToolWindows() const;
 
  private:
+  [[nodiscard]] std::shared_ptr<Window> CreateBelow(StringView className, StringView caption,
+                                                    std::intptr_t parent);
   Hook hook_;
-  std::intptr_t next_ = 0x10010;
-  std::vector<std::weak_ptr<Window>> windows_;
+  std::shared_ptr<WindowTable> table_ = std::make_shared<WindowTable>();
   std::shared_ptr<Window> main_, client_, project_, properties_;
+  std::vector<ToolWindow> toolWindows_;
 };
 
 }  // namespace tessel::model

@@ -105,8 +105,9 @@ void Connect::CreateExplorerWindow() {
   }
   explorerWindow_ = Need(vbInstance_)
                         .Windows()
-                        ->CreateToolWindow(u"Tessel.udProjectExplorer", u"Tessel Project Explorer",
-                                           explorerWindowGUID_);
+                        ->CreateToolWindow({}, u"Tessel.udProjectExplorer",
+                                           u"Tessel Project Explorer", explorerWindowGUID_)
+                        .Frame;
 }
 
 void Connect::AddinInstance_OnStartupComplete() {

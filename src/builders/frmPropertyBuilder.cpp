@@ -116,8 +116,8 @@ void frmPropertyBuilder::TakePrefix() {
 void frmPropertyBuilder::ViewTextRichtextboxWindow() {
   Routine(u"frmPropertyBuilder.ViewTextRichtextboxWindow", [&] {
     const builders::PropertyText text = builders::GeneratorTextProperty(Choices());
-    RicViewPropertyBuilder.SetTextRTF(
-        mCodeConverter::MakeRTF(text.Declaration + text.Body, RicViewPropertyBuilder.Font->Charset));
+    RicViewPropertyBuilder.SetTextRTF(mCodeConverter::MakeRTF(
+        text.Declaration + text.Body, RicViewPropertyBuilder.Font->Charset));
   });
 }
 

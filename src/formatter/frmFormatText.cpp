@@ -199,7 +199,10 @@ void frmFormatText::ShowRules() {
   VSFFormatLines.SetRows(1);
   VSFFormatLines.SetFixedRows(1);
   VSFFormatLines.ColumnWidths = {2, 20, 9, 8, 8};
-  for (const ColumnOf& one : Columns) VSFFormatLines.SetTextMatrix(0, one.Column, one.Heading);
+  for (const ColumnOf& one : Columns) {
+    VSFFormatLines.SetTextMatrix(0, one.Column, one.Heading);
+    VSFFormatLines.SetColTicks(one.Column, one.Column != WordsColumn);
+  }
   if (!rules_.IsOpen()) return;
   for (std::size_t row = 0; row < rules_.RecordCount(); ++row) {
     std::vector<String> cells(1 + std::size(Columns));

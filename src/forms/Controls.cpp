@@ -28,6 +28,9 @@ CaptionedControl::CaptionedControl(Surface* owner, std::string_view name, const 
 Label::Label(Surface* owner, std::string_view name, const Init& init)
     : CaptionedControl(owner, name, init) {}
 
+Panel::Panel(Surface* owner, std::string_view name, const Init& init)
+    : CaptionedControl(owner, name, init) {}
+
 Button::Button(Surface* owner, std::string_view name, const Init& init)
     : CaptionedControl(owner, name, init) {}
 
@@ -41,10 +44,7 @@ void DropDownButton::AddItem(StringView key, StringView text) {
 
 void DropDownButton::ClearItems() { items_ = {}; }
 
-CheckBox::CheckBox(Surface* owner, std::string_view name, const Init& init)
-    : CaptionedControl(owner, name, init) {}
-
-void CheckBox::SetValue(int value) {
+void TwoState::SetValue(int value) {
   if (value != 0 && value != 1) InvalidValue(*this);
   if (value_.Set(value)) Raise(*this, Click);
 }

@@ -24,6 +24,10 @@ class CaptionedControl : public Control {
   [[nodiscard]] const String& Caption() const { return caption_; }
   void SetCaption(StringView caption) { caption_ = String(caption); }
 
+  /// Number of the program's picture that a button shows in place of its caption, which is its tip
+  /// then; 0 for none.
+  Designed<int> Picture{this};
+
  private:
   Designed<String> caption_;
 };
@@ -32,6 +36,14 @@ class Label : public CaptionedControl {
  public:
   Label(Surface* owner, std::string_view name, const Init& init = {});
   [[nodiscard]] std::string_view Kind() const override { return "Label"; }
+  [[nodiscard]] bool TakesFocus() const override { return false; }
+};
+
+/// Holds other controls by the layout (`Group`); hidden, it hides them all.
+class Panel : public CaptionedControl {
+ public:
+  Panel(Surface* owner, std::string_view name, const Init& init = {});
+  [[nodiscard]] std::string_view Kind() const override { return "Panel"; }
   [[nodiscard]] bool TakesFocus() const override { return false; }
 };
 
@@ -65,16 +77,30 @@ class DropDownButton : public CaptionedControl {
 };
 
 /// Value 0 or 1. Setting another value raises Click.
-class CheckBox : public CaptionedControl {
+class TwoState : public CaptionedControl {
  public:
-  CheckBox(Surface* owner, std::string_view name, const Init& init = {});
-  [[nodiscard]] std::string_view Kind() const override { return "CheckBox"; }
+  using CaptionedControl::CaptionedControl;
   [[nodiscard]] int Value() const { return value_; }
   void SetValue(int value);
   std::function<void()> Click;
 
  private:
   Designed<int> value_{this};
+};
+
+class CheckBox : public TwoState {
+ public:
+  CheckBox(Surface* owner, std::string_view name, const Init& init = {})
+      : TwoState(owner, name, init) {}
+  [[nodiscard]] std::string_view Kind() const override { return "CheckBox"; }
+};
+
+/// A button that stays pressed (1) until it is pressed again.
+class ToggleButton : public TwoState {
+ public:
+  ToggleButton(Surface* owner, std::string_view name, const Init& init = {})
+      : TwoState(owner, name, init) {}
+  [[nodiscard]] std::string_view Kind() const override { return "ToggleButton"; }
 };
 
 /// One of a group: switching it on switches the others of its group off. Click is raised when it

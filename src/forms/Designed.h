@@ -20,7 +20,7 @@ class Designs {
   /// Keeps the values as they stand.
   void SaveDesign();
   /// Puts the kept values back and tells of the change. Raises no event of a control.
-  void RestoreDesign();
+  virtual void RestoreDesign();
 
  protected:
   /// Called when a value has become another one, so that it can be shown.

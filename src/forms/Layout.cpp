@@ -1,5 +1,7 @@
 #include "forms/Layout.h"
 
+#include <algorithm>
+
 #include "forms/Controls.h"
 
 namespace tessel::forms {
@@ -35,6 +37,12 @@ Layout Group(StringView caption, std::vector<Layout> children, int stretch) {
   return layout;
 }
 
+Layout Group(Panel& panel, std::vector<Layout> children, int stretch) {
+  Layout layout = Node(Layout::Kind::Group, std::move(children), stretch);
+  layout.Content = &panel;
+  return layout;
+}
+
 Layout Tabs(TabControl& control, std::vector<Layout> pages, int stretch) {
   Layout layout = Node(Layout::Kind::Tabs, {}, stretch);
   layout.Content = &control;
@@ -42,6 +50,21 @@ Layout Tabs(TabControl& control, std::vector<Layout> pages, int stretch) {
     layout.Children.push_back(Node(Layout::Kind::Page, {std::move(page)}, 0));
   }
   return layout;
+}
+
+bool Holds(const Layout& layout, const Control& control) {
+  return layout.Content == &control ||
+         std::any_of(layout.Children.begin(), layout.Children.end(),
+                     [&](const Layout& child) { return Holds(child, control); });
+}
+
+bool HoldersShow(const Layout& layout, const Control& control) {
+  if (layout.Content == &control) return true;
+  for (const Layout& child : layout.Children) {
+    if (!Holds(child, control)) continue;
+    return (layout.Content == nullptr || layout.Content->Visible()) && HoldersShow(child, control);
+  }
+  return true;
 }
 
 Layout Space() { return Node(Layout::Kind::Space, {}, 1); }

@@ -1,5 +1,7 @@
 #include "forms/Surface.h"
 
+#include "platform/Platform.h"
+
 namespace tessel::forms {
 
 Surface::Surface(std::string_view name, StringView caption)
@@ -18,15 +20,32 @@ Control* Surface::Find(StringView name) const {
   return nullptr;
 }
 
+MenuItem* Surface::FindMenu(StringView name) const {
+  for (MenuItem* menu : menus_) {
+    if (MenuItem* const found = menu->Find(name)) return found;
+  }
+  return nullptr;
+}
+
+void Surface::PopupMenu(MenuItem& menu, std::optional<platform::SurfacePoint> place) {
+  const auto self = weak_from_this().lock();
+  if (const auto opening = menu.Click) opening();
+  MenuItem* const chosen = platform::Current().Screen().PopUp(*this, menu, place);
+  if (chosen == nullptr) return;
+  if (const auto handler = chosen->Click) Carry(handler);
+}
+
 void Surface::SaveWholeDesign() {
   SaveDesign();
   for (Control* control : controls_) control->SaveDesign();
+  for (MenuItem* menu : menus_) menu->SaveBranch();
 }
 
 void Surface::RestoreWholeDesign() {
   active_ = arrived_ = nullptr;
   RestoreDesign();
   for (Control* control : controls_) control->RestoreDesign();
+  for (MenuItem* menu : menus_) menu->RestoreBranch();
 }
 
 void Surface::MoveFocus(Control* control) {

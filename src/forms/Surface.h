@@ -1,13 +1,16 @@
-// What can be drawn and used: controls, their layout, the focus.
+// What can be drawn and used: controls, their layout, the focus, menus.
 #pragma once
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
 #include "forms/Control.h"
 #include "forms/Layout.h"
+#include "forms/Menu.h"
+#include "platform/Screen.h"
 
 namespace tessel::forms {
 
@@ -17,7 +20,7 @@ class View {
   virtual ~View() = default;
   virtual void ControlChanged(Control& control) = 0;
   virtual void FocusChanged(Control* control) = 0;
-  /// The caption, or another thing that belongs to no control.
+  /// The caption or a menu.
   virtual void SurfaceChanged() = 0;
 };
 
@@ -49,6 +52,13 @@ class Surface : public Designs, public std::enable_shared_from_this<Surface> {
 
   /// Runs the handler of an event. Those who know how failures are reported let none of it out.
   virtual void Carry(const std::function<void()>& handler) { handler(); }
+  /// In the order of construction.
+  [[nodiscard]] const std::vector<MenuItem*>& Menus() const { return menus_; }
+  /// A menu or an item of one, by name without regard to case; null when there is none.
+  [[nodiscard]] MenuItem* FindMenu(StringView name) const;
+  /// Lets a menu of the surface pop up at a place (none: at the pointer) and comes back when it is
+  /// closed. An item that the user chose has run its Click then.
+  void PopupMenu(MenuItem& menu, std::optional<platform::SurfacePoint> place = std::nullopt);
 
   void SetView(forms::View* view) { view_ = view; }
   [[nodiscard]] forms::View* GetView() const { return view_; }
@@ -63,12 +73,15 @@ class Surface : public Designs, public std::enable_shared_from_this<Surface> {
 
  private:
   friend class Control;
+  friend class MenuItem;
   void Register(Control* control) { controls_.push_back(control); }
+  void Register(MenuItem* menu) { menus_.push_back(menu); }
   void MoveFocus(Control* control);
 
   String name_;
   Designed<String> caption_;
   std::vector<Control*> controls_;
+  std::vector<MenuItem*> menus_;
   forms::Layout layout_;
   Control* active_ = nullptr;
   Control* arrived_ = nullptr;  // the one whose GotFocus was the last to be raised

@@ -25,7 +25,9 @@ class Action {
  public:
   explicit Action(Control& control) : surface_(control.Owner().weak_from_this().lock()) {
     if (!control.Enabled()) Refuse(control, u"is disabled");
-    if (!control.Visible()) Refuse(control, u"is hidden");
+    if (!control.Visible() || !HoldersShow(control.Owner().Arrangement(), control)) {
+      Refuse(control, u"is hidden");
+    }
   }
 
  private:
@@ -114,7 +116,7 @@ void Pick(Control& control, int index) {
 
 void Check(Control& control, int value) {
   const Action action(control);
-  auto& box = As<CheckBox>(control, u"ticked");
+  auto& box = As<TwoState>(control, u"ticked");
   if (value != 0 && value != 1) Refuse(control, u"takes 0 or 1");
   if (Reach(box)) box.SetValue(value);
 }
@@ -123,6 +125,8 @@ void Press(Control& control) {
   const Action action(control);
   if (auto* const option = dynamic_cast<OptionButton*>(&control)) {
     if (Reach(*option)) option->SetValue(true);
+  } else if (auto* const toggle = dynamic_cast<ToggleButton*>(&control)) {
+    if (Reach(*toggle)) toggle->SetValue(1 - toggle->Value());
   } else if (auto* const drop = dynamic_cast<DropDownButton*>(&control)) {
     if (Reach(*drop)) Raise(*drop, drop->Click);
   } else if (auto* const picture = dynamic_cast<PictureBox*>(&control)) {
@@ -172,27 +176,83 @@ void SelectRow(Control& control, int row, int col) {
   Raise(grid, grid.Click);
 }
 
-void EditCell(Control& control, int row, int col, StringView text) {
-  const Action action(control);
-  Grid& grid = RowOf(control, row);
-  const String cell = u"row " + vb::Str(row) + u", column " + vb::Str(col);
-  if (col < 0 || col >= grid.Cols()) Refuse(control, u"has no column " + vb::Str(col));
-  if (!grid.Editable) Refuse(control, u"cannot be edited");
-  if (row < grid.FixedRows() || col < grid.FixedCols()) Refuse(control, cell + u" is a heading");
-  if (!Reach(grid)) return;
+namespace {
+
+constexpr StringView True = u"True", False = u"False";
+
+void CheckCell(const Grid& grid, int row, int col) {
+  if (col < 0 || col >= grid.Cols() || grid.ColumnAt(col).Hidden) {
+    Refuse(grid, u"has no column " + vb::Str(col));
+  }
+  if (row < grid.FixedRows() || col < grid.FixedCols()) {
+    Refuse(grid, u"row " + vb::Str(row) + u", column " + vb::Str(col) + u" is a heading");
+  }
+}
+
+/// Whether the edit may go on; asks where nobody has asked yet.
+bool MayEdit(Grid& grid, int row, int col) {
+  if (grid.Editing() == GridCell{row, col}) return true;
   grid.Select(row, col);
   bool cancel = false;
   Raise(grid, grid.BeforeEdit, row, col, cancel);
-  if (cancel) Refuse(control, u"refuses an edit of " + cell);
+  return !cancel;
+}
+
+}  // namespace
+
+void EditCell(Control& control, int row, int col, StringView text) {
+  const Action action(control);
+  Grid& grid = RowOf(control, row);
+  CheckCell(grid, row, col);
+  const bool opened = grid.Editing() == GridCell{row, col};
+  if (!grid.Editable && !opened) Refuse(control, u"cannot be edited");
+  if (grid.ColumnAt(col).Ticks && !grid.Ticked(row, col)) {
+    Refuse(control, u"has no tick box in row " + vb::Str(row));
+  }
+  if (!Reach(grid)) return;
+  if (!MayEdit(grid, row, col)) {
+    Refuse(control, u"refuses an edit of row " + vb::Str(row) + u", column " + vb::Str(col));
+  }
+  grid.EndEdit();
   grid.SetTextMatrix(row, col, text);
   Raise(grid, grid.AfterEdit, row, col);
 }
 
 void Tick(Control& control, int row, bool ticked) {
   const Action action(control);
+  const Grid& grid = RowOf(control, row);
+  const auto col = grid.TickColumnOf(row);
+  if (!col) Refuse(control, u"has no tick box in row " + vb::Str(row));
+  if (grid.Ticked(row, *col) != ticked) EditCell(control, row, *col, ticked ? True : False);
+}
+
+void PressCell(Control& control, int row, int col) {
+  const Action action(control);
   Grid& grid = RowOf(control, row);
-  if (!grid.RowAt(row).Ticked) Refuse(control, u"has no tick box in row " + vb::Str(row));
-  if (Reach(grid)) grid.SetTicked(row, ticked);
+  CheckCell(grid, row, col);
+  if (!grid.ColumnAt(col).Button) Refuse(control, u"has no button in column " + vb::Str(col));
+  if (!Reach(grid)) return;
+  grid.Select(row, col);
+  Raise(grid, grid.CellButtonClick, row, col);
+}
+
+void LeaveEdit(Control& control) { As<Grid>(control, u"edited by cells").EndEdit(); }
+
+void Scroll(Control& control, int row) {
+  Grid& grid = As<Grid>(control, u"scrolled by rows");
+  if (row < 0 || row >= grid.Rows()) Refuse(control, u"has no row " + vb::Str(row));
+  grid.NoteTopRow(row);
+}
+
+void ResizeColumn(Control& control, int col, int chars) {
+  const Action action(control);
+  Grid& grid = As<Grid>(control, u"resized by columns");
+  std::vector<int> widths = grid.ColumnWidths;
+  if (col < 0 || col >= static_cast<int>(widths.size())) {
+    Refuse(control, u"has no width for column " + vb::Str(col));
+  }
+  widths[static_cast<std::size_t>(col)] = chars;
+  grid.ColumnWidths = widths;
 }
 
 void Expand(Control& control, int row) {
@@ -268,6 +328,34 @@ void Drop(Control& control, int row, const std::vector<String>& files) {
   Grid& grid = RowOf(control, row);
   if (!grid.FilesDropped) Refuse(control, u"takes no files");
   Raise(grid, grid.FilesDropped, row, files);
+}
+
+MenuItem& ItemOf(MenuItem& menu, StringView name) {
+  const auto refuse = [&](StringView why) {
+    throw vb::Failure(Refused, u"Menu item \"" + String(name) + u"\" " + String(why));
+  };
+  MenuItem* const item = menu.Find(name);
+  if (item == nullptr || item->IsSeparator()) refuse(u"is not there");
+  if (!item->Items().empty()) refuse(u"is a menu of its own");
+  for (MenuItem* one = item; one != nullptr && one != &menu; one = one->Above()) {
+    if (!one->Visible()) refuse(u"is hidden");
+    if (!one->Enabled()) refuse(u"is disabled");
+  }
+  return *item;
+}
+
+void ChooseFromBar(Surface& surface, StringView name) {
+  const auto self = surface.weak_from_this().lock();
+  for (MenuItem* menu : surface.Menus()) {
+    if (!menu->Visible() || menu->Find(name) == nullptr) continue;
+    if (!menu->Enabled()) break;
+    Raise(menu->Click);
+    MenuItem& item = ItemOf(*menu, name);
+    Raise(item.Click);
+    return;
+  }
+  throw vb::Failure(Refused, u"Form \"" + surface.Name() + u"\" has no menu item \"" +
+                                 String(name) + u"\" to choose");
 }
 
 void Close(Form& form) {

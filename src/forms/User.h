@@ -23,7 +23,8 @@ void Pick(Control& control, StringView text);
 void Pick(Control& control, int index);
 /// Check box: 0 or 1.
 void Check(Control& control, int value);
-/// Button, option button, drop-down button (its own click), picture.
+/// Button, toggle button (its state becomes the other one), option button, drop-down button (its
+/// own click), picture.
 void Press(Control& control);
 /// An item of a drop-down button by key.
 void PressItem(Control& control, StringView key);
@@ -35,7 +36,16 @@ void SelectRow(Control& control, int row, int col);
 /// Edits a cell: BeforeEdit may refuse (then a failure), AfterEdit follows. The row becomes
 /// current.
 void EditCell(Control& control, int row, int col, StringView text);
+/// The first tick box of a row, as an edit of its cell.
 void Tick(Control& control, int row, bool ticked);
+/// The button of a cell; the cell becomes current.
+void PressCell(Control& control, int row, int col);
+/// Leaves the cell that a handler has opened as it was.
+void LeaveEdit(Control& control);
+/// Scrolls a grid so that a row is the first in sight.
+void Scroll(Control& control, int row);
+/// Makes a column of a grid with set widths as wide as so many characters.
+void ResizeColumn(Control& control, int col, int chars);
 void Expand(Control& control, int row);
 void Collapse(Control& control, int row);
 void DoubleClick(Control& control, int row);
@@ -47,6 +57,11 @@ void Focus(Control& control);
 /// A text of several lines keeps Enter for itself.
 void Key(Control& control, int ascii);
 void Drop(Control& control, int row, const std::vector<String>& files);
+/// An item of a menu that is open, by name. Fails when there is none, or when it is a separator, a
+/// submenu, hidden or greyed.
+[[nodiscard]] MenuItem& ItemOf(MenuItem& menu, StringView name);
+/// Chooses an item of a surface's menu bar. Fails as `ItemOf` does.
+void ChooseFromBar(Surface& surface, StringView name);
 /// Closes by the frame.
 void Close(Form& form);
 

@@ -2,7 +2,8 @@
 
 namespace tessel {
 
-ProgressBarWindow::ProgressBarWindow(StringView caption) : GuardedForm("ProgressBarWindow", caption) {
+ProgressBarWindow::ProgressBarWindow(StringView caption)
+    : GuardedForm("ProgressBarWindow", caption) {
   using namespace forms;
   btmCancel.Cancel = true;
   SetLayout(Column({Item(lblMessage1), Item(C1ElaProgressBar1), Item(lblMessage2),

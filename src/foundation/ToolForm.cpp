@@ -32,9 +32,9 @@ void ToolForm::RestoreFont(const Statements& run, StringView owner,
   run([&] {
     if (!gAppSettings) return;
     fonts_.Init(gAppSettings, u"Font settings");
-    forms::Font stored = font;
-    fonts_.GetFont(owner, stored);
-    font = stored;
+    forms::Font kept = font;
+    fonts_.GetFont(owner, kept);
+    font = kept;
   });
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 #include "host/CodeModule.h"
@@ -9,6 +10,10 @@
 #include "host/Designer.h"
 #include "host/Events.h"
 #include "host/Project.h"
+
+namespace tessel::forms {
+class Document;
+}
 
 namespace tessel::host {
 
@@ -22,13 +27,23 @@ class Window {
   [[nodiscard]] virtual std::intptr_t HWnd() = 0;
 };
 
+/// Makes a document of an add-in's class by its program identifier; nothing for a class that the
+/// add-in doesn't have.
+using DocumentFactory = std::function<std::shared_ptr<forms::Document>(StringView progId)>;
+
+/// A dockable window and the document inside it, nothing when there was none to be made.
+struct ToolWindow {
+  std::shared_ptr<Window> Frame;
+  std::shared_ptr<forms::Document> Document;
+};
+
 class Windows {
  public:
   virtual ~Windows() = default;
-  /// The dockable window around the document class `progId`; its place is remembered under
-  /// `guidPosition`.
-  virtual std::shared_ptr<Window> CreateToolWindow(StringView progId, StringView caption,
-                                                   StringView guidPosition) = 0;
+  /// The dockable window around the document class `progId` of an add-in, which `documents` makes;
+  /// its place is remembered under `guidPosition`.
+  virtual ToolWindow CreateToolWindow(const DocumentFactory& documents, StringView progId,
+                                      StringView caption, StringView guidPosition) = 0;
 };
 
 class VBE {

@@ -5,7 +5,9 @@
 
 namespace tessel::forms {
 class Form;
-}
+class MenuItem;
+class Surface;
+}  // namespace tessel::forms
 
 namespace tessel::platform {
 
@@ -17,6 +19,14 @@ struct WindowPlacement {
   int MinX = -1, MinY = -1, MaxX = -1, MaxY = -1;
   int Left = 0, Top = 0, Right = 0, Bottom = 0;
 };
+
+/// A place on a surface, in pixels from its upper left corner.
+struct SurfacePoint {
+  int X = 0, Y = 0;
+};
+
+/// Shapes of the mouse pointer, with the environment's numbers.
+enum class Pointer { Default = 0, Arrow = 1, Cross = 2, IBeam = 3, SizeAll = 5, Hourglass = 11 };
 
 class Screen {
  public:
@@ -34,6 +44,13 @@ class Screen {
   virtual void SetPlacement(forms::Form& form, const WindowPlacement& placement) = 0;
   /// The placement of the whole desktop, for centring.
   [[nodiscard]] virtual std::optional<WindowPlacement> DesktopPlacement() = 0;
+  /// Opens a menu over a surface, at the pointer when no place is given, and waits for the user.
+  /// The item that was chosen, null when the menu was closed without one. Raises no Click but those
+  /// of submenus that open.
+  [[nodiscard]] virtual forms::MenuItem* PopUp(forms::Surface& surface, forms::MenuItem& menu,
+                                               std::optional<SurfacePoint> place) = 0;
+  /// Shows the pointer over the whole program; gives back the one before.
+  virtual Pointer SetPointer(Pointer shape) = 0;
 };
 
 }  // namespace tessel::platform

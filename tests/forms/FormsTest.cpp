@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "forms/Document.h"
+#include "forms/Pointer.h"
 #include "forms/User.h"
 #include "hosts/memory/MemoryPlatform.h"
 #include "vb/Failure.h"
@@ -323,6 +325,239 @@ TEST_F(Forms, CollapsedRowsHideWhatIsBelowThem) {
 }
 
 // Rich text
+
+// Grid
+
+TEST_F(Forms, AnOutlineOpensToALevel) {
+  Grid& grid = form_->grid;
+  grid.ClearRows();
+  for (const int level : {0, 1, 2, 2, 1, 0}) grid.AddRow({.Cells = {u"r"}, .Level = level});
+  grid.SetOutline(1);
+  std::vector<bool> shows;
+  for (int row = 1; row < grid.Rows(); ++row) shows.push_back(grid.RowShows(row));
+  EXPECT_EQ(shows, (std::vector<bool>{true, true, false, false, true, true}));
+  EXPECT_FALSE(grid.RowAt(5).Collapsed) << "nothing stands below it";
+  grid.SetOutline(0);
+  EXPECT_FALSE(grid.RowShows(2));
+  grid.ShowCell(4, 0);
+  EXPECT_TRUE(grid.RowShows(4));
+  EXPECT_EQ(grid.ParentOf(4), 2);
+  EXPECT_EQ(grid.EndOf(2), 5);
+  EXPECT_EQ(grid.ParentOf(1), -1);
+}
+
+TEST_F(Forms, AskingWhatShowsCostsNoWalkOverTheRows) {
+  Grid& grid = form_->grid;
+  grid.SetRedraw(false);
+  grid.AddRow({.Cells = {u"top"}});
+  constexpr int Many = 200000;
+  for (int row = 0; row < Many; ++row) grid.AddRow({.Cells = {u"below"}, .Level = 1});
+  int shown = 0;
+  for (int row = 0; row < grid.Rows(); ++row) shown += grid.RowShows(row) ? 1 : 0;
+  EXPECT_EQ(shown, grid.Rows());
+  grid.SetCollapsed(3, true);
+  for (int row = 4; row < grid.Rows(); ++row) ASSERT_FALSE(grid.RowShows(row));
+}
+
+TEST_F(Forms, RedrawOffTellsTheViewOnceWhenItIsOnAgain) {
+  CountingView view;
+  form_->SetView(&view);
+  form_->grid.SetRedraw(false);
+  form_->grid.SetTextMatrix(1, 1, u"a");
+  form_->grid.AddItem({u"b"});
+  EXPECT_TRUE(view.Shown.empty());
+  form_->grid.SetRedraw(true);
+  EXPECT_EQ(view.Shown.size(), 1U);
+  form_->grid.SetRedraw(true);
+  EXPECT_EQ(view.Shown.size(), 1U);
+  form_->SetView(nullptr);
+}
+
+TEST_F(Forms, AViewLearnsWhatHasChangedInAGrid) {
+  Grid& grid = form_->grid;
+  EXPECT_TRUE(grid.TakeChanges().Shape);
+  grid.SetTextMatrix(2, 0, u"x");
+  grid.SetTextMatrix(1, 0, u"x");
+  grid.SetTopRow(2);
+  const GridChanges changes = grid.TakeChanges();
+  EXPECT_FALSE(changes.Shape);
+  EXPECT_EQ(changes.FirstRow, 1);
+  EXPECT_EQ(changes.LastRow, 2);
+  EXPECT_EQ(changes.TopRow, 2);
+  EXPECT_GT(grid.TakeChanges().FirstRow, grid.TakeChanges().LastRow) << "told once";
+}
+
+TEST_F(Forms, ManyRowsGoAtOnceAndTheCurrentOneStaysInside) {
+  Grid& grid = form_->grid;
+  for (int row = 0; row < 5; ++row) grid.SetRowData(grid.AddItem({u"r"}), 1'000'000'000'000 + row);
+  grid.Select(6, 0);
+  grid.RemoveItems(3, 2);
+  EXPECT_EQ(grid.Row(), 4);
+  EXPECT_EQ(grid.RowAt(3).Data, 1'000'000'000'002);
+  grid.RemoveItems(4, 2);
+  EXPECT_EQ(grid.Row(), 3);
+  EXPECT_THROW(grid.RemoveItems(3, 2), vb::Failure);
+}
+
+TEST_F(Forms, ACellIsEditedFromCodeUnlessItsHandlerRefuses) {
+  Grid& grid = form_->grid;
+  grid.Editable = false;
+  Refuses([&] { user::EditCell(grid, 1, 1, u"x"); }, u"Control \"grid\" cannot be edited");
+  grid.EditCell(1, 0);
+  EXPECT_FALSE(grid.Editing()) << "column 0 is refused";
+  grid.EditCell(1, 1);
+  EXPECT_EQ(grid.Editing(), (GridCell{1, 1}));
+  user::EditCell(grid, 1, 1, u"typed");
+  EXPECT_EQ(grid.TextMatrix(1, 1), u"typed");
+  EXPECT_FALSE(grid.Editing());
+  grid.EditCell(1, 1);
+  user::SelectRow(grid, 2, 0);
+  EXPECT_FALSE(grid.Editing()) << "another cell ends it";
+}
+
+TEST_F(Forms, TickBoxesAreCellsOfTheirColumn) {
+  Grid& grid = form_->grid;
+  grid.SetColTicks(1, true);
+  grid.SetTextMatrix(1, 1, u"False");
+  user::Tick(grid, 1, true);
+  EXPECT_EQ(grid.TextMatrix(1, 1), u"True");
+  EXPECT_EQ(form_->Take().back(), u"edit 11");
+  EXPECT_EQ(grid.TickColumnOf(1), 1);
+  Refuses([&] { user::Tick(grid, 2, true); }, u"Control \"grid\" has no tick box in row 2");
+  Refuses([&] { user::EditCell(grid, 2, 1, u"True"); },
+          u"Control \"grid\" has no tick box in row 2");
+}
+
+TEST_F(Forms, HiddenColumnsAreNotReachedAndCellButtonsArePressed) {
+  Grid& grid = form_->grid;
+  grid.SetColHidden(1, true);
+  Refuses([&] { user::EditCell(grid, 1, 1, u"x"); }, u"Control \"grid\" has no column 1");
+  grid.SetColHidden(1, false);
+  std::vector<int> pressed;
+  grid.CellButtonClick = [&](int row, int col) { pressed = {row, col}; };
+  Refuses([&] { user::PressCell(grid, 1, 1); }, u"Control \"grid\" has no button in column 1");
+  grid.SetColButton(1, true);
+  user::PressCell(grid, 1, 1);
+  EXPECT_EQ(pressed, (std::vector<int>{1, 1}));
+}
+
+// Menus
+
+struct WithMenus : Form {
+  WithMenus() : Form("frmMenus", u"Menus") {
+    mnuPop.SetVisible(false);
+    mnuPop.Click = [this] { Log.emplace_back(u"opening"); };
+    mnuCode.Click = [this] { Log.emplace_back(u"code"); };
+    mnuDeep.Click = [this] { Log.emplace_back(u"deep"); };
+    mnuNew.Click = [this] { Log.emplace_back(u"new"); };
+    btnStay.Click = [this] { Log.emplace_back(u"stay " + vb::Str(btnStay.Value())); };
+    SetLayout(Column({Group(panel, {Item(txtInside)}), Item(btnStay)}));
+  }
+  MenuItem mnuPop{this, "mnuPop", u"Pop"};
+  MenuItem mnuCode{&mnuPop, "mnuCode", u"View Code"};
+  MenuItem mnuLine{&mnuPop, "mnuLine", u"-"};
+  MenuItem mnuSub{&mnuPop, "mnuSub", u"Add"};
+  MenuItem mnuDeep{&mnuSub, "mnuDeep", u"Form"};
+  MenuItem mnuFile{this, "mnuFile", u"File"};
+  MenuItem mnuNew{&mnuFile, "mnuNew", u"New"};
+  Panel panel{this, "panel"};
+  TextBox txtInside{this, "txtInside"};
+  ToggleButton btnStay{this, "btnStay"};
+  std::vector<String> Log;
+};
+
+class Menus : public testing::Test {
+ protected:
+  void Picks(StringView item) {
+    services_.DesktopService.OnMenu = [name = String(item)](MenuItem&) { return name; };
+    form_->PopupMenu(form_->mnuPop);
+  }
+  memory::MemoryPlatform services_;
+  platform::ScopedPlatform scope_{services_};
+  std::shared_ptr<WithMenus> form_ = std::make_shared<WithMenus>();
+};
+
+TEST_F(Menus, TheChosenItemRunsBehindTheOpening) {
+  Picks(u"mnuCode");
+  Picks(u"MNUDEEP");
+  Picks(u"");
+  EXPECT_EQ(form_->Log, (Log{u"opening", u"code", u"opening", u"deep", u"opening"}));
+}
+
+TEST_F(Menus, WhatCannotBeChosenIsRefused) {
+  form_->mnuCode.SetEnabled(false);
+  EXPECT_THROW(Picks(u"mnuCode"), vb::Failure);
+  EXPECT_THROW(Picks(u"mnuLine"), vb::Failure);
+  EXPECT_THROW(Picks(u"mnuSub"), vb::Failure);
+  EXPECT_THROW(Picks(u"mnuNew"), vb::Failure) << "of another menu";
+  form_->mnuSub.SetVisible(false);
+  EXPECT_THROW(Picks(u"mnuDeep"), vb::Failure);
+}
+
+TEST_F(Menus, TheBarHoldsTheMenusThatAreVisible) {
+  user::ChooseFromBar(*form_, u"mnuNew");
+  EXPECT_EQ(form_->Log, (Log{u"new"}));
+  EXPECT_THROW(user::ChooseFromBar(*form_, u"mnuCode"), vb::Failure) << "it only pops up";
+}
+
+TEST_F(Menus, GoBackToTheirDesign) {
+  form_->Show();
+  form_->mnuDeep.SetCaption(u"other");
+  form_->mnuCode.SetChecked(true);
+  form_->Unload();
+  EXPECT_EQ(form_->mnuDeep.Caption(), u"Form");
+  EXPECT_FALSE(form_->mnuCode.Checked());
+  EXPECT_EQ(form_->FindMenu(u"mnudeep"), &form_->mnuDeep);
+  EXPECT_EQ(form_->FindMenu(u"none"), nullptr);
+}
+
+TEST_F(Menus, AToggleButtonStaysPressed) {
+  user::Press(form_->btnStay);
+  user::Press(form_->btnStay);
+  EXPECT_EQ(form_->Log, (Log{u"stay 1", u"stay 0"}));
+}
+
+TEST_F(Menus, WhatAHiddenPanelHoldsCannotBeReached) {
+  user::Type(form_->txtInside, u"a");
+  form_->panel.SetVisible(false);
+  EXPECT_THROW(user::Type(form_->txtInside, u"b"), vb::Failure);
+  EXPECT_EQ(form_->txtInside.Text(), u"a");
+}
+
+TEST_F(Menus, ThePointerGoesBackAlsoBehindAFailure) {
+  const auto present = [&] { return services_.DesktopService.PresentPointer(); };
+  try {
+    const PointerShape hourglass(platform::Pointer::Hourglass);
+    EXPECT_EQ(present(), platform::Pointer::Hourglass);
+    throw vb::Failure(5, u"bad");
+  } catch (const vb::Failure&) {
+  }
+  EXPECT_EQ(present(), platform::Pointer::Default);
+}
+
+// Documents
+
+struct Noting : Document {
+  Noting() : Document("udNoting", u"Noting") {}
+  void UserDocument_Initialize() override { Log.emplace_back(u"initialize"); }
+  void UserDocument_Show() override { Log.emplace_back(u"show"); }
+  void UserDocument_Hide() override { Log.emplace_back(u"hide"); }
+  TextBox txt{this, "txt"};
+  std::vector<String> Log;
+};
+
+TEST(Documents, AreInitializedOnceAndFollowTheirWindow) {
+  const auto document = std::make_shared<Noting>();
+  document->Initialize();
+  document->Show();
+  document->Show();
+  user::Type(document->txt, u"kept");
+  document->Hide();
+  EXPECT_FALSE(document->Visible());
+  document->Show();
+  EXPECT_EQ(document->Log, (Log{u"initialize", u"show", u"hide", u"show"}));
+  EXPECT_EQ(document->txt.Text(), u"kept");
+}
 
 struct RichCase {
   StringView Document, Text;

@@ -4,6 +4,7 @@
 
 #include <set>
 
+#include "forms/Document.h"
 #include "tests/support/Modules.h"
 #include "vb/Failure.h"
 
@@ -39,7 +40,7 @@ TEST(Windows, HaveHandlesOfTheirOwn) {
 
 TEST(Windows, MakeAToolWindowThatIsHiddenUntilItIsShown) {
   Windows windows(std::make_shared<OperationHook>());
-  const auto window = windows.CreateToolWindow(u"Tessel.Document", u"Explorer", u"{1}");
+  const auto window = windows.CreateToolWindow({}, u"Tessel.Document", u"Explorer", u"{1}").Frame;
   EXPECT_EQ(window->Caption(), u"Explorer");
   EXPECT_FALSE(window->Visible());
   window->SetVisible(true);
@@ -53,7 +54,7 @@ TEST(Windows, RefuseAToolWindowWithoutClassOrPlace) {
   for (const auto& [progId, place] :
        {std::pair<StringView, StringView>{u"", u"{1}"}, {u"Tessel.Document", u""}}) {
     try {
-      windows.CreateToolWindow(progId, u"Explorer", place);
+      windows.CreateToolWindow({}, progId, u"Explorer", place);
       ADD_FAILURE() << "made a window";
     } catch (const vb::Failure& failure) {
       EXPECT_EQ(failure.Number(), vb::InvalidCall);
@@ -75,7 +76,7 @@ TEST(Windows, FailAsTheHookWantsIt) {
   hook->Before = [](std::string_view operation) {
     if (operation == "Windows.CreateToolWindow") throw vb::RuntimeFailure(vb::OutOfMemory);
   };
-  EXPECT_THROW(windows.CreateToolWindow(u"a", u"b", u"c"), vb::Failure);
+  EXPECT_THROW(windows.CreateToolWindow({}, u"a", u"b", u"c"), vb::Failure);
   EXPECT_EQ(windows.All().size(), 4U);
 }
 
@@ -91,6 +92,33 @@ TEST(Windows, ListTheCodeWindowOfAnOpenPane) {
   EXPECT_EQ(all.back().Handle, module->CodePane()->Window()->HWnd());
   world.Environment.ClosePane(u"Module1");
   EXPECT_EQ(world.Environment.OpenWindows().size(), 4U);
+}
+
+struct udNoting : forms::Document {
+  udNoting() : Document("udNoting", u"Noting") {}
+  void UserDocument_Initialize() override { Log.emplace_back(u"initialize"); }
+  void UserDocument_Show() override { Log.emplace_back(u"show"); }
+  void UserDocument_Hide() override { Log.emplace_back(u"hide"); }
+  std::vector<String> Log;
+};
+
+TEST(Windows, AToolWindowHoldsTheDocumentThatItsClassMakes) {
+  Windows windows(std::make_shared<OperationHook>());
+  const auto factory = [](StringView progId) -> std::shared_ptr<forms::Document> {
+    return progId == u"Tessel.udNoting" ? std::make_shared<udNoting>() : nullptr;
+  };
+  auto made = windows.CreateToolWindow(factory, u"Tessel.udNoting", u"Noting", u"{1}");
+  const auto document = std::dynamic_pointer_cast<udNoting>(made.Document);
+  ASSERT_TRUE(document);
+  made.Frame->SetVisible(true);
+  made.Frame->SetVisible(true);
+  EXPECT_TRUE(document->Visible());
+  made.Frame->SetVisible(false);
+  EXPECT_EQ(document->Log, (std::vector<String>{u"initialize", u"show", u"hide"}));
+  EXPECT_EQ(windows.ToolWindows().size(), 1U);
+  made.Frame.reset();
+  EXPECT_TRUE(windows.ToolWindows().empty());
+  EXPECT_FALSE(windows.CreateToolWindow(factory, u"Tessel.Other", u"x", u"{2}").Document);
 }
 
 }  // namespace

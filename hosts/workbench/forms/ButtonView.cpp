@@ -1,7 +1,7 @@
 #include "hosts/workbench/forms/ButtonView.h"
 
 #include "forms/User.h"
-#include "hosts/workbench/platform/Text.h"
+#include "hosts/workbench/forms/ButtonFace.h"
 
 namespace tessel::workbench {
 
@@ -13,7 +13,7 @@ ButtonView::ButtonView(forms::Button& button, ViewHost& host)
 }
 
 void ButtonView::Update() {
-  widget_->setText(ToQt(button_.Caption()));
+  ShowFace(*widget_, button_);
   widget_->setDefault(button_.Default);
 }
 

@@ -2,7 +2,7 @@
 
 #include <QButtonGroup>
 
-#include "forms/Form.h"
+#include "forms/Surface.h"
 #include "hosts/workbench/forms/ButtonView.h"
 #include "hosts/workbench/forms/CheckBoxView.h"
 #include "hosts/workbench/forms/ComboBoxView.h"
@@ -12,12 +12,14 @@
 #include "hosts/workbench/forms/ListBoxView.h"
 #include "hosts/workbench/forms/MultiLineView.h"
 #include "hosts/workbench/forms/OptionButtonView.h"
+#include "hosts/workbench/forms/PanelView.h"
 #include "hosts/workbench/forms/PictureBoxView.h"
 #include "hosts/workbench/forms/ProgressBarView.h"
 #include "hosts/workbench/forms/RichTextView.h"
 #include "hosts/workbench/forms/SpinButtonView.h"
 #include "hosts/workbench/forms/TabControlView.h"
 #include "hosts/workbench/forms/TextBoxView.h"
+#include "hosts/workbench/forms/ToggleButtonView.h"
 #include "hosts/workbench/platform/Text.h"
 #include "vb/Failure.h"
 
@@ -41,18 +43,20 @@ constexpr KindOfView Kinds[] = {
     {"Grid", MakeAs<forms::Grid, GridView>},
     {"Label", MakeAs<forms::Label, LabelView>},
     {"ListBox", MakeAs<forms::ListBox, ListBoxView>},
+    {"Panel", MakeAs<forms::Panel, PanelView>},
     {"PictureBox", MakeAs<forms::PictureBox, PictureBoxView>},
     {"ProgressBar", MakeAs<forms::ProgressBar, ProgressBarView>},
     {"RichTextBox", MakeAs<forms::RichTextBox, RichTextView>},
     {"SpinButton", MakeAs<forms::SpinButton, SpinButtonView>},
     {"TabControl", MakeAs<forms::TabControl, TabControlView>},
-    {"TextBox", MakeAs<forms::TextBox, TextBoxView>}};
+    {"TextBox", MakeAs<forms::TextBox, TextBoxView>},
+    {"ToggleButton", MakeAs<forms::ToggleButton, ToggleButtonView>}};
 
 }  // namespace
 
-ControlViews::ControlViews(const forms::Form& form, ViewHost& host, QWidget& owner)
+ControlViews::ControlViews(const forms::Surface& surface, ViewHost& host, QWidget& owner)
     : owner_(owner) {
-  for (forms::Control* const control : form.Controls()) {
+  for (forms::Control* const control : surface.Controls()) {
     views_.push_back(Make(*control, host));
     ControlView& view = *views_.back();
     view.Widget()->setObjectName(ToQt(control->Name()));

@@ -10,7 +10,7 @@
 class QButtonGroup;
 
 namespace tessel::forms {
-class Form;
+class Surface;
 }
 
 namespace tessel::workbench {
@@ -18,7 +18,7 @@ namespace tessel::workbench {
 /// Makes a view for every control of a form, by its kind, and finds them.
 class ControlViews {
  public:
-  ControlViews(const forms::Form& form, ViewHost& host, QWidget& owner);
+  ControlViews(const forms::Surface& surface, ViewHost& host, QWidget& owner);
   ~ControlViews();
 
   /// In the order of construction.

@@ -5,6 +5,7 @@
 #include <QToolButton>
 
 #include "forms/User.h"
+#include "hosts/workbench/forms/ButtonFace.h"
 #include "hosts/workbench/platform/Text.h"
 
 namespace tessel::workbench {
@@ -55,6 +56,6 @@ void DropDownButtonView::FillMenu() {
   }
 }
 
-void DropDownButtonView::Update() { widget_->setText(ToQt(button_.Caption())); }
+void DropDownButtonView::Update() { ShowFace(*widget_, button_); }
 
 }  // namespace tessel::workbench

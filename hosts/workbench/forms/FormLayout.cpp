@@ -34,7 +34,8 @@ bool IsLabelledRow(const Layout& node) {
 
 bool IsButton(const Layout& node) {
   return ControlOf<forms::Button>(node) != nullptr ||
-         ControlOf<forms::DropDownButton>(node) != nullptr;
+         ControlOf<forms::DropDownButton>(node) != nullptr ||
+         ControlOf<forms::ToggleButton>(node) != nullptr;
 }
 
 /// Parts that share the room of a row; the user moves the bar between them.
@@ -167,8 +168,11 @@ QWidget* FormLayout::MakeDivided(const Layout& node) const {
 }
 
 QWidget* FormLayout::MakeGroup(const Layout& node) const {
-  auto* const group = new QGroupBox(ToQt(node.Caption));
-  AddColumn(node.Children, *new QVBoxLayout(group));
+  QWidget* const group = node.Content == nullptr ? new QGroupBox(ToQt(node.Caption))
+                                                 : views_.Of(*node.Content).Widget();
+  auto* const column = new QVBoxLayout(group);
+  if (qobject_cast<QGroupBox*>(group) == nullptr) column->setContentsMargins(0, 0, 0, 0);
+  AddColumn(node.Children, *column);
   return group;
 }
 

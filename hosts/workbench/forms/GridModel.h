@@ -3,35 +3,41 @@
 
 #include <QAbstractItemModel>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "forms/Grid.h"
 
 namespace tessel::workbench {
 
-/// Fixed rows are the heading; the outline levels of the others make a tree. Holds a copy of the
-/// rows, so that a change is found by comparing.
+/// Fixed rows are the heading; the outline levels of the others make a tree. Cells are read from
+/// the grid when they are drawn; the shape of the tree is that which `Take` saw last.
 class GridModel : public QAbstractItemModel {
  public:
-  explicit GridModel(QObject* parent) : QAbstractItemModel(parent) {}
+  GridModel(const forms::Grid& grid, QObject* parent) : QAbstractItemModel(parent), grid_(grid) {}
 
-  // What the user does to cells; rows and columns as the grid counts them.
+  /// What the user does to a cell; rows and columns as the grid counts them.
   std::function<void(int row, int col, const QString& text)> Edited;
-  std::function<void(int row, bool ticked)> Ticked;
+  /// Many cells are others: what is in sight is to be drawn again.
+  std::function<void()> ManyChanged;
 
-  /// Takes over what the grid holds. True when the rows had to be laid out anew: views have then
-  /// lost what was open and current.
-  bool Take(const forms::Grid& grid);
+  /// Takes over what has changed in the grid. True when the rows had to be laid out anew: views
+  /// have then lost what was open and current.
+  bool Take(const forms::GridChanges& changes);
 
   [[nodiscard]] QModelIndex IndexOf(int row, int col) const;
   /// The row of the grid, -1 for none.
   [[nodiscard]] static int RowOf(const QModelIndex& index);
-  /// Column that carries outline, picture and tick box.
-  [[nodiscard]] int TreeColumn() const { return fixedCols_; }
+  /// Column that carries outline and picture.
+  [[nodiscard]] int TreeColumn() const;
   [[nodiscard]] bool HasOutline() const { return outline_; }
   [[nodiscard]] bool HasHeading() const { return fixedRows_ > 0; }
-  /// Whether every cell of the column is "True" or "False", which then show as tick boxes.
-  [[nodiscard]] bool IsBoolean(int col) const;
+  /// The rows that have others below them.
+  [[nodiscard]] const std::vector<int>& Parents() const { return parents_; }
+  /// Opens one cell for an edit though the grid is not editable; nothing: none.
+  void AllowEdit(std::optional<forms::GridCell> cell) { open_ = cell; }
+  /// The first tick box of a row at or behind a column, invalid for none.
+  [[nodiscard]] QModelIndex TickBoxOf(const QModelIndex& index) const;
 
   [[nodiscard]] QModelIndex index(int row, int col, const QModelIndex& parent = {}) const override;
   [[nodiscard]] QModelIndex parent(const QModelIndex& index) const override;
@@ -49,20 +55,20 @@ class GridModel : public QAbstractItemModel {
     int Parent = -1, Position = 0;
     std::vector<int> Children;
   };
-  [[nodiscard]] bool HasShapeOf(const forms::Grid& grid) const;
-  void LayOut(const forms::Grid& grid);
-  void BuildTree();
-  void FindBooleans();
-  void TakeCells(const forms::Grid& grid);
+  void LayOut();
+  void TellCells(int first, int last);
   [[nodiscard]] const Place& PlaceOf(const QModelIndex& index) const;
-  [[nodiscard]] QVariant CheckState(int row, int col) const;
+  /// Whether the grid still has the cell; its handlers may be ahead of what is shown.
+  [[nodiscard]] bool IsThere(int row, int col) const;
+  [[nodiscard]] bool IsTickCell(int row, int col) const;
 
-  std::vector<forms::GridRow> rows_;
+  const forms::Grid& grid_;
   std::vector<Place> places_;
   Place root_;
-  std::vector<bool> booleans_;
-  int cols_ = 0, fixedRows_ = 0, fixedCols_ = 0;
-  bool editable_ = false, outline_ = false;
+  std::vector<int> parents_;
+  std::optional<forms::GridCell> open_;
+  int cols_ = 0, fixedRows_ = 0;
+  bool outline_ = false;
 };
 
 }  // namespace tessel::workbench

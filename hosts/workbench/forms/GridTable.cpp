@@ -8,6 +8,7 @@
 #include <QMimeData>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QToolButton>
 #include <QUrl>
 #include <algorithm>
 
@@ -44,6 +45,10 @@ GridTable::GridTable(GridModel& model) : grid_(model) {
   connect(this, &QTreeView::customContextMenuRequested, this, [this](const QPoint& place) {
     if (RowRightClicked) RowRightClicked(RowAt(place));
   });
+  connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] {
+    const int top = RowAt(QPoint(0, 0));
+    if (top >= 0 && Scrolled) Scrolled(top);
+  });
   header()->viewport()->installEventFilter(this);
 }
 
@@ -61,8 +66,9 @@ void GridTable::Configure() {
   header()->setHighlightSections(false);
 }
 
-void GridTable::ShowColumns(const std::vector<int>& chars) {
+void GridTable::ShowColumns(const std::vector<int>& chars, const std::vector<bool>& hidden) {
   chars_ = chars;
+  hidden_ = hidden;
   setHeaderHidden(!grid_.HasHeading());
   setRootIsDecorated(grid_.HasOutline());
   setItemsExpandable(grid_.HasOutline());
@@ -77,7 +83,10 @@ void GridTable::ApplyWidths() {
   header()->setMinimumSectionSize(fontMetrics().averageCharWidth() * 2);
   std::vector<int> pixels;
   pixels.reserve(static_cast<std::size_t>(count));
-  for (int col = 0; col < count; ++col) pixels.push_back(PixelsOf(col));
+  for (int col = 0; col < count; ++col) {
+    header()->setSectionHidden(col, !Shows(col));
+    pixels.push_back(Shows(col) ? PixelsOf(col) : 0);
+  }
   const auto widest = std::max_element(pixels.begin(), pixels.end()) - pixels.begin();
   for (int col = 0; col < count; ++col) {
     header()->setSectionResizeMode(col,
@@ -85,6 +94,64 @@ void GridTable::ApplyWidths() {
     if (col != widest) header()->resizeSection(col, pixels[static_cast<std::size_t>(col)]);
   }
   updateGeometry();
+}
+
+bool GridTable::Shows(int col) const {
+  const auto at = static_cast<std::size_t>(col);
+  return at >= hidden_.size() || !hidden_[at];
+}
+
+/// Each opening would lay all rows out anew; while a layout is due, it is only noted.
+void GridTable::ShowOutline(const std::function<bool(int row)>& isCollapsed) {
+  scheduleDelayedItemsLayout();
+  for (const int row : grid_.Parents()) setExpanded(grid_.IndexOf(row, 0), !isCollapsed(row));
+  executeDelayedItemsLayout();
+}
+
+void GridTable::ShowAtTop(int row) {
+  const QModelIndex index = grid_.IndexOf(row, grid_.TreeColumn());
+  if (index.isValid()) scrollTo(index, PositionAtTop);
+}
+
+void GridTable::EditNow(int row, int col) {
+  const QScopedValueRollback<bool> guard(asked_, true);
+  setFocus();
+  edit(grid_.IndexOf(row, col), AllEditTriggers, nullptr);
+}
+
+void GridTable::ShowCellButton(bool wanted) {
+  if (wanted && cellButton_ == nullptr) {
+    cellButton_ = new QToolButton(viewport());
+    cellButton_->setText(QStringLiteral("\u2026"));
+    cellButton_->setFocusPolicy(Qt::NoFocus);
+    connect(cellButton_, &QToolButton::clicked, this, [this] {
+      const QModelIndex current = currentIndex();
+      if (current.isValid() && CellButtonPressed) {
+        CellButtonPressed(GridModel::RowOf(current), current.column());
+      }
+    });
+  }
+  if (cellButton_ == nullptr) return;
+  cellButton_->setVisible(wanted);
+  PlaceCellButton();
+}
+
+/// At the right end of the current cell, wherever that is scrolled to.
+void GridTable::PlaceCellButton() {
+  if (cellButton_ == nullptr || cellButton_->isHidden()) return;
+  const QRect cell = visualRect(currentIndex());
+  cellButton_->setGeometry(cell.right() - cell.height() + 1, cell.top(), cell.height(),
+                           cell.height());
+}
+
+void GridTable::paintEvent(QPaintEvent* event) {
+  PlaceCellButton();
+  QTreeView::paintEvent(event);
+}
+
+void GridTable::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  QTreeView::closeEditor(editor, hint);
+  if (EditLeft) EditLeft();
 }
 
 int GridTable::PixelsOf(int col) const {
@@ -97,7 +164,7 @@ int GridTable::PixelsOf(int col) const {
 
 QSize GridTable::sizeHint() const {
   int width = 2 * frameWidth() + verticalScrollBar()->sizeHint().width();
-  for (int col = 0; col < grid_.columnCount(); ++col) width += PixelsOf(col);
+  for (int col = 0; col < grid_.columnCount(); ++col) width += Shows(col) ? PixelsOf(col) : 0;
   const int height =
       header()->sizeHint().height() + WantedLines * fontMetrics().lineSpacing() * 5 / 4;
   return QSize(width, height).expandedTo(minimumSizeHint());
@@ -149,7 +216,7 @@ void GridTable::resizeEvent(QResizeEvent* event) {
 
 bool GridTable::AllowsEdit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
   if (trigger == AnyKeyPressed && !IsText(event)) return false;
-  return !MayEdit || MayEdit(GridModel::RowOf(index), index.column());
+  return asked_ || !MayEdit || MayEdit(GridModel::RowOf(index), index.column());
 }
 
 bool GridTable::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
@@ -196,8 +263,7 @@ void GridTable::mousePressEvent(QMouseEvent* event) {
 void GridTable::keyPressEvent(QKeyEvent* event) {
   const QModelIndex current = currentIndex();
   if (event->key() == Qt::Key_Space && current.isValid() && !IsEditing()) {
-    const QModelIndex box =
-        grid_.IsBoolean(current.column()) ? current : current.siblingAtColumn(grid_.TreeColumn());
+    const QModelIndex box = grid_.TickBoxOf(current);
     if (box.flags().testFlag(Qt::ItemIsUserCheckable)) {
       const bool on = box.data(Qt::CheckStateRole).toInt() == Qt::Checked;
       grid_.setData(box, on ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);

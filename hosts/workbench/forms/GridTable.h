@@ -6,6 +6,8 @@
 #include <functional>
 #include <vector>
 
+class QToolButton;
+
 namespace tessel::workbench {
 
 class GridModel;
@@ -24,9 +26,23 @@ class GridTable : public QTreeView {
   std::function<void(int row, const QStringList& files)> Dropped;
   /// The user has made a column wider or narrower; the width in characters.
   std::function<void(int col, int chars)> Resized;
+  /// Another row is the first in sight.
+  std::function<void(int row)> Scrolled;
+  /// The editor of a cell was closed, with its text taken or not.
+  std::function<void()> EditLeft;
+  std::function<void(int row, int col)> CellButtonPressed;
 
-  /// Follows the shape of the rows. Wanted widths in characters; none: by content.
-  void ShowColumns(const std::vector<int>& chars);
+  /// Follows the shape of the rows. Wanted widths in characters; none: by content. `hidden` tells
+  /// which columns don't show.
+  void ShowColumns(const std::vector<int>& chars, const std::vector<bool>& hidden);
+  /// Opens and closes all rows at once.
+  void ShowOutline(const std::function<bool(int row)>& isCollapsed);
+  /// Scrolls so that a row is the first in sight.
+  void ShowAtTop(int row);
+  /// Opens the editor of a cell without asking.
+  void EditNow(int row, int col);
+  /// Puts a button into the current cell, or takes it away.
+  void ShowCellButton(bool wanted);
   /// Commits the edit of a cell that is under way.
   void FinishEdit();
   [[nodiscard]] bool IsEditing() const { return state() == EditingState; }
@@ -39,6 +55,8 @@ class GridTable : public QTreeView {
   bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+  void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
@@ -53,11 +71,15 @@ class GridTable : public QTreeView {
   [[nodiscard]] int PixelsOf(int col) const;
   [[nodiscard]] bool AllowsEdit(const QModelIndex& index, EditTrigger trigger, QEvent* event);
   [[nodiscard]] int RowAt(const QPoint& place) const;
+  void PlaceCellButton();
+  [[nodiscard]] bool Shows(int col) const;
 
   GridModel& grid_;
   std::vector<int> chars_;
+  std::vector<bool> hidden_;
   std::vector<int> pressedWidths_;
-  bool pressing_ = false;
+  QToolButton* cellButton_ = nullptr;
+  bool pressing_ = false, asked_ = false;
 };
 
 }  // namespace tessel::workbench

@@ -12,20 +12,16 @@ namespace tessel::workbench {
 GridView::GridView(forms::Grid& grid, ViewHost& host)
     : ControlView(grid, host),
       grid_(grid),
-      model_(new GridModel(nullptr)),
+      model_(new GridModel(grid, nullptr)),
       table_(new GridTable(*model_)) {
   model_->setParent(table_);
   Wire();
+  WireEdits();
   WireOutline();
 }
 
 void GridView::Wire() {
-  model_->Edited = [this](int row, int col, const QString& text) { Edit(row, col, text); };
-  model_->Ticked = [this](int row, bool ticked) {
-    Act([this, row, ticked] { forms::user::Tick(grid_, row, ticked); });
-  };
   table_->Chosen = [this](int row, int col) { Choose(row, col); };
-  table_->MayEdit = [this](int row, int col) { return MayEdit(row, col); };
   table_->RowDoubleClicked = [this](int row) {
     if (grid_.DblClick) Act([this, row] { forms::user::DoubleClick(grid_, row); });
   };
@@ -37,13 +33,25 @@ void GridView::Wire() {
     for (const QString& name : names) files.push_back(FromQt(name));
     Act([this, row, &files] { forms::user::Drop(grid_, row, files); });
   };
+  // Told at once and without a round through the handlers: nothing else follows from a scrolling.
+  table_->Scrolled = [this](int row) {
+    if (!IsSyncing() && row < grid_.Rows()) forms::user::Scroll(grid_, row);
+  };
   table_->Resized = [this](int col, int chars) {
-    const auto at = static_cast<std::size_t>(col);
-    std::vector<int> widths = grid_.ColumnWidths;
-    if (at >= widths.size()) return;
-    widths[at] = chars;
-    shownWidths_ = widths;
-    grid_.ColumnWidths = widths;
+    Act([this, col, chars] { forms::user::ResizeColumn(grid_, col, chars); });
+  };
+}
+
+void GridView::WireEdits() {
+  model_->Edited = [this](int row, int col, const QString& text) { Edit(row, col, text); };
+  model_->ManyChanged = [this] { table_->viewport()->update(); };
+  table_->MayEdit = [this](int row, int col) { return MayEdit(row, col); };
+  table_->EditLeft = [this] {
+    model_->AllowEdit(std::nullopt);
+    forms::user::LeaveEdit(grid_);
+  };
+  table_->CellButtonPressed = [this](int row, int col) {
+    Act([this, row, col] { forms::user::PressCell(grid_, row, col); });
   };
 }
 
@@ -78,42 +86,69 @@ bool GridView::MayEdit(int row, int col) {
 void GridView::Edit(int row, int col, const QString& text) {
   const String typed = FromQt(text);
   if (row >= grid_.Rows() || grid_.TextMatrix(row, col) == typed) return;
-  if (model_->IsBoolean(col) && !MayEdit(row, col)) return;
+  if (grid_.Ticked(row, col) && !MayEdit(row, col)) return;
   Act([this, row, col, &typed] { forms::user::EditCell(grid_, row, col, typed); });
 }
 
 void GridView::Settle() { table_->FinishEdit(); }
 
 void GridView::Update() {
+  if (!grid_.Redraw()) return;
+  const forms::GridChanges changes = grid_.TakeChanges();
   table_->setAcceptDrops(static_cast<bool>(grid_.FilesDropped));
-  ShowRows();
-  ShowOutline();
+  // A double click that does something of its own doesn't open the row as well.
+  table_->setExpandsOnDoubleClick(!grid_.DblClick);
+  ShowRows(changes);
   ShowCurrent();
+  ShowPlace(changes);
+  ShowEdit(changes);
 }
 
-void GridView::ShowRows() {
+std::vector<bool> GridView::HiddenColumns() const {
+  std::vector<bool> hidden;
+  for (int col = 0; col < grid_.Cols(); ++col) hidden.push_back(grid_.ColumnAt(col).Hidden);
+  return hidden;
+}
+
+void GridView::ShowRows(const forms::GridChanges& changes) {
   const int scrolled = table_->verticalScrollBar()->value();
-  const bool anew = model_->Take(grid_);
+  const bool anew = model_->Take(changes);
   if (anew || shownWidths_ != *grid_.ColumnWidths) {
     shownWidths_ = grid_.ColumnWidths;
-    table_->ShowColumns(shownWidths_);
+    table_->ShowColumns(shownWidths_, HiddenColumns());
   }
-  if (!anew) return;
-  ShowOutline();
-  table_->verticalScrollBar()->setValue(scrolled);
+  ShowOutline(changes, anew);
+  if (anew) table_->verticalScrollBar()->setValue(scrolled);
 }
 
-void GridView::ShowOutline() {
-  if (!model_->HasOutline()) return;
-  for (int row = grid_.FixedRows(); row < grid_.Rows(); ++row) {
+void GridView::ShowOutline(const forms::GridChanges& changes, bool anew) {
+  if (anew || changes.Outline) {
+    table_->ShowOutline([this](int row) { return grid_.RowAt(row).Collapsed; });
+    return;
+  }
+  for (const int row : changes.Toggled) {
     const QModelIndex index = model_->IndexOf(row, 0);
-    if (model_->rowCount(index) > 0) table_->setExpanded(index, !grid_.RowAt(row).Collapsed);
+    if (index.isValid()) table_->setExpanded(index, !grid_.RowAt(row).Collapsed);
   }
 }
 
 void GridView::ShowCurrent() {
-  const QModelIndex wanted = model_->IndexOf(grid_.Row(), grid_.Col());
+  // A row that becomes current opens all above it; one that doesn't show has nothing to mark.
+  const bool shows = grid_.Row() >= 0 && grid_.RowShows(grid_.Row());
+  const QModelIndex wanted = shows ? model_->IndexOf(grid_.Row(), grid_.Col()) : QModelIndex();
   if (wanted != table_->currentIndex()) table_->setCurrentIndex(wanted);
+  table_->ShowCellButton(wanted.isValid() && grid_.ColumnAt(grid_.Col()).Button);
+}
+
+void GridView::ShowPlace(const forms::GridChanges& changes) {
+  if (changes.TopRow) table_->ShowAtTop(*changes.TopRow);
+  if (changes.Reveal) table_->scrollTo(model_->IndexOf(*changes.Reveal, grid_.Col()));
+}
+
+void GridView::ShowEdit(const forms::GridChanges& changes) {
+  if (!changes.Edit || !grid_.Editing()) return;
+  model_->AllowEdit(grid_.Editing());
+  table_->EditNow(grid_.Editing()->Row, grid_.Editing()->Col);
 }
 
 }  // namespace tessel::workbench

@@ -20,12 +20,16 @@ class GridView : public ControlView {
  private:
   void Wire();
   void WireOutline();
+  void WireEdits();
   void Choose(int row, int col);
   [[nodiscard]] bool MayEdit(int row, int col);
   void Edit(int row, int col, const QString& text);
-  void ShowRows();
-  void ShowOutline();
+  void ShowRows(const forms::GridChanges& changes);
+  void ShowOutline(const forms::GridChanges& changes, bool anew);
   void ShowCurrent();
+  void ShowPlace(const forms::GridChanges& changes);
+  void ShowEdit(const forms::GridChanges& changes);
+  [[nodiscard]] std::vector<bool> HiddenColumns() const;
 
   forms::Grid& grid_;
   GridModel* model_;

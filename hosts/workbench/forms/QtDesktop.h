@@ -34,6 +34,8 @@ class QtDesktop {
     return screen_.WindowOf(form);
   }
 
+  /// The way into the tools, for what shows documents.
+  [[nodiscard]] ActionGate& Gate() { return gate_; }
   [[nodiscard]] QtBoxes& Boxes() { return boxes_; }
   [[nodiscard]] QtScreen& Screen() { return screen_; }
   [[nodiscard]] QtClipboard& Clipboard() { return clipboard_; }

@@ -1,7 +1,13 @@
 #include "hosts/workbench/forms/QtScreen.h"
 
+#include <QApplication>
+#include <QCursor>
+#include <utility>
+
 #include "forms/Form.h"
+#include "hosts/workbench/forms/MenuView.h"
 #include "hosts/workbench/forms/ScreenPlace.h"
+#include "hosts/workbench/platform/Text.h"
 
 namespace tessel::workbench {
 namespace {
@@ -28,6 +34,21 @@ WindowPlacement PlacementOf(const QRect& place, int command) {
 QRect PlaceOf(const WindowPlacement& placement) {
   return {placement.Left, placement.Top, placement.Right - placement.Left,
           placement.Bottom - placement.Top};
+}
+
+Qt::CursorShape ShapeOf(platform::Pointer shape) {
+  switch (shape) {
+    case platform::Pointer::Cross:
+      return Qt::CrossCursor;
+    case platform::Pointer::IBeam:
+      return Qt::IBeamCursor;
+    case platform::Pointer::SizeAll:
+      return Qt::SizeAllCursor;
+    case platform::Pointer::Hourglass:
+      return Qt::WaitCursor;
+    default:
+      return Qt::ArrowCursor;
+  }
 }
 
 }  // namespace
@@ -93,6 +114,24 @@ std::optional<WindowPlacement> QtScreen::GetPlacement(forms::Form& form) {
 
 void QtScreen::SetPlacement(forms::Form& form, const WindowPlacement& placement) {
   Window(form).Place().Set(PlaceOf(placement), placement.ShowCommand == ShowMaximized);
+}
+
+forms::MenuItem* QtScreen::PopUp(forms::Surface& surface, forms::MenuItem& menu,
+                                 std::optional<platform::SurfacePoint> place) {
+  auto* const over = dynamic_cast<QWidget*>(surface.GetView());
+  forms::MenuItem* result = nullptr;
+  QMenu popup(over);
+  popup.setObjectName(ToQt(menu.Name()));
+  FillMenu(popup, menu, [&](forms::MenuItem& item) { result = &item; });
+  const bool placed = place && over != nullptr;
+  popup.exec(placed ? over->mapToGlobal(QPoint(place->X, place->Y)) : QCursor::pos());
+  return result;
+}
+
+platform::Pointer QtScreen::SetPointer(platform::Pointer shape) {
+  if (pointer_ != platform::Pointer::Default) QApplication::restoreOverrideCursor();
+  if (shape != platform::Pointer::Default) QApplication::setOverrideCursor(ShapeOf(shape));
+  return std::exchange(pointer_, shape);
 }
 
 std::optional<WindowPlacement> QtScreen::DesktopPlacement() {

@@ -33,6 +33,9 @@ class QtScreen : public platform::Screen {
   /// A form never opens minimized: nothing would show that it waits.
   void SetPlacement(forms::Form& form, const platform::WindowPlacement& placement) override;
   [[nodiscard]] std::optional<platform::WindowPlacement> DesktopPlacement() override;
+  [[nodiscard]] forms::MenuItem* PopUp(forms::Surface& surface, forms::MenuItem& menu,
+                                       std::optional<platform::SurfacePoint> place) override;
+  platform::Pointer SetPointer(platform::Pointer shape) override;
 
  private:
   /// The window of a form, made when there is none.
@@ -41,6 +44,7 @@ class QtScreen : public platform::Screen {
   ActionGate& gate_;
   const FrontWindow& front_;
   std::map<const forms::Form*, QPointer<FormWindow>> windows_;
+  platform::Pointer pointer_ = platform::Pointer::Default;
 };
 
 }  // namespace tessel::workbench

@@ -7,8 +7,8 @@
 #include "hosts/linux/LinuxApp.h"
 #include "hosts/linux/LinuxIdentity.h"
 #include "hosts/linux/SqliteRegistry.h"
+#include "hosts/model/WindowTable.h"
 #include "hosts/workbench/forms/QtDesktop.h"
-#include "hosts/workbench/forms/QtWindows.h"
 #include "hosts/workbench/platform/QtClock.h"
 #include "platform/Platform.h"
 
@@ -28,7 +28,9 @@ class WorkbenchPlatform : public platform::Platform {
   /// All four of them.
   [[nodiscard]] QtDesktop& Desktop() { return desktop_; }
   [[nodiscard]] QtClock& Clock() override { return clock_; }
-  [[nodiscard]] platform::Windows& Windows() override { return windows_; }
+  [[nodiscard]] platform::Windows& Windows() override { return windows_.Get(); }
+  /// Those of the environment, which stands on these services itself.
+  void UseWindows(platform::Windows& windows) { windows_.Use(windows); }
   [[nodiscard]] platform::Identity& Identity() override { return identity_; }
   [[nodiscard]] platform::App& App() override { return app_; }
   [[nodiscard]] platform::Files& Files() override { return files_; }
@@ -37,7 +39,7 @@ class WorkbenchPlatform : public platform::Platform {
   linux_host::SqliteRegistry registry_;
   QtDesktop desktop_;
   QtClock clock_;
-  QtWindows windows_;
+  model::WindowService windows_;
   linux_host::LinuxIdentity identity_;
   linux_host::LinuxApp app_;
   files::SystemFiles files_;

@@ -102,6 +102,7 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
   StartSingle(keepTimer_, KeepDelayMs, this, [this] { files_.KeepWork(); });
   vbe_->SetObserver(this);
   services_.Desktop().SetParent(this);
+  services_.UseWindows(workspace_.OwnWindows());
   services_.Desktop().RunTool = [this](const std::function<void()>& action) { RunTool(action); };
   ApplyOptions();
   Place();

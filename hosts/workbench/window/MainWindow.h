@@ -13,6 +13,7 @@
 
 #include "addin/Connect.h"
 #include "hosts/model/Vbe.h"
+#include "hosts/workbench/forms/ToolWindowDocks.h"
 #include "hosts/workbench/forms/WorkbenchPlatform.h"
 #include "hosts/workbench/window/BarView.h"
 #include "hosts/workbench/window/ChildWindows.h"
@@ -89,6 +90,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   void ProjectsChanged() override;
   void ChoiceChanged() override;
   void BarsChanged() override;
+  void ToolWindowsChanged() override { toolWindows_.FollowSoon(); }
 
   // MainWindowMenus.cpp
   void BuildMenus();
@@ -147,6 +149,8 @@ class MainWindow : public QMainWindow, private model::Observer {
   std::shared_ptr<model::Vbe> vbe_;
   ProjectFiles files_;
   std::shared_ptr<tessel::Connect> connect_;
+  ToolWindowDocks toolWindows_{*this, services_.Desktop(),
+                               [this] { return vbe_->OwnWindows().ToolWindows(); }};
 
   std::shared_ptr<editing::Names> names_ = std::make_shared<editing::Names>();
   DefinitionJumps jumps_{names_};

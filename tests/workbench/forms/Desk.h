@@ -22,7 +22,7 @@ class ScreenPlatform : public platform::Platform {
   memory::MemoryRegistry RegistryService;
   workbench::QtDesktop DesktopService;
   workbench::QtClock ClockService;
-  memory::MemoryWindows WindowsService;
+  model::WindowService WindowsService;
   memory::MemoryIdentity IdentityService;
   memory::MemoryApp AppService;
   files::SystemFiles FilesService;
@@ -32,7 +32,7 @@ class ScreenPlatform : public platform::Platform {
   [[nodiscard]] platform::Clipboard& Clipboard() override { return DesktopService.Clipboard(); }
   [[nodiscard]] platform::Shell& Shell() override { return DesktopService.Shell(); }
   [[nodiscard]] platform::Clock& Clock() override { return ClockService; }
-  [[nodiscard]] platform::Windows& Windows() override { return WindowsService; }
+  [[nodiscard]] platform::Windows& Windows() override { return WindowsService.Get(); }
   [[nodiscard]] platform::Identity& Identity() override { return IdentityService; }
   [[nodiscard]] platform::App& App() override { return AppService; }
   [[nodiscard]] platform::Files& Files() override { return FilesService; }

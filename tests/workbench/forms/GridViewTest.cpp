@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QToolButton>
 #include <QUrl>
 
 #include "hosts/workbench/forms/GridModel.h"
@@ -252,16 +254,23 @@ TEST_F(GridOfForm, AnEditUnderWayIsKeptWhenTheFrameClosesTheForm) {
 
 // Boxes
 
-TEST_F(GridOfForm, ColumnsOfTrueAndFalseAreTickBoxes) {
-  EXPECT_TRUE(Model().IsBoolean(2));
-  EXPECT_FALSE(Model().IsBoolean(1));
+TEST_F(GridOfForm, CellsOfATickColumnAreTickBoxes) {
   EXPECT_EQ(Shown(1, 2), QString());
   EXPECT_EQ(Model().IndexOf(1, 2).data(Qt::CheckStateRole).toInt(), Qt::Checked);
+  EXPECT_FALSE(Model().IndexOf(1, 1).data(Qt::CheckStateRole).isValid());
   Click(1, 1);
   QTest::keyClick(&Table(), Qt::Key_Right);
   QTest::keyClick(&Table(), Qt::Key_Space);
   EXPECT_EQ(Grid().TextMatrix(1, 2), u"False");
   EXPECT_EQ(form_->Events.back(), u"fgRows edit False");
+}
+
+TEST_F(GridOfForm, AnEmptyCellOfATickColumnHasNoBoxAndTakesNoText) {
+  Grid().SetTextMatrix(2, 2, u"");
+  test::Desk::Turn();
+  EXPECT_FALSE(Model().IndexOf(2, 2).data(Qt::CheckStateRole).isValid());
+  DoubleClick(2, 2);
+  EXPECT_EQ(Editor(), nullptr);
 }
 
 TEST_F(GridOfForm, ARefusedTickBoxStaysWithoutAMessage) {
@@ -272,21 +281,20 @@ TEST_F(GridOfForm, ARefusedTickBoxStaysWithoutAMessage) {
   EXPECT_TRUE(desk_.Boxes.isEmpty());
 }
 
-TEST_F(GridOfForm, SpaceTicksTheRow) {
-  Click(4, 1);
+TEST_F(GridOfForm, SpaceTicksTheRowFromAnyCell) {
+  Click(4, 0);
   QTest::keyClick(&Table(), Qt::Key_Space);
-  EXPECT_EQ(Grid().RowAt(4).Ticked, true);
-  EXPECT_EQ(form_->Events.back(), u"fgRows tick 4");
-  Grid().SetTicked(4, false);
+  EXPECT_EQ(Grid().Ticked(4, 2), true);
+  Grid().SetTextMatrix(4, 2, u"False");
   test::Desk::Turn();
-  EXPECT_EQ(Model().IndexOf(4, 0).data(Qt::CheckStateRole).toInt(), Qt::Unchecked);
+  EXPECT_EQ(Model().IndexOf(4, 2).data(Qt::CheckStateRole).toInt(), Qt::Unchecked);
 }
 
 TEST_F(GridOfForm, AMouseTicksTheBox) {
-  const QRect cell = Table().visualRect(Model().IndexOf(4, 0));
+  const QRect cell = Table().visualRect(Model().IndexOf(4, 2));
   const QPoint box(cell.left() + cell.height() / 2, cell.center().y());
   QTest::mouseClick(Table().viewport(), Qt::LeftButton, {}, box);
-  EXPECT_EQ(Grid().RowAt(4).Ticked, true);
+  EXPECT_EQ(Grid().Ticked(4, 2), true);
 }
 
 // Outline
@@ -314,6 +322,114 @@ TEST_F(GridOfForm, NewRowsLeaveTheOutlineAsItWas) {
   test::Desk::Turn();
   EXPECT_TRUE(Table().isExpanded(Model().IndexOf(1, 0)));
   EXPECT_FALSE(Table().isExpanded(Model().IndexOf(2, 0)));
+}
+
+TEST_F(GridOfForm, AnOutlineOpensAndClosesAtOnce) {
+  Grid().SetOutline(0);
+  test::Desk::Turn();
+  EXPECT_FALSE(Table().isExpanded(Model().IndexOf(1, 0)));
+  Grid().SetOutline(100);
+  test::Desk::Turn();
+  EXPECT_TRUE(Table().isExpanded(Model().IndexOf(1, 0)));
+  EXPECT_TRUE(Table().isExpanded(Model().IndexOf(2, 0)));
+}
+
+TEST_F(GridOfForm, ALargeOutlineScrollsAndOpensItsRows) {
+  Grid().SetRedraw(false);
+  Grid().ClearRows();
+  constexpr int Groups = 1000, Below = 99;
+  for (int group = 0; group < Groups; ++group) {
+    Grid().AddRow({.Cells = {u"group " + vb::Str(group)}, .Bold = true});
+    for (int row = 0; row < Below; ++row) Grid().AddRow({.Cells = {u"row"}, .Level = 1});
+  }
+  Grid().SetOutline(1);
+  Grid().SetRedraw(true);
+  test::Desk::Turn();
+  EXPECT_EQ(Model().rowCount(), Groups);
+  const int wanted = 1 + 700 * (Below + 1);
+  Grid().SetTopRow(wanted);
+  test::Desk::Turn();
+  EXPECT_EQ(Table().indexAt(QPoint(1, 1)), Model().IndexOf(wanted, 0));
+  Grid().ShowCell(wanted + 50, 0);
+  test::Desk::Turn();
+  EXPECT_TRUE(Table().isExpanded(Model().IndexOf(wanted, 0)));
+  EXPECT_TRUE(
+      Table().viewport()->rect().intersects(Table().visualRect(Model().IndexOf(wanted + 50, 0))));
+}
+
+TEST_F(GridOfForm, TheUsersScrollingIsTheTopRowOfTheModel) {
+  for (int row = 0; row < 200; ++row) Grid().AddItem({u"more"});
+  test::Desk::Turn();
+  Table().verticalScrollBar()->setValue(50);
+  EXPECT_EQ(Grid().TopRow(), GridModel::RowOf(Table().indexAt(QPoint(0, 0))));
+  EXPECT_GE(Grid().TopRow(), 50);
+}
+
+TEST_F(GridOfForm, NothingIsShownWhileRedrawIsOff) {
+  Grid().SetRedraw(false);
+  Grid().SetTextMatrix(1, 1, u"late");
+  Grid().AddItem({u"new"});
+  test::Desk::Turn();
+  EXPECT_EQ(Model().rowCount(), 2) << "rows of level 0";
+  Grid().SetRedraw(true);
+  test::Desk::Turn();
+  EXPECT_EQ(Model().rowCount(), 3);
+  EXPECT_EQ(Shown(1, 1), QStringLiteral("late"));
+}
+
+TEST_F(GridOfForm, HiddenColumnsTakeNoRoomAndBoldRowsAreBold) {
+  Grid().SetColHidden(1, true);
+  Grid().SetRowBold(2, true);
+  test::Desk::Turn();
+  EXPECT_TRUE(Table().isColumnHidden(1));
+  EXPECT_TRUE(Model().IndexOf(2, 0).data(Qt::FontRole).value<QFont>().bold());
+  EXPECT_FALSE(Model().IndexOf(1, 0).data(Qt::FontRole).isValid());
+  Grid().SetColHidden(1, false);
+  test::Desk::Turn();
+  EXPECT_FALSE(Table().isColumnHidden(1));
+}
+
+TEST_F(GridOfForm, AnEditFromCodeOpensTheCellThoughTheGridIsNotEditable) {
+  Grid().Editable = false;
+  int asked = 0;
+  Grid().BeforeEdit = [&](int, int, bool&) { ++asked; };
+  Grid().EditCell(3, 0);
+  test::Desk::Turn();
+  ASSERT_NE(Editor(), nullptr);
+  EXPECT_EQ(asked, 1);
+  Edit(QStringLiteral("renamed"));
+  Commit(Qt::Key_Return);
+  EXPECT_EQ(Grid().TextMatrix(3, 0), u"renamed");
+  EXPECT_EQ(asked, 1);
+  EXPECT_FALSE(Grid().Editing());
+  DoubleClick(3, 0);
+  EXPECT_EQ(Editor(), nullptr) << "only that once";
+}
+
+TEST_F(GridOfForm, EscapeLeavesACellThatCodeHasOpened) {
+  Grid().Editable = false;
+  Grid().EditCell(3, 0);
+  test::Desk::Turn();
+  Edit(QStringLiteral("renamed"));
+  Commit(Qt::Key_Escape);
+  EXPECT_EQ(Grid().TextMatrix(3, 0), u"Grandchild");
+  EXPECT_FALSE(Grid().Editing());
+}
+
+TEST_F(GridOfForm, TheButtonOfTheCurrentCellIsPressed) {
+  Grid().SetColButton(1, true);
+  std::vector<int> pressed;
+  Grid().CellButtonClick = [&](int row, int col) { pressed = {row, col}; };
+  Click(2, 1);
+  test::Desk::Turn();
+  auto* const button = Table().viewport()->findChild<QToolButton*>();
+  ASSERT_NE(button, nullptr);
+  EXPECT_TRUE(Table().visualRect(Model().IndexOf(2, 1)).contains(button->geometry().center()));
+  button->click();
+  EXPECT_EQ(pressed, (std::vector<int>{2, 1}));
+  Click(2, 0);
+  test::Desk::Turn();
+  EXPECT_FALSE(button->isVisible());
 }
 
 // Mouse and files

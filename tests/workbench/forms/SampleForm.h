@@ -70,7 +70,7 @@ class SampleForm : public forms::Form {
     AddRow({u"Child", u"2", u"False"}, 1);
     AddRow({u"Grandchild", u"3", u"True"}, 2);
     AddRow({u"Second", u"4", u"False"}, 0);
-    fgRows.SetTicked(4, false);
+    fgRows.SetColTicks(2, true);
     fgRows.SetRowPicture(1, 111);
     fgRows.Editable = true;
   }
@@ -107,7 +107,6 @@ class SampleForm : public forms::Form {
       Note(u"fgRows edit " + fgRows.TextMatrix(row, col));
     };
     fgRows.AfterCollapse = [this](int row) { Note(u"fgRows collapse " + vb::Str(row)); };
-    fgRows.TickChanged = [this](int row) { Note(u"fgRows tick " + vb::Str(row)); };
     RicText.Change = [this] { Note(u"RicText"); };
     btmRun.Click = [this] { Note(u"btmRun"); };
     btmCancel.Click = [this] { Note(u"btmCancel"); };

@@ -41,13 +41,14 @@ TEST(WorkbenchPlatform, AFailingTimerIsReportedAndTheProgramGoesOn) {
   EXPECT_EQ(wrapped, 1);
 }
 
-TEST(WorkbenchPlatform, AWindowIsKnownByItsClass) {
+TEST(WorkbenchPlatform, ItsWindowsAreThoseOfTheEnvironment) {
   const test::TemporaryFolder folder;
   WorkbenchPlatform services(folder.Path(), folder.Path() / "settings.sqlite");
-  QLineEdit line;
-  EXPECT_EQ(services.Windows().ClassName(static_cast<platform::WindowHandle>(line.winId())),
-            u"QLineEdit");
-  EXPECT_EQ(services.Windows().ClassName(0), u"");
+  EXPECT_EQ(services.Windows().Find(0, 0, {}, {}), 0) << "there is no environment yet";
+  model::WindowTable windows;
+  const auto window = windows.Create(u"VbaWindow", u"Module1 (Code)", 0);
+  services.UseWindows(windows);
+  EXPECT_EQ(services.Windows().ClassName(window), u"VbaWindow");
 }
 
 }  // namespace

@@ -1,0 +1,22 @@
+#include "hosts/workbench/forms/ButtonFace.h"
+
+#include "hosts/workbench/platform/Pictures.h"
+#include "hosts/workbench/platform/Text.h"
+
+namespace tessel::workbench {
+
+void ShowFace(QAbstractButton& button, const forms::CaptionedControl& control) {
+  const QString caption = ToQt(control.Caption());
+  if (control.Picture == 0) {
+    button.setIcon({});
+    button.setText(caption);
+    return;
+  }
+  const QString name = QString(caption).remove(QLatin1Char('&'));
+  button.setIcon(Picture(control.Picture));
+  button.setText({});
+  button.setAccessibleName(name);
+  if (control.ToolTipText().empty()) button.setToolTip(name);
+}
+
+}  // namespace tessel::workbench
