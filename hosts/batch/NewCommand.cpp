@@ -8,7 +8,7 @@
 #include "hosts/batch/BatchPlatform.h"
 #include "hosts/batch/BuilderRecords.h"
 #include "hosts/batch/PersonalDatabase.h"
-#include "hosts/workspace/AtomicFile.h"
+#include "hosts/files/AtomicFile.h"
 #include "hosts/workspace/Workspace.h"
 #include "insertion/mGlobals.h"
 #include "scanning/mFunctions.h"
@@ -73,7 +73,7 @@ void Check(const std::vector<BuilderRecord>& records) {
 std::vector<BuilderRecord> ReadRecords(const NewRequest& request, std::istream& in) {
   if (request.From.empty()) return ReadBuilderRecords(request.Record, "the options", request.Kind);
   if (request.From != "-") {
-    return ReadBuilderRecords(workspace::ReadFile(request.From), request.From, request.Kind);
+    return ReadBuilderRecords(files::ReadFile(request.From), request.From, request.Kind);
   }
   const std::string json{std::istreambuf_iterator<char>(in), {}};
   return ReadBuilderRecords(json, "standard input", request.Kind);
@@ -180,7 +180,7 @@ void Carry(const NewRequest& request, std::istream& in, std::ostream& out) {
     Print(records, out);
     return;
   }
-  workspace::Workspace environment(services, {request.CodePage, false});
+  workspace::Workspace environment(services, {request.CodePage});
   environment.Open(request.Into);
   Inserter(environment, vb::FromUtf8(request.Component)).Insert(records);
   for (const auto& file : environment.Save()) out << file.string() << '\n';

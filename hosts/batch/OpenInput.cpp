@@ -54,7 +54,7 @@ OpenInput::OpenInput(platform::Platform& services, const std::string& file,
       selection_(selection),
       exclusion_(selection.Excludes),
       paths_(file),
-      environment_(services, {selection.CodePage, true}),
+      environment_(services, {selection.CodePage}),
       root_(RootOf(environment_)) {
   Load([&] { environment_.Open(file); });
 }
@@ -65,7 +65,7 @@ OpenInput::OpenInput(platform::Platform& services, const std::string& name, cons
       selection_(selection),
       exclusion_({}),
       paths_(name),
-      environment_(services, {selection.CodePage, true}),
+      environment_(services, {selection.CodePage}),
       root_(RootOf(environment_)) {
   Load([&] { environment_.OpenText(PathOf(name, text), text); });
 }
@@ -110,23 +110,23 @@ std::vector<ComponentRef> OpenInput::Chosen() const {
 }
 
 std::string OpenInput::StoredBytes(const ComponentRef& component) const {
-  return environment_.StoredBytes(component.Project, component.Name);
+  return environment_.StoredBytes(*component.Component);
 }
 
 std::string OpenInput::Bytes(const ComponentRef& component) const {
-  return environment_.Bytes(component.Project, component.Name);
+  return environment_.Bytes(*component.Component);
 }
 
 int OpenInput::FileLine(const ComponentRef& component, int codeLine) const {
-  return environment_.FileLine(component.Project, component.Name, codeLine);
+  return environment_.FileLine(*component.Component, codeLine);
 }
 
 void OpenInput::Save(const ComponentRef& component) {
-  environment_.SaveComponent(component.Project, component.Name);
+  environment_.SaveComponent(*component.Component);
 }
 
 void OpenInput::Reload(const ComponentRef& component) {
-  environment_.Reload(component.Project, component.Name);
+  environment_.Reload(*component.Component);
 }
 
 void OpenInput::SaveAll() { environment_.Save(); }

@@ -9,8 +9,10 @@
 #include "hosts/batch/BatchPlatform.h"
 #include "hosts/batch/PersonalDatabase.h"
 #include "hosts/batch/SchemeText.h"
+#include "hosts/files/AtomicFile.h"
+#include "hosts/files/SystemFiles.h"
+#include "hosts/files/Transaction.h"
 #include "hosts/linux/LinuxApp.h"
-#include "hosts/workspace/AtomicFile.h"
 #include "store/Seeds.h"
 #include "vb/Failure.h"
 
@@ -38,15 +40,15 @@ const ErrorHandlerScheme& Named(const Schemes& schemes, const std::string& name)
 }
 
 void Export(const SchemesRequest& request, const Schemes& all, std::ostream& out) {
-  std::vector<workspace::FileContent> files;
+  std::vector<files::Change> changes;
   const Schemes chosen = request.Name.empty() ? all : Schemes{Named(all, request.Name)};
   for (const ErrorHandlerScheme& scheme : chosen) {
-    files.push_back(
-        {request.Folder / SchemeFileName(vb::ToUtf8(scheme.NameError)), WriteScheme(scheme)});
+    const fs::path file = request.Folder / SchemeFileName(vb::ToUtf8(scheme.NameError));
+    changes.push_back({file, files::PresentBytes(file), WriteScheme(scheme)});
   }
   fs::create_directories(request.Folder);
-  workspace::WriteFiles(files);
-  for (const auto& file : files) out << file.Path.string() << '\n';
+  files::WriteTogether(request.Folder, changes);
+  for (const auto& change : changes) out << change.File.string() << '\n';
 }
 
 struct Imported {
@@ -59,7 +61,7 @@ struct Imported {
 std::vector<Imported> ReadFiles(const SchemesRequest& request, const Schemes& all) {
   std::vector<Imported> read;
   for (const std::string& file : request.Files) {
-    Imported one{file, ReadScheme(workspace::ReadFile(file), file)};
+    Imported one{file, ReadScheme(files::ReadFile(file), file)};
     const std::string name = vb::ToUtf8(one.Scheme.NameError);
     const auto refuse = [&](const std::string& why) {
       std::string message = file;
@@ -104,7 +106,8 @@ fs::path DataOf(const SchemesRequest& request) {
   if (request.Verb != SchemesVerb::Import) return SchemeData(request.Data);
   fs::path data = request.Data.empty() ? linux_host::DefaultDataDirectory() : request.Data;
   if (!fs::exists(PersonalFile(data))) {
-    store::WriteStandardDatabases(PersonalFile(data).parent_path());
+    files::SystemFiles services;
+    store::WriteStandardDatabases(PersonalFile(data).parent_path(), services);
   }
   return data;
 }

@@ -11,6 +11,7 @@
 #include "addin/Connect.h"
 #include "hosts/drive/Channel.h"
 #include "hosts/drive/ChannelDesktop.h"
+#include "hosts/files/SystemFiles.h"
 #include "hosts/linux/LinuxApp.h"
 #include "hosts/linux/LinuxIdentity.h"
 #include "hosts/linux/SqliteRegistry.h"
@@ -37,6 +38,7 @@ class SessionPlatform : public platform::Platform {
   [[nodiscard]] platform::Windows& Windows() override { return windows_; }
   [[nodiscard]] platform::Identity& Identity() override { return identity_; }
   [[nodiscard]] platform::App& App() override { return app_; }
+  [[nodiscard]] platform::Files& Files() override { return files_; }
   /// Moves the clock on by that many ms and runs the timers that fall due.
   void Advance(int ms);
 
@@ -48,6 +50,7 @@ class SessionPlatform : public platform::Platform {
   memory::MemoryWindows windows_;
   linux_host::LinuxIdentity identity_;
   linux_host::LinuxApp app_;
+  files::SystemFiles files_;
 };
 
 /// Owns everything that a channel speaks to. Verbs reach it through the members.

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/files/SystemFiles.h"
 #include "platform/Platform.h"
 #include "vb/Failure.h"
 
@@ -162,12 +163,14 @@ class MemoryPlatform : public platform::Platform {
   memory::MemoryWindows WindowsService;
   memory::MemoryIdentity IdentityService;
   memory::MemoryApp AppService;
+  files::SystemFiles FilesService;
   [[nodiscard]] platform::Registry& Registry() override { return RegistryService; }
   [[nodiscard]] platform::Desktop& Desktop() override { return DesktopService; }
   [[nodiscard]] platform::Clock& Clock() override { return ClockService; }
   [[nodiscard]] platform::Windows& Windows() override { return WindowsService; }
   [[nodiscard]] platform::Identity& Identity() override { return IdentityService; }
   [[nodiscard]] platform::App& App() override { return AppService; }
+  [[nodiscard]] platform::Files& Files() override { return FilesService; }
 };
 
 }  // namespace tessel::memory

@@ -137,6 +137,7 @@ std::shared_ptr<host::VBE> Environment::VBE() const { return vbe_; }
 
 std::shared_ptr<host::VBProject> Environment::NewProject(StringView name,
                                                          host::vbext_ProjectType type) {
+  if (name.empty()) return NewProject(vbe_->Projects().FreeName(), type);
   if (!IsName(name)) {
     throw vb::Failure(vb::InvalidCall, u"\"" + String(name) + u"\" is not a valid name", u"VBIDE");
   }
@@ -152,8 +153,9 @@ std::shared_ptr<host::VBProject> Environment::NewProject(StringView name,
   return project;
 }
 
-void Environment::RemoveProject(StringView name) {
-  const auto project = ProjectNamed(*vbe_, name);
+void Environment::RemoveProject(StringView name) { RemoveProject(ProjectNamed(*vbe_, name)); }
+
+void Environment::RemoveProject(const std::shared_ptr<VBProject>& project) {
   for (const auto& component : project->Components().All()) {
     if (component->Module()) vbe_->ClosePane(*component->Module());
   }
@@ -168,17 +170,25 @@ void Environment::ActivateProject(StringView name) { vbe_->Activate(ProjectNamed
 std::shared_ptr<host::VBComponent> Environment::AddComponent(StringView project,
                                                              host::vbext_ComponentType type,
                                                              StringView name, StringView text) {
-  const auto owner = ProjectNamed(*vbe_, project);
-  auto component = owner->Components().Make(type, name);
-  if (!text.empty()) SetModuleText(*component->Module(), text);
+  return AddComponent(ProjectNamed(*vbe_, project), type, name, text);
+}
+
+std::shared_ptr<host::VBComponent> Environment::AddComponent(
+    const std::shared_ptr<VBProject>& project, host::vbext_ComponentType type, StringView name,
+    StringView text) {
+  auto component = project->Components().Make(type, name);
+  if (!text.empty()) SetText(*component->Module(), text);
   vbe_->Select(component);
   vbe_->OwnEvents().ComponentAdded(component);
   return component;
 }
 
 void Environment::RemoveComponent(StringView project, StringView name) {
-  const auto component =
-      project.empty() ? ComponentAnywhere(*vbe_, name) : ComponentNamed(*vbe_, project, name);
+  RemoveComponent(project.empty() ? ComponentAnywhere(*vbe_, name)
+                                  : ComponentNamed(*vbe_, project, name));
+}
+
+void Environment::RemoveComponent(const std::shared_ptr<VBComponent>& component) {
   const auto owner = component->Project();
   if (component->Module()) vbe_->ClosePane(*component->Module());
   owner->Components().Remove(component);
@@ -221,14 +231,14 @@ String Environment::Text(StringView component) const {
   return buffer.Count() == 0 ? String() : buffer.Text(1, buffer.Count());
 }
 
-void Environment::SetModuleText(CodeModule& module, StringView text) {
+void Environment::SetText(CodeModule& module, StringView text) {
   const int count = module.Buffer().Count();
   if (count > 0) module.DeleteLines(1, count);
   if (!text.empty()) module.InsertLines(1, text);
 }
 
 void Environment::SetText(StringView component, StringView text) {
-  SetModuleText(ModuleAnywhere(*vbe_, component), text);
+  SetText(ModuleAnywhere(*vbe_, component), text);
 }
 
 void Environment::SetCaret(StringView component, const host::Selection& selection) {

@@ -16,6 +16,8 @@ namespace tessel::model {
 
 class Vbe;
 class CodeModule;
+class VBComponent;
+class VBProject;
 
 /// One window that the environment has open.
 struct WindowInfo {
@@ -27,7 +29,8 @@ struct WindowInfo {
 
 /// Owns the object model. Everything a user does by hand goes through here and raises the host's
 /// events. Names are found without regard to case; a missing one fails with 9 and says which. An
-/// empty project name means the active project.
+/// empty project name means the active project. Names need not be unique in a group; where an
+/// operation takes an object as well, that is the one to use for what is at hand already.
 class Environment {
  public:
   /// `platform` (not owned) gives PasteFace its clipboard.
@@ -38,13 +41,19 @@ class Environment {
 
   [[nodiscard]] std::shared_ptr<host::VBE> VBE() const;
 
+  /// An empty name: the first free one.
   std::shared_ptr<host::VBProject> NewProject(StringView name, host::vbext_ProjectType type);
   void RemoveProject(StringView name);
+  void RemoveProject(const std::shared_ptr<VBProject>& project);
   void ActivateProject(StringView name);
   std::shared_ptr<host::VBComponent> AddComponent(StringView project,
                                                   host::vbext_ComponentType type, StringView name,
                                                   StringView text);
+  std::shared_ptr<host::VBComponent> AddComponent(const std::shared_ptr<VBProject>& project,
+                                                  host::vbext_ComponentType type, StringView name,
+                                                  StringView text);
   void RemoveComponent(StringView project, StringView name);
+  void RemoveComponent(const std::shared_ptr<VBComponent>& component);
   void RenameComponent(StringView project, StringView name, StringView newName);
   /// Empty: none.
   void SelectComponent(StringView name);
@@ -60,6 +69,7 @@ class Environment {
   /// The whole text of a module, lines separated by CR LF.
   [[nodiscard]] String Text(StringView component) const;
   void SetText(StringView component, StringView text);
+  static void SetText(CodeModule& module, StringView text);
   /// Opens the pane, brings it to the front and selects.
   void SetCaret(StringView component, const host::Selection& selection);
   /// Closes the pane; the one below it comes to the front.
@@ -72,7 +82,6 @@ class Environment {
   void SetOperationHook(std::function<void(std::string_view)> hook);
 
  protected:
-  static void SetModuleText(CodeModule& module, StringView text);
   std::shared_ptr<Vbe> vbe_;
 };
 

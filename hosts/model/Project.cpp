@@ -98,8 +98,22 @@ void VBComponents::CheckName(StringView name, const VBComponent* except) const {
 }
 
 void VBComponents::Renamed(VBComponent& component, StringView newName) {
-  byName_.erase(vb::LCase(component.PlainName()));
+  Forget(component);
   byName_[vb::LCase(newName)] = component.shared_from_this();
+}
+
+/// Its name goes to the next that has it.
+void VBComponents::Forget(const VBComponent& component) {
+  const auto named = byName_.find(vb::LCase(component.PlainName()));
+  if (named == byName_.end() || named->second.get() != &component) return;
+  const auto next = std::find_if(items_.begin(), items_.end(), [&](const auto& other) {
+    return other.get() != &component && vb::SameText(other->PlainName(), component.PlainName());
+  });
+  if (next == items_.end()) {
+    byName_.erase(named);
+  } else {
+    named->second = *next;
+  }
 }
 
 String VBComponents::FreeName(StringView base) const {
@@ -118,8 +132,7 @@ void VBComponents::Insert(const std::shared_ptr<VBComponent>& component) {
 
 void VBComponents::Remove(const std::shared_ptr<VBComponent>& component) {
   std::erase(items_, component);
-  const auto named = byName_.find(vb::LCase(component->PlainName()));
-  if (named != byName_.end() && named->second == component) byName_.erase(named);
+  Forget(*component);
   hook_->Tell(&Observer::ProjectsChanged);
 }
 

@@ -25,7 +25,7 @@ class VBComponents : public host::VBComponents {
   [[nodiscard]] std::shared_ptr<host::VBE> VBE() override;
 
   [[nodiscard]] const std::vector<std::shared_ptr<VBComponent>>& All() const { return items_; }
-  /// Null when there is none.
+  /// Null when there is none; of several of one name the first.
   [[nodiscard]] std::shared_ptr<VBComponent> Find(StringView name) const;
   /// Takes a component in without raising an event.
   void Insert(const std::shared_ptr<VBComponent>& component);
@@ -39,6 +39,7 @@ class VBComponents : public host::VBComponents {
   std::shared_ptr<VBComponent> Make(host::vbext_ComponentType type, StringView name);
 
  private:
+  void Forget(const VBComponent& component);
   Hook hook_;
   VBProject* project_;  // owns this
   std::vector<std::shared_ptr<VBComponent>> items_;

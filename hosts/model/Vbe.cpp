@@ -37,6 +37,13 @@ std::shared_ptr<VBProject> VBProjects::Find(StringView name) const {
   return nullptr;
 }
 
+String VBProjects::FreeName() const {
+  for (int number = 1;; ++number) {
+    String name = u"Project" + vb::Str(number);
+    if (!Find(name)) return name;
+  }
+}
+
 std::shared_ptr<host::VBE> VBProjects::VBE() { return vbe_->shared_from_this(); }
 
 Vbe::Vbe(platform::Platform& services)

@@ -23,7 +23,10 @@ class VBProjects : public host::VBProjects {
   [[nodiscard]] std::shared_ptr<host::VBE> Parent() override { return VBE(); }
 
   [[nodiscard]] std::vector<std::shared_ptr<VBProject>>& All() { return items_; }
+  /// Null when there is none; of several of one name the first.
   [[nodiscard]] std::shared_ptr<VBProject> Find(StringView name) const;
+  /// The first name that no project has: "Project1", "Project2" ...
+  [[nodiscard]] String FreeName() const;
 
  private:
   Hook hook_;

@@ -90,14 +90,11 @@ void AddSingle(Table& table, unsigned char byte, char16_t character) {
   table.Bytes.try_emplace(character, 1, static_cast<char>(byte));
 }
 
-/// A byte that a page leaves undefined stands for the control character of its number, as the
-/// system has it.
 Table SingleByteTable(int codePage) {
   Table table;
-  for (unsigned byte = 0x80; byte < 0x100; ++byte) {
-    const char16_t character = vb::FromCodePage(static_cast<unsigned char>(byte), codePage);
-    AddSingle(table, static_cast<unsigned char>(byte),
-              character == 0xFFFD ? static_cast<char16_t>(byte) : character);
+  for (unsigned number = 0x80; number < 0x100; ++number) {
+    const auto byte = static_cast<unsigned char>(number);
+    AddSingle(table, byte, vb::CharacterOfByte(byte, codePage));
   }
   return table;
 }

@@ -2,67 +2,23 @@
 
 #include <algorithm>
 
+#include "hosts/files/AtomicFile.h"
 #include "hosts/model/Declarations.h"
 #include "hosts/model/Project.h"
 #include "hosts/model/Statements.h"
-#include "hosts/workspace/AtomicFile.h"
+#include "hosts/workspace/ByteLines.h"
 #include "hosts/workspace/CodePages.h"
+#include "hosts/workspace/ComponentKinds.h"
+#include "hosts/workspace/Paths.h"
 #include "vb/Failure.h"
 
 namespace tessel::workspace {
 namespace {
 
 namespace fs = std::filesystem;
-using host::vbext_ComponentType;
 
 constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 constexpr StringView AttributeWord = u"Attribute ";
-
-struct Extension {
-  const char* Text;
-  vbext_ComponentType Type;
-};
-constexpr Extension Extensions[] = {
-    {".bas", host::vbext_ct_StdModule},      {".cls", host::vbext_ct_ClassModule},
-    {".frm", host::vbext_ct_VBForm},         {".ctl", host::vbext_ct_UserControl},
-    {".pag", host::vbext_ct_PropPage},       {".dob", host::vbext_ct_DocObject},
-    {".dsr", host::vbext_ct_ActiveXDesigner}};
-
-std::string Lower(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(), [](char unit) {
-    return unit >= 'A' && unit <= 'Z' ? static_cast<char>(unit + 32) : unit;
-  });
-  return text;
-}
-
-std::string_view Trimmed(std::string_view line) {
-  const auto blank = [](char unit) {
-    return unit == ' ' || unit == '\t' || unit == '\r' || unit == '\n';
-  };
-  while (!line.empty() && blank(line.front())) line.remove_prefix(1);
-  while (!line.empty() && blank(line.back())) line.remove_suffix(1);
-  return line;
-}
-
-bool StartsWith(std::string_view line, std::string_view word) {
-  return line.size() >= word.size() && Lower(std::string(line.substr(0, word.size()))) == word;
-}
-
-/// End of the line that begins at `at`, behind its line end.
-std::size_t NextLine(std::string_view bytes, std::size_t at) {
-  const std::size_t end = bytes.find_first_of("\r\n", at);
-  if (end == std::string_view::npos) return bytes.size();
-  return end + (bytes.compare(end, 2, "\r\n") == 0 ? 2 : 1);
-}
-
-int LineNumber(std::string_view bytes, std::size_t at) {
-  int line = 1;
-  for (std::size_t start = NextLine(bytes, 0); start <= at && start < bytes.size();
-       start = NextLine(bytes, start)) {
-    ++line;
-  }
-  return line;
-}
 
 /// The text between the quotes of an attribute line.
 std::string_view QuotedIn(std::string_view line) {
@@ -142,21 +98,18 @@ ComponentFile::ComponentFile(fs::path path, const model::VBComponent& component,
       newAttributes_(NewAttributes(component)) {}
 
 void ComponentFile::Fail(int line, StringView why) const {
-  throw vb::Failure(vb::InvalidCall, path_.u16string() + u":" + vb::Str(line) + u": " + String(why),
+  throw vb::Failure(vb::InvalidCall, TextOf(path_) + u":" + vb::Str(line) + u": " + String(why),
                     u"Tessel.workspace");
 }
 
-String ComponentFile::FileName() const { return isNew_ ? String() : path_.u16string(); }
+String ComponentFile::FileName() const { return isNew_ ? String() : TextOf(path_); }
 
 std::string_view ComponentFile::Part(std::size_t from, std::size_t to) const {
   return std::string_view(bytes_).substr(from, to - from);
 }
 
 void ComponentFile::FindParts() {
-  const std::string extension = Lower(path_.extension().string());
-  for (const Extension& known : Extensions) {
-    if (extension == known.Text) type_ = known.Type;
-  }
+  if (const ComponentKind* const kind = KindOf(path_)) type_ = kind->Type;
   if (bytes_.compare(0, 2, "\xFF\xFE") == 0 || bytes_.compare(0, 2, "\xFE\xFF") == 0) {
     Fail(1,
          u"the file is in UTF-16, which the development environment doesn't read; save it in the "
@@ -166,14 +119,16 @@ void ComponentFile::FindParts() {
     bom_ = Utf8Mark.size();
     codePage_ = Utf8CodePage;
   }
+  // Some programs fill a file up with NUL bytes behind its text.
+  codeEnd_ = LengthWithoutPadding(bytes_);
   const std::size_t nul = bytes_.find('\0');
-  if (nul != std::string::npos) {
+  if (nul < codeEnd_) {
     Fail(LineNumber(bytes_, nul), u"the file holds NUL bytes and is no source text");
   }
   FindHeadEnd();
   codeStart_ = headEnd_;
-  while (codeStart_ < bytes_.size()) {
-    const std::size_t next = NextLine(bytes_, codeStart_);
+  while (codeStart_ < codeEnd_) {
+    const std::size_t next = std::min(NextLine(bytes_, codeStart_), codeEnd_);
     if (!StartsWith(Trimmed(Part(codeStart_, next)), "attribute vb_")) break;
     codeStart_ = next;
   }
@@ -182,13 +137,14 @@ void ComponentFile::FindParts() {
 /// The head reaches from VERSION to the End of the outermost block.
 void ComponentFile::FindHeadEnd() {
   headEnd_ = bom_;
-  if (!StartsWith(Part(bom_, bytes_.size()), "version ")) return;
+  const std::string_view text = Part(0, codeEnd_);
+  if (!StartsWith(text.substr(bom_), "version ")) return;
   int depth = 0;
   std::size_t begun = 0;
-  for (std::size_t at = bom_; at < bytes_.size();) {
-    const std::size_t next = NextLine(bytes_, at);
+  for (std::size_t at = bom_; at < text.size();) {
+    const std::size_t next = NextLine(text, at);
     const std::string_view line = Trimmed(Part(at, next));
-    if (StartsWith(line, "begin ") || Lower(std::string(line.substr(0, 6))) == "begin") {
+    if (StartsWith(line, "begin ") || Lower(line.substr(0, 6)) == "begin") {
       if (depth++ == 0) begun = at;
       if (StartsWith(line, "begin vb.mdiform ")) type_ = host::vbext_ct_VBMDIForm;
     } else if (line.size() == 3 && StartsWith(line, "end") && depth > 0) {
@@ -203,7 +159,7 @@ void ComponentFile::FindHeadEnd() {
     at = next;
   }
   if (depth > 0) {
-    Fail(LineNumber(bytes_, begun), u"the designer block that begins here never ends");
+    Fail(LineNumber(text, begun), u"the designer block that begins here never ends");
   }
 }
 
@@ -212,7 +168,7 @@ String ComponentFile::Name() const {
     const std::string_view line = Trimmed(Part(at, NextLine(bytes_, at)));
     if (StartsWith(line, "attribute vb_name")) return Decode(QuotedIn(line), codePage_);
   }
-  return path_.stem().u16string();
+  return TextOf(path_.stem());
 }
 
 void ComponentFile::SetCodePage(int codePage) {
@@ -227,7 +183,7 @@ std::shared_ptr<model::DesignerTree> ComponentFile::LoadDesigner() const {
 }
 
 model::LineBuffer ComponentFile::LoadCode() {
-  const String code = Decode(Part(codeStart_, bytes_.size()), codePage_);
+  const String code = Decode(Part(codeStart_, codeEnd_), codePage_);
   if (code.find(AttributeWord) == String::npos) {
     model::LineBuffer lines(code);
     endsLast_ = lines.EndsLast();
@@ -286,6 +242,7 @@ std::string ComponentFile::AttributeBytes() const {
       isNew_ ? EncodeOrFail(newAttributes_, 1) : std::string(Part(headEnd_, codeStart_));
   if (newName_.empty()) return attributes;
   std::string result;
+  bool named = false;
   for (std::size_t at = 0; at < attributes.size();) {
     const std::size_t next = NextLine(attributes, at);
     std::string line = attributes.substr(at, next - at);
@@ -293,16 +250,21 @@ std::string ComponentFile::AttributeBytes() const {
       const std::string_view old = QuotedIn(line);
       line.replace(static_cast<std::size_t>(old.data() - line.data()), old.size(),
                    EncodeOrFail(newName_, 1));
+      named = true;
     }
     result += line;
     at = next;
+  }
+  // A file without a name of its own is named by it.
+  if (!named && newName_ != TextOf(path_.stem())) {
+    return EncodeOrFail(u"Attribute VB_Name = \"" + newName_ + u"\"\r\n", 1) + result;
   }
   return result;
 }
 
 std::string ComponentFile::CodeBytes(const model::VBComponent& component) const {
   if (!component.Module() || (!isNew_ && !component.Module()->IsModified())) {
-    return std::string(Part(codeStart_, bytes_.size()));
+    return std::string(Part(codeStart_, codeEnd_));
   }
   const model::LineBuffer& lines = component.Module()->SettledBuffer();
   String text;
@@ -334,18 +296,19 @@ std::string ComponentFile::CodeBytes(const model::VBComponent& component) const 
     open = 0;
   }
   if (!endsLast_) text.resize(lastEnd);
-  return EncodeOrFail(text, 1);
+  return EncodeOrFail(text, codeStart_ == 0 ? 1 : LineNumber(bytes_, codeStart_ - 1) + 1);
 }
 
 std::string ComponentFile::Compose(const model::VBComponent& component) const {
   if (!IsModified(component)) return bytes_;
   return std::string(Part(0, bom_)) + HeadBytes(component) + AttributeBytes() +
-         CodeBytes(component);
+         CodeBytes(component) + std::string(Part(codeEnd_, bytes_.size()));
 }
 
 void ComponentFile::Stored(model::VBComponent& component, std::string bytes) {
   const auto type = type_;
   bytes_ = std::move(bytes);
+  seen_.reset();
   isNew_ = false;
   newName_.clear();
   newHead_.clear();
@@ -358,11 +321,50 @@ void ComponentFile::Stored(model::VBComponent& component, std::string bytes) {
 }
 
 void ComponentFile::SaveAs(model::VBComponent& component, StringView fileName) {
+  fs::path path = PathOf(vb::Replace(fileName, u"\\", u"/"));
   std::string bytes = Compose(component);
-  fs::path path(vb::Replace(fileName, u"\\", u"/"));
-  WriteFiles({{path, bytes}});
+  CopyCompanions(path.parent_path());
+  files::RemoveStrays(path.parent_path());
+  files::WriteFile(path, bytes);
   path_ = std::move(path);
   Stored(component, std::move(bytes));
+}
+
+/// The files beside this one that the head draws pictures and texts from ("Form1.frx":0000).
+std::vector<fs::path> ComponentFile::Companions() const {
+  std::vector<fs::path> found;
+  const std::string_view head = Part(bom_, headEnd_);
+  for (std::size_t at = 0; at < head.size();) {
+    const std::size_t next = NextLine(head, at);
+    const std::string_view line = Trimmed(head.substr(at, next - at));
+    const std::size_t end = line.rfind("\":");
+    const std::size_t start = end == std::string_view::npos ? end : line.rfind('"', end - 1);
+    if (start != std::string_view::npos && line.find('=') < start) {
+      fs::path file = ResolveNamed(path_.parent_path(),
+                                   std::string(line.substr(start + 1, end - start - 1)), codePage_);
+      if (fs::is_regular_file(file) && std::find(found.begin(), found.end(), file) == found.end()) {
+        found.push_back(std::move(file));
+      }
+    }
+    at = next;
+  }
+  return found;
+}
+
+/// A form in another folder finds its pictures there.
+void ComponentFile::CopyCompanions(const fs::path& folder) const {
+  for (const fs::path& file : Companions()) {
+    const fs::path copy = folder / file.filename();
+    if (fs::weakly_canonical(copy) == fs::weakly_canonical(file)) continue;
+    const std::string bytes = files::ReadFile(file);
+    if (!files::CreateFile(copy, bytes) && files::ReadFile(copy) != bytes) {
+      throw vb::Failure(vb::PathFileAccess,
+                        TextOf(copy) +
+                            u": another file of this name is there already, and the "
+                            u"component's pictures would have to stand in it",
+                        u"Tessel.workspace");
+    }
+  }
 }
 
 void ComponentFile::Renamed(model::VBComponent& component) {
@@ -375,7 +377,7 @@ void ComponentFile::Renamed(model::VBComponent& component) {
 
 int ComponentFile::FileLine(int codeLine) const {
   int line = LineNumber(bytes_, codeStart_) - 1 + codeLine;
-  if (codeStart_ >= bytes_.size()) ++line;
+  if (codeStart_ >= codeEnd_) ++line;
   if (!hiddenBehind_) FindHidden();
   const auto ahead = std::lower_bound(hiddenBehind_->begin(), hiddenBehind_->end(), codeLine);
   return line + static_cast<int>(ahead - hiddenBehind_->begin());
@@ -383,7 +385,7 @@ int ComponentFile::FileLine(int codeLine) const {
 
 void ComponentFile::FindHidden() const {
   hiddenBehind_.emplace();
-  const String code = Decode(Part(codeStart_, bytes_.size()), codePage_);
+  const String code = Decode(Part(codeStart_, codeEnd_), codePage_);
   if (code.find(AttributeWord) == String::npos) return;
   int visible = 0;
   for (const StringView line : model::CutLines(code)) {

@@ -31,8 +31,11 @@ class ComponentFile : public model::ComponentStorage {
   void SetPath(std::filesystem::path path) { path_ = std::move(path); }
   /// The file as it is stored; empty for one that was never written.
   [[nodiscard]] const std::string& StoredBytes() const { return bytes_; }
+  /// The bytes that the file is known to have on the disk: those that were read or written last, or
+  /// those of another program that the user has seen and will overwrite. Nothing: there is no file.
+  [[nodiscard]] std::optional<std::string> KnownBytes() const { return seen_.value_or(bytes_); }
+  void SetSeen(std::optional<std::string> bytes) { seen_ = std::move(bytes); }
   [[nodiscard]] bool IsNew() const { return isNew_; }
-  [[nodiscard]] bool IsRenamed() const { return !newName_.empty(); }
   [[nodiscard]] host::vbext_ComponentType Type() const { return type_; }
   /// The name that the file says, or its own without extension.
   [[nodiscard]] String Name() const;
@@ -64,11 +67,14 @@ class ComponentFile : public model::ComponentStorage {
   [[nodiscard]] std::string CodeBytes(const model::VBComponent& component) const;
   [[nodiscard]] std::string EncodeOrFail(StringView text, int firstLine) const;
   void FindHidden() const;
+  [[nodiscard]] std::vector<std::filesystem::path> Companions() const;
+  void CopyCompanions(const std::filesystem::path& folder) const;
   [[noreturn]] void Fail(int line, StringView why) const;
 
   std::filesystem::path path_;
   std::string bytes_;
-  std::size_t bom_ = 0, headEnd_ = 0, codeStart_ = 0;
+  std::optional<std::optional<std::string>> seen_;
+  std::size_t bom_ = 0, headEnd_ = 0, codeStart_ = 0, codeEnd_ = 0;
   host::vbext_ComponentType type_ = host::vbext_ct_StdModule;
   int codePage_ = 1252;
   bool isNew_ = false;

@@ -13,6 +13,7 @@ namespace tessel::workspace {
 
 /// A component as the project names it.
 struct ProjectEntry {
+  int Id = 0;            ///< of its line, for as long as the project is open
   std::size_t Line = 0;  ///< from 0
   host::vbext_ComponentType Type = host::vbext_ct_StdModule;
   std::string Name;  ///< in bytes; only modules and classes have it here
@@ -30,27 +31,38 @@ class ProjectFile {
   [[nodiscard]] std::optional<std::string> Value(std::string_view key) const;
   [[nodiscard]] host::vbext_ProjectType Type() const;
   [[nodiscard]] std::string Bytes() const;
-  [[nodiscard]] bool IsModified() const { return modified_; }
-  void Stored() { modified_ = false; }
+  /// The bytes that the file has; empty for one that was never written.
+  [[nodiscard]] const std::string& StoredBytes() const { return stored_; }
+  [[nodiscard]] bool IsModified() const { return Bytes() != stored_; }
+  /// These bytes now stand in the file.
+  void Stored(std::string bytes) { stored_ = std::move(bytes); }
 
-  /// Names a component, with its file relative to the project ("\" between folders).
-  void AddEntry(host::vbext_ComponentType type, const std::string& name, const std::string& file);
-  /// Changes the name on the line of a file; no effect on kinds that carry no name here.
-  void RenameEntry(const std::string& file, const std::string& name);
-  void RemoveEntry(const std::string& file);
+  /// Names a component, with its file relative to the project ("\" between folders), behind the
+  /// components that are there. Answers the line's number as `ProjectEntry::Id`.
+  int AddEntry(host::vbext_ComponentType type, const std::string& name, const std::string& file);
+  /// Changes the name on a component's line; no effect on kinds that carry no name here.
+  void SetEntryName(int id, const std::string& name);
+  void SetEntryFile(int id, const std::string& file);
+  void RemoveEntry(int id);
+  /// Changes the value of a key that is there; quotes stay.
+  void SetValue(std::string_view key, const std::string& value);
 
  private:
+  struct Line {
+    int Id;
+    std::string Text;  // with its line end
+  };
+  [[nodiscard]] const Line* FindKey(std::string_view key) const;
+  [[nodiscard]] std::optional<ProjectEntry> Find(int id) const;
+
   std::filesystem::path path_;
-  std::vector<std::string> lines_;  // with their line ends
-  bool modified_ = false;
+  std::vector<Line> lines_;
+  int nextId_ = 1;
+  std::string padding_;  // NUL bytes behind the last line
+  std::string stored_;
 };
 
 /// The projects that a group file (.vbg) names, as written.
 [[nodiscard]] std::vector<std::string> ReadGroup(std::string_view bytes);
-
-/// Finds a file named as on the other system: "\" or "/" between folders, any case. The path as
-/// written when there is none.
-[[nodiscard]] std::filesystem::path ResolvePath(const std::filesystem::path& folder,
-                                                const std::filesystem::path& written);
 
 }  // namespace tessel::workspace

@@ -7,68 +7,94 @@
 #include <vector>
 
 #include "hosts/model/Environment.h"
+#include "hosts/workspace/LoadedProject.h"
 #include "vb/Failure.h"
 
 namespace tessel::workspace {
 
 /// How files are read and written.
 struct Options {
-  /// Code page of files that have no byte order mark: 1252, 1251, 932, 65001 ...; 0 guesses for
-  /// each project from its bytes.
+  /// Code page of files that have no byte order mark: 1252, 1251, 932, 65001 ...; 0 finds out for
+  /// each project from its bytes and the names of its files.
   int CodePage = 0;
-  /// A component that can't be loaded is left out and its failure kept in `Problems`; otherwise it
-  /// is the failure of `Open`.
-  bool SkipBadComponents = false;
 };
+
+/// Number of the failure of a save where a file was changed by another program since it was read.
+inline constexpr std::int32_t ChangedOutside = 32861;
 
 /// The environment over project files. A load followed by a save changes no byte; every file keeps
 /// its line ends, code page, byte order mark and last line end; what is not understood stays as it
 /// is. Failures are vb::Failure whose description names the file, and the line where there is one.
+/// Components and projects are known by the object: names need not be unique.
 class Workspace : public model::Environment {
  public:
   explicit Workspace(platform::Platform& platform, Options options = {});
   ~Workspace() override;
 
   /// Opens a project (.vbp), a group (.vbg), or one component file in a project of its own that is
-  /// never written. What fails to open leaves nothing behind.
-  void Open(const std::filesystem::path& file);
+  /// never written. Components that can't be loaded, and projects of a group, become problems; the
+  /// rest opens. What fails to open leaves nothing behind. A save that was interrupted in the
+  /// folder is finished first. `codePage` as in Options, for these files alone. Answers the
+  /// problems.
+  std::vector<Problem> Open(const std::filesystem::path& file, int codePage = 0);
   /// Opens one component whose bytes are at hand, as if they stood in that file.
   void OpenText(const std::filesystem::path& file, std::string bytes);
-  /// Failures of the components that were left out.
-  [[nodiscard]] const std::vector<vb::Failure>& Problems() const;
+  /// What of the open projects could not be loaded. The lines stay in the project files.
+  [[nodiscard]] std::vector<Problem> Problems() const;
+  /// What the user is to know of interrupted saves that were finished, a sentence each. Answers and
+  /// forgets them.
+  [[nodiscard]] std::vector<String> TakeNotices();
 
-  /// Writes every changed file, each to a temporary file beside it that is flushed and renamed over
-  /// it. All texts are encoded before the first file is touched. Answers the files written.
+  /// Writes every changed file; of each project all or none. All texts are encoded and all files
+  /// looked at before the first is touched. Fails with ChangedOutside, writing nothing, when a file
+  /// doesn't have the bytes that were read and says which and how. Answers the files written.
   std::vector<std::filesystem::path> Save();
+  /// Writes one component, and its project's file where its line changes; no effect when it is
+  /// unchanged. Fails as `Save` does.
+  void SaveComponent(const host::VBComponent& component);
+  /// Files of the project that were changed outside are to be overwritten by the next save.
+  void AcceptOutside(const std::shared_ptr<model::VBProject>& project);
+  /// The same for the file of one component.
+  void AcceptOutside(const host::VBComponent& component);
   /// The files that `Save` would write.
   [[nodiscard]] std::vector<std::filesystem::path> ChangedFiles() const;
   /// Gives a project that was never saved its file (.vbp) and its components theirs beside it, and
   /// writes them all. Fails, changing nothing, when it has a file or one of the files exists.
-  std::vector<std::filesystem::path> SaveProjectAs(StringView project,
+  std::vector<std::filesystem::path> SaveProjectAs(const std::shared_ptr<model::VBProject>& project,
                                                    const std::filesystem::path& file);
   /// Closes a project; what wasn't saved is lost.
-  void Close(StringView project);
+  void Close(const std::shared_ptr<model::VBProject>& project);
   /// Takes a component from its file again; its changes are lost.
-  void Reload(StringView project, StringView component);
+  void Reload(const host::VBComponent& component);
+
   /// The file of a component; empty when it has none yet.
-  [[nodiscard]] std::filesystem::path FileOf(StringView project, StringView component) const;
+  [[nodiscard]] std::filesystem::path FileOf(const host::VBComponent& component) const;
   /// The code page of a component's file.
-  [[nodiscard]] int CodePageOf(StringView project, StringView component) const;
-  [[nodiscard]] bool IsModified(StringView project, StringView component) const;
-
-  /// Writes one component; no effect when it is unchanged.
-  void SaveComponent(StringView project, StringView component);
-
+  [[nodiscard]] int CodePageOf(const host::VBComponent& component) const;
+  [[nodiscard]] bool IsModified(const host::VBComponent& component) const;
   /// The bytes that `Save` would write for a component.
-  [[nodiscard]] std::string Bytes(StringView project, StringView component) const;
-  /// The bytes that its file has now.
-  [[nodiscard]] std::string StoredBytes(StringView project, StringView component) const;
+  [[nodiscard]] std::string Bytes(const host::VBComponent& component) const;
+  /// The bytes that were read from its file or written to it last; empty for a new one.
+  [[nodiscard]] std::string StoredBytes(const host::VBComponent& component) const;
   /// Line of the stored file (from 1) where a line of the component's code module stands.
-  [[nodiscard]] int FileLine(StringView project, StringView component, int codeLine) const;
+  [[nodiscard]] int FileLine(const host::VBComponent& component, int codeLine) const;
 
  private:
-  struct Impl;
-  std::unique_ptr<Impl> impl_;
+  using ProjectPtr = std::shared_ptr<LoadedProject>;
+  [[nodiscard]] ProjectPtr Find(const model::VBProject* project) const;
+  [[nodiscard]] std::vector<ProjectPtr> Load(const std::filesystem::path& file, int codePage,
+                                             std::vector<Problem>& problems);
+  [[nodiscard]] std::vector<ProjectPtr> LoadGroup(const std::filesystem::path& file, int codePage,
+                                                  std::vector<Problem>& problems);
+  void Show(const std::vector<ProjectPtr>& loaded);
+  void FinishInterrupted(const std::filesystem::path& folder);
+  std::vector<std::filesystem::path> Write(const std::filesystem::path& folder,
+                                           std::vector<PendingFile>& pending);
+
+  Options options_;
+  std::vector<ProjectPtr> projects_;
+  std::vector<Problem> groupProblems_;
+  std::vector<String> notices_;
 };
 
 }  // namespace tessel::workspace

@@ -71,7 +71,8 @@ void Connect::OpenDatabases() {
   gConnectReestr->Init(gAppSettings);
   // The two delivered files come into being at the first start; what is there stays as it is.
   try {
-    store::WriteStandardDatabases(std::filesystem::path(app.NativePath(app.Path() + u"\\Data")));
+    store::WriteStandardDatabases(std::filesystem::path(app.NativePath(app.Path() + u"\\Data")),
+                                  platform::Current().Files());
   } catch (...) {
     ShowPlainly(vb::CurrentFailure());
   }

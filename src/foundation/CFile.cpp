@@ -37,6 +37,11 @@ std::string ReadAll(const fs::path& path) {
   return bytes;
 }
 
+/// The name of what a path stands for, also where a separator ends it; empty for a root.
+String LastName(const fs::path& path) {
+  return (path.has_filename() ? path : path.parent_path()).filename().u16string();
+}
+
 bool IsWritable(const fs::path& path) {
   return (fs::status(path).permissions() & fs::perms::owner_write) != fs::perms::none;
 }
@@ -70,7 +75,7 @@ int CFile::Attributes() const {
     const fs::path path = ExistingPath();
     int attributes = fs::is_directory(path) ? AttributeFolder : AttributeArchive;
     if (!IsWritable(path)) attributes |= AttributeReadOnly;
-    if (path.filename().u16string().front() == u'.') attributes |= AttributeHidden;
+    if (LastName(path).starts_with(u'.')) attributes |= AttributeHidden;
     return attributes;
   });
 }
@@ -82,16 +87,11 @@ std::string CFile::Contents() const {
 void CFile::SetContents(const std::string& bytes) const {
   Service.Guard([&] {
     const fs::path path = Path();
-    fs::path beside = path;
-    beside += u".new";
-    std::ofstream out(beside, std::ios::binary | std::ios::trunc);
-    out << bytes << std::flush;
-    out.close();
-    std::error_code error;
-    if (out) fs::rename(beside, path, error);
-    if (out && !error) return;
-    fs::remove(beside, error);
-    throw vb::RuntimeFailure(vb::PathFileAccess);
+    try {
+      platform::Current().Files().Write(path, bytes);
+    } catch (const vb::Failure&) {
+      throw vb::RuntimeFailure(vb::PathFileAccess);
+    }
   });
 }
 
@@ -157,11 +157,11 @@ void CFile::Move(StringView target) {
   Service.Guard([&] {
     const fs::path source = ExistingPath();
     CheckName(target);
-    const fs::path to = Native(target);
-    std::error_code error;
-    if (fs::exists(to)) throw Service.Own(MoveFailed, u"File move failed");
-    fs::rename(source, to, error);
-    if (error) throw Service.Own(MoveFailed, u"File move failed");
+    try {
+      platform::Current().Files().Move(source, Native(target));
+    } catch (const vb::Failure&) {
+      throw Service.Own(MoveFailed, u"File move failed");
+    }
     pathFileName_ = target;
   });
 }

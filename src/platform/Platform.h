@@ -4,6 +4,7 @@
 #include "platform/App.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
+#include "platform/Files.h"
 #include "platform/Identity.h"
 #include "platform/Registry.h"
 #include "platform/Windows.h"
@@ -20,6 +21,7 @@ class Platform {
   [[nodiscard]] virtual platform::Windows& Windows() = 0;
   [[nodiscard]] virtual platform::Identity& Identity() = 0;
   [[nodiscard]] virtual platform::App& App() = 0;
+  [[nodiscard]] virtual platform::Files& Files() = 0;
 };
 
 /// The platform in force. The language's run-time services are process-wide, and so is this: the

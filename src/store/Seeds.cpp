@@ -1,7 +1,5 @@
 #include "store/Seeds.h"
 
-#include <atomic>
-#include <chrono>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,44 +30,15 @@ std::vector<std::byte> BytesOf(sqlite3* db) {
   return copy;
 }
 
-/// A name that no other process uses at the same time.
-fs::path TemporaryBeside(const fs::path& file) {
-  static std::atomic<unsigned> count = 0;
-  const auto ticks = std::chrono::steady_clock::now().time_since_epoch().count();
-  fs::path beside = file;
-  beside += "." + std::to_string(ticks) + "-" + std::to_string(count++) + ".new";
-  return beside;
-}
-
-/// Makes the whole database beside the file, then renames it. A file that another process made
-/// meanwhile stays.
-void WriteDatabase(const fs::path& file, std::string_view statements) {
-  const fs::path beside = TemporaryBeside(file);
-  sqlite3* db = nullptr;
-  const std::string name = vb::ToUtf8(beside.u16string());
-  try {
-    if (sqlite3_open(name.c_str(), &db) != SQLITE_OK) throw engine::Error(db, name);
-    engine::Run(db, "BEGIN IMMEDIATE");
-    engine::Run(db, std::string(statements));
-    engine::Run(db, "COMMIT");
-    sqlite3_close(db);
-  } catch (const vb::Failure& failure) {
-    sqlite3_close(db);
-    std::error_code ignored;
-    fs::remove(beside, ignored);
-    throw vb::Failure(StoreFailure, file.u16string() + u": " + failure.Description(),
-                      u"Tessel.store");
-  }
-  if (fs::exists(file)) {
-    fs::remove(beside);
-  } else {
-    fs::rename(beside, file);
-  }
+std::vector<std::byte> DatabaseOf(std::string_view statements) {
+  Connection connection;
+  connection.OpenMemory(statements);
+  return BytesOf(connection.Handle());
 }
 
 }  // namespace
 
-void WriteStandardDatabases(const fs::path& folder) {
+void WriteStandardDatabases(const fs::path& folder, platform::Files& files) {
   try {
     fs::create_directories(folder);
   } catch (const fs::filesystem_error& error) {
@@ -80,7 +49,11 @@ void WriteStandardDatabases(const fs::path& folder) {
   }
   for (const SeedFile& seed : SeedFiles) {
     const fs::path file = folder / seed.Name;
-    if (!fs::exists(file)) WriteDatabase(file, seed.Statements);
+    if (fs::exists(file)) continue;
+    const std::vector<std::byte> bytes = DatabaseOf(seed.Statements);
+    // One that another process made meanwhile stays.
+    static_cast<void>(
+        files.Create(file, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}));
   }
 }
 
@@ -91,11 +64,7 @@ std::shared_ptr<Connection> OpenDeliveredPersonal() {
 }
 
 std::span<const std::byte> EmptySnippetDatabase() {
-  static const std::vector<std::byte> bytes = [] {
-    Connection connection;
-    connection.OpenMemory(seed::empty_snippets_sql);
-    return BytesOf(connection.Handle());
-  }();
+  static const std::vector<std::byte> bytes = DatabaseOf(seed::empty_snippets_sql);
   return bytes;
 }
 

@@ -6,14 +6,14 @@
 #include <memory>
 #include <span>
 
+#include "platform/Files.h"
 #include "store/Connection.h"
 
 namespace tessel::store {
 
 /// Writes "VBCode.MDB" and "Personal.MDB" into the folder (created when needed), each complete or
-/// not at all (temporary file beside it, then rename); a file that exists is never touched. Fails
-/// with a vb::Failure that names the file.
-void WriteStandardDatabases(const std::filesystem::path& folder);
+/// not at all; a file that exists is never touched. Fails with a vb::Failure that names the file.
+void WriteStandardDatabases(const std::filesystem::path& folder, platform::Files& files);
 
 /// The delivered shared database ("Personal.MDB"), in memory.
 [[nodiscard]] std::shared_ptr<Connection> OpenDeliveredPersonal();

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
 
 namespace tessel::vb {
 namespace {
@@ -153,6 +154,67 @@ char16_t FromCodePage(unsigned char byte, int codePage) {
   if (byte < 0x80) return byte;
   const Half* const page = FindPage(codePage);
   return page == nullptr ? u'\xFFFD' : (*page)[byte - 0x80U];
+}
+
+namespace {
+
+constexpr int WesternPage = 1252;
+constexpr char16_t NoCharacter = 0xFFFD;
+
+/// The whole map of one page, both ways.
+struct ByteMap {
+  std::array<char16_t, 256> Characters{};
+  std::unordered_map<char16_t, unsigned char> Bytes;
+
+  explicit ByteMap(int codePage) {
+    for (unsigned number = 0; number < Characters.size(); ++number) {
+      const auto byte = static_cast<unsigned char>(number);
+      const char16_t character = FromCodePage(byte, codePage);
+      Characters[number] = character == NoCharacter ? static_cast<char16_t>(number) : character;
+      Bytes.emplace(Characters[number], byte);
+    }
+  }
+};
+
+const ByteMap& MapOf(int codePage) {
+  static const std::unordered_map<int, ByteMap> maps = [] {
+    std::unordered_map<int, ByteMap> all;
+    for (const CodePage& page : Pages) all.emplace(page.Number, page.Number);
+    return all;
+  }();
+  const auto found = maps.find(codePage);
+  return found != maps.end() ? found->second : maps.at(WesternPage);
+}
+
+}  // namespace
+
+char16_t CharacterOfByte(unsigned char byte, int codePage) {
+  return MapOf(codePage).Characters[byte];
+}
+
+std::optional<unsigned char> ByteOfCharacter(char16_t character, int codePage) {
+  const ByteMap& map = MapOf(codePage);
+  const auto found = map.Bytes.find(character);
+  if (found == map.Bytes.end()) return std::nullopt;
+  return found->second;
+}
+
+String TextOfBytes(std::string_view bytes, int codePage) {
+  const ByteMap& map = MapOf(codePage);
+  String text(bytes.size(), u'\0');
+  std::transform(bytes.begin(), bytes.end(), text.begin(),
+                 [&](char byte) { return map.Characters[static_cast<unsigned char>(byte)]; });
+  return text;
+}
+
+std::string BytesOfText(StringView text, int codePage) {
+  const ByteMap& map = MapOf(codePage);
+  std::string bytes(text.size(), '?');
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const auto found = map.Bytes.find(text[at]);
+    if (found != map.Bytes.end()) bytes[at] = static_cast<char>(found->second);
+  }
+  return bytes;
 }
 
 }  // namespace tessel::vb

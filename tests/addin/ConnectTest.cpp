@@ -68,7 +68,7 @@ class AddIn : public testing::Test {
   }
   /// Names of the delivered schemes are replaced by that many others.
   void FillSchemes(int count) {
-    store::WriteStandardDatabases(folder_ / "Data");
+    store::WriteStandardDatabases(folder_ / "Data", platform::Current().Files());
     auto connection = std::make_shared<store::Connection>();
     connection->DataSource = (folder_ / "Data" / "Personal.MDB").u16string();
     connection->Open();

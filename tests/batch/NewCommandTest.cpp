@@ -7,7 +7,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "hosts/workspace/AtomicFile.h"
+#include "hosts/files/AtomicFile.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessel::batch {
@@ -110,8 +110,8 @@ TEST_F(NewCommand, ManyPropertiesGoIntoOneModuleVariablesFirst) {
   const fs::path file = project.parent_path() / "Account.cls";
   EXPECT_EQ(Out, file.string() + "\n");
   const std::string before =
-      workspace::ReadFile(fs::path(TESSEL_SOURCE_DIR) / "samples/ledger/Account.cls");
-  std::string after = workspace::ReadFile(file);
+      files::ReadFile(fs::path(TESSEL_SOURCE_DIR) / "samples/ledger/Account.cls");
+  std::string after = files::ReadFile(file);
   const std::string variables = "Private lFirst As Long\r\nPrivate sSecond As String\r\n";
   const std::size_t at = after.find(variables);
   ASSERT_NE(at, std::string::npos);
@@ -126,19 +126,19 @@ TEST_F(NewCommand, ANameThatTheModuleHasIsRefusedAndNothingIsWritten) {
   Input = R"([{"name": "New1", "type": "Long"}, {"name": "new1", "type": "Long"}])";
   EXPECT_EQ(Run({"property", "--from", "-", "--into", project, "--component", "Account"}), 2);
   EXPECT_EQ(Err, "tessel: Account has a member new1 already\n");
-  EXPECT_EQ(workspace::ReadFile(project.parent_path() / "Account.cls"),
-            workspace::ReadFile(fs::path(TESSEL_SOURCE_DIR) / "samples/ledger/Account.cls"));
+  EXPECT_EQ(files::ReadFile(project.parent_path() / "Account.cls"),
+            files::ReadFile(fs::path(TESSEL_SOURCE_DIR) / "samples/ledger/Account.cls"));
 }
 
 TEST_F(NewCommand, ACollectionMakesItsClassAndTheBaseClassThatIsMissing) {
   const fs::path project = Project();
   ASSERT_EQ(Run({"collection", "--base-class", "Branch", "--into", project}), 0) << Err;
-  const std::string made = workspace::ReadFile(project.parent_path() / "BranchS.cls");
+  const std::string made = files::ReadFile(project.parent_path() / "BranchS.cls");
   EXPECT_NE(made.find("Attribute VB_Name = \"BranchS\"\r\n"), std::string::npos);
   EXPECT_TRUE(made.ends_with("End Function\r\n"));
   EXPECT_TRUE(
-      workspace::ReadFile(project.parent_path() / "Branch.cls").ends_with("Option Explicit\r\n"));
-  const std::string entries = workspace::ReadFile(project);
+      files::ReadFile(project.parent_path() / "Branch.cls").ends_with("Option Explicit\r\n"));
+  const std::string entries = files::ReadFile(project);
   EXPECT_NE(entries.find("Class=BranchS; BranchS.cls\r\n"), std::string::npos);
   EXPECT_NE(entries.find("Class=Branch; Branch.cls\r\n"), std::string::npos);
   EXPECT_EQ(Run({"collection", "--base-class", "Branch", "--into", project}), 2);
@@ -150,7 +150,7 @@ TEST_F(NewCommand, AComponentThatIsMissingIsMadeAsAModule) {
   ASSERT_EQ(
       Run({"enum", "--name", "E", "--member", "A", "--into", project, "--component", "modNew"}), 0)
       << Err;
-  EXPECT_EQ(workspace::ReadFile(project.parent_path() / "modNew.bas"),
+  EXPECT_EQ(files::ReadFile(project.parent_path() / "modNew.bas"),
             "Attribute VB_Name = \"modNew\"\r\nPublic Enum E\r\n   A\r\nEnd Enum\r\n");
   EXPECT_EQ(Run({"enum", "--name", "F", "--member", "A", "--into", project}), 2);
   EXPECT_EQ(Err, "tessel: F: --component says where it goes\n");

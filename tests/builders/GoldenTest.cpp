@@ -11,7 +11,7 @@
 
 #include "builders/CodeReader.h"
 #include "hosts/batch/BuilderRecords.h"
-#include "hosts/workspace/AtomicFile.h"
+#include "hosts/files/AtomicFile.h"
 #include "support/BlockChecker.h"
 
 namespace tessel::builders {
@@ -64,7 +64,7 @@ void CheckCode(const String& text, const std::string& what) {
 class BuilderGoldens : public testing::TestWithParam<std::string> {};
 
 TEST_P(BuilderGoldens, EveryCombinationGivesItsText) {
-  const Json table = Json::parse(workspace::ReadFile(Folder / (GetParam() + ".json")));
+  const Json table = Json::parse(files::ReadFile(Folder / (GetParam() + ".json")));
   std::string actual;
   for (const Json& combination : Combine(table.at("axes"))) {
     Json record = table.at("fixed");
@@ -80,7 +80,7 @@ TEST_P(BuilderGoldens, EveryCombinationGivesItsText) {
   std::ofstream(Actual / (GetParam() + ".golden"), std::ios::binary) << actual;
   const fs::path golden = Folder / (GetParam() + ".golden");
   ASSERT_TRUE(fs::exists(golden)) << "run tools/renew-goldens.sh and read the difference";
-  EXPECT_TRUE(workspace::ReadFile(golden) == actual)
+  EXPECT_TRUE(files::ReadFile(golden) == actual)
       << "compare with " << (Actual / (GetParam() + ".golden")).string();
 }
 

@@ -56,7 +56,7 @@ TEST_F(Connections, ChecksItsProperties) {
 }
 
 TEST_F(Connections, OpensASnippetDatabaseAndSaysWhatIsMissing) {
-  store::WriteStandardDatabases(folder_.Path());
+  store::WriteStandardDatabases(folder_.Path(), platform::Current().Files());
   cConnectionMDB connection;
   EXPECT_FALSE(connection.OpenConnection()) << "no name, no file";
   connection.NameConnect = u"UserConnect1";

@@ -15,7 +15,7 @@
 
 #include "errorhandlers/HandlersWorld.h"
 #include "hosts/batch/SchemeText.h"
-#include "hosts/workspace/AtomicFile.h"
+#include "hosts/files/AtomicFile.h"
 
 namespace tessel {
 namespace {
@@ -98,7 +98,7 @@ class Golden : public test::HandlersWorld {
     NoSchemes();
     for (const auto& file : fs::directory_iterator(Folder / "schemes")) {
       const std::string name = file.path().string();
-      Scheme(batch::ReadScheme(workspace::ReadFile(name), name));
+      Scheme(batch::ReadScheme(files::ReadFile(name), name));
     }
     insert::Init_mRecord_ErrorHandlerScheme();
   }

@@ -167,6 +167,39 @@ TEST_F(Settings, AFileWithoutANameFailsAndExistsRaisesNothing) {
   EXPECT_FALSE(file.Exists());
 }
 
+TEST_F(Settings, WritingAFileLeavesItsNeighboursAlone) {
+  const test::TemporaryFolder folder;
+  folder.Write("a.txt.new", "mine");
+  CFile file;
+  file.SetPathFileName(folder.Write("a.txt", "old").u16string());
+  file.SetContents("new");
+  EXPECT_EQ(file.Contents(), "new");
+  EXPECT_EQ(folder.Read("a.txt.new"), "mine");
+}
+
+TEST_F(Settings, APathThatEndsInASeparatorIsAFolder) {
+  const test::TemporaryFolder folder;
+  CFile file;
+  file.SetPathFileName(folder.Path().u16string() + u"/");
+  EXPECT_EQ(file.Attributes(), 16);
+  EXPECT_EQ(file.FileName(), u"");
+  EXPECT_THROW(file.SetContents("x"), vb::Failure);
+  file.SetPathFileName(u"/");
+  EXPECT_EQ(file.Attributes() & 16, 16);
+}
+
+TEST_F(Settings, AFileMovesToAnotherFileSystem) {
+  const test::TemporaryFolder folder;
+  const std::filesystem::path other = "/dev/shm/tessel-move-test.txt";
+  std::filesystem::remove(other);
+  CFile file;
+  file.SetPathFileName(folder.Write("a.txt", "text").u16string());
+  file.Move(other.u16string());
+  EXPECT_EQ(file.Contents(), "text");
+  EXPECT_FALSE(std::filesystem::exists(folder.Path() / "a.txt"));
+  file.Delete();
+}
+
 TEST_F(Settings, TheShellsAnswersBecomeFailures) {
   const std::tuple<int, std::uint32_t, StringView> cases[] = {
       {2, 0x80044679, u"File not found"},

@@ -25,8 +25,7 @@ void ReadComponent(const std::string& bytes) {
     const auto module = component->CodeModule();
     module->InsertLines(1, u"x");
     module->DeleteLines(1, 1);
-    const String name = component->Name();
-    if (workspace.Bytes(project->Name(), name) != workspace.StoredBytes(project->Name(), name)) {
+    if (workspace.Bytes(*component) != workspace.StoredBytes(*component)) {
       std::abort();
     }
     if (const auto designer = component->Designer()) {

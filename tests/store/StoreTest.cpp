@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "hosts/files/SystemFiles.h"
 #include "store/Command.h"
 #include "store/Recordset.h"
 #include "store/Seeds.h"
@@ -45,7 +46,7 @@ TEST(TranslateStatement, TurnsTheStatementsWordsIntoTheEngines) {
 class Database : public testing::Test {
  protected:
   void SetUp() override {
-    WriteStandardDatabases(folder_.Path() / "Data");
+    WriteStandardDatabases(folder_.Path() / "Data", files_);
     connection_ = Open("Data/Personal.MDB");
   }
   [[nodiscard]] std::shared_ptr<Connection> Open(const std::string& name) const {
@@ -63,6 +64,7 @@ class Database : public testing::Test {
     return "(no failure)";
   }
   test::TemporaryFolder folder_;
+  files::SystemFiles files_;
   std::shared_ptr<Connection> connection_;
 };
 
@@ -190,7 +192,7 @@ TEST_F(Database, AnEmptySnippetDatabaseHasOneRoot) {
 
 TEST_F(Database, AnExistingFileIsNeverTouched) {
   folder_.Write("Other/Personal.MDB", "mine");
-  WriteStandardDatabases(folder_.Path() / "Other");
+  WriteStandardDatabases(folder_.Path() / "Other", files_);
   EXPECT_EQ(folder_.Read("Other/Personal.MDB"), "mine");
   EXPECT_TRUE(std::filesystem::exists(folder_.Path() / "Other/VBCode.MDB"));
 }
@@ -214,7 +216,7 @@ TEST_F(Database, TwoProcessesMakeTheStandardFilesOnce) {
   const auto folder = folder_.Path() / "Both";
   const pid_t child = fork();
   ASSERT_GE(child, 0);
-  WriteStandardDatabases(folder);
+  WriteStandardDatabases(folder, files_);
   if (child == 0) _exit(0);
   int status = 0;
   waitpid(child, &status, 0);

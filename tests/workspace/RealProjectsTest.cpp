@@ -6,7 +6,6 @@
 
 #include "hosts/memory/MemoryPlatform.h"
 #include "hosts/model/Vbe.h"
-#include "hosts/workspace/AtomicFile.h"
 #include "hosts/workspace/Workspace.h"
 #include "scanning/mFunctions.h"
 
@@ -63,13 +62,13 @@ void RewriteBelowDeclarations(model::CodeModule& module) {
 }
 
 /// Runs an edit of every module below a folder and compares what would be written.
-void ForEachModule(const char* folder,
-                   const std::function<void(Workspace&, host::VBProject&, host::VBComponent&,
-                                            model::CodeModule&)>& check) {
+void ForEachModule(
+    const char* folder,
+    const std::function<void(Workspace&, host::VBComponent&, model::CodeModule&)>& check) {
   memory::MemoryPlatform services;
   const platform::ScopedPlatform scope(services);
   for (const fs::path& path : ProjectsBelow(folder)) {
-    Workspace workspace(services, {0, true});
+    Workspace workspace(services, {});
     try {
       workspace.Open(path);
     } catch (const vb::Failure&) {
@@ -82,7 +81,7 @@ void ForEachModule(const char* folder,
       for (int c = 1; c <= components->Count(); ++c) {
         const auto component = components->Item(c);
         const auto module = std::dynamic_pointer_cast<model::CodeModule>(component->CodeModule());
-        if (module) check(workspace, *project, *component, *module);
+        if (module) check(workspace, *component, *module);
       }
     }
   }
@@ -91,22 +90,22 @@ void ForEachModule(const char* folder,
 TEST(RealProjects, EveryMemberWrittenAnewChangesNothingButTheLayout) {
   const char* const folder = std::getenv("TESSEL_PROJECTS");
   if (folder == nullptr) GTEST_SKIP() << "TESSEL_PROJECTS names no folder";
-  ForEachModule(folder, [](Workspace& workspace, host::VBProject& project,
-                           host::VBComponent& component, model::CodeModule& module) {
-    const std::string before = workspace.StoredBytes(project.Name(), component.Name());
-    const auto expectSame = [&](const char* what) {
-      const std::string now = workspace.Bytes(project.Name(), component.Name());
-      EXPECT_TRUE(WithoutIndent(now) == WithoutIndent(before))
-          << vb::ToUtf8(component.FileName()) << ": " << what;
-    };
-    module.InsertLines(1, u"' first");
-    module.DeleteLines(1, 1);
-    expectSame("a line inserted and deleted");
-    RewriteMembers(module);
-    expectSame("each member");
-    RewriteBelowDeclarations(module);
-    expectSame("all below the declarations");
-  });
+  ForEachModule(folder,
+                [](Workspace& workspace, host::VBComponent& component, model::CodeModule& module) {
+                  const std::string before = workspace.StoredBytes(component);
+                  const auto expectSame = [&](const char* what) {
+                    const std::string now = workspace.Bytes(component);
+                    EXPECT_TRUE(WithoutIndent(now) == WithoutIndent(before))
+                        << vb::ToUtf8(component.FileName()) << ": " << what;
+                  };
+                  module.InsertLines(1, u"' first");
+                  module.DeleteLines(1, 1);
+                  expectSame("a line inserted and deleted");
+                  RewriteMembers(module);
+                  expectSame("each member");
+                  RewriteBelowDeclarations(module);
+                  expectSame("all below the declarations");
+                });
 }
 
 TEST(RealProjects, LoadAndSaveByteForByteAlsoWhenEveryModuleIsWrittenAnew) {
@@ -116,7 +115,7 @@ TEST(RealProjects, LoadAndSaveByteForByteAlsoWhenEveryModuleIsWrittenAnew) {
   const platform::ScopedPlatform scope(services);
   std::size_t modules = 0, members = 0;
   for (const fs::path& path : ProjectsBelow(folder)) {
-    Workspace workspace(services, {0, true});
+    Workspace workspace(services, {});
     try {
       workspace.Open(path);
     } catch (const vb::Failure& failure) {
@@ -139,8 +138,8 @@ TEST(RealProjects, LoadAndSaveByteForByteAlsoWhenEveryModuleIsWrittenAnew) {
         const String text = module->Lines(1, count);
         auto* const own = dynamic_cast<model::CodeModule*>(module.get());
         own->SetModified(true);
-        const std::string bytes = workspace.Bytes(project->Name(), component->Name());
-        EXPECT_EQ(bytes == workspace.StoredBytes(project->Name(), component->Name()), true)
+        const std::string bytes = workspace.Bytes(*component);
+        EXPECT_EQ(bytes == workspace.StoredBytes(*component), true)
             << vb::ToUtf8(component->FileName());
         ++modules;
       }

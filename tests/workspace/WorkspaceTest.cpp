@@ -4,39 +4,17 @@
 
 #include <sys/wait.h>
 
+#include "hosts/files/AtomicFile.h"
 #include "hosts/memory/MemoryPlatform.h"
-#include "hosts/workspace/AtomicFile.h"
+#include "hosts/model/Vbe.h"
 #include "hosts/workspace/CodePages.h"
-#include "support/TemporaryFolder.h"
+#include "workspace/Files.h"
 
 namespace tessel::workspace {
 namespace {
 
 namespace fs = std::filesystem;
-
-class Files : public testing::Test {
- protected:
-  ~Files() override { OnWriteStep = nullptr; }
-
-  fs::path Project(const std::string& entries) {
-    return folder_.Write("P.vbp", "Type=Exe\r\n" + entries + "Name=\"P\"\r\n");
-  }
-  static std::string Fails(const std::function<void()>& action) {
-    try {
-      action();
-    } catch (const vb::Failure& failure) {
-      return failure.what();
-    }
-    return "(no failure)";
-  }
-  std::string OpenFails(const fs::path& file) {
-    return Fails([&] { Workspace(services_).Open(file); });
-  }
-
-  memory::MemoryPlatform services_;
-  platform::ScopedPlatform scope_{services_};
-  test::TemporaryFolder folder_;
-};
+using test::Files;
 
 const std::string Form =
     "VERSION 5.00\r\nBegin VB.Form Form1 \r\n   Caption         =   \"One \"\"two\"\"\"\r\n"
@@ -95,7 +73,7 @@ TEST_F(Files, AttributesOfDeclarationsThatStandTwiceStayInTheirBranch) {
     }
   }
   expected.insert(expected.find("#If"), "' first\r\n");
-  EXPECT_EQ(workspace.Bytes(u"P", u"M"), expected);
+  EXPECT_EQ(workspace.Bytes(*workspace.Component(u"M")), expected);
 }
 
 TEST_F(Files, AContinuationLineOnTheOldNumberTakesNoAttribute) {
@@ -157,15 +135,15 @@ TEST_F(Files, KeepsTheFormOfEveryFile) {
     const std::string bytes = one.Bytes;
     folder_.Write("M.bas", bytes);
     for (const int codePage : {0, 1252, 1251, 932, 65001}) {
-      Workspace workspace(services_, {codePage, false});
+      Workspace workspace(services_, {codePage});
       workspace.Open(Project("Module=M; M.bas\r\n"));
       const String text = workspace.Text(u"M");
-      EXPECT_EQ(workspace.Bytes(u"P", u"M"), bytes) << one.Name;
+      EXPECT_EQ(workspace.Bytes(*workspace.Component(u"M")), bytes) << one.Name;
       // One more line, and away again: the line that nobody touched keeps its bytes.
       const auto module = workspace.Component(u"M")->CodeModule();
       module->InsertLines(1, u"Dim q");
       module->DeleteLines(1, 1);
-      EXPECT_EQ(workspace.Bytes(u"P", u"M"), bytes) << one.Name << " " << codePage;
+      EXPECT_EQ(workspace.Bytes(*workspace.Component(u"M")), bytes) << one.Name << " " << codePage;
     }
   }
 }
@@ -181,12 +159,12 @@ TEST_F(Files, GuessesTheCodePage) {
 TEST_F(Files, RefusesTextThatTheCodePageCantHoldAheadOfWritingAnything) {
   folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\nDim a\r\n");
   folder_.Write("N.bas", "Attribute VB_Name = \"N\"\r\nDim a\r\n");
-  Workspace workspace(services_, {1252, false});
+  Workspace workspace(services_, {1252});
   workspace.Open(Project("Module=M; M.bas\r\nModule=N; N.bas\r\n"));
   workspace.SetText(u"M", u"Dim b");
   workspace.SetText(u"N", u"Dim b\r\n' \u0416");
   const std::string failure = Fails([&] { workspace.Save(); });
-  EXPECT_NE(failure.find("N.bas:2: the character \"\xD0\x96\" is not in code page 1252"),
+  EXPECT_NE(failure.find("N.bas:3: the character \"\xD0\x96\" is not in code page 1252"),
             std::string::npos)
       << failure;
   EXPECT_EQ(folder_.Read("M.bas"), "Attribute VB_Name = \"M\"\r\nDim a\r\n");
@@ -195,19 +173,20 @@ TEST_F(Files, RefusesTextThatTheCodePageCantHoldAheadOfWritingAnything) {
 TEST_F(Files, NamesTheFileAndTheLineOfWhatIsBroken) {
   EXPECT_EQ(OpenFails(folder_.Path() / "no.vbp"),
             (folder_.Path() / "no.vbp").string() + ": the file does not exist");
-  EXPECT_NE(OpenFails(Project("Form=Gone.frm\r\n"))
+  EXPECT_NE(ProblemsOf(Project("Form=Gone.frm\r\n"))
                 .find("P.vbp:2: the component's file does not exist: "),
             std::string::npos);
   folder_.Write("Bad.frm",
                 "VERSION 5.00\r\nBegin VB.Form Bad \r\n   Begin VB.Label L \r\n   End\r\n");
-  EXPECT_NE(OpenFails(Project("Form=Bad.frm\r\n"))
+  EXPECT_NE(ProblemsOf(Project("Form=Bad.frm\r\n"))
                 .find("Bad.frm:2: the designer block that begins here never ends"),
             std::string::npos);
   folder_.Write("Nul.bas", std::string("Dim a\r\nDim \0b\r\n", 14));
-  EXPECT_NE(OpenFails(Project("Module=N; Nul.bas\r\n")).find("Nul.bas:2: the file holds NUL bytes"),
-            std::string::npos);
+  EXPECT_NE(
+      ProblemsOf(Project("Module=N; Nul.bas\r\n")).find("Nul.bas:2: the file holds NUL bytes"),
+      std::string::npos);
   folder_.Write("Wide.bas", "\xFF\xFE" + std::string("D\0i\0", 4));
-  EXPECT_NE(OpenFails(Project("Module=N; Wide.bas\r\n")).find("UTF-16"), std::string::npos);
+  EXPECT_NE(ProblemsOf(Project("Module=N; Wide.bas\r\n")).find("UTF-16"), std::string::npos);
   folder_.Write("Q.vbp", "hello");
   EXPECT_NE(OpenFails(folder_.Path() / "Q.vbp").find("is no project file"), std::string::npos);
   folder_.Write("G.vbg", "VBGROUP 5.0\r\nProject=Nowhere.vbp\r\n");
@@ -216,11 +195,13 @@ TEST_F(Files, NamesTheFileAndTheLineOfWhatIsBroken) {
 }
 
 TEST_F(Files, AFailedOpeningLeavesNothingBehind) {
-  folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\n");
+  folder_.Write("P.vbp", "Module=M; M.bas\r\n");
+  folder_.Write("G.vbg", "VBGROUP 5.0\r\nStartupProject=P.vbp\r\nProject=Nowhere.vbp\r\n");
   Workspace workspace(services_);
-  EXPECT_THROW(workspace.Open(Project("Module=M; M.bas\r\nForm=Gone.frm\r\n")), vb::Failure);
+  EXPECT_THROW(workspace.Open(folder_.Path() / "G.vbg"), vb::Failure);
   EXPECT_EQ(workspace.VBE()->VBProjects()->Count(), 0);
   EXPECT_EQ(workspace.VBE()->ActiveVBProject(), nullptr);
+  EXPECT_TRUE(workspace.Problems().empty());
 }
 
 TEST_F(Files, ReadsALineOfTenMegabytes) {
@@ -230,7 +211,7 @@ TEST_F(Files, ReadsALineOfTenMegabytes) {
   Workspace workspace(services_);
   workspace.Open(Project("Module=M; M.bas\r\n"));
   EXPECT_EQ(workspace.Text(u"M").size(), 10'000'002U);
-  EXPECT_EQ(workspace.Bytes(u"P", u"M"), bytes);
+  EXPECT_EQ(workspace.Bytes(*workspace.Component(u"M")), bytes);
 }
 
 TEST_F(Files, FindsFilesInAnyCaseAndBelowOtherFolders) {
@@ -266,11 +247,11 @@ TEST_F(Files, AFaultWhileSavingLeavesTheOldFilesAndNoLitter) {
     Workspace workspace(services_);
     workspace.Open(Project("Module=M; M.bas\r\n"));
     workspace.SetText(u"M", u"Dim b");
-    OnWriteStep = [&](std::string_view at, const fs::path&) {
+    files::OnWriteStep = [&](std::string_view at, const fs::path&) {
       if (at == step) throw vb::Failure(61, u"Disk full");
     };
     EXPECT_EQ(Fails([&] { workspace.Save(); }), "Disk full");
-    OnWriteStep = nullptr;
+    files::OnWriteStep = nullptr;
     EXPECT_EQ(folder_.Read("M.bas"), before);
     EXPECT_EQ(std::distance(fs::directory_iterator(folder_.Path()), fs::directory_iterator()), 2);
     EXPECT_EQ(workspace.Save().size(), 1U) << "the change is still there";
@@ -287,7 +268,7 @@ TEST_F(Files, AProcessKilledWhileSavingLeavesTheOldFile) {
     Workspace workspace(services_);
     workspace.Open(project);
     workspace.SetText(u"M", u"Dim b");
-    OnWriteStep = [](std::string_view at, const fs::path&) {
+    files::OnWriteStep = [](std::string_view at, const fs::path&) {
       if (at == "rename") _exit(9);
     };
     workspace.Save();
@@ -317,9 +298,9 @@ TEST_F(Files, TellsWhereALineStandsInItsFile) {
   Workspace workspace(services_);
   workspace.Open(Project("Form=Form1.frm\r\n"));
   static_cast<void>(workspace.Text(u"Form1"));
-  EXPECT_EQ(workspace.FileLine(u"P", u"Form1", 1), 16);
-  EXPECT_EQ(workspace.FileLine(u"P", u"Form1", 4), 20);
-  EXPECT_EQ(workspace.FileLine(u"P", u"Form1", 5), 22);
+  EXPECT_EQ(workspace.FileLine(*workspace.Component(u"Form1"), 1), 16);
+  EXPECT_EQ(workspace.FileLine(*workspace.Component(u"Form1"), 4), 20);
+  EXPECT_EQ(workspace.FileLine(*workspace.Component(u"Form1"), 5), 22);
 }
 
 TEST_F(Files, TheSamplesLoadAndSaveByteForByte) {
@@ -330,12 +311,12 @@ TEST_F(Files, TheSamplesLoadAndSaveByteForByte) {
   for (int p = 1; p <= projects->Count(); ++p) {
     const auto components = projects->Item(p)->VBComponents();
     for (int c = 1; c <= components->Count(); ++c) {
-      const String project = projects->Item(p)->Name(), name = components->Item(c)->Name();
-      const auto module = components->Item(c)->CodeModule();
+      const auto component = components->Item(c);
+      const auto module = component->CodeModule();
       module->InsertLines(1, u"x");
       module->DeleteLines(1, 1);
-      EXPECT_EQ(workspace.Bytes(project, name), workspace.StoredBytes(project, name))
-          << vb::ToUtf8(name);
+      EXPECT_EQ(workspace.Bytes(*component), workspace.StoredBytes(*component))
+          << vb::ToUtf8(component->Name());
       ++count;
     }
   }
@@ -348,7 +329,7 @@ TEST_F(Files, GivesANewProjectItsFileAndItsComponentsTheirs) {
   Workspace workspace(services_);
   workspace.NewProject(u"Fresh", host::vbext_pt_ActiveXDll);
   workspace.AddComponent(u"Fresh", host::vbext_ct_ClassModule, u"Thing", u"Sub A()\r\nEnd Sub");
-  const auto written = workspace.SaveProjectAs(u"Fresh", folder_.Path() / "Fresh.vbp");
+  const auto written = workspace.SaveProjectAs(ProjectOf(workspace), folder_.Path() / "Fresh.vbp");
   EXPECT_EQ(written.size(), 2U);
   workspace.AddComponent(u"Fresh", host::vbext_ct_StdModule, u"Later", u"");
   EXPECT_EQ(workspace.Save().size(), 2U);
@@ -366,8 +347,9 @@ TEST_F(Files, RefusesToSaveANewProjectOverFilesThatAreThere) {
   Workspace workspace(services_);
   workspace.NewProject(u"Fresh", host::vbext_pt_StandardExe);
   workspace.AddComponent(u"Fresh", host::vbext_ct_ClassModule, u"Thing", u"x");
-  EXPECT_THROW(static_cast<void>(workspace.SaveProjectAs(u"Fresh", folder_.Path() / "F.vbp")),
-               vb::Failure);
+  EXPECT_THROW(
+      static_cast<void>(workspace.SaveProjectAs(ProjectOf(workspace), folder_.Path() / "F.vbp")),
+      vb::Failure);
   EXPECT_EQ(folder_.Read("Thing.cls"), "mine");
   EXPECT_FALSE(fs::exists(folder_.Path() / "F.vbp"));
 }
@@ -378,11 +360,12 @@ TEST_F(Files, TakesAComponentFromItsFileAgain) {
   workspace.Open(Project("Module=M; M.bas\r\n"));
   workspace.SetText(u"M", u"lost");
   folder_.Write("M.bas", "Attribute VB_Name = \"M\"\nSub B()\nEnd Sub\n");
-  workspace.Reload(u"P", u"M");
+  workspace.Reload(*workspace.Component(u"M"));
   EXPECT_EQ(workspace.Text(u"M"), u"Sub B()\r\nEnd Sub");
-  EXPECT_FALSE(workspace.IsModified(u"P", u"M"));
+  EXPECT_FALSE(workspace.IsModified(*workspace.Component(u"M")));
   workspace.Component(u"M")->CodeModule()->InsertLines(1, u"x");
-  EXPECT_EQ(workspace.Bytes(u"P", u"M"), "Attribute VB_Name = \"M\"\nx\nSub B()\nEnd Sub\n");
+  EXPECT_EQ(workspace.Bytes(*workspace.Component(u"M")),
+            "Attribute VB_Name = \"M\"\nx\nSub B()\nEnd Sub\n");
 }
 
 TEST_F(Files, ForgetsAClosedProject) {
@@ -390,7 +373,7 @@ TEST_F(Files, ForgetsAClosedProject) {
   Workspace workspace(services_);
   workspace.Open(Project("Module=M; M.bas\r\n"));
   workspace.SetText(u"M", u"y");
-  workspace.Close(u"P");
+  workspace.Close(ProjectOf(workspace));
   EXPECT_EQ(workspace.VBE()->VBProjects()->Count(), 0);
   EXPECT_TRUE(workspace.Save().empty());
 }

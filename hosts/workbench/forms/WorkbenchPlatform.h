@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "hosts/files/SystemFiles.h"
 #include "hosts/linux/LinuxApp.h"
 #include "hosts/linux/LinuxIdentity.h"
 #include "hosts/linux/SqliteRegistry.h"
@@ -25,6 +26,7 @@ class WorkbenchPlatform : public platform::Platform {
   [[nodiscard]] platform::Windows& Windows() override { return windows_; }
   [[nodiscard]] platform::Identity& Identity() override { return identity_; }
   [[nodiscard]] platform::App& App() override { return app_; }
+  [[nodiscard]] platform::Files& Files() override { return files_; }
 
  private:
   linux_host::SqliteRegistry registry_;
@@ -33,6 +35,7 @@ class WorkbenchPlatform : public platform::Platform {
   QtWindows windows_;
   linux_host::LinuxIdentity identity_;
   linux_host::LinuxApp app_;
+  files::SystemFiles files_;
 };
 
 }  // namespace tessel::workbench

@@ -60,8 +60,8 @@ void FileWatch::Watch() {
 
 std::vector<ChangedOutside> FileWatch::Look() {
   std::vector<ChangedOutside> changed;
-  ForEachFile(workspace_, [&](const model::VBProject& project, const auto& component) {
-    const std::string stored = workspace_.StoredBytes(project.PlainName(), component->PlainName());
+  ForEachFile(workspace_, [&](const model::VBProject&, const auto& component) {
+    const std::string stored = workspace_.StoredBytes(*component);
     if (stored.empty()) return;  // not written yet
     QFile file(ToQt(component->Storage()->FileName()));
     const bool there = file.open(QIODevice::ReadOnly);

@@ -44,7 +44,7 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
     : services_(services),
       questions_(*this),
       settings_(QDir(stateFolder).filePath(QStringLiteral("workbench.ini"))),
-      workspace_(services, {.SkipBadComponents = true}),
+      workspace_(services),
       vbe_(std::dynamic_pointer_cast<model::Vbe>(workspace_.VBE())),
       files_(workspace_, questions_, settings_,
              QDir(stateFolder).filePath(QStringLiteral("recovery"))),

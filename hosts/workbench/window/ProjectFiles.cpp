@@ -55,13 +55,11 @@ void ProjectFiles::Changed() {
 // Opening
 
 bool ProjectFiles::Open(const QString& file) {
-  const std::size_t before = workspace_.Problems().size();
-  if (!questions_.Guard([&] { workspace_.Open(PathOf(file)); })) return false;
+  std::vector<workspace::Problem> found;
+  if (!questions_.Guard([&] { found = workspace_.Open(PathOf(file)); })) return false;
   settings_.AddRecent(file);
   QStringList problems;
-  for (std::size_t at = before; at < workspace_.Problems().size(); ++at) {
-    problems.append(ToQt(workspace_.Problems()[at].Description()));
-  }
+  for (const workspace::Problem& one : found) problems.append(ToQt(one.Description()));
   if (!problems.isEmpty()) {
     questions_.ShowFailure(QObject::tr("Some components could not be loaded and are left out:") +
                            QStringLiteral("\n\n") + Listed(problems));
@@ -110,7 +108,7 @@ bool ProjectFiles::SaveUnnamed(const Projects& projects) {
         &questions_.Window(), QObject::tr("Save Project As"),
         ToQt(project->PlainName()) + QStringLiteral(".vbp"), QObject::tr("Projects (*.vbp)"));
     if (file.isEmpty()) return false;
-    if (!questions_.Guard([&] { workspace_.SaveProjectAs(project->PlainName(), PathOf(file)); })) {
+    if (!questions_.Guard([&] { workspace_.SaveProjectAs(project, PathOf(file)); })) {
       return false;
     }
     settings_.AddRecent(file);
@@ -127,12 +125,12 @@ bool ProjectFiles::SaveAll() {
 
 bool ProjectFiles::Save(const std::shared_ptr<model::VBComponent>& component) {
   if (!component->Storage() ||
-      workspace_.StoredBytes(component->Project()->PlainName(), component->PlainName()).empty()) {
+      workspace_.StoredBytes(*component).empty()) {
     return SaveAll();  // the project must name a new file
   }
   BeforeSaving();
   const bool saved = questions_.Guard(
-      [&] { workspace_.SaveComponent(component->Project()->PlainName(), component->PlainName()); });
+      [&] { workspace_.SaveComponent(*component); });
   Changed();
   return saved;
 }
@@ -179,7 +177,7 @@ bool ProjectFiles::MaySaveChanges(const Projects& projects) {
 
 void ProjectFiles::CloseUnasked(Projects projects) {
   questions_.Guard([&] {
-    for (const auto& project : projects) workspace_.Close(project->PlainName());
+    for (const auto& project : projects) workspace_.Close(project);
   });
   projects.clear();  // windows of theirs see that they are gone
   Changed();
@@ -206,7 +204,7 @@ void ProjectFiles::Remove(const std::shared_ptr<model::VBComponent>& component) 
     return;
   }
   questions_.Guard([&] {
-    workspace_.RemoveComponent(component->Project()->PlainName(), component->PlainName());
+    workspace_.RemoveComponent(component);
   });
 }
 
@@ -229,6 +227,8 @@ void ProjectFiles::AskToReload(const std::vector<ChangedOutside>& changed) {
         QObject::tr("These files are no longer there. Saving writes them anew:") +
         QStringLiteral("\n\n") + Listed(gone));
   }
+  // Whoever is told and doesn't load again means to overwrite.
+  for (const ChangedOutside& one : changed) workspace_.AcceptOutside(*one.Component);
   if (files.isEmpty()) return;
   const QString question =
       QObject::tr(
@@ -242,7 +242,7 @@ void ProjectFiles::AskToReload(const std::vector<ChangedOutside>& changed) {
   for (const ChangedOutside& one : changed) {
     const auto project = one.Gone ? nullptr : one.Component->Project();
     if (!project) continue;
-    questions_.Guard([&] { workspace_.Reload(project->PlainName(), one.Component->PlainName()); });
+    questions_.Guard([&] { workspace_.Reload(*one.Component); });
   }
   Changed();
 }

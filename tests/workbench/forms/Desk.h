@@ -25,12 +25,14 @@ class ScreenPlatform : public platform::Platform {
   memory::MemoryWindows WindowsService;
   memory::MemoryIdentity IdentityService;
   memory::MemoryApp AppService;
+  files::SystemFiles FilesService;
   [[nodiscard]] platform::Registry& Registry() override { return RegistryService; }
   [[nodiscard]] workbench::QtDesktop& Desktop() override { return DesktopService; }
   [[nodiscard]] platform::Clock& Clock() override { return ClockService; }
   [[nodiscard]] platform::Windows& Windows() override { return WindowsService; }
   [[nodiscard]] platform::Identity& Identity() override { return IdentityService; }
   [[nodiscard]] platform::App& App() override { return AppService; }
+  [[nodiscard]] platform::Files& Files() override { return FilesService; }
 };
 
 /// Installs the desktop for the length of a test.

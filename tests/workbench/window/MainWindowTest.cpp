@@ -412,7 +412,7 @@ TEST_F(Workbench, BringsBackWorkAfterAKill) {
   });
   window_->OfferRecovery();
   EXPECT_EQ(Text(u"modMain"), u"' typed before the end");
-  EXPECT_TRUE(window_->Environment().IsModified(u"Ledger", u"modMain"));
+  EXPECT_TRUE(window_->Environment().IsModified(*window_->Environment().Component(u"modMain")));
 }
 
 }  // namespace

@@ -72,7 +72,7 @@ TEST_F(Recovering, BringsBackTextDesignerAndNewComponents) {
   EXPECT_EQ(again.Text(u"M"), u"Sub B()\r\n  x = \"漢\"\r\nEnd Sub");
   EXPECT_EQ(again.Component(u"F")->Properties()->Item(u"Caption")->Value(), u"new");
   EXPECT_EQ(again.Text(u"C"), u"' class");
-  EXPECT_TRUE(again.IsModified(u"P", u"F"));
+  EXPECT_TRUE(again.IsModified(*again.Component(u"F")));
 }
 
 TEST_F(Recovering, BringsBackAProjectThatWasNeverSaved) {

@@ -1,0 +1,220 @@
+#include "hosts/files/Transaction.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <set>
+
+#include "hosts/files/AtomicFile.h"
+#include "vb/Failure.h"
+
+namespace tessel::files {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view JournalEnding = ".journal";
+constexpr std::string_view Magic = "tessel save 1\n";
+constexpr std::size_t NumberLength = 8;
+
+/// FNV-1a.
+std::uint64_t Digest(std::string_view bytes) {
+  std::uint64_t digest = 0xCBF29CE484222325U;
+  for (const char unit : bytes) {
+    digest = (digest ^ static_cast<unsigned char>(unit)) * 0x100000001B3U;
+  }
+  return digest;
+}
+
+/// One file of a journal.
+struct Entry {
+  fs::path File;
+  bool Existed = false, InPlace = false;
+  std::uint64_t Before = 0;  ///< digest of what it had
+  std::string Bytes;
+};
+
+class Writer {
+ public:
+  void Number(std::uint64_t number) {
+    for (std::size_t at = 0; at < NumberLength; ++at, number >>= 8U) {
+      text_ += static_cast<char>(number & 0xFFU);
+    }
+  }
+  void Text(std::string_view text) {
+    Number(text.size());
+    text_ += text;
+  }
+  /// The whole with its check sum.
+  std::string Finish() && {
+    Number(Digest(text_));
+    return std::move(text_);
+  }
+
+ private:
+  std::string text_{Magic};
+};
+
+class Reader {
+ public:
+  explicit Reader(std::string_view text) : rest_(text) {}
+  std::uint64_t Number() {
+    std::uint64_t number = 0;
+    const std::string_view bytes = Take(NumberLength);
+    for (std::size_t at = bytes.size(); at > 0; --at) {
+      number = number << 8U | static_cast<unsigned char>(bytes[at - 1]);
+    }
+    return number;
+  }
+  std::string Text() { return std::string(Take(Number())); }
+
+ private:
+  std::string_view Take(std::uint64_t count) {
+    const std::string_view taken = rest_.substr(0, static_cast<std::size_t>(count));
+    rest_.remove_prefix(taken.size());
+    return taken;
+  }
+  std::string_view rest_;
+};
+
+std::string JournalOf(const std::vector<Change>& changes) {
+  Writer journal;
+  journal.Number(changes.size());
+  for (const Change& change : changes) {
+    journal.Text(fs::absolute(change.File).string());
+    journal.Number((change.Before ? 1U : 0U) | (IsWrittenInPlace(change.File) ? 2U : 0U));
+    journal.Number(change.Before ? Digest(*change.Before) : 0);
+    journal.Text(change.Bytes);
+  }
+  return std::move(journal).Finish();
+}
+
+/// Nothing for a text that is no whole journal.
+std::optional<std::vector<Entry>> ReadJournal(std::string_view text) {
+  if (!text.starts_with(Magic) || text.size() < Magic.size() + 2 * NumberLength) return {};
+  const std::string_view body = text.substr(0, text.size() - NumberLength);
+  if (Reader(text.substr(body.size())).Number() != Digest(body)) return {};
+  Reader reader(body.substr(Magic.size()));
+  std::vector<Entry> entries(static_cast<std::size_t>(reader.Number()));
+  for (Entry& entry : entries) {
+    entry.File = reader.Text();
+    const std::uint64_t flags = reader.Number();
+    entry.Existed = (flags & 1U) != 0;
+    entry.InPlace = (flags & 2U) != 0;
+    entry.Before = reader.Number();
+    entry.Bytes = reader.Text();
+  }
+  return entries;
+}
+
+void Put(const Change& change) {
+  if (change.Before) {
+    WriteFile(change.File, change.Bytes);
+  } else if (!CreateFile(change.File, change.Bytes)) {
+    throw vb::Failure(vb::PathFileAccess,
+                      vb::FromUtf8(change.File.string() + ": the file exists already"),
+                      u"Tessel.files");
+  }
+}
+
+/// Gives the first `count` files back what they had. False when one of them can't have it.
+bool TakeBack(const std::vector<Change>& changes, std::size_t count) {
+  bool all = true;
+  for (std::size_t at = count; at-- > 0;) {
+    try {
+      const Change& change = changes[at];
+      if (change.Before) {
+        WriteFile(change.File, *change.Before);
+      } else {
+        RemoveFile(change.File);
+      }
+    } catch (const vb::Failure&) {
+      all = false;
+    }
+  }
+  return all;
+}
+
+/// The place for bytes that can't go into their file: "M.bas.saved", "M.bas.saved2" ...
+fs::path PutBeside(const fs::path& file, const std::string& bytes) {
+  for (int number = 1;; ++number) {
+    fs::path beside = file;
+    beside += number == 1 ? ".saved" : ".saved" + std::to_string(number);
+    if (PresentBytes(beside) == bytes || CreateFile(beside, bytes)) return beside;
+  }
+}
+
+Finished Finish(const std::vector<Entry>& entries) {
+  Finished done;
+  for (const Entry& entry : entries) {
+    const auto present = PresentBytes(entry.File);
+    if (present == entry.Bytes) continue;
+    const bool untouched =
+        present ? entry.InPlace || (entry.Existed && Digest(*present) == entry.Before)
+                : !entry.Existed;
+    if (untouched) {
+      WriteFile(entry.File, entry.Bytes);
+      done.Written.push_back(entry.File);
+    } else {
+      done.Others.push_back({entry.File, PutBeside(entry.File, entry.Bytes)});
+    }
+  }
+  return done;
+}
+
+std::set<fs::path> FoldersOf(const std::vector<Change>& changes) {
+  std::set<fs::path> folders;
+  for (const Change& change : changes) folders.insert(change.File.parent_path());
+  return folders;
+}
+
+}  // namespace
+
+void WriteTogether(const fs::path& folder, const std::vector<Change>& changes) {
+  for (const Change& change : changes) CheckWritable(change.File);
+  if (changes.empty()) return;
+  const auto folders = FoldersOf(changes);
+  for (const fs::path& one : folders) RemoveStrays(one);
+  if (changes.size() == 1 && !IsWrittenInPlace(changes.front().File)) {
+    Put(changes.front());
+    return;
+  }
+  const fs::path journal = OwnNameIn(folder, JournalEnding);
+  WriteFile(journal, JournalOf(changes));
+  std::optional<Hold> hold(std::in_place, journal);
+  FlushFolder(folder);
+  std::size_t done = 0;
+  try {
+    for (; done < changes.size(); ++done) Put(changes[done]);
+  } catch (...) {
+    // The one that failed may be half written where it is written in place.
+    const bool half = IsWrittenInPlace(changes[done].File);
+    if (!TakeBack(changes, half ? done + 1 : done)) throw;
+    RemoveFile(journal);
+    throw;
+  }
+  for (const fs::path& one : folders) FlushFolder(one);
+  RemoveFile(journal);
+}
+
+std::vector<Finished> FinishInterrupted(const fs::path& folder) {
+  std::vector<fs::path> journals;
+  std::error_code error;
+  for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    if (IsOwnName(entry->path(), JournalEnding)) journals.push_back(entry->path());
+  }
+  std::sort(journals.begin(), journals.end());
+  std::vector<Finished> all;
+  for (const fs::path& journal : journals) {
+    const Hold hold(journal);
+    if (!hold.Taken() || !fs::exists(journal, error)) continue;
+    const auto entries = ReadJournal(ReadFile(journal));
+    if (!entries) continue;
+    all.push_back(Finish(*entries));
+    RemoveFile(journal);
+  }
+  return all;
+}
+
+}  // namespace tessel::files

@@ -1,0 +1,94 @@
+#include "hosts/workspace/Paths.h"
+
+#include <algorithm>
+
+#include "hosts/workspace/CodePages.h"
+
+namespace tessel::workspace {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int Pages[] = {Utf8CodePage, 932, 1252, 1251, 1250, 936, 949, 950, 1253, 1254, 1257};
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char unit) { return unit >= 0; });
+}
+
+fs::path NamedIn(const std::string& written, int page) { return PathOf(Decode(written, page)); }
+
+bool Exists(const fs::path& path) {
+  std::error_code error;
+  return fs::exists(path, error);
+}
+
+}  // namespace
+
+String TextOf(const fs::path& path) { return Decode(path.string(), Utf8CodePage); }
+
+fs::path PathOf(StringView text) {
+  std::size_t at = 0;
+  return {Encode(text, Utf8CodePage, at).value_or(std::string())};
+}
+
+fs::path ResolvePath(const fs::path& folder, const fs::path& written) {
+  std::string text = written.string();
+  std::replace(text.begin(), text.end(), '\\', '/');
+  const fs::path plain = fs::path(text).is_absolute() ? fs::path(text) : folder / text;
+  if (Exists(plain)) return plain.lexically_normal();
+  fs::path found = fs::path(text).is_absolute() ? fs::path("/") : folder;
+  for (const fs::path& part : fs::path(text).relative_path()) {
+    if (part == "." || part == ".." || Exists(found / part)) {
+      found /= part;
+      continue;
+    }
+    const String wanted = TextOf(part);
+    bool matched = false;
+    std::error_code error;
+    for (fs::directory_iterator entry(found, error), end; !error && entry != end;
+         entry.increment(error)) {
+      if (!vb::SameText(TextOf(entry->path().filename()), wanted)) continue;
+      found = entry->path();
+      matched = true;
+      break;
+    }
+    if (!matched) return plain.lexically_normal();
+  }
+  return found.lexically_normal();
+}
+
+fs::path ResolveNamed(const fs::path& folder, const std::string& written, int likelyPage) {
+  fs::path asWritten = ResolvePath(folder, written);
+  if (IsAscii(written) || Exists(asWritten)) return asWritten;
+  fs::path likely = ResolvePath(folder, NamedIn(written, likelyPage));
+  if (Exists(likely)) return likely;
+  for (const int page : Pages) {
+    fs::path other = ResolvePath(folder, NamedIn(written, page));
+    if (Exists(other)) return other;
+  }
+  return likely;
+}
+
+int CodePageOfNames(const fs::path& folder, const std::vector<std::string>& names, int likelyPage) {
+  std::vector<std::string> telling;
+  for (const std::string& name : names) {
+    if (!IsAscii(name)) telling.push_back(name);
+  }
+  if (telling.empty()) return 0;
+  const auto suits = [&](int page) {
+    return std::all_of(telling.begin(), telling.end(), [&](const std::string& name) {
+      return Exists(ResolvePath(folder, NamedIn(name, page)));
+    });
+  };
+  if (suits(likelyPage)) return likelyPage;
+  const auto* const found = std::find_if(std::begin(Pages), std::end(Pages), suits);
+  return found == std::end(Pages) ? 0 : *found;
+}
+
+String WrittenPath(const fs::path& file, const fs::path& project) {
+  return vb::Replace(
+      TextOf(fs::absolute(file).lexically_relative(fs::absolute(project).parent_path())), u"/",
+      u"\\");
+}
+
+}  // namespace tessel::workspace

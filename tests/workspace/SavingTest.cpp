@@ -1,0 +1,378 @@
+// What saving does to project files and to files that others have an eye on.
+
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "workspace/Files.h"
+
+namespace tessel::workspace {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Saving : public test::Files {
+ protected:
+  static std::string Module(const std::string& name, const std::string& code = "Dim a\r\n") {
+    return "Attribute VB_Name = \"" + name + "\"\r\n" + code;
+  }
+  static std::shared_ptr<model::VBComponent> ComponentAt(const Workspace& workspace, int project,
+                                                         int index) {
+    return std::dynamic_pointer_cast<model::VBComponent>(
+        workspace.VBE()->VBProjects()->Item(project)->VBComponents()->Item(index));
+  }
+};
+
+TEST_F(Saving, TwoProjectsOfOneNameAreKeptApart) {
+  for (const std::string folder : {"one", "two"}) {
+    folder_.Write(folder + "/P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nName=\"P\"\r\n");
+    folder_.Write(folder + "/M.bas", Module("M", "' " + folder + "\r\n"));
+  }
+  const fs::path group =
+      folder_.Write("G.vbg", "VBGROUP 5.0\r\nProject=one\\P.vbp\r\nProject=two\\P.vbp\r\n");
+  Workspace workspace(services_);
+  workspace.Open(group);
+  const auto second = ComponentAt(workspace, 2, 1);
+  second->CodeModule()->InsertLines(1, u"' second");
+  EXPECT_FALSE(workspace.IsModified(*ComponentAt(workspace, 1, 1)));
+  EXPECT_EQ(workspace.StoredBytes(*second), Module("M", "' two\r\n"));
+  workspace.SaveComponent(*second);
+  EXPECT_EQ(folder_.Read("one/M.bas"), Module("M", "' one\r\n"));
+  EXPECT_EQ(folder_.Read("two/M.bas"), Module("M", "' second\r\n' two\r\n"));
+  workspace.Close(second->Project());
+  EXPECT_EQ(workspace.VBE()->VBProjects()->Count(), 1);
+  EXPECT_EQ(workspace.FileOf(*ComponentAt(workspace, 1, 1)), folder_.Path() / "one/M.bas");
+}
+
+TEST_F(Saving, TwoModulesOfOneNameAreKeptApart) {
+  folder_.Write("A.bas", Module("M", "' a\r\n"));
+  folder_.Write("B.bas", Module("M", "' b\r\n"));
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; A.bas\r\nModule=M; B.bas\r\n"));
+  const auto first = ComponentAt(workspace, 1, 1), second = ComponentAt(workspace, 1, 2);
+  second->CodeModule()->InsertLines(1, u"'");
+  EXPECT_EQ(workspace.Save(), std::vector{folder_.Path() / "B.bas"});
+  first->SetName(u"N");
+  EXPECT_EQ(workspace.Component(u"M"), second) << "the name is the other one's now";
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("P.vbp"),
+            "Type=Exe\r\nModule=N; A.bas\r\nModule=M; B.bas\r\nName=\"P\"\r\n");
+  workspace.RemoveComponent(second);
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("P.vbp"), "Type=Exe\r\nModule=N; A.bas\r\nName=\"P\"\r\n");
+}
+
+TEST_F(Saving, TheProjectFollowsNamesWhateverTheirSpelling) {
+  // "Müller.bas" in the project's own code page, in another case than on the disk.
+  folder_.Write("m\xC3\xBCller.BAS", Module("M"));
+  folder_.Write("F.frm",
+                "VERSION 5.00\r\nBegin VB.Form F \r\nEnd\r\nAttribute VB_Name = \"F\"\r\n");
+  const std::string before =
+      "Type=Exe\r\nModule=M; M\xFCller.bas\r\nForm=F.frm\r\nIconForm=\"F\"\r\nStartup=\"f\"\r\n";
+  folder_.Write("P.vbp", before + "Name=\"P\"\r\n");
+  Workspace workspace(services_);
+  ASSERT_TRUE(workspace.Open(folder_.Path() / "P.vbp").empty());
+  workspace.RenameComponent(u"", u"M", u"Gr\u00FC\u00DFe");
+  workspace.RenameComponent(u"", u"F", u"frmMain");
+  EXPECT_EQ(workspace.ChangedFiles().size(), 3U);
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("P.vbp"),
+            "Type=Exe\r\nModule=Gr\xFC\xDF"
+            "e; M\xFCller.bas\r\nForm=F.frm\r\nIconForm=\"frmMain\"\r\nStartup=\"frmMain\"\r\n"
+            "Name=\"P\"\r\n");
+  EXPECT_EQ(folder_.Read("F.frm").find("Begin VB.Form frmMain "), 14U);
+  workspace.RenameComponent(u"", u"frmMain", u"F");
+  workspace.RenameComponent(u"", u"Gr\u00FC\u00DFe", u"M");
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("F.frm"),
+            "VERSION 5.00\r\nBegin VB.Form F \r\nEnd\r\nAttribute VB_Name = \"F\"\r\n");
+  EXPECT_EQ(folder_.Read("m\xC3\xBCller.BAS"), Module("M"));
+}
+
+TEST_F(Saving, SaveAsTakesTheEntryAndThePicturesAlong) {
+  const std::string form =
+      "VERSION 5.00\r\nBegin VB.Form F \r\n   Icon            =   \"F.frx\":0000\r\nEnd\r\n"
+      "Attribute VB_Name = \"F\"\r\n";
+  folder_.Write("F.frm", form);
+  folder_.Write("F.frx", "pictures");
+  fs::create_directories(folder_.Path() / "forms");
+  Workspace workspace(services_);
+  workspace.Open(Project("Form=F.frm\r\n"));
+  workspace.Component(u"F")->SaveAs((folder_.Path() / "forms" / "Main.frm").u16string());
+  EXPECT_EQ(workspace.ChangedFiles(), std::vector{folder_.Path() / "P.vbp"});
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("P.vbp"), "Type=Exe\r\nForm=forms\\Main.frm\r\nName=\"P\"\r\n");
+  EXPECT_EQ(folder_.Read("forms/Main.frm"), form);
+  EXPECT_EQ(folder_.Read("forms/F.frx"), "pictures");
+  EXPECT_EQ(folder_.Read("F.frm"), form);
+}
+
+TEST_F(Saving, ANewNameBeyondTheCodePageIsRefusedAheadOfEverything) {
+  folder_.Write("M.bas", Module("M"));
+  Workspace workspace(services_, {1252});
+  workspace.Open(Project("Module=M; M.bas\r\n"));
+  workspace.RenameComponent(u"", u"M", u"\u0416");
+  const std::string failure = Fails([&] { workspace.Save(); });
+  EXPECT_NE(failure.find("is not in code page 1252"), std::string::npos) << failure;
+  EXPECT_EQ(folder_.Read("M.bas"), Module("M"));
+}
+
+TEST_F(Saving, ANewComponentTakesNoFileThatLiesInTheFolder) {
+  folder_.Write("module1.BAS", "mine");
+  folder_.Write("M.bas", Module("M"));
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\nClass=Gone; Thing.cls\r\n"));
+  workspace.AddComponent(u"", host::vbext_ct_StdModule, u"Module1", u"Dim x");
+  workspace.AddComponent(u"", host::vbext_ct_ClassModule, u"Thing", u"");
+  folder_.Write("Module1_2.bas", "mine, since a moment");
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("module1.BAS"), "mine");
+  EXPECT_EQ(folder_.Read("Module1_2.bas"), "mine, since a moment");
+  EXPECT_EQ(folder_.Read("Module1_3.bas"), Module("Module1", "Dim x\r\n"));
+  EXPECT_EQ(folder_.Read("P.vbp"),
+            "Type=Exe\r\nModule=M; M.bas\r\nClass=Gone; Thing.cls\r\nModule=Module1; "
+            "Module1_3.bas\r\nClass=Thing; Thing_2.cls\r\nName=\"P\"\r\n");
+}
+
+TEST_F(Saving, AFileThatWasChangedOutsideIsNotOverwrittenUnseen) {
+  folder_.Write("M.bas", Module("M"));
+  folder_.Write("N.bas", Module("N"));
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\nModule=N; N.bas\r\n"));
+  workspace.SetText(u"M", u"Dim b");
+  workspace.SetText(u"N", u"Dim b");
+  folder_.Write("N.bas", Module("N", "Dim other\r\n"));
+  const std::string text =
+      "Changed by another program since it was read, so nothing was written: " +
+      (folder_.Path() / "N.bas").string();
+  EXPECT_EQ(Fails([&] { workspace.Save(); }), text + " is another one from line 2 on");
+  EXPECT_EQ(Fails([&] { workspace.SaveComponent(*workspace.Component(u"N")); }),
+            text + " is another one from line 2 on");
+  EXPECT_EQ(folder_.Read("M.bas"), Module("M")) << "not even the other one";
+  fs::remove(folder_.Path() / "N.bas");
+  EXPECT_EQ(Fails([&] { workspace.Save(); }), text + " is gone");
+  workspace.AcceptOutside(*workspace.Component(u"N"));
+  EXPECT_EQ(workspace.Save().size(), 2U);
+  EXPECT_EQ(folder_.Read("N.bas"), Module("N", "Dim b\r\n"));
+}
+
+TEST_F(Saving, AProjectFileThatWasChangedOutsideIsNotOverwrittenUnseen) {
+  folder_.Write("M.bas", Module("M"));
+  Workspace workspace(services_);
+  const fs::path project = Project("Module=M; M.bas\r\n");
+  workspace.Open(project);
+  workspace.RenameComponent(u"", u"M", u"N");
+  folder_.Write("P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nName=\"Q\"\r\n");
+  EXPECT_THROW(workspace.Save(), vb::Failure);
+  EXPECT_EQ(folder_.Read("M.bas"), Module("M"));
+  workspace.AcceptOutside(ProjectOf(workspace));
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("P.vbp"), "Type=Exe\r\nModule=N; M.bas\r\nName=\"P\"\r\n");
+}
+
+TEST_F(Saving, MissingAndDamagedComponentsAreNamedAndStayInTheProject) {
+  folder_.Write("M.bas", Module("M"));
+  folder_.Write("Bad.frm", "VERSION 5.00\r\nBegin VB.Form Bad \r\n");
+  const std::string before =
+      "Type=Exe\r\nModule=Gone; Gone.bas\r\nForm=Bad.frm\r\nModule=M; M.bas\r\nName=\"P\"\r\n";
+  folder_.Write("P.vbp", before);
+  Workspace workspace(services_);
+  const auto problems = workspace.Open(folder_.Path() / "P.vbp");
+  ASSERT_EQ(problems.size(), 2U);
+  EXPECT_EQ(problems[0].Component, u"Gone");
+  EXPECT_EQ(problems[0].File, folder_.Path() / "Gone.bas");
+  EXPECT_EQ(problems[0].Type, host::vbext_ct_StdModule);
+  EXPECT_EQ(problems[1].Component, u"Bad");
+  EXPECT_EQ(problems[1].Type, host::vbext_ct_VBForm);
+  EXPECT_EQ(problems[1].Project.lock(), ProjectOf(workspace));
+  EXPECT_EQ(workspace.Problems().size(), 2U);
+  EXPECT_EQ(ProjectOf(workspace)->Components().All().size(), 1U);
+  workspace.RenameComponent(u"", u"M", u"N");
+  workspace.Save();
+  EXPECT_EQ(
+      folder_.Read("P.vbp"),
+      "Type=Exe\r\nModule=Gone; Gone.bas\r\nForm=Bad.frm\r\nModule=N; M.bas\r\nName=\"P\"\r\n");
+  workspace.Close(ProjectOf(workspace));
+  EXPECT_TRUE(workspace.Problems().empty());
+}
+
+TEST_F(Saving, AMissingProjectOfAGroupIsAProblemAndTheRestOpens) {
+  folder_.Write("M.bas", Module("M"));
+  Project("Module=M; M.bas\r\n");
+  Workspace workspace(services_);
+  const auto problems = workspace.Open(
+      folder_.Write("G.vbg", "VBGROUP 5.0\r\nProject=No.vbp\r\nStartupProject=P.vbp\r\n"));
+  ASSERT_EQ(problems.size(), 1U);
+  EXPECT_EQ(problems[0].File, folder_.Path() / "No.vbp");
+  EXPECT_EQ(problems[0].Project.lock(), nullptr);
+  EXPECT_EQ(workspace.VBE()->VBProjects()->Count(), 1);
+}
+
+TEST_F(Saving, NulBytesBehindTheCodeStayThere) {
+  const std::string padding(300, '\0');
+  folder_.Write("M.bas", Module("M", "Sub A()\r\nEnd Sub\r\n") + padding);
+  folder_.Write(
+      "F.frm",
+      "VERSION 5.00\r\nBegin VB.Form F \r\nEnd\r\nAttribute VB_Name = \"F\"\r\n" + padding);
+  folder_.Write("P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nForm=F.frm\r\n" + padding);
+  Workspace workspace(services_);
+  ASSERT_TRUE(workspace.Open(folder_.Path() / "P.vbp").empty());
+  EXPECT_EQ(workspace.Text(u"M"), u"Sub A()\r\nEnd Sub");
+  workspace.Component(u"M")->CodeModule()->InsertLines(3, u"'");
+  workspace.RenameComponent(u"", u"F", u"G");
+  workspace.RenameComponent(u"", u"M", u"N");
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("M.bas"), Module("N", "Sub A()\r\nEnd Sub\r\n'\r\n") + padding);
+  EXPECT_EQ(folder_.Read("F.frm"),
+            "VERSION 5.00\r\nBegin VB.Form G \r\nEnd\r\nAttribute VB_Name = \"G\"\r\n" + padding);
+  EXPECT_EQ(folder_.Read("P.vbp"), "Type=Exe\r\nModule=N; M.bas\r\nForm=F.frm\r\n" + padding);
+}
+
+TEST_F(Saving, NamesOnTheDiskDecideTheCodePage) {
+  // "Ж.bas" in code page 1251; the same byte is "Æ" in 1252.
+  folder_.Write("\xD0\x96.bas", Module("M", "' \xC6\xE6\r\n"));
+  folder_.Write("P.vbp", "Type=Exe\r\nModule=M; \xC6.bas\r\n");
+  Workspace workspace(services_);
+  ASSERT_TRUE(workspace.Open(folder_.Path() / "P.vbp").empty());
+  EXPECT_EQ(workspace.CodePageOf(*workspace.Component(u"M")), 1251);
+  EXPECT_EQ(workspace.Text(u"M"), u"' \u0416\u0436");
+  // Whoever says the page is right.
+  Workspace told(services_);
+  told.Open(folder_.Path() / "P.vbp", 1252);
+  EXPECT_EQ(told.Text(u"M"), u"' \u00C6\u00E6");
+  EXPECT_EQ(Fails([&] { told.Open(folder_.Path() / "P.vbp", 12); }),
+            "There is no code page 12 here");
+}
+
+TEST_F(Saving, ForeignNamesThatAreNoUtf8Work) {
+  folder_.Write("M\xFCller/\xFC.bas", Module("M"));
+  folder_.Write("M\xFCller/P.vbp", "Type=Exe\r\nModule=M; \xFC.bas\r\n");
+  Workspace workspace(services_);
+  ASSERT_TRUE(workspace.Open(folder_.Path() / "M\xFCller/P.vbp").empty());
+  workspace.SetText(u"M", u"Dim b");
+  workspace.AddComponent(u"", host::vbext_ct_StdModule, u"New", u"");
+  EXPECT_EQ(workspace.Save().size(), 3U);
+  EXPECT_EQ(folder_.Read("M\xFCller/\xFC.bas"), Module("M", "Dim b\r\n"));
+  EXPECT_TRUE(fs::exists(folder_.Path() / "M\xFCller/New.bas"));
+}
+
+TEST_F(Saving, ANewProjectGetsANameOfItsOwn) {
+  folder_.Write("M.bas", Module("M"));
+  Workspace workspace(services_);
+  workspace.Open(folder_.Path() / "M.bas");
+  EXPECT_EQ(workspace.NewProject(u"", host::vbext_pt_StandardExe)->Name(), u"Project2");
+  workspace.Open(folder_.Path() / "M.bas");
+  EXPECT_EQ(workspace.VBE()->ActiveVBProject()->Name(), u"Project3");
+}
+
+TEST_F(Saving, AFileWithoutANameOfItsOwnIsGivenOne) {
+  folder_.Write("M.bas", "Dim a\r\n");
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\n"));
+  workspace.RenameComponent(u"", u"M", u"N");
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("M.bas"), Module("N"));
+}
+
+TEST_F(Saving, AReadOnlyFileIsNamedAndNothingIsWritten) {
+  folder_.Write("M.bas", Module("M"));
+  folder_.Write("N.bas", Module("N"));
+  fs::permissions(folder_.Path() / "N.bas", fs::perms::owner_read);
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\nModule=N; N.bas\r\n"));
+  workspace.SetText(u"M", u"Dim b");
+  workspace.SetText(u"N", u"Dim b");
+  EXPECT_EQ(Fails([&] { workspace.Save(); }),
+            (folder_.Path() / "N.bas").string() + ": cannot be written: the file is read-only");
+  EXPECT_EQ(folder_.Read("M.bas"), Module("M"));
+}
+
+/// A project of many modules, each of which says the same number.
+class ManyFiles : public Saving {
+ protected:
+  static constexpr int Count = 40;
+  void SetUp() override {
+    std::string entries;
+    for (int one = 0; one < Count; ++one) {
+      const std::string name = "M" + std::to_string(one);
+      folder_.Write(name + ".bas", Module(name, "' 0\r\n"));
+      entries += "Module=" + name + "; " + name + ".bas\r\n";
+    }
+    project_ = Project(entries);
+  }
+  /// Writes the number into every module.
+  static void SetAll(Workspace& workspace, int number) {
+    for (const auto& component : ProjectOf(workspace)->Components().All()) {
+      component->Module()->Edit(1, 1, u"' " + vb::Str(number));
+    }
+  }
+  /// What all modules say, or "mixed".
+  static std::string StateOf(Workspace& workspace) {
+    String state;
+    for (const auto& component : ProjectOf(workspace)->Components().All()) {
+      const String text = component->Module()->Lines(1, 1);
+      if (!state.empty() && text != state) return "mixed";
+      state = text;
+    }
+    return vb::ToUtf8(state);
+  }
+  fs::path project_;
+};
+
+TEST_F(ManyFiles, AProcessThatEndsAnywhereLeavesAllOldOrAllNewBehindTheNextStart) {
+  int number = 0;
+  for (int ahead = 0; ahead < 130; ahead += 7) {
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      Workspace workspace(services_);
+      workspace.Open(project_);
+      SetAll(workspace, number + 1);
+      int steps = 0;
+      files::OnWriteStep = [&](std::string_view, const fs::path&) {
+        if (steps++ == ahead) _exit(9);
+      };
+      workspace.Save();
+      _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    Workspace next(services_);
+    next.Open(project_);
+    const bool old = ahead < 3;  // three steps make the journal
+    EXPECT_EQ(StateOf(next), "' " + std::to_string(old ? number : number + 1)) << ahead;
+    EXPECT_EQ(next.TakeNotices().size(), old || WEXITSTATUS(status) == 0 ? 0U : 1U) << ahead;
+    number += 2;
+    SetAll(next, number);
+    next.Save();
+    EXPECT_EQ(FileCount(), Count + 1) << "no litter behind the next save";
+  }
+}
+
+TEST_F(ManyFiles, AnInterruptedSaveIsFinishedByTheNextSaveToo) {
+  Workspace workspace(services_);
+  workspace.Open(project_);
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    SetAll(workspace, 1);
+    int steps = 0;
+    files::OnWriteStep = [&](std::string_view, const fs::path&) {
+      if (steps++ == 50) _exit(9);
+    };
+    workspace.Save();
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  SetAll(workspace, 2);
+  EXPECT_THROW(workspace.Save(), vb::Failure) << "the files aren't those that were read";
+  EXPECT_EQ(workspace.TakeNotices().size(), 1U);
+  Workspace next(services_);
+  next.Open(project_);
+  EXPECT_EQ(StateOf(next), "' 1");
+}
+
+}  // namespace
+}  // namespace tessel::workspace
