@@ -22,6 +22,7 @@
 #include "hosts/workspace/ByteLines.h"
 #include "hosts/workspace/ComponentKinds.h"
 #include "hosts/workspace/Workspace.h"
+#include "tools/ModuleEdits.h"
 
 namespace tessel::tools {
 namespace {
@@ -80,9 +81,10 @@ class Check {
         module.InsertLines(1, vb::FromUtf8(std::string(Marker)));
       });
       Save(workspace);
-      Compare("a line on top", [](const std::string& before, const std::string& now) {
-        return before == now || WithoutMarker(now) == before;
-      });
+      Compare("a line on top",
+              [](const fs::path& path, const std::string& before, const std::string& now) {
+                return (IsProject(path) ? now : WithoutMarker(now)) == before;
+              });
       ForEach(workspace, [](model::CodeModule& module) { module.DeleteLines(1, 1); });
       Save(workspace);
       CompareWhole("a line on top, and away again");
@@ -93,7 +95,7 @@ class Check {
       ComparePlain("each member written anew");
     });
     Try("all below the declarations", [this](Workspace& workspace) {
-      ForEach(workspace, RewriteAll);
+      ForEach(workspace, RewriteBelowDeclarations);
       Save(workspace);
       ComparePlain("all below the declarations written anew");
     });
@@ -101,7 +103,6 @@ class Check {
   }
 
   [[nodiscard]] int Reports() const { return reports_; }
-  [[nodiscard]] int Components() const { return components_; }
 
  private:
   void Try(const char* what, const std::function<void(Workspace&)>& action) {
@@ -131,26 +132,6 @@ class Check {
 
   static void ForEach(Workspace& workspace, const std::function<void(model::CodeModule&)>& edit) {
     for (const auto& component : ComponentsOf(workspace)) edit(*component->Module());
-  }
-
-  static String Indented(StringView text) { return u" " + vb::Replace(text, vb::CrLf, u"\r\n "); }
-
-  static void RewriteMembers(model::CodeModule& module) {
-    for (const auto& member : module.Index().Members()) {
-      const int count = member.Lines.Start + member.Lines.Count - member.Lines.Body;
-      const String text = module.Lines(member.Lines.Body, count);
-      module.DeleteLines(member.Lines.Body, count);
-      module.InsertLines(member.Lines.Body, Indented(text));
-    }
-  }
-
-  static void RewriteAll(model::CodeModule& module) {
-    const int first = module.CountOfDeclarationLines() + 1;
-    const int count = module.CountOfLines() - first + 1;
-    if (count <= 0) return;
-    const String text = module.Lines(first, count);
-    module.DeleteLines(first, count);
-    module.InsertLines(first, Indented(text));
   }
 
   void Rename(Workspace& workspace) {
@@ -187,23 +168,27 @@ class Check {
       const fs::path path = workspace.FileOf(*component);
       before_[path] = files::ReadFile(path);
     }
-    components_ = std::max(components_, 0) + static_cast<int>(ComponentsOf(workspace).size());
   }
 
-  void Compare(const char* what,
-               const std::function<bool(const std::string&, const std::string&)>& same) {
+  void Compare(
+      const char* what,
+      const std::function<bool(const fs::path&, const std::string&, const std::string&)>& same) {
     for (const auto& [path, bytes] : before_) {
       const std::string now = files::ReadFile(path);
-      if (same(bytes, now)) continue;
+      if (same(path, bytes, now)) continue;
       const auto plain = Plain(bytes), plainNow = Plain(now);
       const auto ends = std::mismatch(plain.begin(), plain.end(), plainNow.begin(), plainNow.end());
       const auto line = ends.second - plainNow.begin() + 1;
       Report(path, what, "line " + std::to_string(line) + " is another one");
     }
   }
-  void CompareWhole(const char* what) { Compare(what, std::equal_to<>()); }
+  void CompareWhole(const char* what) {
+    Compare(what, [](const fs::path&, const std::string& before, const std::string& now) {
+      return before == now;
+    });
+  }
   void ComparePlain(const char* what) {
-    Compare(what, [](const std::string& before, const std::string& now) {
+    Compare(what, [](const fs::path&, const std::string& before, const std::string& now) {
       return Plain(before) == Plain(now);
     });
   }
@@ -218,7 +203,7 @@ class Check {
   memory::MemoryPlatform services_;
   platform::ScopedPlatform scope_{services_};
   Contents before_;
-  int reports_ = 0, components_ = 0;
+  int reports_ = 0;
 };
 
 /// A copy of the sources below a folder that goes with the program.

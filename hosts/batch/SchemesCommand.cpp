@@ -47,6 +47,9 @@ void Export(const SchemesRequest& request, const Schemes& all, std::ostream& out
     changes.push_back({file, files::PresentBytes(file), WriteScheme(scheme)});
   }
   fs::create_directories(request.Folder);
+  files::FinishInterrupted(request.Folder, [&](const fs::path& file) {
+    return file.parent_path() == request.Folder.lexically_normal();
+  });
   files::WriteTogether(request.Folder, changes);
   for (const auto& change : changes) out << change.File.string() << '\n';
 }

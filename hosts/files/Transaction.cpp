@@ -66,6 +66,7 @@ class Reader {
     }
     return number;
   }
+  [[nodiscard]] bool AtEnd() const { return rest_.empty(); }
   std::string Text() { return std::string(Take(Number())); }
 
  private:
@@ -77,11 +78,17 @@ class Reader {
   std::string_view rest_;
 };
 
-std::string JournalOf(const std::vector<Change>& changes) {
+/// A folder that is moved or copied takes its journal along: names are relative to it.
+std::string NameIn(const fs::path& folder, const fs::path& file) {
+  const fs::path relative = fs::absolute(file).lexically_relative(fs::absolute(folder));
+  return (relative.empty() ? fs::absolute(file) : relative).string();
+}
+
+std::string JournalOf(const fs::path& folder, const std::vector<Change>& changes) {
   Writer journal;
   journal.Number(changes.size());
   for (const Change& change : changes) {
-    journal.Text(fs::absolute(change.File).string());
+    journal.Text(NameIn(folder, change.File));
     journal.Number((change.Before ? 1U : 0U) | (IsWrittenInPlace(change.File) ? 2U : 0U));
     journal.Number(change.Before ? Digest(*change.Before) : 0);
     journal.Text(change.Bytes);
@@ -90,14 +97,15 @@ std::string JournalOf(const std::vector<Change>& changes) {
 }
 
 /// Nothing for a text that is no whole journal.
-std::optional<std::vector<Entry>> ReadJournal(std::string_view text) {
+std::optional<std::vector<Entry>> ReadJournal(const fs::path& folder, std::string_view text) {
   if (!text.starts_with(Magic) || text.size() < Magic.size() + 2 * NumberLength) return {};
   const std::string_view body = text.substr(0, text.size() - NumberLength);
   if (Reader(text.substr(body.size())).Number() != Digest(body)) return {};
   Reader reader(body.substr(Magic.size()));
-  std::vector<Entry> entries(static_cast<std::size_t>(reader.Number()));
-  for (Entry& entry : entries) {
-    entry.File = reader.Text();
+  std::vector<Entry> entries;
+  for (std::uint64_t left = reader.Number(); left > 0 && !reader.AtEnd(); --left) {
+    Entry& entry = entries.emplace_back();
+    entry.File = (folder / reader.Text()).lexically_normal();
     const std::uint64_t flags = reader.Number();
     entry.Existed = (flags & 1U) != 0;
     entry.InPlace = (flags & 2U) != 0;
@@ -180,7 +188,7 @@ void WriteTogether(const fs::path& folder, const std::vector<Change>& changes) {
     return;
   }
   const fs::path journal = OwnNameIn(folder, JournalEnding);
-  WriteFile(journal, JournalOf(changes));
+  WriteFile(journal, JournalOf(folder, changes));
   std::optional<Hold> hold(std::in_place, journal);
   FlushFolder(folder);
   std::size_t done = 0;
@@ -197,7 +205,8 @@ void WriteTogether(const fs::path& folder, const std::vector<Change>& changes) {
   RemoveFile(journal);
 }
 
-std::vector<Finished> FinishInterrupted(const fs::path& folder) {
+std::vector<Finished> FinishInterrupted(const fs::path& folder,
+                                        const std::function<bool(const fs::path&)>& isOurs) {
   std::vector<fs::path> journals;
   std::error_code error;
   for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
@@ -209,8 +218,11 @@ std::vector<Finished> FinishInterrupted(const fs::path& folder) {
   for (const fs::path& journal : journals) {
     const Hold hold(journal);
     if (!hold.Taken() || !fs::exists(journal, error)) continue;
-    const auto entries = ReadJournal(ReadFile(journal));
-    if (!entries) continue;
+    const auto entries = ReadJournal(folder, ReadFile(journal));
+    if (!entries || !std::all_of(entries->begin(), entries->end(),
+                                 [&](const Entry& entry) { return isOurs(entry.File); })) {
+      continue;
+    }
     all.push_back(Finish(*entries));
     RemoveFile(journal);
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -32,8 +33,11 @@ struct Finished {
 };
 
 /// Finishes every save that ended in the middle and left its journal in the folder; those that go
-/// on just now in another process are left alone. Fails with a vb::Failure that names the file
-/// that can't be written; the journal stays then.
-std::vector<Finished> FinishInterrupted(const std::filesystem::path& folder);
+/// on just now in another process are left alone, and so is a journal with a file that `isOurs`
+/// denies: whoever unpacks a foreign folder must not have anything else written. Fails with a
+/// vb::Failure that names the file that can't be written; the journal stays then.
+std::vector<Finished> FinishInterrupted(
+    const std::filesystem::path& folder,
+    const std::function<bool(const std::filesystem::path& file)>& isOurs);
 
 }  // namespace tessel::files

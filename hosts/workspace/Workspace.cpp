@@ -8,6 +8,7 @@
 #include "hosts/workspace/ByteLines.h"
 #include "hosts/workspace/CodePages.h"
 #include "hosts/workspace/ComponentFile.h"
+#include "hosts/workspace/ComponentKinds.h"
 #include "hosts/workspace/OutsideChanges.h"
 #include "hosts/workspace/Paths.h"
 
@@ -77,7 +78,11 @@ std::vector<Problem> Workspace::Problems() const {
 std::vector<String> Workspace::TakeNotices() { return std::exchange(notices_, {}); }
 
 void Workspace::FinishInterrupted(const fs::path& folder) {
-  for (const files::Finished& one : files::FinishInterrupted(folder)) {
+  files::RemoveStrays(folder);
+  const auto isOurs = [](const fs::path& file) {
+    return KindOf(file) != nullptr || Lower(file.extension().string()) == ".vbp";
+  };
+  for (const files::Finished& one : files::FinishInterrupted(folder, isOurs)) {
     if (!one.Written.empty()) {
       notices_.push_back(u"A save that was interrupted was finished: " + Listed(one.Written));
     }
@@ -175,8 +180,15 @@ std::vector<fs::path> Workspace::Save() {
   for (const auto& [folder, pending] : all) CheckOutside(pending);
   std::vector<fs::path> written;
   for (auto& [folder, pending] : all) {
-    const auto files = Write(folder, pending);
-    written.insert(written.end(), files.begin(), files.end());
+    try {
+      const auto files = Write(folder, pending);
+      written.insert(written.end(), files.begin(), files.end());
+    } catch (const vb::Failure& failure) {
+      if (written.empty()) throw;
+      throw vb::Failure(failure.Number(),
+                        failure.Description() + u"; these files are saved: " + Listed(written),
+                        failure.Source());
+    }
   }
   return written;
 }

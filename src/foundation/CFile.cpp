@@ -126,9 +126,14 @@ void CFile::Copy(StringView target) const {
   Service.Guard([&] {
     const fs::path source = ExistingPath();
     CheckName(target);
+    const fs::path to = Native(target);
     std::error_code error;
-    fs::copy_file(source, Native(target), fs::copy_options::overwrite_existing, error);
-    if (error) throw Service.Own(CopyFailed, u"File copy failed");
+    try {
+      platform::Current().Files().Write(to, ReadAll(source));
+      fs::permissions(to, fs::status(source).permissions(), error);
+    } catch (const vb::Failure&) {
+      throw Service.Own(CopyFailed, u"File copy failed");
+    }
   });
 }
 

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "support/Fails.h"
 #include "support/TemporaryFolder.h"
 #include "vb/Failure.h"
 
@@ -13,19 +14,12 @@ namespace tessel::files {
 namespace {
 
 namespace fs = std::filesystem;
+using test::Fails;
 
 class WholeFiles : public testing::Test {
  protected:
   ~WholeFiles() override { OnWriteStep = nullptr; }
 
-  static std::string Fails(const std::function<void()>& action) {
-    try {
-      action();
-    } catch (const vb::Failure& failure) {
-      return failure.what();
-    }
-    return "(no failure)";
-  }
   [[nodiscard]] auto FileCount() const {
     return std::distance(fs::directory_iterator(folder_.Path()), fs::directory_iterator());
   }

@@ -41,6 +41,7 @@ class Together : public testing::Test {
     waitpid(child, &status, 0);
     ASSERT_EQ(WEXITSTATUS(status), 9);
   }
+  static bool IsOurs(const fs::path& file) { return file.extension() == ".bas"; }
   /// "old" or "new" when that holds for all files; else what each has.
   [[nodiscard]] std::string State() const {
     std::string state;
@@ -95,7 +96,7 @@ TEST_F(Together, AProcessThatEndsBehindTheJournalIsGoneOnWith) {
         }
       }
       WriteAndEnd(step, number);
-      const auto finished = FinishInterrupted(folder_.Path());
+      const auto finished = FinishInterrupted(folder_.Path(), IsOurs);
       // The first file is the journal itself.
       EXPECT_EQ(State(), number == 1 ? "old" : "new") << step << number;
       EXPECT_EQ(finished.size(), number == 1 ? 0U : 1U);
@@ -110,7 +111,7 @@ TEST_F(Together, AFileThatSomebodyChangedSinceIsLeftAloneAndTheNewOneLiesBesideI
   WriteAndEnd("rename", 3);
   EXPECT_EQ(folder_.Read("a.bas"), "new a.bas");
   folder_.Write("b.bas", "another one's");
-  const auto finished = FinishInterrupted(folder_.Path());
+  const auto finished = FinishInterrupted(folder_.Path(), IsOurs);
   ASSERT_EQ(finished.size(), 1U);
   ASSERT_EQ(finished[0].Others.size(), 1U);
   EXPECT_EQ(finished[0].Others[0].File, folder_.Path() / "b.bas");
@@ -138,7 +139,7 @@ TEST_F(Together, AFileWithTwoNamesIsWholeAgainBehindTheNextLook) {
   waitpid(child, &status, 0);
   ASSERT_EQ(WEXITSTATUS(status), 9);
   EXPECT_EQ(folder_.Read("a.bas"), "new");
-  FinishInterrupted(folder_.Path());
+  FinishInterrupted(folder_.Path(), IsOurs);
   EXPECT_EQ(folder_.Read("a.bas"), "new a.bas");
   EXPECT_EQ(folder_.Read("second.bas"), "new a.bas");
 }
@@ -147,12 +148,30 @@ TEST_F(Together, ASaveThatGoesOnInAnotherProcessIsLeftAlone) {
   int looks = 0;
   OnWriteStep = [&](std::string_view at, const fs::path& file) {
     if (at == "rename" && file == changes_[1].File) {
-      looks = static_cast<int>(FinishInterrupted(folder_.Path()).size()) + 1;
+      looks = static_cast<int>(FinishInterrupted(folder_.Path(), IsOurs).size()) + 1;
     }
   };
   WriteTogether(folder_.Path(), changes_);
   EXPECT_EQ(looks, 1);
   EXPECT_EQ(State(), "new");
+}
+
+TEST_F(Together, AJournalOfAMovedFolderWritesThere) {
+  WriteAndEnd("rename", 3);
+  const fs::path moved = folder_.Path().string() + "-moved";
+  fs::rename(folder_.Path(), moved);
+  FinishInterrupted(moved, IsOurs);
+  EXPECT_EQ(ReadFile(moved / "b.bas"), "new b.bas");
+  EXPECT_FALSE(fs::exists(folder_.Path()));
+  fs::remove_all(moved);
+}
+
+TEST_F(Together, AJournalWithAnythingElseWritesNothing) {
+  changes_.push_back({folder_.Path() / ".profile", std::nullopt, "harm"});
+  WriteAndEnd("rename", 2);
+  EXPECT_TRUE(FinishInterrupted(folder_.Path(), IsOurs).empty());
+  EXPECT_FALSE(fs::exists(folder_.Path() / ".profile"));
+  EXPECT_EQ(folder_.Read("a.bas"), "old a.bas");
 }
 
 TEST_F(Together, AReadOnlyFileIsNamedAheadOfEveryWriting) {

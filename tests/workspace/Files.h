@@ -3,12 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "hosts/files/AtomicFile.h"
 #include "hosts/memory/MemoryPlatform.h"
 #include "hosts/model/Vbe.h"
 #include "hosts/workspace/Workspace.h"
+#include "support/Fails.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessel::test {
@@ -22,14 +21,6 @@ class Files : public testing::Test {
   }
   static std::shared_ptr<model::VBProject> ProjectOf(const workspace::Workspace& workspace) {
     return std::dynamic_pointer_cast<model::VBProject>(workspace.VBE()->ActiveVBProject());
-  }
-  static std::string Fails(const std::function<void()>& action) {
-    try {
-      action();
-    } catch (const vb::Failure& failure) {
-      return failure.what();
-    }
-    return "(no failure)";
   }
   std::string OpenFails(const std::filesystem::path& file) {
     return Fails([&] { workspace::Workspace(services_).Open(file); });

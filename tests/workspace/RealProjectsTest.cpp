@@ -8,6 +8,7 @@
 #include "hosts/model/Vbe.h"
 #include "hosts/workspace/Workspace.h"
 #include "scanning/mFunctions.h"
+#include "tools/ModuleEdits.h"
 
 namespace tessel::workspace {
 namespace {
@@ -35,30 +36,6 @@ std::string WithoutIndent(const std::string& bytes) {
     plain += unit;
   }
   return plain;
-}
-
-/// The lines of a text, each behind one more blank.
-String Indented(StringView text) { return u" " + vb::Replace(text, vb::CrLf, u"\r\n "); }
-
-/// Writes every member of a module anew as tools do: out with it, in with it.
-void RewriteMembers(model::CodeModule& module) {
-  const auto members = module.Index().Members();
-  for (const auto& member : members) {
-    const int count = member.Lines.Start + member.Lines.Count - member.Lines.Body;
-    const String text = module.Lines(member.Lines.Body, count);
-    module.DeleteLines(member.Lines.Body, count);
-    module.InsertLines(member.Lines.Body, Indented(text));
-  }
-}
-
-/// Everything below the declarations at once.
-void RewriteBelowDeclarations(model::CodeModule& module) {
-  const int first = module.CountOfDeclarationLines() + 1;
-  const int count = module.CountOfLines() - first + 1;
-  if (count <= 0) return;
-  const String text = module.Lines(first, count);
-  module.DeleteLines(first, count);
-  module.InsertLines(first, Indented(text));
 }
 
 /// Runs an edit of every module below a folder and compares what would be written.
@@ -101,9 +78,9 @@ TEST(RealProjects, EveryMemberWrittenAnewChangesNothingButTheLayout) {
                   module.InsertLines(1, u"' first");
                   module.DeleteLines(1, 1);
                   expectSame("a line inserted and deleted");
-                  RewriteMembers(module);
+                  tools::RewriteMembers(module);
                   expectSame("each member");
-                  RewriteBelowDeclarations(module);
+                  tools::RewriteBelowDeclarations(module);
                   expectSame("all below the declarations");
                 });
 }

@@ -11,6 +11,7 @@ namespace tessel::workspace {
 namespace {
 
 namespace fs = std::filesystem;
+using test::Fails;
 
 class Saving : public test::Files {
  protected:

@@ -14,6 +14,7 @@ namespace tessel::workspace {
 namespace {
 
 namespace fs = std::filesystem;
+using test::Fails;
 using test::Files;
 
 const std::string Form =
