@@ -201,7 +201,7 @@ void frmFormatText::ShowRules() {
   VSFFormatLines.ColumnWidths = {2, 20, 9, 8, 8};
   for (const ColumnOf& one : Columns) {
     VSFFormatLines.SetTextMatrix(0, one.Column, one.Heading);
-    VSFFormatLines.SetColTicks(one.Column, one.Column != WordsColumn);
+    VSFFormatLines.SetColTicks(one.Column, one.Column == EnabledColumn);
   }
   if (!rules_.IsOpen()) return;
   for (std::size_t row = 0; row < rules_.RecordCount(); ++row) {
