@@ -40,6 +40,12 @@ class ToolForm : public forms::Form {
   /// them is unloaded.
   void RunAndLeave(StringView routine, const Steps& steps);
 
+  /// A handler of an event: the body as the routine of that name, a literal.
+  template <class Body>
+  [[nodiscard]] static auto Handler(StringView routine, Body body) {
+    return [routine, body](const auto&... event) { Routine(routine, [&] { body(event...); }); };
+  }
+
  private:
   CFormRestore place_;
   CFontRestore fonts_;
