@@ -150,7 +150,8 @@ void frmInsertErrorHandlerCode::Begin() {
     const String scope = ComInsertIN.Text();
     String scheme = C1TTab1Tab2.CurrTab() == SummaryPage ? String() : ComCurrentScheme.Text();
     if (const auto components = ActiveComponents(run)) {
-      Tell(mInsertErrorHandlerCode::RunInsertErrorHandlerCode(context, components, scope, scheme));
+      Tell(run,
+           mInsertErrorHandlerCode::RunInsertErrorHandlerCode(context, components, scope, scheme));
     }
     SaveForm();
     if (Connect != nullptr) Connect->HideInsertErrorHandlerCode();

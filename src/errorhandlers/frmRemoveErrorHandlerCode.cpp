@@ -40,7 +40,7 @@ void frmRemoveErrorHandlerCode::Begin() {
     const String scope = ComRemoveFrom.Text();
     run([&] { Hide(); });
     if (const auto components = ActiveComponents(run)) {
-      Tell(mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(*context_, components, scope));
+      Tell(run, mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(*context_, components, scope));
     }
     if (Connect != nullptr) Connect->HideRemoveErrorHandlerCode();
   });

@@ -328,7 +328,7 @@ void frmFormatText::Run() {
     run([&] { Hide(); });
     run([] { platform::Current().Clock().DoEvents(); });
     if (const auto components = ActiveComponents(run)) {
-      Tell(mFormatText::RunFormatText(*format_, components, scope));
+      Tell(run, mFormatText::RunFormatText(*format_, components, scope));
     }
     CloseRules(run);
     SaveForm();
