@@ -69,9 +69,9 @@ Json MenuJson(const forms::MenuItem& menu) {
 
 /// Nobody opens a submenu here: each is made ready with the menu.
 void OpenSubmenus(const forms::MenuItem& menu) {
-  for (const forms::MenuItem* item : menu.Items()) {
+  for (forms::MenuItem* item : menu.Items()) {
     if (item->Items().empty()) continue;
-    if (const auto opening = item->Click) opening();
+    item->RaiseClick();
     OpenSubmenus(*item);
   }
 }

@@ -73,6 +73,7 @@ std::span<const std::string_view> HostOperations() {
                                        "VBComponents.Count",
                                        "VBComponents.Import",
                                        "VBComponents.Item",
+                                       "VBComponents.Remove",
                                        "VBComponents.VBE",
                                        "VBControl.ClassName",
                                        "VBControl.Collection",

@@ -19,7 +19,37 @@ Json ListOf(const std::vector<review::ReviewItem>& items) {
   return list;
 }
 
+Json TextOrNull(const String& text) { return text.empty() ? Json() : Json(vb::ToUtf8(text)); }
+
+/// From the model itself: asking as the add-in does would meet a failure that is meant for a tool.
+Json NameOf(const TouchedCode& code) {
+  const auto module = std::dynamic_pointer_cast<model::CodeModule>(code.Module);
+  const auto component = module ? module->Component() : nullptr;
+  return component ? Json(vb::ToUtf8(component->PlainName())) : Json();
+}
+
 }  // namespace
+
+void TellRun(Session& session, const RunResult& run) {
+  Json touched = Json::array(), failures = Json::array();
+  for (const TouchedCode& one : run.Touched) {
+    touched.push_back({{"component", NameOf(one)}, {"member", TextOrNull(one.Member)}});
+  }
+  for (const RunFailure& one : run.Failures) {
+    failures.push_back({{"component", TextOrNull(one.Component)},
+                        {"member", TextOrNull(one.Member)},
+                        {"number", one.Number},
+                        {"description", vb::ToUtf8(one.Description)},
+                        {"routine", vb::ToUtf8(one.Routine)}});
+  }
+  session.Channel().AddToReply({{"run",
+                                 {{"title", vb::ToUtf8(run.Title)},
+                                  {"components", run.Components},
+                                  {"touched", touched},
+                                  {"failures", failures},
+                                  {"cancelled", run.Cancelled},
+                                  {"aborted", run.Aborted}}}});
+}
 
 void CarryReviewed(Session& session, const forms::Surface& form,
                    std::optional<review::RunKind> kind, const std::function<void()>& action) {

@@ -6,6 +6,7 @@
 
 #include "hosts/drive/Session.h"
 #include "hosts/review/RunReview.h"
+#include "scanning/RunResult.h"
 
 namespace tessel::drive {
 
@@ -13,5 +14,8 @@ namespace tessel::drive {
 /// gone behind it, the reply that is sent next gets "differences".
 void CarryReviewed(Session& session, const forms::Surface& form,
                    std::optional<review::RunKind> kind, const std::function<void()>& action);
+
+/// Gives the reply that is sent next the account of a run, as "run".
+void TellRun(Session& session, const RunResult& run);
 
 }  // namespace tessel::drive

@@ -6,6 +6,7 @@
 
 #include "hosts/drive/Fields.h"
 #include "hosts/drive/Operations.h"
+#include "hosts/drive/RunDifferences.h"
 #include "vb/Failure.h"
 
 namespace tessel::drive {
@@ -90,6 +91,7 @@ Json Session::Carry(const Json& request) {
 void Session::Connect() {
   if (connect_) Refuse("the add-in is connected already");
   connect_ = std::make_shared<tessel::Connect>();
+  connect_->OnRunEnded = [this](const RunResult& run) { TellRun(*this, run); };
   connect_->AddinInstance_OnConnection(workspace_.VBE());
   if (connect_) connect_->AddinInstance_OnStartupComplete();
 }

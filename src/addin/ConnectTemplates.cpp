@@ -2,6 +2,7 @@
 
 #include "addin/Connect.h"
 #include "foundation/Routine.h"
+#include "scanning/MemberText.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel {
@@ -9,27 +10,12 @@ namespace {
 
 using ModulePtr = std::shared_ptr<host::CodeModule>;
 
-/// The member at a line: where its statement stands and what text it has from there on.
-struct MemberAt {
-  int Body = 0;
-  String Text;
-};
-
-MemberAt FindMember(const Statements& run, const ModulePtr& module, int line) {
-  MemberAt member;
+/// The member at a line.
+MemberText FindMember(const Statements& run, const ModulePtr& module, int line) {
   host::vbext_ProcKind ignored{};
   const String name = run([&] { return Need(module).ProcOfLine(line, ignored); });
-  if (name.empty()) return member;
-  const auto kind =
-      static_cast<host::vbext_ProcKind>(mFunctions::MemberKindAtLine(module, name, line, false));
-  member.Body = run([&] { return Need(module).ProcBodyLine(name, kind); });
-  const int count = run([&] { return Need(module).ProcCountLines(name, kind); });
-  const int start = run([&] { return Need(module).ProcStartLine(name, kind); });
-  if (member.Body > 0) {
-    member.Text =
-        run([&] { return Need(module).Lines(member.Body, count - (member.Body - start)); });
-  }
-  return member;
+  if (name.empty()) return {};
+  return ReadMember(run, module, name, mFunctions::MemberKindAtLine(module, name, line, false));
 }
 
 bool IsMarker(StringView line) { return vb::StartsWithText(line, mFunctions::KeyCommentHead); }
@@ -78,7 +64,7 @@ void InsertTemplate(const Statements& run, host::CodePane& pane, const std::vect
   const host::Selection at = run([&] { return pane.GetSelection(); });
   const auto module = run([&] { return pane.CodeModule(); });
   const int declarations = run([&] { return Need(module).CountOfDeclarationLines(); });
-  const MemberAt member = FindMember(run, module, at.StartLine);
+  const MemberText member = FindMember(run, module, at.StartLine);
   const bool inside = at.StartLine > declarations && at.StartLine > member.Body && member.Body >= 1;
   if (!inside) return;
   // The head's continuation lines push the template down, wherever in the member the caret stands.

@@ -80,44 +80,59 @@ void frmErrorHandlerScheme::Wire() {
   }
   WireFocus(RicHeader, HeaderEditor);
   WireFocus(RicFooter, FooterEditor);
-  WireText(RicHeader);
-  WireText(RicFooter);
+  WireText(RicHeader, u"frmErrorHandlerScheme.RicHeader_Change");
+  WireText(RicFooter, u"frmErrorHandlerScheme.RicFooter_Change");
   for (forms::Control* control : std::initializer_list<forms::Control*>{
            &RicHeader, &RicFooter, &chkInsertLine, &chkChangeOn, &txtLabelName}) {
     control->LostFocus = [this] { UpdateRecord(); };
   }
-  txtBaseNumber.LostFocus = [this] { LeaveNumber(txtBaseNumber); };
-  txtStep.LostFocus = [this] { LeaveNumber(txtStep); };
-  chkInsertLine.Click = [this] {
+  txtBaseNumber.LostFocus = Handler(u"frmErrorHandlerScheme.txtBaseNumber_LostFocus",
+                                    [this] { LeaveNumber(txtBaseNumber); });
+  txtStep.LostFocus =
+      Handler(u"frmErrorHandlerScheme.txtStep_LostFocus", [this] { LeaveNumber(txtStep); });
+  chkInsertLine.Click = Handler(u"frmErrorHandlerScheme.chkInsertLine_Click", [this] {
     txtBaseNumber.SetEnabled(chkInsertLine.Value() == 1);
     txtStep.SetEnabled(chkInsertLine.Value() == 1);
     UpdateRecord();
-  };
-  chkChangeOn.Click = [this] {
+  });
+  chkChangeOn.Click = Handler(u"frmErrorHandlerScheme.chkChangeOn_Click", [this] {
     txtLabelName.SetEnabled(chkChangeOn.Value() == 1);
     UpdateRecord();
-  };
-  const auto edit = [this](const std::function<void(forms::RichTextBox&)>& action) {
-    if (forms::RichTextBox* const box = ActiveBox()) {
-      action(*box);
+  });
+  WireEditing();
+}
+
+/// The row above the editors works on the one that has, or had, the focus.
+void frmErrorHandlerScheme::WireEditing() {
+  using Action = std::function<void(const Statements& run, forms::RichTextBox& box)>;
+  const auto edit = [this](StringView routine, const Action& action) {
+    Routine(routine, [&](const Statements& run) {
+      forms::RichTextBox* const box = ActiveBox();
+      if (box == nullptr) return;
+      action(run, *box);
       box->SetFocus();
-    }
+    });
   };
-  btmCopy.Click = [edit] {
-    edit([](auto& box) { platform::Current().Clipboard().SetText(box.SelText()); });
+  const auto copy = [](const Statements& run, forms::RichTextBox& box) {
+    run([&] { platform::Current().Clipboard().SetText(box.SelText()); });
   };
-  btmCut.Click = [edit] {
-    edit([](auto& box) {
-      platform::Current().Clipboard().SetText(box.SelText());
+  btmCopy.Click = [edit, copy] { edit(u"frmErrorHandlerScheme.btmCopy_Click", copy); };
+  btmCut.Click = [edit, copy] {
+    edit(u"frmErrorHandlerScheme.btmCut_Click", [&](const Statements& run, auto& box) {
+      copy(run, box);
       box.SetSelText(u"");
     });
   };
   btmPaste.Click = [edit] {
-    edit([](auto& box) { box.SetSelText(platform::Current().Clipboard().GetText()); });
+    edit(u"frmErrorHandlerScheme.btmPaste_Click", [](const Statements& run, auto& box) {
+      run([&] { box.SetSelText(platform::Current().Clipboard().GetText()); });
+    });
   };
   btmStandard.DropdownItemClick = [edit](StringView key) {
     for (const Placeholder& one : Placeholders) {
-      if (!one.Key.empty() && one.Key == key) edit([&](auto& box) { box.SetSelText(one.Text); });
+      if (one.Key.empty() || one.Key != key) continue;
+      edit(u"frmErrorHandlerScheme.btmStandard_DropdownItemClick",
+           [&](const Statements&, auto& box) { box.SetSelText(one.Text); });
     }
   };
 }
@@ -130,21 +145,23 @@ void frmErrorHandlerScheme::WireFocus(forms::Control& control, Editor editor) {
 }
 
 /// Comments, markers and placeholders take their colours as the user types; the caret stays.
-void frmErrorHandlerScheme::WireText(forms::RichTextBox& box) {
-  box.Change = [this, &box] {
+void frmErrorHandlerScheme::WireText(forms::RichTextBox& box, StringView routine) {
+  box.Change = Handler(routine, [this, &box] {
     if (showing_) return;
     showing_ = true;
     mFunctions::ViewTextRichtextbox(box, String(box.Text()));
     showing_ = false;
-  };
+  });
 }
 
 void frmErrorHandlerScheme::EnabledStandardMenu() {
-  const bool on = ActiveEditor != NoEditor;
-  btmCut.SetEnabled(on);
-  btmCopy.SetEnabled(on);
-  btmPaste.SetEnabled(on);
-  btmStandard.SetEnabled(on);
+  Routine(u"frmErrorHandlerScheme.EnabledStandardMenu", [&] {
+    const bool on = ActiveEditor != NoEditor;
+    btmCut.SetEnabled(on);
+    btmCopy.SetEnabled(on);
+    btmPaste.SetEnabled(on);
+    btmStandard.SetEnabled(on);
+  });
 }
 
 forms::RichTextBox* frmErrorHandlerScheme::ActiveBox() {

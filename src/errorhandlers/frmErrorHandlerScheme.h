@@ -49,8 +49,9 @@ class frmErrorHandlerScheme : public ToolForm {
 
   void Arrange();
   void Wire();
+  void WireEditing();
   void WireFocus(forms::Control& control, Editor editor);
-  void WireText(forms::RichTextBox& box);
+  void WireText(forms::RichTextBox& box, StringView routine);
   void LoadParametr(StringView name);
   void ViewAllField();
   void ShowScheme(const ErrorHandlerScheme& scheme);

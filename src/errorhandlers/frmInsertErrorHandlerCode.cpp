@@ -45,14 +45,16 @@ frmInsertErrorHandlerCode::frmInsertErrorHandlerCode(
   SetLayout(Column(
       {row(lblInsertIN, ComInsertIN), Tabs(C1TTab1Tab2, {summary, module}),
        Row({Item(btmHelp), Item(btmEditSchtmes), Space(), Item(btmBegin), Item(btmCancel)})}));
-  ComInsertIN.Click = [this] { ShowPageOfScope(); };
+  ComInsertIN.Click =
+      Handler(u"frmInsertErrorHandlerCode.ComInsertIN_Click", [this] { ShowPageOfScope(); });
   ComCurrentScheme.Click = [this] { ShowPreview(); };
   btmEditSchtmes.Click = [this] { EditSchemes(); };
   btmBegin.Click = [this] { Begin(); };
-  btmCancel.Click = [this] {
+  btmCancel.Click = Handler(u"frmInsertErrorHandlerCode.btmCancel_Click", [this] {
     if (Connect != nullptr) Connect->HideInsertErrorHandlerCode();
-  };
-  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"errorhandlers.htm"); };
+  });
+  btmHelp.Click = Handler(u"frmInsertErrorHandlerCode.btmHelp_Click",
+                          [] { mGlobals::RunHelpFennick(u"errorhandlers.htm"); });
 }
 
 void frmInsertErrorHandlerCode::Form_Load() {
@@ -148,7 +150,8 @@ void frmInsertErrorHandlerCode::Begin() {
     const String scope = ComInsertIN.Text();
     String scheme = C1TTab1Tab2.CurrTab() == SummaryPage ? String() : ComCurrentScheme.Text();
     if (const auto components = ActiveComponents(run)) {
-      Tell(mInsertErrorHandlerCode::RunInsertErrorHandlerCode(context, components, scope, scheme));
+      Tell(run,
+           mInsertErrorHandlerCode::RunInsertErrorHandlerCode(context, components, scope, scheme));
     }
     SaveForm();
     if (Connect != nullptr) Connect->HideInsertErrorHandlerCode();

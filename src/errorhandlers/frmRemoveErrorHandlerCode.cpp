@@ -18,10 +18,11 @@ frmRemoveErrorHandlerCode::frmRemoveErrorHandlerCode(
   SetLayout(Column({Row({Item(lblRemoveFrom), Item(ComRemoveFrom, 1)}), Space(),
                     Row({Item(btmHelp), Space(), Item(btmBegin), Item(btmCancel)})}));
   btmBegin.Click = [this] { Begin(); };
-  btmCancel.Click = [this] {
+  btmCancel.Click = Handler(u"frmRemoveErrorHandlerCode.btmCancel_Click", [this] {
     if (Connect != nullptr) Connect->HideRemoveErrorHandlerCode();
-  };
-  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"errorhandlers.htm"); };
+  });
+  btmHelp.Click = Handler(u"frmRemoveErrorHandlerCode.btmHelp_Click",
+                          [] { mGlobals::RunHelpFennick(u"errorhandlers.htm"); });
 }
 
 void frmRemoveErrorHandlerCode::Form_Load() {
@@ -39,7 +40,7 @@ void frmRemoveErrorHandlerCode::Begin() {
     const String scope = ComRemoveFrom.Text();
     run([&] { Hide(); });
     if (const auto components = ActiveComponents(run)) {
-      Tell(mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(*context_, components, scope));
+      Tell(run, mRemoveErrorHandlerCode::RunRemoveErrorHandlerCode(*context_, components, scope));
     }
     if (Connect != nullptr) Connect->HideRemoveErrorHandlerCode();
   });

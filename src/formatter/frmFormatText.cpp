@@ -54,12 +54,16 @@ struct NumberSetting {
   StringView Key, Default;
   forms::TextBox frmFormatText::*Control;
   forms::SpinButton frmFormatText::*Spin;
+  StringView BoxRoutine, SpinRoutine;
 };
 constexpr NumberSetting NumberSettings[] = {
-    {u"txtCharacrers", u"90", &frmFormatText::txtCharacrers, &frmFormatText::VScrollCharacters},
+    {u"txtCharacrers", u"90", &frmFormatText::txtCharacrers, &frmFormatText::VScrollCharacters,
+     u"frmFormatText.txtCharacrers_Change", u"frmFormatText.VScrollCharacters_Change"},
     {u"txtAdditionalTabs", u"1", &frmFormatText::txtAdditionalTabs,
-     &frmFormatText::VScrollTabsAdditional},
-    {u"txtPcs", u"4", &frmFormatText::txtPcs, &frmFormatText::VScrollPcs}};
+     &frmFormatText::VScrollTabsAdditional, u"frmFormatText.txtAdditionalTabs_Change",
+     u"frmFormatText.VScrollTabsAdditional_Change"},
+    {u"txtPcs", u"4", &frmFormatText::txtPcs, &frmFormatText::VScrollPcs,
+     u"frmFormatText.txtPcs_Change", u"frmFormatText.VScrollPcs_Change"}};
 
 String ReadSetting(StringView key, StringView byDefault) {
   return gAppSettings ? gAppSettings->GetText(Section, key, byDefault) : String(byDefault);
@@ -115,39 +119,46 @@ void frmFormatText::Arrange() {
 }
 
 void frmFormatText::Wire() {
-  chkIndentEntire.Click = [this] { ViewRTF(); };
-  chkIndentCase.Click = [this] { ViewRTF(); };
-  OptTabChfracters.Click = [this] { EnableSpaces(); };
-  OptSpaceCharacters.Click = [this] { EnableSpaces(); };
-  OptCompactWrapped.Click = [this] { EnableWrapping(); };
-  OptWrapCode.Click = [this] { EnableWrapping(); };
-  chkEnableCodeLines.Click = [this] { EnableWrapping(); };
-  chkInsertBlank.Click = [this] { VSFFormatLines.SetEnabled(chkInsertBlank.Value() == 1); };
-  for (const NumberSetting& number : NumberSettings) {
-    WireNumber(this->*number.Control, this->*number.Spin);
-  }
+  const auto preview = [this] { ViewRTF(); };
+  const auto spaces = [this] { EnableSpaces(); };
+  const auto wrapping = [this] { EnableWrapping(); };
+  chkIndentEntire.Click = Handler(u"frmFormatText.chkIndentEntire_Click", preview);
+  chkIndentCase.Click = Handler(u"frmFormatText.chkIndentCase_Click", preview);
+  OptTabChfracters.Click = Handler(u"frmFormatText.OptTabChfracters_Click", spaces);
+  OptSpaceCharacters.Click = Handler(u"frmFormatText.OptSpaceCharacters_Click", spaces);
+  OptCompactWrapped.Click = Handler(u"frmFormatText.OptCompactWrapped_Click", wrapping);
+  OptWrapCode.Click = Handler(u"frmFormatText.OptWrapCode_Click", wrapping);
+  chkEnableCodeLines.Click = Handler(u"frmFormatText.chkEnableCodeLines_Click", wrapping);
+  chkInsertBlank.Click = Handler(u"frmFormatText.chkInsertBlank_Click", [this] {
+    VSFFormatLines.SetEnabled(chkInsertBlank.Value() == 1);
+  });
+  WireNumbers();
   VSFFormatLines.BeforeEdit = [](int, int col, bool& cancel) { cancel = col == WordsColumn; };
   VSFFormatLines.AfterEdit = [this](int row, int col) { StoreCell(row, col); };
-  VSFFormatLines.AfterSelChange = [this] {
-    // Leaving a row writes what was changed in it.
-    Routine(u"frmFormatText.VSFFormatLines_AfterSelChange", [&] {
-      const int row = VSFFormatLines.Row() - VSFFormatLines.FixedRows();
-      if (rules_.IsOpen() && row >= 0) rules_.MoveTo(static_cast<std::size_t>(row));
-    });
-  };
+  // Leaving a row writes what was changed in it.
+  VSFFormatLines.AfterSelChange = Handler(u"frmFormatText.VSFFormatLines_AfterSelChange", [this] {
+    const int row = VSFFormatLines.Row() - VSFFormatLines.FixedRows();
+    if (rules_.IsOpen() && row >= 0) rules_.MoveTo(static_cast<std::size_t>(row));
+  });
   btmRun.Click = [this] { Run(); };
   btmCancel.Click = [this] { Cancel(); };
-  btmHelp.Click = [] { mGlobals::RunHelpFennick(HelpTopic); };
+  btmHelp.Click =
+      Handler(u"frmFormatText.btmHelp_Click", [] { mGlobals::RunHelpFennick(HelpTopic); });
 }
 
-/// The field and its spin control follow each other inside the bounds.
-void frmFormatText::WireNumber(forms::TextBox& box, forms::SpinButton& spin) {
-  box.Change = [&box, &spin] {
-    const int value = Bounded(box.Text(), spin);
-    box.SetText(vb::Str(value));
-    spin.SetValue(value);
-  };
-  spin.Change = [&box, &spin] { box.SetText(vb::Str(spin.Value())); };
+/// Each field and its spin control follow each other inside the bounds.
+void frmFormatText::WireNumbers() {
+  for (const NumberSetting& number : NumberSettings) {
+    forms::TextBox& box = this->*number.Control;
+    forms::SpinButton& spin = this->*number.Spin;
+    box.Change = Handler(number.BoxRoutine, [&box, &spin] {
+      const int value = Bounded(box.Text(), spin);
+      box.SetText(vb::Str(value));
+      spin.SetValue(value);
+    });
+    spin.Change =
+        Handler(number.SpinRoutine, [&box, &spin] { box.SetText(vb::Str(spin.Value())); });
+  }
 }
 
 void frmFormatText::Form_Load() {
@@ -201,7 +212,7 @@ void frmFormatText::ShowRules() {
   VSFFormatLines.ColumnWidths = {2, 20, 9, 8, 8};
   for (const ColumnOf& one : Columns) {
     VSFFormatLines.SetTextMatrix(0, one.Column, one.Heading);
-    VSFFormatLines.SetColTicks(one.Column, one.Column != WordsColumn);
+    VSFFormatLines.SetColTicks(one.Column, one.Column == EnabledColumn);
   }
   if (!rules_.IsOpen()) return;
   for (std::size_t row = 0; row < rules_.RecordCount(); ++row) {
@@ -230,10 +241,10 @@ void frmFormatText::StoreCell(int row, int col) {
   });
 }
 
-void frmFormatText::CloseRules() {
+void frmFormatText::CloseRules(const Statements& run) {
   if (!rules_.IsOpen()) return;
-  rules_.Update();
-  rules_.Close();
+  run([&] { rules_.Update(); });
+  run([&] { rules_.Close(); });
 }
 
 void frmFormatText::EnableSpaces() {
@@ -320,9 +331,9 @@ void frmFormatText::Run() {
     run([&] { Hide(); });
     run([] { platform::Current().Clock().DoEvents(); });
     if (const auto components = ActiveComponents(run)) {
-      Tell(mFormatText::RunFormatText(*format_, components, scope));
+      Tell(run, mFormatText::RunFormatText(*format_, components, scope));
     }
-    run([&] { CloseRules(); });
+    CloseRules(run);
     SaveForm();
     if (Connect != nullptr) Connect->HideFormatText();
   });
@@ -330,13 +341,13 @@ void frmFormatText::Run() {
 
 void frmFormatText::Cancel() {
   Routine(u"frmFormatText.btmCancel_Click", [&](const Statements& run) {
-    run([&] { CloseRules(); });
+    CloseRules(run);
     if (Connect != nullptr) Connect->HideFormatText();
   });
 }
 
 void frmFormatText::Form_Unload() {
-  Leave(u"frmFormatText.Form_Unload", [&](const Statements& run) { run([&] { CloseRules(); }); });
+  Leave(u"frmFormatText.Form_Unload", [&](const Statements& run) { CloseRules(run); });
 }
 
 }  // namespace tessel

@@ -70,7 +70,7 @@ class frmFormatText : public ToolForm {
 
   void Arrange();
   void Wire();
-  void WireNumber(forms::TextBox& box, forms::SpinButton& spin);
+  void WireNumbers();
   void LoadParametr();
   void SaveForm();
   bool CheckField();
@@ -79,7 +79,7 @@ class frmFormatText : public ToolForm {
   void OpenRules();
   void ShowRules();
   void StoreCell(int row, int col);
-  void CloseRules();
+  void CloseRules(const Statements& run);
   void EnableWrapping();
   void EnableSpaces();
   void Run();

@@ -25,6 +25,11 @@ MenuItem* MenuItem::Find(StringView name) {
   return nullptr;
 }
 
+// On a copy: it may replace itself.
+void MenuItem::RaiseClick() {
+  if (const auto handler = Click) owner_->Carry(handler);
+}
+
 void MenuItem::SaveBranch() {
   SaveDesign();
   for (MenuItem* item : items_) item->SaveBranch();

@@ -46,6 +46,8 @@ class MenuItem : public Designs {
   /// Of a menu or submenu: raised ahead of its opening, the moment to set captions and what is
   /// enabled. Of any other item: the user has chosen it.
   std::function<void()> Click;
+  /// Runs Click by way of the surface.
+  void RaiseClick();
 
  protected:
   void Changed() override;

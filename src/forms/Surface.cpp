@@ -29,10 +29,9 @@ MenuItem* Surface::FindMenu(StringView name) const {
 
 void Surface::PopupMenu(MenuItem& menu, std::optional<platform::SurfacePoint> place) {
   const auto self = weak_from_this().lock();
-  if (const auto opening = menu.Click) opening();
+  menu.RaiseClick();
   MenuItem* const chosen = platform::Current().Screen().PopUp(*this, menu, place);
-  if (chosen == nullptr) return;
-  if (const auto handler = chosen->Click) Carry(handler);
+  if (chosen != nullptr) chosen->RaiseClick();
 }
 
 void Surface::SaveWholeDesign() {

@@ -349,9 +349,8 @@ void ChooseFromBar(Surface& surface, StringView name) {
   for (MenuItem* menu : surface.Menus()) {
     if (!menu->Visible() || menu->Find(name) == nullptr) continue;
     if (!menu->Enabled()) break;
-    Raise(menu->Click);
-    MenuItem& item = ItemOf(*menu, name);
-    Raise(item.Click);
+    menu->RaiseClick();
+    ItemOf(*menu, name).RaiseClick();
     return;
   }
   throw vb::Failure(Refused, u"Form \"" + surface.Name() + u"\" has no menu item \"" +

@@ -55,8 +55,10 @@ std::shared_ptr<host::VBComponents> ToolForm::ActiveComponents(const Statements&
   });
 }
 
-void ToolForm::Tell(const RunResult& result) {
-  if (Connect != nullptr) Connect->RunEnded(result);
+void ToolForm::Tell(const Statements& run, const RunResult& result) {
+  run([&] {
+    if (Connect != nullptr) Connect->RunEnded(result);
+  });
 }
 
 void ToolForm::RunAndLeave(StringView routine, const Steps& steps) {

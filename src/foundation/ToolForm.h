@@ -34,11 +34,17 @@ class ToolForm : public GuardedForm {
   void Leave(StringView routine, const Steps& steps = {});
   /// The components of the active project; nothing without one.
   [[nodiscard]] std::shared_ptr<host::VBComponents> ActiveComponents(const Statements& run) const;
-  /// Hands the account of a run to the root.
-  void Tell(const RunResult& result);
+  /// Hands the account of a run to the root; a statement of the caller.
+  void Tell(const Statements& run, const RunResult& result);
   /// A handler whose steps hide the form for a run. However they end, a form that is hidden behind
   /// them is unloaded.
   void RunAndLeave(StringView routine, const Steps& steps);
+
+  /// A handler of an event: the body as the routine of that name, a literal.
+  template <class Body>
+  [[nodiscard]] static auto Handler(StringView routine, Body body) {
+    return [routine, body](const auto&... event) { Routine(routine, [&] { body(event...); }); };
+  }
 
  private:
   CFormRestore place_;

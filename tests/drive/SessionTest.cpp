@@ -85,6 +85,20 @@ TEST_F(Drive, TheReplyToARunNamesThePlacesThatItChangedInMeaning) {
   }
 }
 
+TEST_F(Drive, TheReplyToARunGivesItsAccount) {
+  const auto replies =
+      Play(Numbered + R"({"do":"press","control":"btmRun"})" + "\n" + R"({"do":"projects"})");
+  const Json& run = replies.at(4)["run"];
+  EXPECT_EQ(run["title"], "Format Text") << replies[4];
+  EXPECT_EQ(run["components"], 1);
+  ASSERT_EQ(run["touched"].size(), 1U);
+  EXPECT_EQ(run["touched"][0]["component"], "M");
+  EXPECT_TRUE(run["failures"].empty());
+  EXPECT_EQ(run["cancelled"], false);
+  EXPECT_EQ(run["aborted"], false);
+  EXPECT_FALSE(replies.at(5).contains("run"));
+}
+
 TEST_F(Drive, AButtonThatStartsNoRunAnswersWithoutDifferences) {
   const auto replies = Play(Numbered + R"({"do":"press","control":"btmCancel"})");
   EXPECT_FALSE(replies[4].contains("differences"));
@@ -103,6 +117,7 @@ TEST_F(Drive, DifferencesComeWithTheReplyBehindWhichTheRunIsOver) {
   EXPECT_EQ(replies[5]["front"]["form"], "frmErrorMessage") << replies[5];
   EXPECT_FALSE(replies[5].contains("differences"));
   EXPECT_EQ(replies[6]["differences"].size(), 1U) << replies[6];
+  EXPECT_TRUE(replies[6]["run"]["failures"].empty()) << "it failed ahead of the run";
 }
 
 TEST_F(Drive, AProjectWhoseSchemeIsEmptyIsToldAtTheHeadOfTheList) {

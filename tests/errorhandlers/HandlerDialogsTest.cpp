@@ -157,6 +157,26 @@ TEST_F(HandlerDialogs, AbortBehindTheHiddenFormUnloadsIt) {
   }
 }
 
+TEST_F(HandlerDialogs, AClipboardThatFailsIsToldByItsHandler) {
+  const auto dialog = Open<frmErrorHandlerScheme>();
+  user::Focus(dialog->RicHeader);
+  user::SelectText(dialog->RicHeader, 0, 2);
+  const String before = dialog->RicHeader.Text();
+  Place.Services.DesktopService.FailClipboard = vb::Failure(521, u"no clipboard");
+  user::Press(dialog->btmCopy);
+  user::Press(dialog->btmCut);
+  Place.Services.DesktopService.FailClipboard.reset();
+  Expected = 2;
+  const auto& messages = Place.Services.DesktopService.Messages;
+  ASSERT_EQ(messages.size(), 2U);
+  EXPECT_NE(messages[0].Text.find(u"in Tessel.frmErrorHandlerScheme.btmCopy_Click at"),
+            String::npos);
+  EXPECT_NE(messages[1].Text.find(u"in Tessel.frmErrorHandlerScheme.btmCut_Click at"),
+            String::npos);
+  EXPECT_EQ(dialog->RicHeader.Text(), before) << "what can't be kept is not cut";
+  dialog->Unload();
+}
+
 // The account
 
 TEST_F(HandlerDialogs, TellTheRootWhichMembersARunTouched) {

@@ -1,5 +1,7 @@
 #include "hosts/workbench/forms/ButtonFace.h"
 
+#include <QMenu>
+
 #include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
 
@@ -17,6 +19,8 @@ void ShowFace(QAbstractButton& button, const forms::CaptionedControl& control) {
   button.setText({});
   button.setAccessibleName(name);
   if (control.ToolTipText().empty()) button.setToolTip(name);
+  // As wide as high; only a list below it needs room for its arrow.
+  if (button.findChild<QMenu*>() == nullptr) button.setFixedWidth(button.sizeHint().height());
 }
 
 }  // namespace tessel::workbench

@@ -32,10 +32,13 @@ bool IsLabelledRow(const Layout& node) {
          ControlOf<forms::Label>(node.Children.front()) != nullptr;
 }
 
+/// A button that shows its caption.
 bool IsButton(const Layout& node) {
-  return ControlOf<forms::Button>(node) != nullptr ||
-         ControlOf<forms::DropDownButton>(node) != nullptr ||
-         ControlOf<forms::ToggleButton>(node) != nullptr;
+  const auto* const control = ControlOf<forms::CaptionedControl>(node);
+  if (control == nullptr || control->Picture != 0) return false;
+  return dynamic_cast<const forms::Button*>(control) != nullptr ||
+         dynamic_cast<const forms::DropDownButton*>(control) != nullptr ||
+         dynamic_cast<const forms::ToggleButton*>(control) != nullptr;
 }
 
 /// Parts that share the room of a row; the user moves the bar between them.

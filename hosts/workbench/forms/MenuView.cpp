@@ -11,7 +11,7 @@ void AddSubmenu(QMenu& menu, forms::MenuItem& item, const MenuChoice& chosen) {
   // An empty submenu would not open, and so never be asked what it holds.
   FillMenu(*below, item, chosen);
   QObject::connect(below, &QMenu::aboutToShow, below, [below, &item, chosen] {
-    if (const auto opening = item.Click) opening();
+    item.RaiseClick();
     FillMenu(*below, item, chosen);
   });
 }

@@ -74,9 +74,7 @@ void SurfaceWidget::BuildMenuBar() {
     // Asked again at each opening; an empty menu would not open at all.
     FillMenu(*shown, *menu, choose);
     connect(shown, &QMenu::aboutToShow, this, [this, shown, menu, choose] {
-      Run([menu] {
-        if (const auto opening = menu->Click) opening();
-      });
+      Run([menu] { menu->RaiseClick(); });
       FillMenu(*shown, *menu, choose);
     });
     menus_.emplace_back(menu, shown);

@@ -1,7 +1,9 @@
 #include "hosts/workbench/window/ChildWindows.h"
 
 #include <QEvent>
+#include <QProxyStyle>
 #include <QStyle>
+#include <QStyleOptionTitleBar>
 #include <QUndoStack>
 #include <algorithm>
 
@@ -25,10 +27,35 @@ QString DesignTitle(const model::VBComponent& component) {
            QObject::tr("Design"));
 }
 
+/// Styles draw the buttons of a child window that isn't in front in black, on dark frames as well:
+/// there its frame is drawn as one in front, in the colour of the others.
+class FrameStyle : public QProxyStyle {
+ public:
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                          QPainter* painter, const QWidget* widget) const override {
+    const auto* const title = qstyleoption_cast<const QStyleOptionTitleBar*>(option);
+    if (control != CC_TitleBar || title == nullptr || !IsBlackOnDark(*title)) {
+      return QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
+    QStyleOptionTitleBar front(*title);
+    front.titleBarState |= static_cast<int>(State_Active);
+    front.palette.setColor(QPalette::Highlight, title->palette.color(QPalette::Window));
+    QProxyStyle::drawComplexControl(control, &front, painter, widget);
+  }
+
+ private:
+  static bool IsBlackOnDark(const QStyleOptionTitleBar& title) {
+    constexpr int Dark = 128;
+    return (title.titleBarState & static_cast<int>(State_Active)) == 0 &&
+           title.palette.color(QPalette::Window).lightness() < Dark;
+  }
+};
+
 }  // namespace
 
 ChildWindows::ChildWindows(std::shared_ptr<model::Vbe> vbe, QWidget* parent)
-    : QMdiArea(parent), vbe_(std::move(vbe)) {
+    : QMdiArea(parent), vbe_(std::move(vbe)), frameStyle_(new FrameStyle) {
+  frameStyle_->setParent(this);
   setViewMode(QMdiArea::SubWindowView);
   setActivationOrder(QMdiArea::ActivationHistoryOrder);
   connect(this, &QMdiArea::subWindowActivated, this, [this] {
@@ -84,6 +111,7 @@ QMdiSubWindow* ChildWindows::AddFrame(QWidget& content, const model::VBComponent
                                           : front->isMaximized();
   QMdiSubWindow* const frame = addSubWindow(&content);
   frame->setAttribute(Qt::WA_DeleteOnClose);
+  frame->setStyle(frameStyle_);
   frame->setWindowIcon(ComponentIcon(component.PlainType()));
   frame->setGeometry(PlaceOfNext());
   if (maximized) {

@@ -104,6 +104,7 @@ class ChildWindows : public QMdiArea {
   void ShowColors();
 
   std::shared_ptr<model::Vbe> vbe_;
+  QStyle* frameStyle_;
   std::map<const model::CodeModule*, CodeWindow*> codes_;
   std::map<const model::VBComponent*, DesignerView*> designers_;
   std::map<const DesignerView*, std::weak_ptr<model::Designer>> shownForms_;

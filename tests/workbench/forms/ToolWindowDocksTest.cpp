@@ -141,6 +141,7 @@ TEST_F(Docks, APictureOnAButtonHasItsCaptionAsTip) {
   EXPECT_FALSE(button.icon().isNull());
   EXPECT_TRUE(button.text().isEmpty());
   EXPECT_EQ(button.toolTip(), QStringLiteral("Show members"));
+  EXPECT_EQ(button.width(), button.height());
 }
 
 }  // namespace

@@ -177,7 +177,7 @@ class Storm : public InWindow {
     for (const auto& component : window_->Root()->Active()->Components().All()) {
       if (IsUnsaved(*component)) continue;
       EXPECT_EQ(fresh.Text(component->PlainName()), Text(component->PlainName()))
-          << component->PlainName().back();
+          << ToQt(component->PlainName()).toStdString();
     }
   }
 
