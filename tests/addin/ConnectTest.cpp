@@ -195,10 +195,10 @@ TEST_F(AddIn, TheBarHoldsEveryCommandInItsPlace) {
 |Snippet Manager #106 -
 Insert Snippet #107 -
 Store to Snippets #108 -
-|Procedure Builder #104 -
-Property Builder #103 -
-Collection Builder #102 -
-Enum Builder @3253 -
+|Procedure Builder #104
+Property Builder #103
+Collection Builder #102
+Enum Builder @3253
 |Code Formatter #111
 Insert Error Handler Code #109
 Remove Error Handler Code #110
@@ -207,10 +207,10 @@ Remove Error Handler Code #110
   |Snippet Manager #106 (FragmentBuilder) -
   Insert Snippet #107 (GetFromVbCode) -
   Store to Snippets #108 (StoreToVbCode) -
-  |Procedure Builder #104 (ProcedureBuilder) -
-  Property Builder #103 (PropertyBuilder) -
-  Collection Builder #102 (CollectionBuilder) -
-  Enum Builder @3253 (EnumBuilder) -
+  |Procedure Builder #104 (ProcedureBuilder)
+  Property Builder #103 (PropertyBuilder)
+  Collection Builder #102 (CollectionBuilder)
+  Enum Builder @3253 (EnumBuilder)
   |Setttings @1714 (Setttings) -
   Code Formatter #111 (Code Formatter)
   Insert Error Handler Code #109 (Insert Error Handler Code)
@@ -444,7 +444,7 @@ TEST_F(AddIn, WhileANamingDialogIsUpTwoTemplatesStayEnabled) {
   EXPECT_TRUE(Item({u"Modifiers", u"Skip"})->Enabled());
   connect_->SetWindowsFormFennick(false);
   EXPECT_TRUE(Item({u"Code Formatter"})->Enabled());
-  EXPECT_FALSE(Item({u"Enum Builder"})->Enabled()) << "its dialog is not part of the program";
+  EXPECT_FALSE(Item({u"Store to Snippets"})->Enabled()) << "its dialog is not part of the program";
 }
 
 TEST_F(AddIn, HelpShowsTheStartPage) {
