@@ -22,7 +22,7 @@ void HandlersInput::Run(bool alone) {
   const review::RunReview review(
       order_.Remove ? review::RunKind::RemoveHandlers : review::RunKind::InsertHandlers,
       input_.Root());
-  for (const auto& project : projects_) RunOver(*project);
+  for (const auto& project : projects_) RunOver(project);
   Compare(review.Items());
   Collect();
   Deliver();
@@ -36,13 +36,12 @@ void HandlersInput::FindProjects(bool alone) {
   if (alone) RequireNames(input_, request_);
 }
 
-void HandlersInput::RunOver(host::VBProject& project) {
+void HandlersInput::RunOver(const std::shared_ptr<model::VBProject>& project) {
   ProgressLine progress(order_.Components.empty() ? all_.size() : order_.Components.size());
   const auto failures = RunOverProject(input_.Environment(), project, order_,
                                        [&](const std::string& name) { progress.Step(name); });
   progress.Clear();
-  for (const HandlersFailure& failure : failures)
-    Note(dynamic_cast<model::VBProject*>(&project), failure);
+  for (const HandlersFailure& failure : failures) Note(project.get(), failure);
 }
 
 /// A failure outside of any component is one of all of them.

@@ -34,7 +34,7 @@ class HandlersInput {
   };
 
   void FindProjects(bool alone);
-  void RunOver(host::VBProject& project);
+  void RunOver(const std::shared_ptr<model::VBProject>& project);
   void Note(const model::VBProject* project, const HandlersFailure& failure);
   void Warn(const review::ReviewItem& item);
   void Compare(const std::vector<review::ReviewItem>& items);

@@ -7,6 +7,7 @@
 #include "errorhandlers/mInsertErrorHandlerCode.h"
 #include "errorhandlers/mRemoveErrorHandlerCode.h"
 #include "foundation/CErrorHandler.h"
+#include "hosts/model/Vbe.h"
 #include "scanning/ModuleOf.h"
 #include "scanning/Scope.h"
 #include "scanning/mFunctions.h"
@@ -152,10 +153,11 @@ bool ProjectHas(host::VBProject& project, const HandlersOrder& order) {
 }
 
 std::vector<HandlersFailure> RunOverProject(
-    workspace::Workspace& environment, host::VBProject& project, const HandlersOrder& order,
-    const std::function<void(const std::string&)>& progress) {
-  environment.ActivateProject(project.Name());
-  return Steps(environment, project, order, progress).Take();
+    workspace::Workspace& environment, const std::shared_ptr<model::VBProject>& project,
+    const HandlersOrder& order, const std::function<void(const std::string&)>& progress) {
+  // Another project may have the same name.
+  project->Environment()->Activate(project);
+  return Steps(environment, *project, order, progress).Take();
 }
 
 }  // namespace tessel::batch

@@ -9,6 +9,7 @@
 #include "hosts/batch/BatchPlatform.h"
 #include "hosts/linux/LinuxIdentity.h"
 #include "hosts/linux/SystemClock.h"
+#include "hosts/model/Project.h"
 #include "hosts/workspace/Workspace.h"
 
 namespace tessel::batch {
@@ -48,7 +49,7 @@ struct HandlersFailure {
 /// Runs over one project, which becomes the active one. Every failure is answered with Abort, so
 /// the run goes on behind the routine that failed. `progress` is told of each component.
 [[nodiscard]] std::vector<HandlersFailure> RunOverProject(
-    workspace::Workspace& environment, host::VBProject& project, const HandlersOrder& order,
-    const std::function<void(const std::string&)>& progress);
+    workspace::Workspace& environment, const std::shared_ptr<model::VBProject>& project,
+    const HandlersOrder& order, const std::function<void(const std::string&)>& progress);
 
 }  // namespace tessel::batch

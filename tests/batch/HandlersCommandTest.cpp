@@ -304,7 +304,9 @@ class HandlersRunTest : public HandlersCommandTest {
     });
     HandlersOrder order;
     order.Scheme = order.ModuleScheme = order.FormScheme = order.ActiveXScheme = u"Plain";
-    auto failures = RunOverProject(environment, *environment.VBE()->ActiveVBProject(), order,
+    const auto project =
+        std::dynamic_pointer_cast<model::VBProject>(environment.VBE()->ActiveVBProject());
+    auto failures = RunOverProject(environment, project, order,
                                    [&](const std::string& name) { seen_.push_back(name); });
     environment.SetOperationHook({});
     first_ = vb::ToUtf8(environment.Text(u"M"));

@@ -152,6 +152,40 @@ TEST_F(ProgramTest, AFileThatTwoProjectsShareIsHandledOnce) {
   EXPECT_EQ(out_, "./a/M.bas: would be formatted\n");
 }
 
+TEST_F(ProgramTest, ProjectsOfOneNameInAGroupAreEachHandled) {
+  Project("a/", {{"M", "Sub InA()\r\nx = 1\r\nEnd Sub\r\n"}});
+  Project("b/", {{"M", "Sub InB()\r\ny = 1\r\nEnd Sub\r\n"}});
+  Write("G.vbg", "VBGROUP 5.0\r\nStartupProject=a\\P.vbp\r\nProject=b\\P.vbp\r\n");
+  EXPECT_EQ(Run({"format", "--diff", "G.vbg"}), Done);
+  const std::size_t second = out_.find("--- b/M.bas\n");
+  ASSERT_NE(second, std::string::npos) << out_;
+  EXPECT_NE(out_.substr(0, second).find("--- a/M.bas\n"), std::string::npos);
+  EXPECT_NE(out_.substr(0, second).find(" Sub InA()"), std::string::npos);
+  EXPECT_EQ(out_.substr(0, second).find("InB"), std::string::npos);
+  EXPECT_NE(out_.find(" Sub InB()", second), std::string::npos);
+  EXPECT_EQ(Run({"format", "G.vbg"}), Done);
+  EXPECT_EQ(out_, "a/M.bas: formatted\nb/M.bas: formatted\n");
+  EXPECT_EQ(Read("b/M.bas"), Module("M", "Sub InB()\r\n    y = 1\r\nEnd Sub\r\n\r\n\r\n"));
+  EXPECT_EQ(Run({"handlers", "remove", "G.vbg"}), Done);
+  EXPECT_EQ(out_, "a/M.bas: changed\nb/M.bas: changed\n");
+  EXPECT_NE(Read("b/M.bas").find("\r\ny = 1\r\n"), std::string::npos);
+}
+
+TEST_F(ProgramTest, ModulesOfOneNameInAProjectAreEachHandled) {
+  Write("One.bas", Module("M", "Sub InOne()\r\nx = 1\r\nEnd Sub\r\n"));
+  Write("Two.bas", Module("M", "Sub InTwo()\r\ny = 1\r\nEnd Sub\r\n"));
+  Write("P.vbp", "Type=Exe\r\nModule=M; One.bas\r\nModule=M; Two.bas\r\n");
+  EXPECT_EQ(Run({"format", "--diff", "P.vbp"}), Done);
+  const std::size_t second = out_.find("--- Two.bas\n");
+  ASSERT_NE(second, std::string::npos) << out_;
+  EXPECT_EQ(out_.find("InTwo"), out_.find("InTwo", second));
+  EXPECT_EQ(Run({"format", "--component", "M", "P.vbp"}), Done);
+  EXPECT_EQ(out_, "One.bas: formatted\nTwo.bas: formatted\n");
+  EXPECT_EQ(Read("Two.bas"), Module("M", "Sub InTwo()\r\n    y = 1\r\nEnd Sub\r\n\r\n\r\n"));
+  EXPECT_EQ(Run({"members", "P.vbp"}), Done);
+  EXPECT_NE(out_.find("InTwo [Proc]"), std::string::npos);
+}
+
 TEST_F(ProgramTest, ExcludedFilesAndFoldersAreLeftOut) {
   Project("a/", {{"M", Plain}, {"N", Plain}});
   Project("vendor/", {{"V", Plain}});
