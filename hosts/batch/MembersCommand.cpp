@@ -8,6 +8,7 @@
 
 #include "hosts/batch/BatchPlatform.h"
 #include "hosts/batch/Report.h"
+#include "hosts/drive/MemberJson.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel::batch {
@@ -44,24 +45,11 @@ Members MembersOf(const ComponentRef& one) {
   return members;
 }
 
-String NameAndType(const Member& member) {
-  return member.Name + String(mFunctions::MemberKindToken(member.Kind));
-}
-
-JsonText MemberJson(const Member& member) {
-  return {{"name", vb::ToUtf8(member.Name)},
-          {"kind", member.Kind},
-          {"name-and-type", vb::ToUtf8(NameAndType(member))},
-          {"start-line", member.StartLine},
-          {"body-line", member.BodyLine},
-          {"count-lines", member.CountLines}};
-}
-
 JsonText ComponentJson(const ComponentRef& one, const Members& members) {
   JsonText list = nullptr;
   if (!members.empty()) {
     list = JsonText::array();
-    for (const Member& member : members) list.push_back(MemberJson(member));
+    for (const Member& member : members) list.push_back(drive::MemberJson(member));
   }
   return {{"project", vb::ToUtf8(one.Project)},
           {"component", vb::ToUtf8(one.Name)},
@@ -73,7 +61,7 @@ void Print(std::ostream& out, const ComponentRef& one, const Members& members) {
   out << vb::ToUtf8(one.Name) << "  " << one.File << '\n';
   for (const Member& member : members) {
     out << std::setw(8) << member.StartLine << std::setw(8) << member.BodyLine << std::setw(8)
-        << member.CountLines << "  " << vb::ToUtf8(NameAndType(member)) << '\n';
+        << member.CountLines << "  " << vb::ToUtf8(drive::NameAndType(member)) << '\n';
   }
 }
 

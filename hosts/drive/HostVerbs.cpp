@@ -1,6 +1,7 @@
 // Everything that a person does in the development environment itself.
 
 #include "hosts/drive/Fields.h"
+#include "hosts/drive/MemberJson.h"
 #include "hosts/drive/Session.h"
 #include "scanning/ModuleOf.h"
 #include "scanning/mFunctions.h"
@@ -57,15 +58,7 @@ Json Members(Session& session, const Json& request) {
   const MemberTable table = mFunctions::AllNameProcedures(ModuleOf(component), u"");
   if (!table) return {{"members", nullptr}};
   Json members = Json::array();
-  for (const Member& member : *table) {
-    members.push_back(
-        {{"name", Utf8(member.Name)},
-         {"kind", member.Kind},
-         {"name-and-type", Utf8(member.Name + String(mFunctions::MemberKindToken(member.Kind)))},
-         {"start-line", member.StartLine},
-         {"body-line", member.BodyLine},
-         {"count-lines", member.CountLines}});
-  }
+  for (const Member& member : *table) members.push_back(MemberJson(member));
   return {{"members", members}};
 }
 
