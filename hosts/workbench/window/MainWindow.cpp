@@ -290,13 +290,15 @@ void MainWindow::BuildRunList() {
 }
 
 void MainWindow::ShowRun(const review::RunReview& run) {
-  if (runs_->Show(run)) return ShowDock(QStringLiteral("run"));
-  for (QDockWidget* const dock : docks_) {
-    if (dock->widget() == runs_) dock->hide();
+  constexpr int ListHeight = 170;
+  auto* const dock = qobject_cast<QDockWidget*>(runs_->parentWidget());
+  if (runs_->Show(run)) {
+    ShowDock(dock->objectName());
+    return resizeDocks({dock}, {ListHeight}, Qt::Vertical);
   }
-  statusBar()->showMessage(tr("The run changed the layout of %n module(s)", nullptr,
-                              static_cast<int>(run.Changed().size())),
-                           MessageMs);
+  dock->hide();
+  statusBar()->showMessage(
+      tr("The run changed the layout of %1").arg(CountOfModules(run.Changed().size())), MessageMs);
 }
 
 QDockWidget* MainWindow::AddDock(const QString& caption, const QString& name, QWidget* content,

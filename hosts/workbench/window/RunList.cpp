@@ -19,6 +19,10 @@ String TextOf(model::VBComponent& component) {
 
 }  // namespace
 
+QString CountOfModules(std::size_t count) {
+  return count == 1 ? QObject::tr("one module") : QObject::tr("%1 modules").arg(count);
+}
+
 RunList::RunList(QWidget* parent)
     : QWidget(parent),
       head_(new QLabel(this)),
@@ -70,10 +74,8 @@ bool RunList::Show(const review::RunReview& run) {
   }
   for (const review::ReviewItem& item : items_) AddItem(item);
   for (const int column : {PlaceColumn, LineColumn}) list_->resizeColumnToContents(column);
-  head_->setText(
-      tr("The run changed %n module(s). At these places more than their layout is "
-         "otherwise:",
-         nullptr, static_cast<int>(changes_.size())));
+  head_->setText(tr("The run changed %1. At these places more than the layout is otherwise:")
+                     .arg(CountOfModules(changes_.size())));
   takeBack_->setEnabled(true);
   return true;
 }

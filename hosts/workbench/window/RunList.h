@@ -13,6 +13,9 @@
 
 namespace tessel::workbench {
 
+/// "one module", "3 modules".
+[[nodiscard]] QString CountOfModules(std::size_t count);
+
 /// The list behind a run: each place is a jump, and the run as a whole can be kept or taken back.
 class RunList : public QWidget {
  public:

@@ -5,6 +5,7 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QTreeWidget>
+#include <cstdlib>
 #include <random>
 #include <set>
 
@@ -181,7 +182,13 @@ class Storm : public InWindow {
     }
   }
 
-  std::mt19937 random_{20261121};
+  /// Another storm for each value of $TESSEL_STORM.
+  static unsigned Seed() {
+    const char* const chosen = std::getenv("TESSEL_STORM");
+    return chosen == nullptr ? 20261121U : static_cast<unsigned>(std::stoul(chosen));
+  }
+
+  std::mt19937 random_{Seed()};
   int version_ = 0, most_ = 0;
   QTimer answers_;
   QPointer<QMessageBox> answered_;
