@@ -27,7 +27,6 @@ const std::map<std::string, int> Levels{{"vb", 0},
                                         {"projectmodel", 5},
                                         // The tools, equals.
                                         {"formatter", 6},
-                                        {"snippets", 6},
                                         {"errorhandlers", 6},
                                         {"snippets", 6},
                                         {"builders", 6},
