@@ -11,6 +11,7 @@
 #include "hosts/batch/MembersCommand.h"
 #include "hosts/batch/NewCommand.h"
 #include "hosts/batch/SchemesCommand.h"
+#include "hosts/batch/SnippetsCommand.h"
 
 namespace tessel::batch {
 namespace {
@@ -74,6 +75,7 @@ std::vector<std::unique_ptr<Command>> AllCommands() {
   all.push_back(std::make_unique<MembersCommand>());
   all.push_back(std::make_unique<HandlersCommand>());
   all.push_back(std::make_unique<SchemesCommand>());
+  all.push_back(std::make_unique<SnippetsCommand>());
   all.push_back(std::make_unique<MakeCommand>());
   all.push_back(std::make_unique<DriveCommand>());
   return all;

@@ -215,6 +215,14 @@ host::vbext_ProjectType VBProject::Type() {
   return ProjectType;
 }
 
+String VBProject::SourceText(std::string_view bytes) {
+  return Decoder ? Decoder(bytes) : host::VBProject::SourceText(bytes);
+}
+
+std::optional<std::string> VBProject::SourceBytes(StringView text, std::size_t& at) {
+  return Encoder ? Encoder(text, at) : host::VBProject::SourceBytes(text, at);
+}
+
 std::shared_ptr<host::VBComponents> VBProject::VBComponents() {
   (*hook_)("VBProject.VBComponents");
   // The collection lives in its project.

@@ -57,6 +57,8 @@ class VBProject : public host::VBProject, public std::enable_shared_from_this<VB
   [[nodiscard]] std::shared_ptr<host::VBE> VBE() override;
   [[nodiscard]] host::vbext_ProjectType Type() override;
   [[nodiscard]] std::shared_ptr<host::VBComponents> VBComponents() override;
+  [[nodiscard]] String SourceText(std::string_view bytes) override;
+  [[nodiscard]] std::optional<std::string> SourceBytes(StringView text, std::size_t& at) override;
 
   [[nodiscard]] const String& PlainName() const { return name_; }
   [[nodiscard]] model::VBComponents& Components() { return *components_; }
@@ -70,6 +72,9 @@ class VBProject : public host::VBProject, public std::enable_shared_from_this<VB
   std::function<void(const std::shared_ptr<VBComponent>&)> OnAdded, OnRemoved;
   /// Loads a component file; empty without files.
   std::function<std::shared_ptr<VBComponent>(StringView fileName)> Importer;
+  /// The code page of its files, both ways; empty for the default.
+  std::function<String(std::string_view)> Decoder;
+  std::function<std::optional<std::string>(StringView, std::size_t&)> Encoder;
 
  private:
   Hook hook_;

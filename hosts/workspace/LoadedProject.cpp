@@ -211,6 +211,12 @@ void LoadedProject::Attach() {
   project_->OnRemoved = [weak](const ComponentPtr& component) {
     if (const auto self = weak.lock()) self->Removed(*component);
   };
+  const auto page = [weak] {
+    const auto self = weak.lock();
+    return self ? self->codePage_ : Utf8CodePage;
+  };
+  project_->Decoder = [page](std::string_view bytes) { return Decode(bytes, page()); };
+  project_->Encoder = [page](StringView text, std::size_t& at) { return Encode(text, page(), at); };
   project_->Importer = [weak](StringView fileName) {
     const auto self = weak.lock();
     return self ? self->Import(fileName) : nullptr;

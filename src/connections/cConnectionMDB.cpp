@@ -7,11 +7,8 @@
 namespace tessel {
 namespace {
 
-struct NeededTable {
-  StringView Name, Statement;
-};
 /// A snippet database has at least these columns; more columns and tables are welcome.
-constexpr NeededTable NeededTables[] = {
+constexpr SnippetTable NeededTables[] = {
     {u"Tree", u"SELECT ID, Name, lft, rgt, Root FROM Tree"},
     {u"List",
      u"SELECT Id, Text, TitleObj, TextObj, CompObj, NameObj, ClassObj, TextUserNotes FROM List"},
@@ -23,6 +20,8 @@ void Report(StringView text) {
 }
 
 }  // namespace
+
+std::span<const SnippetTable> SnippetTables() { return NeededTables; }
 
 bool cConnectionMDB::OpenConnection() {
   CloseConnection();
@@ -47,7 +46,7 @@ void cConnectionMDB::CloseConnection() {
 }
 
 bool cConnectionMDB::CheckStructureMDB() const {
-  for (const NeededTable& table : NeededTables) {
+  for (const SnippetTable& table : NeededTables) {
     try {
       store::Recordset records;
       records.Open(table.Statement, mConnectMDB);

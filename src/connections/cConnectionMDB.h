@@ -2,10 +2,18 @@
 #pragma once
 
 #include <memory>
+#include <span>
 
 #include "store/Connection.h"
 
 namespace tessel {
+
+/// A table that every snippet database has, and the statement that tells whether it has its
+/// columns.
+struct SnippetTable {
+  StringView Name, Statement;
+};
+[[nodiscard]] std::span<const SnippetTable> SnippetTables();
 
 class cConnectionMDB {
  public:

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "host/Types.h"
+#include "vb/CodePages.h"
 
 namespace tessel::host {
 
@@ -57,6 +58,15 @@ class VBProject {
   [[nodiscard]] virtual std::shared_ptr<host::VBE> VBE() = 0;
   [[nodiscard]] virtual vbext_ProjectType Type() = 0;
   [[nodiscard]] virtual std::shared_ptr<host::VBComponents> VBComponents() = 0;
+  /// The text of a source file's bytes in the project's code page; `SourceBytes` gives every input
+  /// back. A project that has none takes 1252.
+  [[nodiscard]] virtual String SourceText(std::string_view bytes) {
+    return vb::TextOfBytes(bytes, 1252);
+  }
+  /// Nothing when a character isn't in the code page, and `at` is its index then.
+  [[nodiscard]] virtual std::optional<std::string> SourceBytes(StringView text, std::size_t& at) {
+    return vb::ExactBytesOfText(text, 1252, at);
+  }
 };
 
 /// Items by position from 1 or by name without regard to case; fails with 9 when absent.

@@ -217,4 +217,16 @@ std::string BytesOfText(StringView text, int codePage) {
   return bytes;
 }
 
+std::optional<std::string> ExactBytesOfText(StringView text, int codePage, std::size_t& at) {
+  const ByteMap& map = MapOf(codePage);
+  std::string bytes;
+  bytes.reserve(text.size());
+  for (at = 0; at < text.size(); ++at) {
+    const auto found = map.Bytes.find(text[at]);
+    if (found == map.Bytes.end()) return std::nullopt;
+    bytes += static_cast<char>(found->second);
+  }
+  return bytes;
+}
+
 }  // namespace tessel::vb

@@ -24,5 +24,9 @@ namespace tessel::vb {
 [[nodiscard]] String TextOfBytes(std::string_view bytes, int codePage);
 /// The bytes of such a text; a character that no byte stands for becomes "?".
 [[nodiscard]] std::string BytesOfText(StringView text, int codePage);
+/// The bytes of such a text; nothing for a character that no byte stands for, and `at` is its index
+/// then.
+[[nodiscard]] std::optional<std::string> ExactBytesOfText(StringView text, int codePage,
+                                                          std::size_t& at);
 
 }  // namespace tessel::vb

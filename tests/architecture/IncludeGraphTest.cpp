@@ -26,7 +26,6 @@ const std::map<std::string, int> Levels{{"vb", 0},
                                         {"insertion", 4},
                                         // The tools, equals.
                                         {"formatter", 6},
-                                        {"snippets", 6},
                                         {"errorhandlers", 6},
                                         {"builders", 6},
                                         {"explorer", 6},

@@ -1,0 +1,242 @@
+#include "hosts/batch/SnippetsCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <ostream>
+#include <sstream>
+
+#include "hosts/batch/BatchPlatform.h"
+#include "hosts/batch/EditorSnippets.h"
+#include "hosts/batch/SnippetLibrary.h"
+#include "snippets/ObjectFiles.h"
+#include "snippets/ObjectRecords.h"
+#include "snippets/SnippetFolder.h"
+#include "snippets/SnippetSearch.h"
+#include "snippets/TreeCheck.h"
+#include "vb/CodePages.h"
+#include "vb/Failure.h"
+
+namespace tessel::batch {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int TabWidth = 4;
+
+[[noreturn]] void Fail(const std::string& why) {
+  throw vb::Failure(vb::InvalidCall, vb::FromUtf8(why), u"Tessel");
+}
+
+std::string ReadAll(std::istream& in) {
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+std::string ReadFile(const std::string& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::string bytes = ReadAll(in);
+  if (!in) Fail(file + ": the file can't be read");
+  return bytes;
+}
+
+void List(CSQLTree& tree, std::ostream& out) {
+  for (const SnippetPath& one : PathsOf(tree)) {
+    const auto depth = static_cast<std::size_t>(std::max(one.Node.lvl - 2, 0));
+    out << one.Node.ID << '\t' << std::string(depth * 2, ' ') << vb::ToUtf8(one.Node.Name);
+    if (one.Node.Root == FolderKind) out << '/';
+    if (!one.Node.ClassObj.empty()) out << " [" << vb::ToUtf8(one.Node.ClassObj) << ']';
+    out << '\n';
+  }
+}
+
+TreeNode RecordNamed(CSQLTree& tree, const std::string& named) {
+  const String path = vb::FromUtf8(named);
+  for (const SnippetPath& one : PathsOf(tree)) {
+    if (one.Node.Root == FolderKind) continue;
+    if (vb::Str(one.Node.ID) == path || vb::SameText(one.Path, path)) return one.Node;
+  }
+  Fail("there is no record " + named + " (list and find name them)");
+}
+
+void Show(CSQLTree& tree, const std::string& named, std::ostream& out) {
+  const ListFragment one = tree.GetRecordsetFromList(RecordNamed(tree, named).ID);
+  const String code = one.TitleObj + one.TextObj;
+  if (!one.TextUserNotes.empty()) {
+    for (const String& line : vb::Split(vb::Replace(one.TextUserNotes, u"\r\n", u"\n"), u"\n")) {
+      out << "' " << vb::ToUtf8(line) << '\n';
+    }
+    out << '\n';
+  }
+  out << vb::ToUtf8(one.Text) << vb::ToUtf8(code);
+}
+
+void Find(CSQLTree& tree, const std::vector<std::string>& given, std::ostream& out) {
+  std::vector<String> words;
+  for (const std::string& word : given) words.push_back(vb::FromUtf8(word));
+  for (const SnippetHit& hit : FindSnippets(tree, words)) {
+    out << hit.ID << '\t' << vb::ToUtf8(hit.Path) << '\n';
+  }
+}
+
+/// UTF-8; what isn't is taken for the code page of the old systems.
+String TextOf(const std::string& bytes) {
+  constexpr int CodePage = 1252;
+  const String text = vb::FromUtf8(bytes);
+  return text.find(u'\xFFFD') == String::npos ? text : vb::DecodeBytes(bytes, CodePage);
+}
+
+/// A component's file as an object, anything else as a text. A form without a companion is one.
+ListFragment ReadFragment(const SnippetsRequest& request, std::istream& in) {
+  ListFragment fragment;
+  if (request.File == "-") {
+    fragment.Text = TextOf(ReadAll(in));
+  } else {
+    const String path = fs::absolute(request.File).u16string();
+    fragment = mFunctions::FragmentOfFile(path, [](StringView file, bool companion) {
+      if (companion && !fs::exists(fs::path(file))) return String();
+      return mFunctions::GetFile(file);
+    });
+    if (fragment.ClassObj.empty()) fragment.Text = TextOf(ReadFile(request.File));
+  }
+  fragment.TextUserNotes = vb::FromUtf8(request.Notes);
+  return fragment;
+}
+
+void AddRecord(CSQLTree& tree, std::int32_t folder, const String& name,
+               const ListFragment& fragment, std::ostream& out) {
+  const std::int32_t id = tree.AddNode(name, folder, 0, 0, RecordKind);
+  if (id == 0) Fail("\"" + vb::ToUtf8(name) + "\" can't be added to the library");
+  tree.UpdateListFragment(id, fragment);
+  out << "added " << id << '\t' << vb::ToUtf8(name) << '\n';
+}
+
+void Add(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams) {
+  const ListFragment fragment = ReadFragment(request, streams.In);
+  const std::string name =
+      !request.Name.empty() ? request.Name : fs::path(request.File).stem().string();
+  if (name.empty() || (request.File == "-" && request.Name.empty()))
+    Fail("the record needs --name");
+  std::ostringstream told;
+  store::Transaction transaction(*tree.Connection());
+  AddRecord(tree, FolderAt(tree, vb::FromUtf8(request.Folder)), vb::FromUtf8(name), fragment, told);
+  transaction.Commit();
+  streams.Out << told.str();
+}
+
+void Import(CSQLTree& tree, const SnippetsRequest& request, std::ostream& out) {
+  // Nothing is told of before it is done.
+  std::ostringstream told;
+  store::Transaction transaction(*tree.Connection());
+  const String folder = vb::FromUtf8(request.Folder);
+  if (fs::is_directory(request.File)) {
+    for (const ImportedSnippet& one : ImportSnippets(tree, request.File, FolderAt(tree, folder))) {
+      told << (one.Replaced ? "replaced " : "added ") << vb::ToUtf8(one.Path) << '\n';
+    }
+  } else {
+    const auto records = ReadEditorSnippets(ReadFile(request.File), request.File);
+    const std::int32_t parent = FolderAt(tree, folder);
+    for (const NamedFragment& one : records) {
+      AddRecord(tree, parent, one.Name, one.Fragment, told);
+    }
+  }
+  transaction.Commit();
+  out << told.str();
+}
+
+int Check(CSQLTree& tree, bool look, std::ostream& out) {
+  const auto found = CheckTree(tree.Connection(), !look);
+  for (const String& one : found) out << vb::ToUtf8(one) << '\n';
+  return look && !found.empty() ? WouldChange : Done;
+}
+
+int Carry(const SnippetsRequest& request, const Streams& streams) {
+  const auto tree = OpenLibrary(request.Library, request.Data, request.Settings);
+  BatchPlatform services(TabWidth);
+  const platform::ScopedPlatform scope(services);
+  switch (request.Verb) {
+    case SnippetsVerb::List:
+      List(*tree, streams.Out);
+      break;
+    case SnippetsVerb::Show:
+      Show(*tree, request.Record, streams.Out);
+      break;
+    case SnippetsVerb::Find:
+      Find(*tree, request.Words, streams.Out);
+      break;
+    case SnippetsVerb::Add:
+      Add(*tree, request, streams);
+      break;
+    case SnippetsVerb::Export:
+      for (const fs::path& file : ExportSnippets(*tree, request.File)) {
+        streams.Out << (fs::path(request.File) / file).string() << '\n';
+      }
+      break;
+    case SnippetsVerb::Import:
+      Import(*tree, request, streams.Out);
+      break;
+    case SnippetsVerb::Check:
+      return Check(*tree, request.Look, streams.Out);
+  }
+  return Done;
+}
+
+}  // namespace
+
+CLI::App* SnippetsCommand::Declare(CLI::App& program) {
+  auto* const snippets = program.add_subcommand("snippets", "A library of code snippets");
+  snippets->require_subcommand(1);
+  const auto add = [&](const char* name, const char* what, SnippetsVerb verb) {
+    auto* const command = snippets->add_subcommand(name, what);
+    command
+        ->add_option("--library", Request.Library,
+                     "file of the library, or the name of one that the program has open")
+        ->default_str("the user's main library");
+    command->add_option("--data", Request.Data, "the program's directory")
+        ->default_str("the user's");
+    command->add_option("--settings", Request.Settings, "file of the program's settings")
+        ->default_str("the user's");
+    command->callback([this, verb] { Request.Verb = verb; });
+    return command;
+  };
+  const auto folder = [&](CLI::App* command) {
+    command->add_option("--folder", Request.Folder, "folder of the library, \"/\" between names")
+        ->default_str("the top");
+  };
+  add("list", "Name all folders and records", SnippetsVerb::List);
+  add("show", "Print a record", SnippetsVerb::Show)
+      ->add_option("record", Request.Record, "its number, or its path with \"/\" between names")
+      ->required();
+  add("find", "Records that hold every word, the best first", SnippetsVerb::Find)
+      ->add_option("words", Request.Words, "looked for in names, notes and text, in any case")
+      ->required();
+  auto* const added = add("add", "Add a text or a component's file", SnippetsVerb::Add);
+  added->add_option("file", Request.File, "the file; - reads a text from standard input")
+      ->required();
+  added->add_option("--name", Request.Name, "name of the record")->default_str("the file's");
+  added->add_option("--notes", Request.Notes, "notes of the record");
+  folder(added);
+  add("export", "Write all records to a folder, one file each", SnippetsVerb::Export)
+      ->add_option("folder", Request.File, "made when needed")
+      ->required();
+  auto* const import = add("import", "Read records, all or none", SnippetsVerb::Import);
+  import
+      ->add_option("from", Request.File,
+                   "a folder that export wrote, or a .code-snippets file of another editor")
+      ->required();
+  folder(import);
+  add("check", "Find and mend damaged numbers of a library", SnippetsVerb::Check)
+      ->add_flag("--check", Request.Look, "mend nothing; exit 1 when something is damaged");
+  return snippets;
+}
+
+int SnippetsCommand::Run(const Streams& streams) {
+  try {
+    return Carry(Request, streams);
+  } catch (...) {
+    streams.Err << "tessel: " << vb::CurrentFailure().what() << '\n';
+    return Failed;
+  }
+}
+
+}  // namespace tessel::batch

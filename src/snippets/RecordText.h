@@ -1,0 +1,26 @@
+// One record of a snippet library as a text file, so that a team can keep it in version control.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "snippets/CSQLTree.h"
+
+namespace tessel {
+
+struct NamedFragment {
+  String Name;
+  ListFragment Fragment;
+  bool operator==(const NamedFragment&) const = default;
+};
+
+/// The record in UTF-8, lines ended by LF: head lines "Key: value", then a section for each column
+/// that holds something, its lines four blanks in. Every unit comes back by `ReadRecordText`.
+/// docs/batch.md has an example.
+[[nodiscard]] std::string WriteRecordText(const NamedFragment& record);
+
+/// Reads what WriteRecordText wrote; also with CR LF line ends and a byte order mark. Fails with a
+/// vb::Failure that names `file` and the line.
+[[nodiscard]] NamedFragment ReadRecordText(std::string_view bytes, StringView file);
+
+}  // namespace tessel

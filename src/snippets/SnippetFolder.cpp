@@ -1,0 +1,314 @@
+#include "snippets/SnippetFolder.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <set>
+
+#include "foundation/CFile.h"
+#include "snippets/RecordText.h"
+#include "snippets/SnippetSearch.h"
+#include "store/Recordset.h"
+#include "vb/Failure.h"
+
+namespace tessel {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* OrderFile = "_order.txt";
+constexpr const char* Extension = ".snippet";
+
+[[noreturn]] void Fail(const fs::path& file, StringView why) {
+  throw vb::Failure(vb::InvalidCall, file.u16string() + u": " + String(why), u"Tessel");
+}
+
+std::string ReadBytes(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  if (!in) Fail(file, u"the file can't be read");
+  return bytes;
+}
+
+void WriteBytes(const fs::path& path, const std::string& bytes) {
+  std::error_code error;
+  if (fs::exists(path, error) && ReadBytes(path) == bytes) return;
+  CFile file;
+  file.Init(path.u16string());
+  try {
+    file.SetContents(bytes);
+  } catch (const vb::Failure& failure) {
+    Fail(path, failure.Description());
+  }
+}
+
+/// A name that every file system takes; signs that it can't hold stand as %XX.
+std::string FileNameOf(const String& name) {
+  constexpr std::string_view Refused = "%/\\:*?\"<>|", Digits = "0123456789ABCDEF";
+  constexpr std::size_t Longest = 100;
+  const std::string text = vb::ToUtf8(name);
+  std::string file;
+  for (const char sign : text) {
+    const auto unit = static_cast<unsigned char>(sign);
+    const bool hidden = file.empty() && (sign == '.' || sign == '_' || sign == ' ');
+    if (unit < ' ' || hidden || Refused.find(sign) != std::string_view::npos) {
+      file += {'%', Digits[unit >> 4U], Digits[unit & 15U]};
+    } else {
+      file += sign;
+    }
+    // The whole name stands in the file, so a long one may be cut, but not within a character.
+    if (file.size() >= Longest && (unit < 0x80)) break;
+  }
+  while (!file.empty() && (file.back() == ' ' || file.back() == '.')) file.back() = '_';
+  return file.empty() ? "%20" : file;
+}
+
+/// The names in use in one folder, in any case.
+class UsedNames {
+ public:
+  std::string Take(const String& name, const std::string& extension) {
+    const std::string plain = FileNameOf(name);
+    std::string file = plain + extension;
+    for (int number = 2; !used_.insert(vb::LCase(vb::FromUtf8(file))).second; ++number) {
+      file = plain + " (" + std::to_string(number) + ")" + extension;
+    }
+    return file;
+  }
+
+ private:
+  std::set<String> used_;
+};
+
+/// A line of an order file: the entry and, for a folder, the name of its node.
+struct Entry {
+  fs::path File;
+  String Name;
+};
+
+std::vector<Entry> ReadOrder(const fs::path& folder) {
+  std::vector<Entry> entries;
+  const fs::path file = folder / OrderFile;
+  if (!fs::exists(file)) return entries;
+  const String text = vb::FromUtf8(ReadBytes(file));
+  for (StringView line : vb::SplitViews(text, u"\n")) {
+    if (line.ends_with(u'\r')) line.remove_suffix(1);
+    const std::size_t tab = line.find(u'\t');
+    const fs::path entry{String(line.substr(0, tab))};
+    // An entry that leads out of the folder is none of an export's.
+    if (entry.empty() || entry.filename() != entry || entry == ".." || entry == ".") continue;
+    entries.push_back({entry, tab == StringView::npos ? String() : String(line.substr(tab + 1))});
+  }
+  return entries;
+}
+
+class Exporter {
+ public:
+  Exporter(CSQLTree& tree, const fs::path& folder) : tree_(tree), root_(folder) {}
+
+  std::vector<fs::path> Run() {
+    open_.emplace_back();
+    open_.back().Path = root_;
+    fs::create_directories(root_);
+    for (const SnippetPath& one : PathsOf(tree_)) {
+      while (open_.size() >= static_cast<std::size_t>(std::max(one.Node.lvl, 2))) Close();
+      if (one.Node.Root == FolderKind) {
+        OpenFolder(one.Node);
+      } else {
+        WriteRecord(one.Node);
+      }
+    }
+    while (!open_.empty()) Close();
+    return std::move(written_);
+  }
+
+ private:
+  struct Folder {
+    fs::path Path;
+    UsedNames Names;
+    String Order;
+    std::set<fs::path> Entries;
+  };
+
+  void OpenFolder(const TreeNode& node) {
+    Folder& parent = open_.back();
+    const std::string file = parent.Names.Take(node.Name, "");
+    Note(parent, file, u"\t" + vb::Replace(vb::Replace(node.Name, u"\r", u" "), u"\n", u" "));
+    Folder folder;
+    folder.Path = parent.Path / file;
+    fs::create_directories(folder.Path);
+    open_.push_back(std::move(folder));
+  }
+  void WriteRecord(const TreeNode& node) {
+    Folder& folder = open_.back();
+    const std::string file = folder.Names.Take(node.Name, Extension);
+    Note(folder, file, u"");
+    const fs::path path = folder.Path / file;
+    WriteBytes(path, WriteRecordText({node.Name, tree_.GetRecordsetFromList(node.ID)}));
+    written_.push_back(path.lexically_relative(root_));
+  }
+  static void Note(Folder& folder, const std::string& file, const String& more) {
+    folder.Order += vb::FromUtf8(file) + more + u"\n";
+    folder.Entries.insert(file);
+  }
+  /// What an earlier export listed here and this one doesn't was an export's own.
+  void Close() {
+    const Folder& folder = open_.back();
+    const auto earlier = ReadOrder(folder.Path);
+    WriteBytes(folder.Path / OrderFile, vb::ToUtf8(folder.Order));
+    for (const Entry& entry : earlier) {
+      if (!folder.Entries.contains(entry.File)) RemoveExported(folder.Path / entry.File);
+    }
+    open_.pop_back();
+  }
+  static void RemoveExported(const fs::path& path) {
+    std::error_code error;
+    if (!fs::is_directory(fs::symlink_status(path, error))) {
+      if (path.extension() == Extension) fs::remove(path, error);
+      return;
+    }
+    for (const Entry& entry : ReadOrder(path)) RemoveExported(path / entry.File);
+    fs::remove(path / OrderFile, error);
+    // A folder that holds something else stays.
+    fs::remove(path, error);
+  }
+
+  CSQLTree& tree_;
+  fs::path root_;
+  std::vector<Folder> open_;
+  std::vector<fs::path> written_;
+};
+
+/// What was read of a folder, before anything is written.
+struct ReadNode {
+  std::optional<NamedFragment> Record;
+  String Name;
+  std::vector<ReadNode> Children;
+};
+
+/// The entries of a folder: those in order first, then the others by name.
+std::vector<Entry> EntriesOf(const fs::path& folder) {
+  std::vector<Entry> entries;
+  std::set<fs::path> listed;
+  for (Entry& entry : ReadOrder(folder)) {
+    if (!fs::exists(folder / entry.File) || !listed.insert(entry.File).second) continue;
+    entries.push_back(std::move(entry));
+  }
+  std::set<fs::path> others;
+  for (const auto& entry : fs::directory_iterator(folder)) others.insert(entry.path().filename());
+  for (const fs::path& name : others) {
+    if (!listed.contains(name) && name.native().front() != fs::path(".").native().front()) {
+      entries.push_back({name, {}});
+    }
+  }
+  return entries;
+}
+
+std::vector<ReadNode> ReadFolder(const fs::path& folder) {
+  std::vector<ReadNode> nodes;
+  for (const Entry& entry : EntriesOf(folder)) {
+    const fs::path path = folder / entry.File;
+    if (fs::is_directory(path) && !fs::is_symlink(path)) {
+      const String name = entry.Name.empty() ? entry.File.u16string() : entry.Name;
+      nodes.push_back({std::nullopt, name, ReadFolder(path)});
+    } else if (path.extension() == Extension) {
+      NamedFragment record = ReadRecordText(ReadBytes(path), path.u16string());
+      String name = record.Name;
+      nodes.push_back({std::move(record), std::move(name), {}});
+    }
+  }
+  return nodes;
+}
+
+std::int32_t ChildNamed(CSQLTree& tree, std::int32_t parent, StringView name, bool folder) {
+  const auto children = tree.GetNodesForParent(parent);
+  if (!children) return 0;
+  for (const TreeNode& child : *children) {
+    if (!vb::SameText(child.Name, name)) continue;
+    store::Recordset node;
+    node.Open(u"SELECT Root FROM Tree WHERE ID = " + vb::Str(child.ID), tree.Connection());
+    if ((store::ToLong(node.Field(u"Root")) == FolderKind) == folder) return child.ID;
+  }
+  return 0;
+}
+
+std::int32_t Added(CSQLTree& tree, StringView name, std::int32_t parent, std::int32_t kind) {
+  const std::int32_t id = tree.AddNode(name, parent, 0, 0, kind);
+  if (id == 0) {
+    throw vb::Failure(vb::InvalidCall, u"\"" + String(name) + u"\" can't be added to the library",
+                      u"Tessel");
+  }
+  return id;
+}
+
+class Importer {
+ public:
+  explicit Importer(CSQLTree& tree) : tree_(tree) {}
+
+  void Enter(const std::vector<ReadNode>& nodes, std::int32_t parent, const String& path) {
+    // New folders enter at the front: the last one goes first.
+    std::vector<std::int32_t> folders(nodes.size());
+    for (std::size_t at = nodes.size(); at-- > 0;) {
+      if (nodes[at].Record) continue;
+      folders[at] = ChildNamed(tree_, parent, nodes[at].Name, true);
+      if (folders[at] == 0) folders[at] = Added(tree_, nodes[at].Name, parent, FolderKind);
+    }
+    for (std::size_t at = 0; at < nodes.size(); ++at) {
+      const String own = path + nodes[at].Name;
+      if (nodes[at].Record) {
+        EnterRecord(*nodes[at].Record, parent, own);
+      } else {
+        Enter(nodes[at].Children, folders[at], own + u"/");
+      }
+    }
+  }
+
+  std::vector<ImportedSnippet> Done;
+
+ private:
+  void EnterRecord(const NamedFragment& record, std::int32_t parent, const String& path) {
+    std::int32_t id = ChildNamed(tree_, parent, record.Name, false);
+    // Of two records of one name in the folder the second is no newer text of the first.
+    if (id != 0 && !entered_.insert(id).second) id = 0;
+    const bool known = id != 0;
+    if (known) {
+      tree_.Connection()->Execute(u"DELETE FROM List WHERE Id = " + vb::Str(id));
+    } else {
+      id = Added(tree_, record.Name, parent, RecordKind);
+      entered_.insert(id);
+    }
+    tree_.UpdateListFragment(id, record.Fragment);
+    Done.push_back({path, known});
+  }
+
+  CSQLTree& tree_;
+  std::set<std::int32_t> entered_;
+};
+
+}  // namespace
+
+std::vector<fs::path> ExportSnippets(CSQLTree& tree, const fs::path& folder) {
+  return Exporter(tree, folder).Run();
+}
+
+std::vector<ImportedSnippet> ImportSnippets(CSQLTree& tree, const fs::path& folder,
+                                            std::int32_t parent) {
+  const auto nodes = ReadFolder(folder);
+  Importer importer(tree);
+  store::Transaction transaction(*tree.Connection());
+  importer.Enter(nodes, parent, u"");
+  transaction.Commit();
+  return std::move(importer.Done);
+}
+
+std::int32_t FolderAt(CSQLTree& tree, StringView path) {
+  std::int32_t folder = TopID;
+  for (const String& name : vb::Split(path, u"/")) {
+    if (name.empty()) continue;
+    const std::int32_t known = ChildNamed(tree, folder, name, true);
+    folder = known != 0 ? known : Added(tree, name, folder, FolderKind);
+  }
+  return folder;
+}
+
+}  // namespace tessel

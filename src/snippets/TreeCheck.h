@@ -1,0 +1,18 @@
+// Finds and mends a snippet tree whose numbers are damaged.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "store/Connection.h"
+
+namespace tessel {
+
+/// What was wrong with a database's tree, one line for each finding; empty when it is sound. With
+/// `mend` all of it is put right in one transaction and nothing is deleted: nodes keep their order
+/// and, where it can be told, their folder; what has no place goes to the end of the top. Fails
+/// with what the store says.
+[[nodiscard]] std::vector<String> CheckTree(const std::shared_ptr<store::Connection>& connection,
+                                            bool mend);
+
+}  // namespace tessel

@@ -1,0 +1,173 @@
+#include "hosts/batch/SnippetsCommand.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include <unistd.h>
+
+#include "connections/cConnectReestr.h"
+#include "hosts/batch/BatchPlatform.h"
+#include "hosts/batch/EditorSnippets.h"
+#include "hosts/linux/SqliteRegistry.h"
+#include "snippets/SnippetDatabase.h"
+#include "vb/Failure.h"
+
+namespace tessel::batch {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Snippets : public testing::Test {
+ protected:
+  Snippets() { test::WriteEmptyDatabase(library_); }
+
+  /// Runs the whole program with "snippets" ahead of the words; the library and the user's
+  /// directories are those of this test.
+  int Run(std::vector<std::string> words, const std::string& input = {},
+          const std::string& library = "lib.mdb") {
+    words.insert(words.begin(), "snippets");
+    const std::string root = folder_.Path().string() + "/";
+    for (const std::string& more :
+         {std::string("--data"), root + "user", std::string("--settings"), root + "settings"}) {
+      words.push_back(more);
+    }
+    if (!library.empty()) {
+      words.push_back("--library");
+      words.push_back(library == "lib.mdb" ? library_.string() : library);
+    }
+    out_.str("");
+    err_.str("");
+    std::istringstream in(input);
+    return RunProgram(words, {in, out_, err_});
+  }
+  [[nodiscard]] std::string Path(const std::string& name) const {
+    return (folder_.Path() / name).string();
+  }
+
+  test::TemporaryFolder folder_;
+  fs::path library_ = folder_.Path() / "lib.mdb";
+  std::ostringstream out_, err_;
+};
+
+TEST_F(Snippets, AddsShowsAndListsRecords) {
+  EXPECT_EQ(Run({"add", "-", "--name", "Hello", "--notes", "a note", "--folder", "Basics/First"},
+                "MsgBox 1\r\n"),
+            Done);
+  EXPECT_EQ(out_.str(), "added 73\tHello\n");
+  folder_.Write("C.cls", "VERSION 1.0 CLASS\r\nAttribute VB_Exposed = False\r\n'code\r\n");
+  EXPECT_EQ(Run({"add", Path("C.cls")}), Done);
+  EXPECT_EQ(Run({"list"}), Done);
+  EXPECT_EQ(out_.str(), "71\tBasics/\n72\t  First/\n73\t    Hello\n74\tC [CLS]\n");
+  EXPECT_EQ(Run({"show", "basics/first/hello"}), Done);
+  EXPECT_EQ(out_.str(), "' a note\n\nMsgBox 1\r\n");
+  EXPECT_EQ(Run({"show", "74"}), Done);
+  EXPECT_EQ(out_.str(), "VERSION 1.0 CLASS\r\nAttribute VB_Exposed = False\r\n'code\r\n");
+  EXPECT_EQ(Run({"find", "MSGBOX"}), Done);
+  EXPECT_EQ(out_.str(), "73\tBasics/First/Hello\n");
+}
+
+TEST_F(Snippets, NamesWhatIsMissing) {
+  EXPECT_EQ(Run({"show", "99"}), Failed);
+  EXPECT_EQ(err_.str(), "tessel: there is no record 99 (list and find name them)\n");
+  EXPECT_EQ(Run({"add", "-"}, "x"), Failed);
+  EXPECT_EQ(err_.str(), "tessel: the record needs --name\n");
+  EXPECT_EQ(Run({"add", Path("none.txt")}), Failed);
+  EXPECT_NE(err_.str().find("none.txt"), std::string::npos);
+  EXPECT_EQ(Run({"list"}, "", "Nowhere"), Failed);
+  EXPECT_EQ(err_.str(),
+            "tessel: Nowhere: there is no such file, and no library of that name; there are "
+            "Marlow\n");
+  folder_.Write("text.mdb", "no database at all, but long enough for one");
+  EXPECT_EQ(Run({"list"}, "", Path("text.mdb")), Failed);
+  EXPECT_NE(err_.str().find("text.mdb: "), std::string::npos);
+  test::OpenDatabase(library_)->Execute(u"ALTER TABLE List DROP COLUMN TextUserNotes");
+  EXPECT_EQ(Run({"list"}), Failed);
+  EXPECT_NE(err_.str().find("lib.mdb: is no snippet library; table List"), std::string::npos);
+}
+
+TEST_F(Snippets, WorksOnTheUsersOwnLibrariesByName) {
+  EXPECT_EQ(Run({"list"}, "", ""), Done);
+  EXPECT_FALSE(out_.str().empty()) << "the starter library";
+  EXPECT_TRUE(fs::exists(folder_.Path() / "user/Data/VBCode.MDB"));
+  {
+    struct Services : BatchPlatform {
+      explicit Services(const fs::path& file) : BatchPlatform(4), Own(file) {}
+      platform::Registry& Registry() override { return Own; }
+      linux_host::SqliteRegistry Own;
+    } services(folder_.Path() / "settings");
+    const platform::ScopedPlatform scope(services);
+    const auto settings = std::make_shared<CAppSettings>();
+    settings->Init(u"Norvane", u"Tessel");
+    cConnectReestr list;
+    list.Init(settings);
+    ASSERT_TRUE(list.AddNewConnection(library_.u16string()));
+  }
+  Run({"add", "-", "--name", "Mine"}, "x");
+  EXPECT_EQ(Run({"list"}, "", "userconnect1"), Done);
+  EXPECT_EQ(out_.str(), "71\tMine\n");
+}
+
+TEST_F(Snippets, AnExportedFolderIsImported) {
+  Run({"add", "-", "--name", "One", "--folder", "F"}, "text");
+  EXPECT_EQ(Run({"export", Path("out")}), Done);
+  EXPECT_EQ(out_.str(), Path("out/F/One.snippet") + "\n");
+  EXPECT_EQ(Run({"import", Path("out")}), Done);
+  EXPECT_EQ(out_.str(), "replaced F/One\n");
+  EXPECT_EQ(Run({"import", Path("out"), "--folder", "Team"}), Done);
+  EXPECT_EQ(out_.str(), "added F/One\n");
+  EXPECT_EQ(Run({"list"}), Done);
+  EXPECT_EQ(out_.str(), "73\tTeam/\n74\t  F/\n75\t    One\n71\tF/\n72\t  One\n");
+}
+
+TEST_F(Snippets, AnEditorsSnippetsAreImported) {
+  folder_.Write("vb.code-snippets",
+                "// made by hand\n{\n  \"For loop\": {\n    \"prefix\": [\"for\", \"loop\"],\n"
+                "    \"body\": [\"For ${1:i} = 0 To 1\", \"\\t$0\", \"Next $1\",],\n"
+                "    \"description\": \"Counts /* not a comment */\",\n  },\n"
+                "  /* one line */ \"Url\": {\"body\": \"x = \\\"http://a\\\"\"},\n}\n");
+  EXPECT_EQ(Run({"import", Path("vb.code-snippets"), "--folder", "Editor"}), Done);
+  EXPECT_EQ(Run({"show", "Editor/For loop"}), Done);
+  EXPECT_EQ(out_.str(),
+            "' Counts /* not a comment */\n' Prefix: for, loop\n\nFor i = 0 To 1\r\n\t\r\nNext "
+            "i\r\n");
+  EXPECT_EQ(Run({"show", "Editor/Url"}), Done);
+  EXPECT_EQ(out_.str(), "x = \"http://a\"\r\n");
+}
+
+TEST_F(Snippets, ABadImportChangesNothingAndNamesThePlace) {
+  folder_.Write("bad.code-snippets", "{\n \"a\": {\"body\": 1},\n oops\n}");
+  EXPECT_EQ(Run({"import", Path("bad.code-snippets"), "--folder", "New"}), Failed);
+  EXPECT_NE(err_.str().find("bad.code-snippets:3: the file is no JSON"), std::string::npos);
+  folder_.Write("bad.code-snippets", "{\"good\": {\"body\": \"x\"}, \"a\": {\"body\": 1}}");
+  EXPECT_EQ(Run({"import", Path("bad.code-snippets"), "--folder", "New"}), Failed);
+  EXPECT_NE(err_.str().find("the body of the snippet \"a\" is neither a text nor a list of texts"),
+            std::string::npos);
+  EXPECT_EQ(Run({"list"}), Done);
+  EXPECT_EQ(out_.str(), "");
+}
+
+TEST_F(Snippets, ChecksAndMendsALibrary) {
+  Run({"add", "-", "--name", "One"}, "x");
+  EXPECT_EQ(Run({"check"}), Done);
+  EXPECT_EQ(out_.str(), "");
+  test::OpenDatabase(library_)->Execute(u"UPDATE Tree SET lft = 77, rgt = 78 WHERE ID = 71");
+  EXPECT_EQ(Run({"check", "--check"}), WouldChange);
+  EXPECT_EQ(Run({"check"}), Done);
+  EXPECT_EQ(out_.str(), "71 \"One\" stood outside the top\n");
+  EXPECT_EQ(Run({"check"}), Done);
+  EXPECT_EQ(out_.str(), "");
+}
+
+TEST_F(Snippets, AFullDeviceOrAReadOnlyLibraryIsTold) {
+  Run({"add", "-", "--name", "One"}, "x");
+  EXPECT_EQ(Run({"export", "/dev/null/out"}), Failed);
+  EXPECT_FALSE(err_.str().empty());
+  if (geteuid() == 0) GTEST_SKIP() << "nothing is read-only for root";
+  fs::permissions(library_, fs::perms::owner_read);
+  EXPECT_EQ(Run({"add", "-", "--name", "Two"}, "x"), Failed);
+  EXPECT_FALSE(err_.str().empty());
+}
+
+}  // namespace
+}  // namespace tessel::batch

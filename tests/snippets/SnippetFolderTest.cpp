@@ -1,0 +1,148 @@
+#include "snippets/SnippetFolder.h"
+
+#include <gtest/gtest.h>
+
+#include "hosts/memory/MemoryPlatform.h"
+#include "snippets/SnippetDatabase.h"
+#include "snippets/SnippetSearch.h"
+
+namespace tessel {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Library : public testing::Test {
+ protected:
+  std::shared_ptr<CSQLTree> New(const std::string& name) {
+    test::WriteEmptyDatabase(folder_.Path() / name);
+    auto connection = test::OpenDatabase(folder_.Path() / name);
+    connection->Execute(u"PRAGMA synchronous = 0");
+    return test::OpenTree(connection);
+  }
+  int Record(CSQLTree& tree, int parent, StringView name, StringView text, StringView notes = u"") {
+    const int id = tree.AddNode(name, parent, 0, 0, RecordKind);
+    tree.UpdateListFragment(id, {String(text), u"", u"", u"", u"", u"", String(notes)});
+    return id;
+  }
+  /// Paths, kinds and texts, in the order of the tree.
+  static std::vector<std::string> Contents(CSQLTree& tree) {
+    std::vector<std::string> all;
+    for (const SnippetPath& one : PathsOf(tree)) {
+      const ListFragment fragment = tree.GetRecordsetFromList(one.Node.ID);
+      all.push_back(vb::ToUtf8(one.Path + (one.Node.Root == FolderKind ? u"/" : u"=") +
+                               fragment.Text + fragment.CompObj + fragment.ClassObj));
+    }
+    return all;
+  }
+
+  memory::MemoryPlatform services_;
+  platform::ScopedPlatform scope_{services_};
+  test::TemporaryFolder folder_;
+  std::shared_ptr<CSQLTree> tree_ = New("a.mdb");
+};
+
+TEST_F(Library, GoesIntoAFolderAndComesBackTheSame) {
+  const int last = tree_->AddNode(u"z/last:", 1, 0, 0, FolderKind);
+  const int first = tree_->AddNode(u"a", 1, 0, 0, FolderKind);
+  tree_->AddNode(u"A", 1, 0, 0, FolderKind);
+  Record(*tree_, first, u"twice", u"1");
+  Record(*tree_, first, u"twice", u"2");
+  Record(*tree_, last, u"..\\evil", u"3\r\n");
+  Record(*tree_, 1, u"", u"no name");
+  const int object = Record(*tree_, 1, u"Form", u"");
+  tree_->UpdateListFragment(object, {u"", u"head", u"code", u"\u00ff\u0001", u"F", u"FRM", u""});
+  const auto files = ExportSnippets(*tree_, folder_.Path() / "out");
+  EXPECT_EQ(files.size(), 5U);
+  EXPECT_FALSE(fs::exists(folder_.Path() / "evil.snippet"));
+  const auto copy = New("b.mdb");
+  const auto imported = ImportSnippets(*copy, folder_.Path() / "out", 1);
+  EXPECT_EQ(imported.size(), 5U);
+  EXPECT_EQ(test::Unsound(test::RowsOf(copy->Connection())), "");
+  // Names alike but for case are one folder: the library finds them in any case.
+  auto wanted = Contents(*tree_);
+  wanted.erase(std::find(wanted.begin(), wanted.end(), "A/"));
+  EXPECT_EQ(Contents(*copy), wanted);
+}
+
+TEST_F(Library, AnExportOfTheSameLibraryChangesNoFileAndDropsWhatIsGone) {
+  const int folder = tree_->AddNode(u"old", 1, 0, 0, FolderKind);
+  Record(*tree_, folder, u"gone", u"1");
+  Record(*tree_, 1, u"kept", u"2");
+  const fs::path out = folder_.Path() / "out";
+  ExportSnippets(*tree_, out);
+  folder_.Write("out/mine.snippet", "the user's own");
+  folder_.Write("out/old/notes.txt", "the user's own");
+  const auto before = fs::last_write_time(out / "kept.snippet");
+  tree_->DeleteNode(folder);
+  ExportSnippets(*tree_, out);
+  EXPECT_EQ(fs::last_write_time(out / "kept.snippet"), before);
+  EXPECT_FALSE(fs::exists(out / "old/gone.snippet"));
+  EXPECT_EQ(folder_.Read("out/mine.snippet"), "the user's own");
+  EXPECT_EQ(folder_.Read("out/old/notes.txt"), "the user's own");
+}
+
+TEST_F(Library, AnImportReplacesRecordsOfTheSameNameWhole) {
+  const int folder = tree_->AddNode(u"Files", 1, 0, 0, FolderKind);
+  const int record = Record(*tree_, folder, u"Read", u"old", u"old notes");
+  folder_.Write("in/files/read.snippet", "Name: READ\nText:\n    new\n");
+  folder_.Write("in/files/more.snippet", "Name: More\nText:\n    more\n");
+  folder_.Write("in/readme.md", "not a record");
+  const auto done = ImportSnippets(*tree_, folder_.Path() / "in", 1);
+  ASSERT_EQ(done.size(), 2U);
+  EXPECT_EQ(done[0].Path, u"files/More");
+  EXPECT_FALSE(done[0].Replaced);
+  EXPECT_TRUE(done[1].Replaced);
+  EXPECT_EQ(tree_->GetRecordsetFromList(record).Text, u"new\r\n");
+  EXPECT_EQ(tree_->GetRecordsetFromList(record).TextUserNotes, u"");
+}
+
+TEST_F(Library, AnImportWithABadFileChangesNothing) {
+  folder_.Write("in/a.snippet", "Name: a\n");
+  folder_.Write("in/b/c.snippet", "rubbish");
+  const auto before = Contents(*tree_);
+  try {
+    ImportSnippets(*tree_, folder_.Path() / "in", 1);
+    FAIL();
+  } catch (const vb::Failure& failure) {
+    EXPECT_NE(failure.Description().find(u"c.snippet:1: "), String::npos);
+  }
+  EXPECT_EQ(Contents(*tree_), before);
+}
+
+TEST_F(Library, FindsRecordsThatHoldEveryWordTheBestFirst) {
+  const int folder = tree_->AddNode(u"Strings", 1, 0, 0, FolderKind);
+  Record(*tree_, folder, u"Split", u"x = Split(a, b)", u"cuts");
+  Record(*tree_, folder, u"Join and split", u"");
+  Record(*tree_, 1, u"Other", u"uses SPLIT and cuts");
+  Record(*tree_, 1, u"Nothing", u"");
+  const auto paths = [&](const std::vector<String>& words) {
+    std::vector<String> found;
+    for (const SnippetHit& hit : FindSnippets(*tree_, words)) found.push_back(hit.Path);
+    return found;
+  };
+  EXPECT_EQ(paths({u"split"}),
+            (std::vector<String>{u"Strings/Split", u"Strings/Join and split", u"Other"}));
+  EXPECT_EQ(paths({u"cuts", u"SPLIT"}), (std::vector<String>{u"Strings/Split", u"Other"}));
+  EXPECT_EQ(paths({u"strings"}),
+            (std::vector<String>{u"Strings/Split", u"Strings/Join and split"}));
+  EXPECT_TRUE(paths({u"split", u"absent"}).empty());
+}
+
+TEST_F(Library, FindsThroughALibraryOfMoreThanOneBatch) {
+  store::Transaction transaction(*tree_->Connection());
+  for (int at = 0; at < 1100; ++at) Record(*tree_, 1, u"r" + vb::Str(at), u"needle");
+  transaction.Commit();
+  EXPECT_EQ(FindSnippets(*tree_, {u"NEEDLE"}).size(), 1100U);
+}
+
+TEST_F(Library, AFolderIsFoundOrMadeByItsPath) {
+  const int files = FolderAt(*tree_, u"Files");
+  EXPECT_EQ(FolderAt(*tree_, u"/files/"), files);
+  const int inner = FolderAt(*tree_, u"FILES/Text");
+  EXPECT_NE(inner, files);
+  EXPECT_EQ(FolderAt(*tree_, u""), 1);
+  EXPECT_EQ(Contents(*tree_), (std::vector<std::string>{"Files/", "Files/Text/"}));
+}
+
+}  // namespace
+}  // namespace tessel
