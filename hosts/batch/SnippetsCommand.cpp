@@ -83,7 +83,7 @@ void Find(CSQLTree& tree, const std::vector<std::string>& given, std::ostream& o
 String TextOf(const std::string& bytes) {
   constexpr int CodePage = 1252;
   const String text = vb::FromUtf8(bytes);
-  return text.find(u'\xFFFD') == String::npos ? text : vb::DecodeBytes(bytes, CodePage);
+  return text.find(u'\xFFFD') == String::npos ? text : vb::TextOfBytes(bytes, CodePage);
 }
 
 /// A component's file as an object, anything else as a text. A form without a companion is one.

@@ -69,7 +69,7 @@ void PutFile(StringView path, StringView text, const std::shared_ptr<host::VBPro
                           u"\" isn't in the code page of the project",
                       u"Tessel");
   }
-  FileOf(path).SetContents(*bytes);
+  platform::Current().Files().Write(Native(path), *bytes);
 }
 
 String CompanionPath(StringView path, StringView extension) {

@@ -99,7 +99,7 @@ class Writer {
     out_ += section.Key;
     if (section.Text == &ListFragment::CompObj) {
       std::size_t at = 0;
-      if (const auto bytes = vb::EncodeBytes(text, ByteCodePage, at)) {
+      if (const auto bytes = vb::ExactBytesOfText(text, ByteCodePage, at)) {
         out_ += String(BytesFlag) + u":\n";
         return Lines(InHex(*bytes), u"\n", false);
       }
@@ -230,7 +230,7 @@ class Reader {
       }
     }
     if (half >= 0) Fail(u"a hexadecimal digit is missing");
-    return vb::DecodeBytes(bytes, ByteCodePage);
+    return vb::TextOfBytes(bytes, ByteCodePage);
   }
 
   [[nodiscard]] String Unescaped(StringView text) const {

@@ -6,7 +6,7 @@
 #include <optional>
 #include <set>
 
-#include "foundation/CFile.h"
+#include "platform/Platform.h"
 #include "snippets/RecordText.h"
 #include "snippets/SnippetSearch.h"
 #include "store/Recordset.h"
@@ -34,13 +34,7 @@ std::string ReadBytes(const fs::path& file) {
 void WriteBytes(const fs::path& path, const std::string& bytes) {
   std::error_code error;
   if (fs::exists(path, error) && ReadBytes(path) == bytes) return;
-  CFile file;
-  file.Init(path.u16string());
-  try {
-    file.SetContents(bytes);
-  } catch (const vb::Failure& failure) {
-    Fail(path, failure.Description());
-  }
+  platform::Current().Files().Write(path, bytes);
 }
 
 /// A name that every file system takes; signs that it can't hold stand as %XX.
