@@ -16,7 +16,7 @@ bool AgreesToRename(StringView name, StringView fresh) {
                           u"\" is already used in the project.\r\nIt will be replaced with the "
                           u"name \"" +
                           String(fresh) + u"\".\r\nDo you agree ?";
-  return platform::Current().Desktop().ShowMessage(
+  return platform::Current().Boxes().ShowMessage(
              question, u"Tessel",
              platform::YesNo | platform::Question | platform::DefaultButton2) ==
          platform::MessageAnswer::Yes;

@@ -40,8 +40,7 @@ class Objects : public testing::Test {
     trees_.Add(tree_, u"Marlow");
   }
   void OpenProject(int codePage = 1252) {
-    workspace_ =
-        std::make_unique<workspace::Workspace>(services_, workspace::Options{codePage, false});
+    workspace_ = std::make_unique<workspace::Workspace>(services_, workspace::Options{codePage});
     workspace_->Open(folder_.Write("P.vbp", "Type=Exe\r\nName=\"P\"\r\n"));
   }
   [[nodiscard]] std::shared_ptr<host::VBE> Vbe() const { return workspace_->VBE(); }
