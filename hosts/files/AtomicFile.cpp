@@ -137,7 +137,10 @@ void WriteInPlace(const fs::path& target, std::string_view bytes) {
   Step("in place", target);
   const Descriptor file(open(target.c_str(), O_WRONLY | O_CLOEXEC));
   if (file.Get() < 0) Fail(target, "cannot be written", errno);
-  if (ftruncate(file.Get(), static_cast<off_t>(bytes.size())) != 0) {
+  // By way of an empty file: a writing that ends in the middle leaves new bytes and zeros, and can
+  // be told from what somebody wrote since.
+  if (ftruncate(file.Get(), 0) != 0 ||
+      ftruncate(file.Get(), static_cast<off_t>(bytes.size())) != 0) {
     Fail(target, "cannot be written", errno);
   }
   WriteAndFlush(file.Get(), bytes, target);
@@ -254,6 +257,8 @@ std::string ReadFile(const fs::path& path) {
   struct stat about {};
   if (file.Get() < 0 || fstat(file.Get(), &about) != 0) Fail(path, "cannot be read", errno);
   if (S_ISDIR(about.st_mode)) Fail(path, "cannot be read", EISDIR);
+  // A device may never end.
+  if (S_ISCHR(about.st_mode) || S_ISBLK(about.st_mode)) Fail(path, "cannot be read", EINVAL);
   std::string bytes(static_cast<std::size_t>(about.st_size), '\0');
   std::size_t filled = 0;
   for (;;) {

@@ -152,14 +152,22 @@ fs::path PutBeside(const fs::path& file, const std::string& bytes) {
   }
 }
 
+/// Whether a file is what a writing in place leaves behind that ended in the middle: the new bytes
+/// up to some place, with zeros or nothing behind them. What somebody wrote since looks otherwise.
+bool IsHalfWritten(const std::string& present, const std::string& bytes) {
+  if (present.size() > bytes.size()) return false;
+  const auto rest = std::mismatch(present.begin(), present.end(), bytes.begin()).first;
+  return std::all_of(rest, present.end(), [](char byte) { return byte == '\0'; });
+}
+
 Finished Finish(const std::vector<Entry>& entries) {
   Finished done;
   for (const Entry& entry : entries) {
     const auto present = PresentBytes(entry.File);
     if (present == entry.Bytes) continue;
-    const bool untouched =
-        present ? entry.InPlace || (entry.Existed && Digest(*present) == entry.Before)
-                : !entry.Existed;
+    const bool untouched = present ? (entry.Existed && Digest(*present) == entry.Before) ||
+                                         (entry.InPlace && IsHalfWritten(*present, entry.Bytes))
+                                   : !entry.Existed;
     if (untouched) {
       WriteFile(entry.File, entry.Bytes);
       done.Written.push_back(entry.File);

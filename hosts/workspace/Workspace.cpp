@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
+#include <optional>
+#include <set>
 
 #include "hosts/files/AtomicFile.h"
 #include "hosts/model/Vbe.h"
@@ -19,6 +22,39 @@ namespace fs = std::filesystem;
 
 [[noreturn]] void Fail(const fs::path& file, StringView why) {
   throw vb::Failure(vb::InvalidCall, TextOf(file) + u": " + String(why), u"Tessel.workspace");
+}
+
+/// The files that the projects of a folder name.
+std::set<fs::path> NamedFiles(const fs::path& folder) {
+  std::set<fs::path> named;
+  std::error_code error;
+  for (const auto& one : fs::directory_iterator(folder, error)) {
+    if (Lower(one.path().extension().string()) != ".vbp" || !one.is_regular_file(error)) continue;
+    const std::string bytes = files::ReadFile(one.path());
+    const int codePage = GuessCodePage({bytes});
+    for (const ProjectEntry& entry : ProjectFile(one.path(), bytes).Entries()) {
+      const fs::path file = ResolveNamed(folder, entry.File, codePage).lexically_normal();
+      named.insert(file);
+      named.insert(fs::path(file).replace_extension(".frx"));
+    }
+  }
+  return named;
+}
+
+/// Two changes of one file can't both be kept.
+void CheckTargets(const std::vector<std::pair<fs::path, std::vector<PendingFile>>>& all) {
+  std::map<fs::path, const std::string*> targets;
+  for (const auto& [folder, pending] : all) {
+    for (const PendingFile& one : pending) {
+      std::error_code error;
+      const fs::path target = fs::weakly_canonical(one.Change.File, error);
+      const auto [at, fresh] = targets.emplace(error ? one.Change.File : target, &one.Change.Bytes);
+      if (!fresh && *at->second != one.Change.Bytes) {
+        Fail(one.Change.File,
+             u"the file is open twice and was changed in both places; nothing was saved");
+      }
+    }
+  }
 }
 
 void CheckCodePage(int codePage) {
@@ -79,8 +115,15 @@ std::vector<String> Workspace::TakeNotices() { return std::exchange(notices_, {}
 
 void Workspace::FinishInterrupted(const fs::path& folder) {
   files::RemoveStrays(folder);
-  const auto isOurs = [](const fs::path& file) {
-    return KindOf(file) != nullptr || Lower(file.extension().string()) == ".vbp";
+  // A folder may come from anybody, and so may a journal in it: files elsewhere are written only
+  // where a project of the folder names them.
+  std::optional<std::set<fs::path>> named;
+  const auto isOurs = [&](const fs::path& file) {
+    const bool source = KindOf(file) != nullptr || Lower(file.extension().string()) == ".vbp";
+    const fs::path within = file.lexically_relative(folder.lexically_normal());
+    if (source && !within.empty() && *within.begin() != "..") return true;
+    if (!named) named = NamedFiles(folder);
+    return named->contains(file);
   };
   for (const files::Finished& one : files::FinishInterrupted(folder, isOurs)) {
     if (!one.Written.empty()) {
@@ -178,6 +221,7 @@ std::vector<fs::path> Workspace::Save() {
     open->Collect(all.emplace_back(open->Folder(), std::vector<PendingFile>()).second);
   }
   for (const auto& [folder, pending] : all) CheckOutside(pending);
+  CheckTargets(all);
   std::vector<fs::path> written;
   for (auto& [folder, pending] : all) {
     try {

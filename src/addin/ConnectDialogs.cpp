@@ -61,9 +61,11 @@ void Connect::ShowProcedureBuilder() {
 
 void Connect::HideProcedureBuilder() {
   HideDialog(u"Connect.HideProcedureBuilder", ProcedureBuilder, false);
-  DoEvents();
-  RefreshTreeExplorer(true);
-  RefreshTreeExplorer(false);
+  Run(u"Connect.HideProcedureBuilder", [&](const Statements& run) {
+    run(DoEvents);
+    RefreshTreeExplorer(true);
+    RefreshTreeExplorer(false);
+  });
 }
 
 void Connect::ShowPropertyBuilder() {

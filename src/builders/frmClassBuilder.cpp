@@ -103,7 +103,7 @@ void frmClassBuilder::OK() {
                     host::vbext_ct_ClassModule, 0)) {
       return;
     }
-    Close();
+    run([&] { Close(); });
   });
 }
 

@@ -100,7 +100,7 @@ void frmEnumBuilder::OK() {
     if (!run([&] { return Accept(builders::CheckField(choices)); })) return;
     if (InsertText(ComModule.Text(), builders::GeneratorText(choices), mGlobals::EndOfDeclarations,
                    host::vbext_ct_StdModule, builders::CaretOffset(choices))) {
-      Close();
+      run([&] { Close(); });
     }
   });
 }

@@ -134,7 +134,7 @@ void frmProcedureBuilder::OK() {
     if (!run([&] { return Accept(builders::CheckField(choices)); })) return;
     if (InsertText(ComModule.Text(), builders::GeneratorTextMethod(choices), mGlobals::EndOfModule,
                    host::vbext_ct_StdModule, builders::CaretOffset(choices))) {
-      Close();
+      run([&] { Close(); });
     }
   });
 }

@@ -126,13 +126,13 @@ void frmPropertyBuilder::OK() {
     const builders::PropertyChoices choices = Choices();
     if (!run([&] { return Accept(builders::CheckField(choices)); })) return;
     // Without a type the parameter would have no name.
-    if (choices.Prefix.empty() && ComValueType.ListIndex() < 0) {
+    if (ComValueType.ListIndex() < 0 && (!choices.LetSet || types_.empty())) {
       throw vb::RuntimeFailure(vb::SubscriptOutOfRange);
     }
     const builders::PropertyText text = builders::GeneratorTextProperty(choices);
     if (InsertText(ComModule.Text(), text.Declaration + text.Body, mGlobals::EndOfDeclarations,
                    host::vbext_ct_StdModule, builders::CaretOffset(choices))) {
-      Close();
+      run([&] { Close(); });
     }
   });
 }

@@ -42,7 +42,9 @@ constexpr std::array<StringView, 19> Messages{
 String CutName(const String& name) { return name.substr(0, 255).substr(0, name.find(u'\0')); }
 
 bool SettingIsOn(StringView key) {
-  return gAppSettings && vb::Val(gAppSettings->GetText(Settings, key, u"1")) == 1;
+  if (!gAppSettings) return false;
+  const String stored = gAppSettings->GetText(Settings, key, u"1");
+  return vb::Val(stored) == 1 || vb::SameText(stored, u"True");
 }
 
 }  // namespace

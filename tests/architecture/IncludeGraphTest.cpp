@@ -27,6 +27,7 @@ const std::map<std::string, int> Levels{{"vb", 0},
                                         // The tools, equals.
                                         {"formatter", 6},
                                         {"errorhandlers", 6},
+                                        {"snippets", 6},
                                         {"builders", 6},
                                         {"explorer", 6},
                                         {"watchers", 6},

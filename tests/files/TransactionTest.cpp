@@ -144,6 +144,27 @@ TEST_F(Together, AFileWithTwoNamesIsWholeAgainBehindTheNextLook) {
   EXPECT_EQ(folder_.Read("second.bas"), "new a.bas");
 }
 
+TEST_F(Together, WhatIsWrittenBehindAKillStaysAlsoInAFileWithTwoNames) {
+  fs::create_hard_link(folder_.Path() / "a.bas", folder_.Path() / "second.bas");
+  changes_.resize(1);
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    OnWriteStep = [](std::string_view at, const fs::path&) {
+      if (at == "in place") _exit(9);
+    };
+    WriteTogether(folder_.Path(), changes_);
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  ASSERT_EQ(WEXITSTATUS(status), 9);
+  WriteFile(folder_.Path() / "a.bas", "written by hand");
+  FinishInterrupted(folder_.Path(), IsOurs);
+  EXPECT_EQ(folder_.Read("a.bas"), "written by hand");
+  EXPECT_EQ(folder_.Read("a.bas.saved"), "new a.bas");
+}
+
 TEST_F(Together, ASaveThatGoesOnInAnotherProcessIsLeftAlone) {
   int looks = 0;
   OnWriteStep = [&](std::string_view at, const fs::path& file) {

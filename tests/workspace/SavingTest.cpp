@@ -46,6 +46,50 @@ TEST_F(Saving, TwoProjectsOfOneNameAreKeptApart) {
   EXPECT_EQ(workspace.FileOf(*ComponentAt(workspace, 1, 1)), folder_.Path() / "one/M.bas");
 }
 
+TEST_F(Saving, OneFileChangedInTwoProjectsIsRefusedAndNothingIsWritten) {
+  folder_.Write("M.bas", Module("M"));
+  folder_.Write("A.vbp", "Type=Exe\r\nModule=M; M.bas\r\nName=\"A\"\r\n");
+  folder_.Write("B.vbp", "Type=Exe\r\nModule=M; M.bas\r\nName=\"B\"\r\n");
+  Workspace workspace(services_);
+  workspace.Open(folder_.Write("G.vbg", "VBGROUP 5.0\r\nProject=A.vbp\r\nProject=B.vbp\r\n"));
+  ComponentAt(workspace, 1, 1)->CodeModule()->InsertLines(1, u"' a");
+  ComponentAt(workspace, 2, 1)->CodeModule()->InsertLines(1, u"' b");
+  EXPECT_THROW(workspace.Save(), vb::Failure);
+  EXPECT_EQ(folder_.Read("M.bas"), Module("M"));
+}
+
+TEST_F(Saving, AJournalWritesNoFileElsewhereThatNoProjectNames) {
+  // A save of two projects' shared file that a kill cuts off, then moved below a project that
+  // doesn't name the file.
+  folder_.Write("other/Victim.bas", Module("Victim"));
+  folder_.Write("proj/A.bas", Module("A"));
+  folder_.Write("proj/P.vbp",
+                "Type=Exe\r\nModule=A; A.bas\r\nModule=Victim; ..\\other\\Victim.bas\r\n"
+                "Name=\"P\"\r\n");
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    Workspace workspace(services_);
+    workspace.Open(folder_.Path() / "proj/P.vbp");
+    for (int at = 1; at <= 2; ++at) {
+      ComponentAt(workspace, 1, at)->CodeModule()->InsertLines(1, u"' new");
+    }
+    files::OnWriteStep = [this](std::string_view step, const fs::path& file) {
+      if (step == "rename" && file.parent_path() == folder_.Path() / "other") _exit(9);
+      if (step == "rename" && file.filename() == "A.bas") _exit(9);
+    };
+    workspace.Save();
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  ASSERT_EQ(WEXITSTATUS(status), 9);
+  folder_.Write("proj/P.vbp", "Type=Exe\r\nModule=A; A.bas\r\nName=\"P\"\r\n");
+  Workspace workspace(services_);
+  workspace.Open(folder_.Path() / "proj/P.vbp");
+  EXPECT_EQ(folder_.Read("other/Victim.bas"), Module("Victim"));
+}
+
 TEST_F(Saving, TwoModulesOfOneNameAreKeptApart) {
   folder_.Write("A.bas", Module("M", "' a\r\n"));
   folder_.Write("B.bas", Module("M", "' b\r\n"));
