@@ -30,7 +30,7 @@ frmArgumentBuilder::frmArgumentBuilder() : BuilderForm("frmArgumentBuilder", u"A
     Result.clear();
     Hide();
   };
-  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"Argument_Builder.htm"); };
+  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"builders.htm"); };
 }
 
 builders::ArgumentChoices frmArgumentBuilder::Choices() const {

@@ -34,7 +34,7 @@ void frmClassBuilder::Wire() {
   ComBaseClass.Change = [this] { ComBaseClass_Click_Change(); };
   btmOK.Click = [this] { OK(); };
   btmCancel.Click = [this] { Close(); };
-  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"Collection_Builder.htm"); };
+  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"builders.htm"); };
 }
 
 builders::CollectionChoices frmClassBuilder::Choices() const {

@@ -58,7 +58,7 @@ void frmProcedureBuilder::Wire() {
   change(btmMoweDown, MoveSelectedDown);
   btmOK.Click = [this] { OK(); };
   btmCancel.Click = [this] { Close(); };
-  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"Procedure_Builder.htm"); };
+  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"builders.htm"); };
 }
 
 builders::ProcedureChoices frmProcedureBuilder::Choices() const {

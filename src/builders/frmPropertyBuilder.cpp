@@ -46,7 +46,7 @@ void frmPropertyBuilder::Wire() {
   txtName.Change = [this] { TakePrefix(); };
   btmOK.Click = [this] { OK(); };
   btmCancel.Click = [this] { Close(); };
-  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"Property_Builder.htm"); };
+  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"builders.htm"); };
 }
 
 String frmPropertyBuilder::PrefixOfType() const {
