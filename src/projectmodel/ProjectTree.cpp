@@ -2,6 +2,7 @@
 
 #include "foundation/Routine.h"
 #include "projectmodel/ProjectTables.h"
+#include "scanning/ModuleOf.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel {
@@ -67,8 +68,7 @@ void ProjectFiller::ProjectTree_Component(cProjecteses& model, StringView captio
   ResumeNext(
       [&] { entry = model.item(caption)->item(component->Type())->item(component->Name()); });
   if (!entry) return;
-  std::shared_ptr<host::CodeModule> code;
-  ResumeNext([&] { code = component->CodeModule(); });
+  const auto code = ModuleOf(component);
   if (!code) return;
   ResumeNext([&] { entry->CountOfDeclarationLines = code->CountOfDeclarationLines(); });
   ResumeNext([&] { entry->CountOfLines = code->CountOfLines(); });
