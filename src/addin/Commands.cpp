@@ -35,7 +35,7 @@ std::span<const CommandRow> CommandTable() {
        u"MenuHandlerCreadeDeclareEnum_Click", u"EnumBuilder",
        &Connect::MenuFastCreadeDeclareEnum_Click, &Connect::ShowEnum},
       {u"Setttings", 0, 1714, true, true, false, false, u"", u"MenuHandlerSetttings_Click",
-       u"Setttings", nullptr, nullptr},
+       u"Setttings", nullptr, &Connect::MenuHandlerSetttings_Click},
       {u"Code Formatter", 111, 2564, true, false, true, false, u"MenuFastFormatText_Click",
        u"MenuHandlerFormatText_Click", u"Code Formatter", &Connect::ShowFormatText,
        &Connect::ShowFormatText},
@@ -52,8 +52,9 @@ std::span<const CommandRow> CommandTable() {
 }
 
 std::span<const UnhookedRow> UnhookedTable() {
-  static constexpr std::array<UnhookedRow, 1> table{
-      {{u"MenuFastEditErrorHandkerScheme_Click", &Connect::ShowEditErrorHandlerScheme}}};
+  static constexpr std::array<UnhookedRow, 2> table{
+      {{u"MenuFastSetttings_Click", &Connect::MenuHandlerSetttings_Click},
+       {u"MenuFastEditErrorHandkerScheme_Click", &Connect::ShowEditErrorHandlerScheme}}};
   return table;
 }
 

@@ -17,6 +17,7 @@
 #include "foundation/Routine.h"
 #include "host/IConnect.h"
 #include "host/VBE.h"
+#include "settingsdialog/frmSettings.h"
 
 namespace tessel {
 
@@ -67,6 +68,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   std::function<void(const RunResult&)> OnRunEnded;
   void ShowFormatText();
   void HideFormatText() override;
+  void ShowSettings(StringView pageName) override;
+  void MenuHandlerSetttings_Click();
   void ShowAbout();
   void ShowEditErrorHandlerScheme();
   void HideEditErrorHandlerScheme();
@@ -190,6 +193,7 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
       std::make_shared<mInsertErrorHandlerCode::RunContext>();
 
   std::shared_ptr<frmFormatText> FormatText;
+  std::shared_ptr<frmSettings> SettingsDialog;
   std::shared_ptr<frmAbout> About;
   std::shared_ptr<frmErrorHandlerScheme> EditErrorHandlerScheme;
   std::shared_ptr<frmInsertErrorHandlerCode> InsertErrorHandlerCode;

@@ -115,6 +115,23 @@ void Connect::HideRemoveErrorHandlerCode() {
   HideDialog(u"Connect.HideRemoveErrorHandlerCode", RemoveErrorHandlerCode, true);
 }
 
+void Connect::ShowSettings(StringView pageName) {
+  Run(u"Connect.ShowSettings", [&] {
+    const SilentStatements silently;
+    if (!SettingsDialog) {
+      SettingsDialog = silently([] { return std::make_shared<frmSettings>(); });
+      dialogs_.push_back(SettingsDialog);
+    }
+    silently([&] { Need(SettingsDialog).VBInstance = vbInstance_; });
+    silently([&] { Need(SettingsDialog).Connect = weak_from_this(); });
+    silently([&] { Need(SettingsDialog).PageName = pageName; });
+    silently(DoEvents);
+    silently([&] { Need(SettingsDialog).Show(platform::ShowStyle::Modal); });
+  });
+}
+
+void Connect::MenuHandlerSetttings_Click() { ShowSettings(u""); }
+
 void Connect::ShowAbout() {
   Run(u"Connect.ShowAbout", [&] {
     const SilentStatements silently;

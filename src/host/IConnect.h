@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "vb/Failure.h"
+#include "vb/Text.h"
 
 namespace tessel {
 
@@ -26,6 +27,9 @@ class IConnect {
   /// Takes the account of a run that a dialog has started, as it ends.
   virtual void RunEnded(const RunResult& result) = 0;
   virtual void HideFormatText() = 0;
+  /// Opens the Settings dialog on the page of that caption, the first for any other text; comes
+  /// back when it is closed. The guard against a second dialog doesn't hold it off.
+  virtual void ShowSettings(StringView pageName) = 0;
   virtual void HideInsertErrorHandlerCode() = 0;
   virtual void HideRemoveErrorHandlerCode() = 0;
 };

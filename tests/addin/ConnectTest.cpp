@@ -211,7 +211,7 @@ Remove Error Handler Code #110
   Property Builder #103 (PropertyBuilder)
   Collection Builder #102 (CollectionBuilder)
   Enum Builder @3253 (EnumBuilder)
-  |Setttings @1714 (Setttings) -
+  |Setttings @1714 (Setttings)
   Code Formatter #111 (Code Formatter)
   Insert Error Handler Code #109 (Insert Error Handler Code)
   Remove Error Handler Code #110 (Remove Error Handler Code)

@@ -14,6 +14,7 @@ namespace tessel::test {
 struct FakeConnect : IConnect {
   bool Open = true;
   std::vector<RunResult> Ended;
+  std::vector<String> SettingsShown;  ///< the pages that were asked for
   [[nodiscard]] bool DialogOpen() const override { return Open; }
   void SetDialogOpen(bool value) override { Open = value; }
   void RefreshTreeExplorer(bool) override {}
@@ -23,6 +24,7 @@ struct FakeConnect : IConnect {
   void HideEnum() override {}
   void RunEnded(const RunResult& result) override { Ended.push_back(result); }
   void HideFormatText() override {}
+  void ShowSettings(StringView pageName) override { SettingsShown.emplace_back(pageName); }
   void HideInsertErrorHandlerCode() override {}
   void HideRemoveErrorHandlerCode() override {}
 };
