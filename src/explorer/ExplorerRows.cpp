@@ -40,9 +40,12 @@ struct DocumentRow {
   int SpecialPicture, Picture;
 };
 constexpr DocumentRow Documents[] = {
-    {1, u"ThisWorkbook", false, 137, 141}, {2, u"Form_", true, 139, 138},
-    {5, u"", false, 140, 140},             {6, u"", false, 136, 136},
-    {7, u"", false, 142, 142},             {8, u"ThisDrawing", false, 125, 143},
+    {1, u"ThisWorkbook", false, 137, 141},
+    {2, u"Form_", true, 139, 138},
+    {5, u"", false, 140, 140},
+    {6, u"", false, 136, 136},
+    {7, u"", false, 142, 142},
+    {8, u"ThisDrawing", false, 125, 143},
 };
 constexpr int OtherDocumentPicture = 125;
 

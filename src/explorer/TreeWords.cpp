@@ -34,9 +34,8 @@ std::vector<bool> TreeWords::FoundIn(StringView folded, const std::vector<bool>&
 }
 
 bool TreeWords::IsUnwanted(StringView folded) const {
-  return std::any_of(unwanted_.begin(), unwanted_.end(), [&](const String& part) {
-    return folded.find(part) != StringView::npos;
-  });
+  return std::any_of(unwanted_.begin(), unwanted_.end(),
+                     [&](const String& part) { return folded.find(part) != StringView::npos; });
 }
 
 /// A row on the way down to the present one.
@@ -55,7 +54,10 @@ int TreeWords::Narrow(std::vector<GridRow>& rows) const {
     const String folded = vb::LCase(rows[row].Cells[CaptionColumn]);
     const State* const over = above.empty() ? nullptr : &above.back();
     bool own = false;
-    State state{row, rows[row].Level, {}, (over != nullptr && over->IsGone) || IsUnwanted(folded),
+    State state{row,
+                rows[row].Level,
+                {},
+                (over != nullptr && over->IsGone) || IsUnwanted(folded),
                 over != nullptr && over->BelowFind};
     state.Found = FoundIn(folded, over != nullptr ? over->Found : std::vector<bool>(), own);
     finds[row] = own && !state.IsGone &&

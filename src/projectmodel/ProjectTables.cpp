@@ -32,7 +32,8 @@ ProjectTexts ProjectCaption(const std::shared_ptr<host::VBProject>& project) {
   texts.Caption = project->Name();
   if (!texts.FileName.empty()) {
     const std::size_t folder = texts.FileName.find_last_of(u"\\/");
-    const StringView file = StringView(texts.FileName).substr(folder == String::npos ? 0 : folder + 1);
+    const StringView file =
+        StringView(texts.FileName).substr(folder == String::npos ? 0 : folder + 1);
     texts.Caption += u"[" + String(file) + u"]";
   }
   return texts;
