@@ -15,7 +15,8 @@ constexpr StringView If = u"IF", SelectWith = u"Select / With", ForDo = u"For / 
 std::span<const CommandRow> CommandTable() {
   static constexpr std::array<CommandRow, 12> table{{
       {u"Project Explorer", 105, 2557, false, false, true, true, u"MenuFastProjectExplorer_Click",
-       u"MenuHandlerProjectExplorer_Click", u"ProjectExplorer", nullptr, nullptr},
+       u"MenuHandlerProjectExplorer_Click", u"ProjectExplorer", &Connect::ShowProjectExplorer,
+       &Connect::MenuHandlerProjectExplorer_Click},
       {u"Snippet Manager", 106, 3415, true, true, true, false, u"MenuFastFragmentBuilder_Click",
        u"MenuHandlerFragmentBuilder_Click", u"FragmentBuilder", &Connect::ShowProjectFragment,
        &Connect::ShowProjectFragment},

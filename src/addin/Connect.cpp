@@ -16,6 +16,7 @@ namespace tessel {
 namespace {
 
 constexpr StringView Settings = u"Settings";
+constexpr StringView ExplorerProgId = u"Tessel.udProjectExplorer";
 
 bool WindowIsWanted() {
   return gAppSettings && gAppSettings->GetText(Settings, u"ProjectExplorerWindow", u"0") == u"1";
@@ -92,10 +93,14 @@ void Connect::CreateExplorerWindow() {
   } else {
     explorerWindowGUID_ = gAppSettings->GetText(Settings, Guid, u"0");
   }
+  const auto documents = [this](StringView progId) -> std::shared_ptr<forms::Document> {
+    if (progId != ExplorerProgId) return nullptr;
+    return explorerDocument_ = std::make_shared<udProjectExplorer>();
+  };
   explorerWindow_ = Need(vbInstance_)
                         .Windows()
-                        ->CreateToolWindow({}, u"Tessel.udProjectExplorer",
-                                           u"Tessel Project Explorer", explorerWindowGUID_)
+                        ->CreateToolWindow(documents, ExplorerProgId, u"Tessel Project Explorer",
+                                           explorerWindowGUID_)
                         .Frame;
 }
 
@@ -140,6 +145,7 @@ void Connect::AddinInstance_OnDisconnection() {
     ctrVBProjectsEvents_.reset();
     ctrVBComponentsEvents_.reset();
     SaveExplorerWindow();
+    explorerDocument_.reset();
     gAppSettings.reset();
   } catch (...) {
     ShowPlainly(vb::CurrentFailure());

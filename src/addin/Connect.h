@@ -13,6 +13,7 @@
 #include "errorhandlers/frmErrorHandlerScheme.h"
 #include "errorhandlers/frmInsertErrorHandlerCode.h"
 #include "errorhandlers/frmRemoveErrorHandlerCode.h"
+#include "explorer/udProjectExplorer.h"
 #include "formatter/frmFormatText.h"
 #include "foundation/Routine.h"
 #include "host/IConnect.h"
@@ -53,18 +54,18 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   [[nodiscard]] bool DialogOpen() const override { return dialogOpen_; }
   void SetDialogOpen(bool value) override { dialogOpen_ = value; }
 
-  void HideProjectExplorer();
+  void HideProjectExplorer() override;
   void ShowProjectExplorer();
   void RefreshTreeExplorer(bool twitchCursor) override;
   void ShowProjectFragment();
   void HideProjectFragment() override;
-  void ShowProcedureBuilder();
+  void ShowProcedureBuilder() override;
   void HideProcedureBuilder() override;
-  void ShowPropertyBuilder();
+  void ShowPropertyBuilder() override;
   void HidePropertyBuilder() override;
-  void ShowClassBuilder();
+  void ShowClassBuilder() override;
   void HideClassBuilder() override;
-  void ShowEnum();
+  void ShowEnum() override;
   void HideEnum() override;
   void RunEnded(const RunResult& result) override;
   /// Told of each run that a dialog has started, as it ends: the host's to set.
@@ -90,6 +91,9 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   /// Each line behind `indent` blanks, with CR LF.
   [[nodiscard]] static String ReturnInsertStr(const std::vector<String>& lines, int indent);
 
+  /// The menu's command: from now on the window is the user's, and no component that is added
+  /// brings it back.
+  void MenuHandlerProjectExplorer_Click();
   /// The bar's button for enums, which lets the Explorer follow at once.
   void MenuFastCreadeDeclareEnum_Click();
 
@@ -182,6 +186,7 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   bool explorerOpenedByUser_ = false;
   String explorerWindowGUID_;
   std::shared_ptr<host::Window> explorerWindow_;
+  std::shared_ptr<udProjectExplorer> explorerDocument_;
   std::shared_ptr<host::VBControlsEvents> ctrFennickEvents_;
   std::shared_ptr<host::VBProjectsEvents> ctrVBProjectsEvents_;
   std::shared_ptr<host::VBComponentsEvents> ctrVBComponentsEvents_;

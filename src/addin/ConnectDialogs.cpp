@@ -163,8 +163,17 @@ void Connect::ShowAbout() {
 void Connect::ShowProjectExplorer() {
   Run(u"Connect.ShowProjectExplorer", [&] {
     const SilentStatements silently;
+    silently([&] { Need(explorerDocument_).VBInstance = vbInstance_; });
+    silently([&] { Need(explorerDocument_).SetTreeVBA(gEventCODE); });
+    silently([&] { Need(explorerDocument_).Connect = weak_from_this(); });
+    ExplorerStarted = true;
     silently([&] { Need(explorerWindow_).SetVisible(true); });
   });
+}
+
+void Connect::MenuHandlerProjectExplorer_Click() {
+  explorerOpenedByUser_ = true;
+  ShowProjectExplorer();
 }
 
 void Connect::HideProjectExplorer() {

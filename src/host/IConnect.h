@@ -21,9 +21,14 @@ class IConnect {
   /// Lets events run, and the Explorer follow.
   virtual void RefreshTreeExplorer(bool twitchCursor) = 0;
   virtual void HideProjectFragment() = 0;
+  virtual void HideProjectExplorer() = 0;
+  virtual void ShowProcedureBuilder() = 0;
   virtual void HideProcedureBuilder() = 0;
+  virtual void ShowPropertyBuilder() = 0;
   virtual void HidePropertyBuilder() = 0;
+  virtual void ShowClassBuilder() = 0;
   virtual void HideClassBuilder() = 0;
+  virtual void ShowEnum() = 0;
   virtual void HideEnum() = 0;
   /// Takes the account of a run that a dialog has started, as it ends.
   virtual void RunEnded(const RunResult& result) = 0;
