@@ -52,8 +52,10 @@ std::span<const CommandRow> CommandTable() {
 }
 
 std::span<const UnhookedRow> UnhookedTable() {
-  static constexpr std::array<UnhookedRow, 1> table{
-      {{u"MenuFastEditErrorHandkerScheme_Click", &Connect::ShowEditErrorHandlerScheme}}};
+  static constexpr std::array<UnhookedRow, 3> table{
+      {{u"MenuFastEditErrorHandkerScheme_Click", &Connect::ShowEditErrorHandlerScheme},
+       {u"MenuFastUpdateControlName_Click", &Connect::VBAUpdateControlName},
+       {u"MenuUpdateControlName_Click", &Connect::VBAUpdateControlName}}};
   return table;
 }
 

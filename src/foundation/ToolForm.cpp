@@ -42,9 +42,13 @@ void ToolForm::Leave(StringView routine, const Steps& steps) {
   if (Connect != nullptr) Connect->SetDialogOpen(false);
   Routine(routine, [&](const Statements& run) {
     if (steps) steps(run);
-    run([&] {
-      if (gAppSettings && place_.AppSettings()) place_.SavePosition(*this);
-    });
+    KeepPlace(run);
+  });
+}
+
+void ToolForm::KeepPlace(const Statements& run) {
+  run([&] {
+    if (gAppSettings && place_.AppSettings()) place_.SavePosition(*this);
   });
 }
 

@@ -32,6 +32,8 @@ class ToolForm : public GuardedForm {
   /// Form_Unload as the routine of that name: other dialogs can open again before anything can
   /// fail, then the form's own steps are taken and its place is kept.
   void Leave(StringView routine, const Steps& steps = {});
+  /// A statement of Form_Unload: keeps the place for the next time.
+  void KeepPlace(const Statements& run);
   /// The components of the active project; nothing without one.
   [[nodiscard]] std::shared_ptr<host::VBComponents> ActiveComponents(const Statements& run) const;
   /// Hands the account of a run to the root; a statement of the caller.
