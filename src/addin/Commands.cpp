@@ -54,9 +54,11 @@ std::span<const CommandRow> CommandTable() {
 }
 
 std::span<const UnhookedRow> UnhookedTable() {
-  static constexpr std::array<UnhookedRow, 2> table{
+  static constexpr std::array<UnhookedRow, 4> table{
       {{u"MenuFastSetttings_Click", &Connect::MenuHandlerSetttings_Click},
-       {u"MenuFastEditErrorHandkerScheme_Click", &Connect::ShowEditErrorHandlerScheme}}};
+       {u"MenuFastEditErrorHandkerScheme_Click", &Connect::ShowEditErrorHandlerScheme},
+       {u"MenuFastUpdateControlName_Click", &Connect::VBAUpdateControlName},
+       {u"MenuUpdateControlName_Click", &Connect::VBAUpdateControlName}}};
   return table;
 }
 

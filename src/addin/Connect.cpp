@@ -48,6 +48,7 @@ void Connect::AddinInstance_OnConnection(const std::shared_ptr<host::VBE>& appli
     vbInstance_ = application;
     vbeVersion_ = vb::Val(Need(vbInstance_).Version());
     ctrFennickEvents_ = Need(vbInstance_).Events()->VBControlsEvents();
+    BindControlEvents();
     ctrVBProjectsEvents_ = Need(vbInstance_).Events()->VBProjectsEvents();
     ctrVBProjectsEvents_->ItemAdded =
         Entering<std::shared_ptr<host::VBProject>>(&Connect::ctrVBProjectsEvents_ItemAdded);

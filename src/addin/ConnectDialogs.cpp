@@ -22,18 +22,21 @@ void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference, 
     if (dialogOpen_) return;
     dialogOpen_ = true;
     const SilentStatements silently;
-    if (!reference) {
-      reference = silently([&] { return std::make_shared<Form>(parts...); });
-      std::erase_if(dialogs_, [](const auto& dialog) { return dialog.expired(); });
-      dialogs_.push_back(reference);
-    }
-    silently([&] { Need(reference).VBInstance = vbInstance_; });
-    silently([&] { Need(reference).Connect = weak_from_this(); });
+    if (!reference) reference = silently([&] { return std::make_shared<Form>(parts...); });
+    Adopt(reference);
     if (ResumeNext([&] { Need(reference).Show(style); })) return;
     // A form that did not come up must not keep every tool shut.
     silently([&] { Need(reference).Unload(); });
     dialogOpen_ = false;
   });
+}
+
+void Connect::Adopt(const std::shared_ptr<ToolForm>& form) {
+  if (!form) return;
+  form->VBInstance = vbInstance_;
+  form->Connect = weak_from_this();
+  std::erase_if(dialogs_, [&](const auto& one) { return one.expired() || one.lock() == form; });
+  dialogs_.push_back(form);
 }
 
 void Connect::ShowFormatText() {

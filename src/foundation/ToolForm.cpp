@@ -49,9 +49,13 @@ void ToolForm::KeepFont(const Statements& run, StringView owner, const forms::Fo
 void ToolForm::KeepPlace(StringView routine, const Steps& steps) {
   Routine(routine, [&](const Statements& run) {
     if (steps) steps(run);
-    run([&] {
-      if (gAppSettings && place_.AppSettings()) place_.SavePosition(*this);
-    });
+    KeepPlace(run);
+  });
+}
+
+void ToolForm::KeepPlace(const Statements& run) {
+  run([&] {
+    if (gAppSettings && place_.AppSettings()) place_.SavePosition(*this);
   });
 }
 

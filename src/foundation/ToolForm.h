@@ -36,6 +36,8 @@ class ToolForm : public GuardedForm {
   /// The same for a dialog that the guard counts: ahead of all that can fail, others can open
   /// again.
   void Leave(StringView routine, const Steps& steps = {});
+  /// A statement of Form_Unload: keeps the place for the next time.
+  void KeepPlace(const Statements& run);
   /// The components of the active project; nothing without one.
   [[nodiscard]] std::shared_ptr<host::VBComponents> ActiveComponents(const Statements& run) const;
   /// Hands the account of a run to the root; a statement of the caller.

@@ -30,6 +30,12 @@ class IConnect {
   virtual void HideClassBuilder() = 0;
   virtual void ShowEnum() = 0;
   virtual void HideEnum() = 0;
+  // The mailbox of the dialog that names an added control: 1 after OK, 2 after Cancel; the prefix
+  // on the way in and the name on the way out; the value of the control's caption or text.
+  virtual void SetReturnOkCancel(int value) = 0;
+  [[nodiscard]] virtual const String& ItemAddedName() const = 0;
+  virtual void SetItemAddedName(StringView value) = 0;
+  virtual void SetItemAddedText(StringView value) = 0;
   /// Takes the account of a run that a dialog has started, as it ends.
   virtual void RunEnded(const RunResult& result) = 0;
   virtual void HideFormatText() = 0;

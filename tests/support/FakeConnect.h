@@ -31,6 +31,12 @@ struct FakeConnect : IConnect {
   void HidePropertyBuilder() override {}
   void HideClassBuilder() override {}
   void HideEnum() override {}
+  int Answer = 0;
+  String AddedName, AddedText;
+  void SetReturnOkCancel(int value) override { Answer = value; }
+  [[nodiscard]] const String& ItemAddedName() const override { return AddedName; }
+  void SetItemAddedName(StringView value) override { AddedName = value; }
+  void SetItemAddedText(StringView value) override { AddedText = value; }
   void RunEnded(const RunResult& result) override { Ended.push_back(result); }
   void HideFormatText() override {}
   void ShowSettings(StringView pageName) override { SettingsShown.emplace_back(pageName); }
