@@ -2,8 +2,8 @@
 """Writes the small Jet databases that the tests read: tools/make-jet-files.py tests/data/jet
 
 There is no Debian package that writes such files, so this lays out their pages: the header page, a page of usage maps,
-the catalogue MSysObjects from page 2 on, and for each table its definition, its rows and its long values. No indexes are
-written; readers of rows don't need them. The files are kept in the repository and made anew only when this script changes.
+the catalogue MSysObjects from page 2 on, and for each table its definition, its rows and its long values. Indexes are
+defined, but their pages are empty; readers of rows don't need them. The files are kept in the repository and made anew only when this script changes.
 """
 import struct
 import sys
@@ -134,8 +134,22 @@ class Database:
 
     # Tables
 
-    def definition(self, columns, rows, used, free, system):
+    def indexes(self, named):
+        """How a definition tells of its indexes: a part ahead of the columns and one behind their names. `named` gives
+        each index's name and the number of its column."""
+        ahead = real = logical = names = b""
+        for number, (name, column) in enumerate(named):
+            root = self.add_page(b"\4\1" + bytes(self.size - 2))
+            ahead += bytes(12)
+            columns = struct.pack("<HB", column, 1) + struct.pack("<HB", 0xFFFF, 0) * 9
+            real += struct.pack("<I", 0x659) + columns + struct.pack("<IIB", 1 << 8, root, 1) + bytes(9)
+            logical += struct.pack("<III", 0x659, number, number) + bytes(16)
+            names += struct.pack("<H", 2 * len(name)) + name.encode("utf-16-le")
+        return ahead, real + logical + names
+
+    def definition(self, columns, rows, used, free, system, indexes):
         """The page that defines a table; `used` and `free` are the rows of its usage maps."""
+        ahead, behind = self.indexes(indexes)
         names = b""
         entries = b""
         fixed_at = variable_at = 0
@@ -158,16 +172,16 @@ class Database:
         kind = 0x53 if system else 0x4E
         if self.jet4:
             head = struct.pack("<IIIIIQBHHHIIII", 0x659, rows, rows, 1, 0, 0, kind, len(columns), variable_at,
-                               len(columns), 0, 0, used << 0 | 1 << 8, free | 1 << 8)
+                               len(columns), len(indexes), len(indexes), used | 1 << 8, free | 1 << 8)
         else:
             head = struct.pack("<IIBHHHIIII", rows, rows, kind, len(columns), variable_at, len(columns), 0, 0,
                                used | 1 << 8, free | 1 << 8)
-        body = head + entries + names + b"\xff\xff"
+        body = head + ahead + entries + names + behind + b"\xff\xff"
         page = b"\2\1VC" + bytes(4) + struct.pack("<I", len(body)) + body
         assert len(page) <= self.size
         return page.ljust(self.size, b"\0")
 
-    def table(self, name, columns, rows, deleted=(), system=False, page=None):
+    def table(self, name, columns, rows, deleted=(), system=False, page=None, indexes=()):
         """Rows are tuples of values; those whose number is in `deleted` are written and struck out."""
         if page is None:
             page = self.add_page(None)
@@ -183,7 +197,7 @@ class Database:
         pages.append(self.add_page(self.row_page(struct.pack("<I", page), packed)))
         used = len(self.maps)
         self.maps += [pages, []]
-        self.pages[page] = self.definition(columns, len(rows) - len(deleted), used, used + 1, system)
+        self.pages[page] = self.definition(columns, len(rows) - len(deleted), used, used + 1, system, indexes)
         self.catalogue.append((page, name, system))
 
     def bytes(self):
@@ -227,7 +241,7 @@ def library():
         (75, "It's; DROP TABLE Tree --", 8, 9, 0),
         (76, "Form1", 10, 11, 0),
         (77, "nothing in it", 12, 13, 0),
-        (6, "deleted record", 92, 93, 0)], deleted=(1, 8))
+        (6, "deleted record", 92, 93, 0)], deleted=(1, 8), indexes=[("PrimaryKey", 0), ("Left", 2)])
     long_text = Packed("".join(f"Line {n}: \u00e4\u00f6\u00fc 'quoted' \"twice\"\r\n" for n in range(400)))
     base.table("List", LIST, [
         (6, "gone", None, None, None, None, None, None),
@@ -235,7 +249,7 @@ def library():
         (90, "\u65e5\u672c\r\nlone \ud800 end\rmixed\nends\\ \u0000 NUL", None, None, None, "", "", ""),
         (75, long_text, None, None, None, None, None, Packed("\u0416 and a, \u0416\u0416 and b")),
         (76, None, HEAD, "Option Explicit\r\n", ALL_BYTES * 50, "Form1", "FRM", None),
-        (77, None, None, None, None, None, None, None)], deleted=(0,))
+        (77, None, None, None, None, None, None, None)], deleted=(0,), indexes=[("PrimaryKey", 0)])
     base.table("NameMDB", NAME, [("Team's library",)])
     return base.bytes()
 
