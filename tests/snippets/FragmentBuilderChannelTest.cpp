@@ -212,7 +212,7 @@ TEST_F(ManagerChannel, AFailingCallOfAnInsertionIsReportedAndTheDialogStays) {
   Press("btnIgnore");
   Text("Module1");
   Form();
-  const Json form = Play(true);
+  const Json form = Play(1);
   EXPECT_EQ(Texts()[0], "Option Explicit\r\n\r\nSub A()\r\nEnd Sub");
   EXPECT_EQ(form.at("form"), "frmFragmentBuilder");
 }
