@@ -37,7 +37,7 @@ void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference,
 void Connect::ShowFormatText() { ShowGuarded(u"Connect.ShowFormatText", FormatText, formatRun_); }
 
 template <class Form>
-void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh) {
+void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, Refresh refresh) {
   Run(routine, [&](const Statements& run) {
     const auto form = reference;  // this runs inside a handler of the form
     if (!form) return;
@@ -51,7 +51,12 @@ void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, b
       dialogOpen_ = false;
       throw;
     }
-    if (refresh) RefreshTreeExplorer(false);
+    if (refresh == Refresh::None) return;
+    if (refresh == Refresh::WithTwitch) {
+      run(DoEvents);
+      RefreshTreeExplorer(true);
+    }
+    RefreshTreeExplorer(false);
   });
 }
 
@@ -60,12 +65,7 @@ void Connect::ShowProcedureBuilder() {
 }
 
 void Connect::HideProcedureBuilder() {
-  HideDialog(u"Connect.HideProcedureBuilder", ProcedureBuilder, false);
-  Run(u"Connect.HideProcedureBuilder", [&](const Statements& run) {
-    run(DoEvents);
-    RefreshTreeExplorer(true);
-    RefreshTreeExplorer(false);
-  });
+  HideDialog(u"Connect.HideProcedureBuilder", ProcedureBuilder, Refresh::WithTwitch);
 }
 
 void Connect::ShowPropertyBuilder() {
@@ -73,30 +73,32 @@ void Connect::ShowPropertyBuilder() {
 }
 
 void Connect::HidePropertyBuilder() {
-  HideDialog(u"Connect.HidePropertyBuilder", PropertyBuilder, true);
+  HideDialog(u"Connect.HidePropertyBuilder", PropertyBuilder, Refresh::Once);
 }
 
 void Connect::ShowClassBuilder() { ShowGuarded(u"Connect.ShowClassBuilder", ClassBuilder); }
 
-void Connect::HideClassBuilder() { HideDialog(u"Connect.HideClassBuilder", ClassBuilder, true); }
+void Connect::HideClassBuilder() {
+  HideDialog(u"Connect.HideClassBuilder", ClassBuilder, Refresh::Once);
+}
 
 void Connect::ShowEnum() { ShowGuarded(u"Connect.ShowEnum", EnumBuilder); }
 
-void Connect::HideEnum() { HideDialog(u"Connect.HideEnum", EnumBuilder, true); }
+void Connect::HideEnum() { HideDialog(u"Connect.HideEnum", EnumBuilder, Refresh::Once); }
 
 void Connect::MenuFastCreadeDeclareEnum_Click() {
   ShowEnum();
   RefreshTreeExplorer(true);
 }
 
-void Connect::HideFormatText() { HideDialog(u"Connect.HideFormatText", FormatText, true); }
+void Connect::HideFormatText() { HideDialog(u"Connect.HideFormatText", FormatText, Refresh::Once); }
 
 void Connect::ShowEditErrorHandlerScheme() {
   ShowGuarded(u"Connect.ShowEditErrorHandlerScheme", EditErrorHandlerScheme);
 }
 
 void Connect::HideEditErrorHandlerScheme() {
-  HideDialog(u"Connect.HideEditErrorHandlerScheme", EditErrorHandlerScheme, false);
+  HideDialog(u"Connect.HideEditErrorHandlerScheme", EditErrorHandlerScheme, Refresh::None);
 }
 
 void Connect::ShowInsertErrorHandlerCode() {
@@ -104,7 +106,7 @@ void Connect::ShowInsertErrorHandlerCode() {
 }
 
 void Connect::HideInsertErrorHandlerCode() {
-  HideDialog(u"Connect.HideInsertErrorHandlerCode", InsertErrorHandlerCode, true);
+  HideDialog(u"Connect.HideInsertErrorHandlerCode", InsertErrorHandlerCode, Refresh::Once);
 }
 
 void Connect::ShowRemoveErrorHandlerCode() {
@@ -112,7 +114,7 @@ void Connect::ShowRemoveErrorHandlerCode() {
 }
 
 void Connect::HideRemoveErrorHandlerCode() {
-  HideDialog(u"Connect.HideRemoveErrorHandlerCode", RemoveErrorHandlerCode, true);
+  HideDialog(u"Connect.HideRemoveErrorHandlerCode", RemoveErrorHandlerCode, Refresh::Once);
 }
 
 void Connect::ShowSettings(StringView pageName) {

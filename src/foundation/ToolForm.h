@@ -23,6 +23,8 @@ class ToolForm : public GuardedForm {
 
  protected:
   using GuardedForm::GuardedForm;
+  /// Right margin of a preview, in twips: six times the width of any screen, so no line folds.
+  static constexpr int PreviewMargin = 6 * 9000;
   using Steps = std::function<void(const Statements& run)>;
 
   /// A statement of Form_Load: puts the form where the user left it, or in the middle.
@@ -31,6 +33,8 @@ class ToolForm : public GuardedForm {
   void RestoreFont(const Statements& run, StringView owner, forms::Designed<forms::Font>& font);
   /// A statement: keeps a font for `RestoreFont`.
   void KeepFont(const Statements& run, StringView owner, const forms::Font& font);
+  /// A statement: keeps the place for `RestorePlace`. No effect ahead of that.
+  void SavePlace(const Statements& run);
   /// Form_Unload as the routine of that name: the form's own steps are taken and its place is kept.
   void KeepPlace(StringView routine, const Steps& steps = {});
   /// The same for a dialog that the guard counts: ahead of all that can fail, others can open
