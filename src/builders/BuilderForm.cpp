@@ -69,12 +69,12 @@ void ComposerForm::Finish(const Statements& run,
                           const std::optional<builders::Complaint>& complaint, StringView text) {
   if (!run([&] { return Accept(complaint); })) return;
   Result = text;
-  SavePlace(run);
+  KeepPlace(run);
   run([&] { Hide(); });
 }
 
 void ComposerForm::GiveUp(const Statements& run) {
-  SavePlace(run);
+  KeepPlace(run);
   Result.clear();
   run([&] { Hide(); });
 }

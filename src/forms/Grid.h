@@ -96,6 +96,8 @@ class Grid : public Control {
   /// Adds a row at the end or ahead of `before`; returns its index.
   int AddItem(std::vector<String> cells, std::optional<int> before = std::nullopt);
   int AddRow(GridRow row, std::optional<int> before = std::nullopt);
+  /// The same for many rows at once; returns the index of the first.
+  int AddRows(std::vector<GridRow> rows, std::optional<int> before = std::nullopt);
   void RemoveItem(int row) { RemoveItems(row, 1); }
   void RemoveItems(int row, int count);
   /// Drops all rows but the fixed ones.

@@ -46,16 +46,16 @@ void ToolForm::KeepFont(const Statements& run, StringView owner, const forms::Fo
   });
 }
 
-void ToolForm::SavePlace(const Statements& run) {
-  run([&] {
-    if (gAppSettings && place_.AppSettings()) place_.SavePosition(*this);
-  });
-}
-
 void ToolForm::KeepPlace(StringView routine, const Steps& steps) {
   Routine(routine, [&](const Statements& run) {
     if (steps) steps(run);
-    SavePlace(run);
+    KeepPlace(run);
+  });
+}
+
+void ToolForm::KeepPlace(const Statements& run) {
+  run([&] {
+    if (gAppSettings && place_.AppSettings()) place_.SavePosition(*this);
   });
 }
 

@@ -33,13 +33,13 @@ class ToolForm : public GuardedForm {
   void RestoreFont(const Statements& run, StringView owner, forms::Designed<forms::Font>& font);
   /// A statement: keeps a font for `RestoreFont`.
   void KeepFont(const Statements& run, StringView owner, const forms::Font& font);
-  /// A statement: keeps the place for `RestorePlace`. No effect ahead of that.
-  void SavePlace(const Statements& run);
   /// Form_Unload as the routine of that name: the form's own steps are taken and its place is kept.
   void KeepPlace(StringView routine, const Steps& steps = {});
   /// The same for a dialog that the guard counts: ahead of all that can fail, others can open
   /// again.
   void Leave(StringView routine, const Steps& steps = {});
+  /// A statement of Form_Unload: keeps the place for the next time.
+  void KeepPlace(const Statements& run);
   /// The components of the active project; nothing without one.
   [[nodiscard]] std::shared_ptr<host::VBComponents> ActiveComponents(const Statements& run) const;
   /// Hands the account of a run to the root; a statement of the caller.
