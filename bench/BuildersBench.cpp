@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 #include "hosts/batch/NewCommand.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "hosts/memory/UnattendedPlatform.h"
 #include "hosts/workspace/Workspace.h"
 #include "support/TemporaryFolder.h"
 
@@ -65,7 +65,7 @@ void ReadAndWriteTheirProject(benchmark::State& state) {
   const test::TemporaryFolder folder;
   WriteProject(folder);
   Insert(folder, ListOf(state.range(0)));
-  memory::MemoryPlatform services;
+  memory::UnattendedPlatform services;
   const platform::ScopedPlatform scope(services);
   for (auto _ : state) {
     workspace::Workspace environment(services);

@@ -13,7 +13,7 @@
 #include "builders/frmPropertyBuilder.h"
 #include "forms/User.h"
 #include "hosts/files/AtomicFile.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "support/MemoryPlatform.h"
 #include "hosts/workspace/Workspace.h"
 #include "support/ErrorDialogs.h"
 #include "support/FakeConnect.h"
