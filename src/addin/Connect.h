@@ -201,13 +201,16 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   void Keep(Control control);
   void HookUp(Control& control, const std::shared_ptr<host::CommandBarEvents>& sink);
 
+  /// How the Explorer follows the hiding of a dialog: not at all, once, or with a move of the
+  /// cursor first.
+  enum class Refresh { None, Once, WithTwitch };
   template <class Form, class... Parts>
   void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference, platform::ShowStyle style,
                    const Parts&... parts);
   /// Tells a dialog whom it works for, and lets it go with the root.
   void Adopt(const std::shared_ptr<ToolForm>& form);
   template <class Form>
-  void HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh);
+  void HideDialog(StringView routine, std::shared_ptr<Form>& reference, Refresh refresh);
 
   std::shared_ptr<host::VBE> vbInstance_;
   double vbeVersion_ = 0;

@@ -44,7 +44,7 @@ void Connect::ShowFormatText() {
 }
 
 template <class Form>
-void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh) {
+void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, Refresh refresh) {
   Run(routine, [&](const Statements& run) {
     const auto form = reference;  // this runs inside a handler of the form
     if (!form) return;
@@ -58,7 +58,12 @@ void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, b
       dialogOpen_ = false;
       throw;
     }
-    if (refresh) RefreshTreeExplorer(false);
+    if (refresh == Refresh::None) return;
+    if (refresh == Refresh::WithTwitch) {
+      run(DoEvents);
+      RefreshTreeExplorer(true);
+    }
+    RefreshTreeExplorer(false);
   });
 }
 
@@ -69,7 +74,7 @@ void Connect::ShowProjectFragment() {
 }
 
 void Connect::HideProjectFragment() {
-  HideDialog(u"Connect.HideProjectFragment", FragmentBuilder, true);
+  HideDialog(u"Connect.HideProjectFragment", FragmentBuilder, Refresh::Once);
 }
 
 void Connect::ShowProcedureBuilder() {
@@ -77,12 +82,7 @@ void Connect::ShowProcedureBuilder() {
 }
 
 void Connect::HideProcedureBuilder() {
-  HideDialog(u"Connect.HideProcedureBuilder", ProcedureBuilder, false);
-  Run(u"Connect.HideProcedureBuilder", [&](const Statements& run) {
-    run(DoEvents);
-    RefreshTreeExplorer(true);
-    RefreshTreeExplorer(false);
-  });
+  HideDialog(u"Connect.HideProcedureBuilder", ProcedureBuilder, Refresh::WithTwitch);
 }
 
 void Connect::ShowPropertyBuilder() {
@@ -90,32 +90,34 @@ void Connect::ShowPropertyBuilder() {
 }
 
 void Connect::HidePropertyBuilder() {
-  HideDialog(u"Connect.HidePropertyBuilder", PropertyBuilder, true);
+  HideDialog(u"Connect.HidePropertyBuilder", PropertyBuilder, Refresh::Once);
 }
 
 void Connect::ShowClassBuilder() {
   ShowGuarded(u"Connect.ShowClassBuilder", ClassBuilder, ShowStyle::Modal);
 }
 
-void Connect::HideClassBuilder() { HideDialog(u"Connect.HideClassBuilder", ClassBuilder, true); }
+void Connect::HideClassBuilder() {
+  HideDialog(u"Connect.HideClassBuilder", ClassBuilder, Refresh::Once);
+}
 
 void Connect::ShowEnum() { ShowGuarded(u"Connect.ShowEnum", EnumBuilder, ShowStyle::Modal); }
 
-void Connect::HideEnum() { HideDialog(u"Connect.HideEnum", EnumBuilder, true); }
+void Connect::HideEnum() { HideDialog(u"Connect.HideEnum", EnumBuilder, Refresh::Once); }
 
 void Connect::MenuFastCreadeDeclareEnum_Click() {
   ShowEnum();
   RefreshTreeExplorer(true);
 }
 
-void Connect::HideFormatText() { HideDialog(u"Connect.HideFormatText", FormatText, true); }
+void Connect::HideFormatText() { HideDialog(u"Connect.HideFormatText", FormatText, Refresh::Once); }
 
 void Connect::ShowEditErrorHandlerScheme() {
   ShowGuarded(u"Connect.ShowEditErrorHandlerScheme", EditErrorHandlerScheme, ShowStyle::Modal);
 }
 
 void Connect::HideEditErrorHandlerScheme() {
-  HideDialog(u"Connect.HideEditErrorHandlerScheme", EditErrorHandlerScheme, false);
+  HideDialog(u"Connect.HideEditErrorHandlerScheme", EditErrorHandlerScheme, Refresh::None);
 }
 
 void Connect::ShowInsertErrorHandlerCode() {
@@ -124,7 +126,7 @@ void Connect::ShowInsertErrorHandlerCode() {
 }
 
 void Connect::HideInsertErrorHandlerCode() {
-  HideDialog(u"Connect.HideInsertErrorHandlerCode", InsertErrorHandlerCode, true);
+  HideDialog(u"Connect.HideInsertErrorHandlerCode", InsertErrorHandlerCode, Refresh::Once);
 }
 
 void Connect::ShowRemoveErrorHandlerCode() {
@@ -133,7 +135,7 @@ void Connect::ShowRemoveErrorHandlerCode() {
 }
 
 void Connect::HideRemoveErrorHandlerCode() {
-  HideDialog(u"Connect.HideRemoveErrorHandlerCode", RemoveErrorHandlerCode, true);
+  HideDialog(u"Connect.HideRemoveErrorHandlerCode", RemoveErrorHandlerCode, Refresh::Once);
 }
 
 void Connect::ShowSettings(StringView pageName) {
@@ -141,13 +143,11 @@ void Connect::ShowSettings(StringView pageName) {
     const SilentStatements silently;
     if (!SettingsDialog) {
       SettingsDialog = silently([] { return std::make_shared<frmSettings>(); });
-      dialogs_.push_back(SettingsDialog);
     }
-    silently([&] { Need(SettingsDialog).VBInstance = vbInstance_; });
-    silently([&] { Need(SettingsDialog).Connect = weak_from_this(); });
+    Adopt(SettingsDialog);
     silently([&] { Need(SettingsDialog).PageName = pageName; });
     silently(DoEvents);
-    silently([&] { Need(SettingsDialog).Show(platform::ShowStyle::Modal); });
+    silently([&] { Need(SettingsDialog).Show(ShowStyle::Modal); });
   });
 }
 

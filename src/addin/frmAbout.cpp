@@ -9,7 +9,7 @@ frmAbout::frmAbout() : GuardedForm("frmAbout", u"About Tessel") {
   using namespace forms;
   btmOK.Default = btmOK.Cancel = true;
   SetLayout(Column({Row({Item(picIcon), Column({Item(lblTitle), Item(lblVersion)}), Space()}),
-                    Item(lblDescription), Space(), Row({Item(btmHelp), Space(), Item(btmOK)})}));
+                    Item(lblDescription), Space(), Row({Space(), Item(btmOK), Item(btmHelp)})}));
   btmOK.Click = [this] { Unload(); };
   btmHelp.Click = [] { mGlobals::RunHelpFennick(); };
 }

@@ -4,28 +4,9 @@
 #include "scanning/mFunctions.h"
 
 namespace tessel {
-namespace {
-
-/// The list with the items at two places exchanged, the second one selected.
-void Exchange(forms::ListBox& list, int from, int to) {
-  auto items = list.List();
-  std::swap(items[static_cast<std::size_t>(from)], items[static_cast<std::size_t>(to)]);
-  list.Clear();
-  for (const String& item : items) list.AddItem(item);
-  list.SetListIndex(to);
-}
-
-}  // namespace
 
 void FillList(forms::ComboBox& combo, const std::vector<String>& list, StringView selected) {
   mFunctions::AddListInCombobox(combo, list, String(selected));
-}
-
-void BuilderForm::FillModules(const Statements& run, forms::ComboBox& modules) {
-  run([&] {
-    FillList(modules, vb::Split(mGlobals::GetProjectComponent(VBInstance, 2), u"|"),
-             mGlobals::SelectedVBComponentName(VBInstance));
-  });
 }
 
 bool BuilderForm::Accept(const std::optional<builders::Complaint>& complaint) {
@@ -39,38 +20,68 @@ bool BuilderForm::Accept(const std::optional<builders::Complaint>& complaint) {
   return mFunctions::myBreak(complaint->Code, complaint->Info1, complaint->Info2);
 }
 
-builders::HeaderChoices BuilderForm::Comment(const forms::CheckBox& header,
-                                             const forms::TextBox& description) {
-  return {header.Value() == 1, description.Text(), mFunctions::IncludeDate(),
+void PreviewForm::WireLower(const Routines& routines, StringView helpTopic) {
+  Follow(Lower->chkHeader, Lower->txtDescription);
+  Lower->btmOK.Click = Handler(routines.OK, [this](const Statements& run) { Finish(run); });
+  Lower->btmCancel.Click = Handler(routines.Cancel, [this] { Close(); });
+  Lower->btmHelp.Click =
+      Handler(routines.Help, [helpTopic] { mGlobals::RunHelpFennick(helpTopic); });
+}
+
+void PreviewForm::WireList(builders::ItemList& items, const ListRoutines& routines) {
+  const auto wire = [&](forms::Button& button, StringView routine,
+                        void (builders::ItemList::*operation)()) {
+    button.Click = Handler(routine, [this, &items, operation] {
+      (items.*operation)();
+      View();
+    });
+  };
+  wire(items.btmDel, routines.Delete, &builders::ItemList::DeleteSelected);
+  wire(items.btmMoveUp, routines.MoveUp, &builders::ItemList::MoveSelectedUp);
+  wire(items.btmMoveDown, routines.MoveDown, &builders::ItemList::MoveSelectedDown);
+}
+
+void PreviewForm::Prepare(const Statements& run) {
+  run([&] { Lower->Preview.RightMargin = PreviewMargin; });
+  RestorePlace(run);
+  RestoreFont(run, Lower->Preview.Name(), Lower->Preview.Font);
+}
+
+void PreviewForm::FillModules(const Statements& run, forms::ComboBox& modules) {
+  run([&] {
+    FillList(modules, vb::Split(mGlobals::GetProjectComponent(VBInstance, 2), u"|"),
+             mGlobals::SelectedVBComponentName(VBInstance));
+  });
+}
+
+builders::HeaderChoices PreviewForm::Comment() const {
+  return {Lower->chkHeader.Value() == 1, Lower->txtDescription.Text(), mFunctions::IncludeDate(),
           mFunctions::IncludeAuthor()};
 }
 
-bool BuilderForm::InsertText(StringView component, StringView text, int mode,
+bool PreviewForm::InsertText(StringView component, StringView text, int mode,
                              host::vbext_ComponentType newType, int caretOffset) {
   return mGlobals::InsertTextActiveVbComponent(VBInstance, component, text, mode, u"", newType,
                                                caretOffset);
 }
 
-void DeleteSelected(forms::ListBox& list) {
-  if (list.ListIndex() < 0) return;
-  list.RemoveItem(list.ListIndex());
-  list.SetListIndex(static_cast<int>(list.List().size()) - 1);
+void ComposerForm::Finish(const Statements& run,
+                          const std::optional<builders::Complaint>& complaint, StringView text) {
+  if (!run([&] { return Accept(complaint); })) return;
+  Result = text;
+  KeepPlace(run);
+  run([&] { Hide(); });
 }
 
-void MoveSelectedUp(forms::ListBox& list) {
-  const int at = list.ListIndex();
-  if (at > 0) Exchange(list, at, at - 1);
+void ComposerForm::GiveUp(const Statements& run) {
+  KeepPlace(run);
+  Result.clear();
+  run([&] { Hide(); });
 }
 
-void MoveSelectedDown(forms::ListBox& list) {
-  const int at = list.ListIndex();
-  if (at >= 0 && at + 1 < static_cast<int>(list.List().size())) Exchange(list, at, at + 1);
-}
-
-void AddSelected(forms::ListBox& list, StringView text) {
-  list.AddItem(text);
-  list.SetFocus();
-  list.SetListIndex(static_cast<int>(list.List().size()) - 1);
+bool ComposerForm::Form_QueryUnload() {
+  Result.clear();
+  return false;
 }
 
 }  // namespace tessel

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "builders/BuilderHeader.h"
-#include "forms/Controls.h"
-#include "forms/RichTextBox.h"
+#include "builders/BuilderParts.h"
 #include "foundation/Defaults.h"
 #include "foundation/ToolForm.h"
 
@@ -12,35 +11,103 @@ namespace tessel {
 /// Fills a list and selects a text without regard to case.
 void FillList(forms::ComboBox& combo, const std::vector<String>& list, StringView selected);
 
-/// Base of the dialogs that write code: settings, target modules, the refusal of bad fields.
+/// Base of the dialogs that compose code.
 class BuilderForm : public ToolForm {
  protected:
   using ToolForm::ToolForm;
 
-  /// A statement of Form_Load: the components of the active project and "New Module", the selected
-  /// one chosen.
-  void FillModules(const Statements& run, forms::ComboBox& modules);
   /// Puts the focus into the field at fault and says why. True when there is nothing to complain
   /// of.
   bool Accept(const std::optional<builders::Complaint>& complaint);
-  /// Lines of a preview never fold: this margin, in twips, is wider than any of them.
-  static constexpr int PreviewMargin = 6 * 9000;
+};
+
+/// Base of the builders: a preview that follows the fields, and text that goes into a component.
+class PreviewForm : public BuilderForm {
+ protected:
+  using BuilderForm::BuilderForm;
+
+  /// Brings the preview up to date, as a routine of its own.
+  virtual void View() = 0;
+  /// What OK does, by statements of its handler.
+  virtual void Finish(const Statements& run) = 0;
+  /// Closes the dialog by way of the root, if there is one.
+  virtual void Close() = 0;
+
+  /// Names of the handlers, literals.
+  struct Routines {
+    StringView OK, Cancel, Help;
+  };
+  /// Lets the buttons do what they say, and the preview follow the comment.
+  void WireLower(const Routines& routines, StringView helpTopic);
+  struct ListRoutines {
+    StringView Delete, MoveUp, MoveDown;
+  };
+  /// The buttons beside a list but for Add.
+  void WireList(builders::ItemList& items, const ListRoutines& routines);
+  /// Every change of these fields brings the preview up to date.
+  template <class... Fields>
+  void Follow(Fields&... fields) {
+    (FollowOne(fields), ...);
+  }
+
+  /// The first statements of Form_Load: the place, and the preview's font and margin.
+  void Prepare(const Statements& run);
+  /// A statement of Form_Load: the components of the active project and "New Module", the selected
+  /// one chosen.
+  void FillModules(const Statements& run, forms::ComboBox& modules);
+  /// The items of an Add button's handler: `form` is made, loaded, prepared, shown, and its result
+  /// joins the list.
+  template <class Form, class Prepare>
+  void Compose(const Statements& run, std::shared_ptr<Form>& holder, builders::ItemList& items,
+               const Prepare& prepare) {
+    holder = std::make_shared<Form>();
+    const auto form = holder;
+    run([&] { form->Load(); });
+    prepare(*form);
+    run([&] { form->Show(platform::ShowStyle::Modal); });
+    if (!form->Result.empty()) run([&] { items.Add(form->Result); });
+    run([&] { form->Unload(); });
+    holder.reset();
+    View();
+  }
   /// What the comment is made of.
-  [[nodiscard]] static builders::HeaderChoices Comment(const forms::CheckBox& header,
-                                                       const forms::TextBox& description);
+  [[nodiscard]] builders::HeaderChoices Comment() const;
   /// Puts the text into a component; false when there is no project, or the insertion was given up.
   bool InsertText(StringView component, StringView text, int mode,
                   host::vbext_ComponentType newType, int caretOffset);
+
+  /// The part of the derived form, which sets it in its constructor.
+  builders::LowerPart* Lower = nullptr;
+
+ private:
+  void FollowOne(forms::CheckBox& box) {
+    box.Click = [this] { View(); };
+  }
+  void FollowOne(forms::ComboBox& box) {
+    box.Click = [this] { View(); };
+  }
+  void FollowOne(forms::TextBox& box) {
+    box.Change = [this] { View(); };
+  }
 };
 
-// The buttons beside a list. Without a selection they change nothing.
+/// Base of a dialog in which one item of a list is composed. Its caller loads it, shows it modally,
+/// reads `Result` and unloads it.
+class ComposerForm : public BuilderForm {
+ public:
+  /// The finished text; empty after Cancel.
+  String Result;
 
-/// Takes the selected item out; the last one is selected then.
-void DeleteSelected(forms::ListBox& list);
-/// Moves the selected item, which stays selected, by one place.
-void MoveSelectedUp(forms::ListBox& list);
-void MoveSelectedDown(forms::ListBox& list);
-/// Adds an item, which gets the focus and the selection.
-void AddSelected(forms::ListBox& list, StringView text);
+ protected:
+  using BuilderForm::BuilderForm;
+
+  /// OK: without a complaint the text is the result, the place is kept and the form hides.
+  void Finish(const Statements& run, const std::optional<builders::Complaint>& complaint,
+              StringView text);
+  /// Cancel: the same without a result.
+  void GiveUp(const Statements& run);
+  /// The frame's button gives no result either, and doesn't keep the place.
+  bool Form_QueryUnload() override;
+};
 
 }  // namespace tessel

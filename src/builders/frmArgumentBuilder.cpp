@@ -5,7 +5,7 @@
 
 namespace tessel {
 
-frmArgumentBuilder::frmArgumentBuilder() : BuilderForm("frmArgumentBuilder", u"Argument Builder") {
+frmArgumentBuilder::frmArgumentBuilder() : ComposerForm("frmArgumentBuilder", u"Argument Builder") {
   using namespace forms;
   btmOK.Default = true;
   btmCansel.Cancel = true;
@@ -15,22 +15,27 @@ frmArgumentBuilder::frmArgumentBuilder() : BuilderForm("frmArgumentBuilder", u"A
                     Row({Item(lblDefaultValue), Item(txtDefaultValue, 1)}),
                     Group(u"Result", {Item(lblResult)}), Space(),
                     Row({Item(btmHelp), Space(), Item(btmOK), Item(btmCansel)})}));
-  for (CheckBox* const box : {&chkArray, &chkOptional, &chkParamArray}) {
-    box->Click = [this] {
-      EnableFields();
-      ShowResult();
-    };
-  }
+  chkArray.Click = Checking(u"frmArgumentBuilder.chkArray_Click");
+  chkOptional.Click = Checking(u"frmArgumentBuilder.chkOptional_Click");
+  chkParamArray.Click = Checking(u"frmArgumentBuilder.chkParamArray_Click");
   for (OptionButton* const option : {&OptByRef, &OptByVal})
     option->Click = [this] { ShowResult(); };
   for (TextBox* const box : {&txtName, &txtDefaultValue}) box->Change = [this] { ShowResult(); };
   ComType.Click = [this] { ShowResult(); };
-  btmOK.Click = [this] { OK(); };
-  btmCansel.Click = [this] {
-    Result.clear();
-    Hide();
-  };
-  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"builders.htm"); };
+  btmOK.Click = Handler(u"frmArgumentBuilder.btmOK_Click", [this](const Statements& run) {
+    Finish(run, builders::CheckField(Choices()), builders::GeneratorStrok(Choices()));
+  });
+  btmCansel.Click = Handler(u"frmArgumentBuilder.btmCansel_Click",
+                            [this](const Statements& run) { GiveUp(run); });
+  btmHelp.Click = Handler(u"frmArgumentBuilder.btmHelp_Click",
+                          [] { mGlobals::RunHelpFennick(u"builders.htm"); });
+}
+
+std::function<void()> frmArgumentBuilder::Checking(StringView routine) {
+  return Handler(routine, [this] {
+    EnableFields();
+    ShowResult();
+  });
 }
 
 builders::ArgumentChoices frmArgumentBuilder::Choices() const {
@@ -86,20 +91,5 @@ void frmArgumentBuilder::ShowResult() {
   Routine(u"frmArgumentBuilder.GeneratorStrok",
           [&] { lblResult.SetCaption(builders::GeneratorStrok(Choices())); });
 }
-
-void frmArgumentBuilder::OK() {
-  Routine(u"frmArgumentBuilder.btmOK_Click", [&](const Statements& run) {
-    if (!run([&] { return Accept(builders::CheckField(Choices())); })) return;
-    Result = builders::GeneratorStrok(Choices());
-    run([&] { Hide(); });
-  });
-}
-
-bool frmArgumentBuilder::Form_QueryUnload() {
-  Result.clear();  // the frame's button is a Cancel
-  return false;
-}
-
-void frmArgumentBuilder::Form_Unload() { Leave(u"frmArgumentBuilder.Form_Unload"); }
 
 }  // namespace tessel

@@ -6,12 +6,10 @@
 
 namespace tessel {
 
-frmClassBuilder::frmClassBuilder() : BuilderForm("frmClassBuilder", u"Create Collection Class") {
+frmClassBuilder::frmClassBuilder() : PreviewForm("frmClassBuilder", u"Create Collection Class") {
   Icon = 102;
   Border = forms::BorderStyle::Sizable;
-  RicViewClassBuilder.Locked = true;
-  btmOK.Default = true;
-  btmCancel.Cancel = true;
+  Lower = &Part;
   Arrange();
   Wire();
 }
@@ -20,49 +18,42 @@ void frmClassBuilder::Arrange() {
   using namespace forms;
   SetLayout(Column({Row({Item(lblBaseClass), Item(ComBaseClass, 1)}),
                     Row({Item(lblCollectionClassName), Item(txtCollectionClassName, 1)}),
-                    Row({Item(lblDescription), Item(txtDescription, 1), Item(chkHeader)}),
-                    Item(chkImplementsPublic), Item(RicViewClassBuilder, 1),
-                    Row({Item(btmHelp), Space(), Item(btmOK), Item(btmCancel)})}));
+                    Item(chkImplementsPublic), Part.ArrangeComment(), Item(Part.Preview, 1),
+                    Part.ArrangeButtons()}));
 }
 
 void frmClassBuilder::Wire() {
-  chkHeader.Click = [this] { ViewRTF(); };
-  chkImplementsPublic.Click = [this] { ViewRTF(); };
-  txtDescription.Change = [this] { ViewRTF(); };
-  txtCollectionClassName.Change = [this] { ViewRTF(); };
+  WireLower({u"frmClassBuilder.btmOK_Click", u"frmClassBuilder.btmCancel_Click",
+             u"frmClassBuilder.btmHelp_Click"},
+            u"builders.htm");
+  Follow(chkImplementsPublic, txtCollectionClassName);
   ComBaseClass.Click = [this] { ComBaseClass_Click_Change(); };
   ComBaseClass.Change = [this] { ComBaseClass_Click_Change(); };
-  btmOK.Click = [this] { OK(); };
-  btmCancel.Click = [this] { Close(); };
-  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"builders.htm"); };
 }
 
 builders::CollectionChoices frmClassBuilder::Choices() const {
   return {txtCollectionClassName.Text(), ComBaseClass.Text(),
-          DefaultText(u"txtPrefixClass", u"m_Col"), chkImplementsPublic.Value() == 1,
-          Comment(chkHeader, txtDescription)};
+          DefaultText(u"txtPrefixClass", u"m_Col"), chkImplementsPublic.Value() == 1, Comment()};
 }
 
 void frmClassBuilder::Form_Load() {
   Routine(u"frmClassBuilder.Form_Load", [&](const Statements& run) {
-    run([&] { RicViewClassBuilder.RightMargin = PreviewMargin; });
-    RestorePlace(run);
-    RestoreFont(run, RicViewClassBuilder.Name(), RicViewClassBuilder.Font);
+    Prepare(run);
     LoadParametr();
     const auto classes = run([&] {
       return vb::Split(mGlobals::GetProjectComponentType(VBInstance, host::vbext_ct_ClassModule),
                        u"|");
     });
     if (!classes.empty()) run([&] { mFunctions::AddListInCombobox(ComBaseClass, classes); });
-    ViewRTF();
+    View();
   });
 }
 
 void frmClassBuilder::LoadParametr() {
   Routine(u"frmClassBuilder.LoadParametr", [&](const Statements& run) {
     run([&] { txtCollectionClassName.SetText(DefaultText(u"txtCollectionClassName", u"Name")); });
-    run([&] { txtDescription.SetText(DefaultText(u"txtDescriptionClass", u"")); });
-    run([&] { chkHeader.SetValue(DefaultFlag(u"chkHeaderClass", true) ? 1 : 0); });
+    run([&] { Part.txtDescription.SetText(DefaultText(u"txtDescriptionClass", u"")); });
+    run([&] { Part.chkHeader.SetValue(DefaultFlag(u"chkHeaderClass", true) ? 1 : 0); });
   });
 }
 
@@ -72,37 +63,35 @@ void frmClassBuilder::ComBaseClass_Click_Change() {
     run([&] {
       txtCollectionClassName.SetText(base + DefaultText(u"txtPrefixCollectionClassName", u"S"));
     });
-    run([&] { txtDescription.SetText(u"Collection Class for " + base); });
-    ViewRTF();
+    run([&] { Part.txtDescription.SetText(u"Collection Class for " + base); });
+    View();
   });
 }
 
-void frmClassBuilder::ViewRTF() {
+void frmClassBuilder::View() {
   Routine(u"frmClassBuilder.ViewRTF", [&] {
-    RicViewClassBuilder.SetTextRTF(mCodeConverter::MakeRTF(builders::GeneratorTextClass(Choices()),
-                                                           RicViewClassBuilder.Font->Charset));
+    Part.Preview.SetTextRTF(mCodeConverter::MakeRTF(builders::GeneratorTextClass(Choices()),
+                                                    Part.Preview.Font->Charset));
   });
 }
 
-void frmClassBuilder::OK() {
-  Routine(u"frmClassBuilder.btmOK_Click", [&](const Statements& run) {
-    const builders::CollectionChoices choices = Choices();
-    if (!run([&] { return Accept(builders::CheckField(choices)); })) return;
-    if (mGlobals::CheckComponentName(VBInstance, choices.ClassName)) {
-      run([&] { mFunctions::myBreak(8, choices.ClassName); });
-      return;
-    }
-    if (!InsertText(choices.ClassName, builders::GeneratorTextClass(choices), mGlobals::EndOfModule,
-                    host::vbext_ct_ClassModule, 0)) {
-      return;
-    }
-    if (!mGlobals::CheckComponentName(VBInstance, choices.BaseClass) &&
-        !InsertText(choices.BaseClass, builders::BaseClassText(), mGlobals::EndOfModule,
-                    host::vbext_ct_ClassModule, 0)) {
-      return;
-    }
-    run([&] { Close(); });
-  });
+void frmClassBuilder::Finish(const Statements& run) {
+  const builders::CollectionChoices choices = Choices();
+  if (!run([&] { return Accept(builders::CheckField(choices)); })) return;
+  if (mGlobals::CheckComponentName(VBInstance, choices.ClassName)) {
+    run([&] { mFunctions::myBreak(8, choices.ClassName); });
+    return;
+  }
+  if (!InsertText(choices.ClassName, builders::GeneratorTextClass(choices), mGlobals::EndOfModule,
+                  host::vbext_ct_ClassModule, 0)) {
+    return;
+  }
+  if (!mGlobals::CheckComponentName(VBInstance, choices.BaseClass) &&
+      !InsertText(choices.BaseClass, builders::BaseClassText(), mGlobals::EndOfModule,
+                  host::vbext_ct_ClassModule, 0)) {
+    return;
+  }
+  run([&] { Close(); });
 }
 
 void frmClassBuilder::Close() {

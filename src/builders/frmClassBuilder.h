@@ -6,7 +6,7 @@
 
 namespace tessel {
 
-class frmClassBuilder : public BuilderForm {
+class frmClassBuilder : public PreviewForm {
  public:
   frmClassBuilder();
 
@@ -19,17 +19,11 @@ class frmClassBuilder : public BuilderForm {
       this, "lblCollectionClassName", {.Caption = u"Collection Class &Name:"}};
   forms::TextBox txtCollectionClassName{
       this, "txtCollectionClassName", {.Text = u"Name", .ToolTipText = u"Collection Class Name"}};
-  forms::Label lblDescription{this, "lblDescription", {.Caption = u"&Description:"}};
-  forms::TextBox txtDescription{this, "txtDescription", {.ToolTipText = u"Description"}};
-  forms::CheckBox chkHeader{this, "chkHeader", {.Caption = u"Header"}};
   forms::CheckBox chkImplementsPublic{
       this,
       "chkImplementsPublic",
-      {.Caption = u"Implements public item existence checker (the 'Exists' function)"}};
-  forms::RichTextBox RicViewClassBuilder{this, "RicViewClassBuilder"};
-  forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
-  forms::Button btmOK{this, "btmOK", {.Caption = u"OK"}};
-  forms::Button btmCancel{this, "btmCancel", {.Caption = u"Cancel"}};
+      {.Caption = u"&Implements public item existence checker (the 'Exists' function)"}};
+  builders::LowerPart Part{this, "RicViewClassBuilder"};
 
  protected:
   void Form_Load() override;
@@ -40,9 +34,9 @@ class frmClassBuilder : public BuilderForm {
   void Wire();
   void LoadParametr();
   void ComBaseClass_Click_Change();
-  void ViewRTF();
-  void OK();
-  void Close();
+  void View() override;
+  void Finish(const Statements& run) override;
+  void Close() override;
   [[nodiscard]] builders::CollectionChoices Choices() const;
 };
 

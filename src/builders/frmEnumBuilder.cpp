@@ -5,104 +5,74 @@
 
 namespace tessel {
 
-frmEnumBuilder::frmEnumBuilder() : BuilderForm("frmEnumBuilder", u"Enum Builder") {
+frmEnumBuilder::frmEnumBuilder() : PreviewForm("frmEnumBuilder", u"Enum Builder") {
   Border = forms::BorderStyle::Sizable;
-  RicViewEnumBuilder.Locked = true;
-  btmOK.Default = true;
-  btmCancel.Cancel = true;
+  Lower = &Part;
   Arrange();
   Wire();
 }
 
 void frmEnumBuilder::Arrange() {
   using namespace forms;
-  SetLayout(Column(
-      {Row({Item(lblName), Item(txtName, 1), Item(lblAccessibility), Item(ComAccessibility)}),
-       Row({Item(lblModule), Item(ComModule, 1)}),
-       Group(u"Members",
-             {Row({Item(ListParameters, 1), Column({Item(btmAdd), Item(btmDel), Item(btmMoveUp),
-                                                    Item(btmMoveDown), Space()})},
-                  1)},
-             1),
-       Row({Item(lblDescription), Item(txtDescription, 1), Item(chkHeader)}),
-       Item(RicViewEnumBuilder, 2), Row({Item(btmHelp), Space(), Item(btmOK), Item(btmCancel)})}));
+  SetLayout(Column({Row({Item(Name.lblName), Item(Name.txtName, 1), Item(Access.lblAccessibility),
+                         Item(Access.ComAccessibility)}),
+                    Row({Item(Module.lblModule), Item(Module.ComModule, 1)}),
+                    ListParameters.Arrange(u"Members"), Part.ArrangeComment(),
+                    Item(Part.Preview, 2), Part.ArrangeButtons()}));
 }
 
 void frmEnumBuilder::Wire() {
-  using namespace forms;
-  chkHeader.Click = [this] { ViewRTF(); };
-  for (ComboBox* const box : {&ComAccessibility, &ComModule}) box->Click = [this] { ViewRTF(); };
-  for (TextBox* const box : {&txtDescription, &txtName}) box->Change = [this] { ViewRTF(); };
-  btmAdd.Click = [this] { AddParameter(); };
-  const auto change = [this](Button& button, void (*operation)(ListBox&)) {
-    button.Click = [this, operation] {
-      operation(ListParameters);
-      ViewRTF();
-    };
-  };
-  change(btmDel, DeleteSelected);
-  change(btmMoveUp, MoveSelectedUp);
-  change(btmMoveDown, MoveSelectedDown);
-  btmOK.Click = [this] { OK(); };
-  btmCancel.Click = [this] { Close(); };
-  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"Create_Enum.htm"); };
+  WireLower({u"frmEnumBuilder.btmOK_Click", u"frmEnumBuilder.btmCancel_Click",
+             u"frmEnumBuilder.btmHelp_Click"},
+            u"Create_Enum.htm");
+  Follow(Name.txtName, Access.ComAccessibility, Module.ComModule);
+  WireList(ListParameters, {u"frmEnumBuilder.btmDel_Click", u"frmEnumBuilder.btmMoveUp_Click",
+                            u"frmEnumBuilder.btmMoveDown_Click"});
+  ListParameters.btmAdd.Click =
+      Handler(u"frmEnumBuilder.btmAdd_Click", [this](const Statements& run) {
+        Compose(run, parameter_, ListParameters, [](frmParameterEnum&) {});
+      });
 }
 
 builders::EnumChoices frmEnumBuilder::Choices() const {
-  return {txtName.Text(), ComAccessibility.Text(), ListParameters.List(),
-          ListParameters.ListIndex(), Comment(chkHeader, txtDescription)};
+  return {Name.txtName.Text(), Access.ComAccessibility.Text(), ListParameters.List.List(),
+          ListParameters.List.ListIndex(), Comment()};
 }
 
 void frmEnumBuilder::Form_Load() {
   Routine(u"frmEnumBuilder.Form_Load", [&](const Statements& run) {
-    run([&] { RicViewEnumBuilder.RightMargin = PreviewMargin; });
-    RestorePlace(run);
-    RestoreFont(run, RicViewEnumBuilder.Name(), RicViewEnumBuilder.Font);
+    Prepare(run);
     LoadParametr();
-    FillModules(run, ComModule);
-    ViewRTF();
+    FillModules(run, Module.ComModule);
+    View();
   });
 }
 
 void frmEnumBuilder::LoadParametr() {
   Routine(u"frmEnumBuilder.LoadParametr", [&](const Statements& run) {
     run([&] {
-      FillList(ComAccessibility, {u"", u"Public", u"Private"},
+      FillList(Access.ComAccessibility, {u"", u"Public", u"Private"},
                DefaultText(u"ComAccessibilityEnum", u"Public"));
     });
-    run([&] { txtDescription.SetText(DefaultText(u"txtDescriptionEnum", u"")); });
-    run([&] { chkHeader.SetValue(DefaultFlag(u"chkHeaderEnum", true) ? 1 : 0); });
+    run([&] { Part.txtDescription.SetText(DefaultText(u"txtDescriptionEnum", u"")); });
+    run([&] { Part.chkHeader.SetValue(DefaultFlag(u"chkHeaderEnum", true) ? 1 : 0); });
   });
 }
 
-void frmEnumBuilder::AddParameter() {
-  Routine(u"frmEnumBuilder.btmAdd_Click", [&](const Statements& run) {
-    parameter_ = std::make_shared<frmParameterEnum>();
-    const auto form = parameter_;
-    run([&] { form->Load(); });
-    run([&] { form->Show(platform::ShowStyle::Modal); });
-    if (!form->Result.empty()) run([&] { AddSelected(ListParameters, form->Result); });
-    run([&] { form->Unload(); });
-    parameter_.reset();
-    ViewRTF();
-  });
-}
-
-void frmEnumBuilder::ViewRTF() {
+void frmEnumBuilder::View() {
   Routine(u"frmEnumBuilder.ViewRTF", [&] {
-    mFunctions::ViewTextRichtextbox(RicViewEnumBuilder, builders::GeneratorText(Choices()));
+    mFunctions::ViewTextRichtextbox(Part.Preview, builders::GeneratorText(Choices()));
   });
 }
 
-void frmEnumBuilder::OK() {
-  Routine(u"frmEnumBuilder.btmOK_Click", [&](const Statements& run) {
-    const builders::EnumChoices choices = Choices();
-    if (!run([&] { return Accept(builders::CheckField(choices)); })) return;
-    if (InsertText(ComModule.Text(), builders::GeneratorText(choices), mGlobals::EndOfDeclarations,
-                   host::vbext_ct_StdModule, builders::CaretOffset(choices))) {
-      run([&] { Close(); });
-    }
-  });
+void frmEnumBuilder::Finish(const Statements& run) {
+  const builders::EnumChoices choices = Choices();
+  if (!run([&] { return Accept(builders::CheckField(choices)); })) return;
+  if (InsertText(Module.ComModule.Text(), builders::GeneratorText(choices),
+                 mGlobals::EndOfDeclarations, host::vbext_ct_StdModule,
+                 builders::CaretOffset(choices))) {
+    run([&] { Close(); });
+  }
 }
 
 void frmEnumBuilder::Close() {

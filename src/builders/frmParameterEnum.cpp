@@ -5,7 +5,7 @@
 namespace tessel {
 
 frmParameterEnum::frmParameterEnum()
-    : BuilderForm("frmParameterEnum", u"Create Parameter for Enum") {
+    : ComposerForm("frmParameterEnum", u"Create Parameter for Enum") {
   using namespace forms;
   btmOK.Default = true;
   btmCancel.Cancel = true;
@@ -16,12 +16,13 @@ frmParameterEnum::frmParameterEnum()
   for (TextBox* const box : {&txtPrefix, &txtName, &txtDefaultValue}) {
     box->Change = [this] { ShowResult(); };
   }
-  btmOK.Click = [this] { OK(); };
-  btmCancel.Click = [this] {
-    Result.clear();
-    Hide();
-  };
-  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"Create_Enum.htm"); };
+  btmOK.Click = Handler(u"frmParameterEnum.btmOK_Click", [this](const Statements& run) {
+    Finish(run, builders::CheckField(Choices()), builders::GeneratorStrok(Choices()));
+  });
+  btmCancel.Click =
+      Handler(u"frmParameterEnum.btmCancel_Click", [this](const Statements& run) { GiveUp(run); });
+  btmHelp.Click = Handler(u"frmParameterEnum.btmHelp_Click",
+                          [] { mGlobals::RunHelpFennick(u"Create_Enum.htm"); });
 }
 
 builders::EnumMemberChoices frmParameterEnum::Choices() const {
@@ -40,20 +41,5 @@ void frmParameterEnum::ShowResult() {
   Routine(u"frmParameterEnum.GeneratorStrok",
           [&] { lblResult.SetCaption(builders::GeneratorStrok(Choices())); });
 }
-
-void frmParameterEnum::OK() {
-  Routine(u"frmParameterEnum.btmOK_Click", [&](const Statements& run) {
-    if (!run([&] { return Accept(builders::CheckField(Choices())); })) return;
-    Result = builders::GeneratorStrok(Choices());
-    run([&] { Hide(); });
-  });
-}
-
-bool frmParameterEnum::Form_QueryUnload() {
-  Result.clear();  // the frame's button is a Cancel
-  return false;
-}
-
-void frmParameterEnum::Form_Unload() { Leave(u"frmParameterEnum.Form_Unload"); }
 
 }  // namespace tessel

@@ -6,13 +6,9 @@
 
 namespace tessel {
 
-/// Its caller loads it, shows it modally, reads `Result` and unloads it.
-class frmParameterEnum : public BuilderForm {
+class frmParameterEnum : public ComposerForm {
  public:
   frmParameterEnum();
-
-  /// The finished member; empty after Cancel.
-  String Result;
 
   forms::Label lblPrefix{this, "lblPrefix", {.Caption = u"&Prefix:"}};
   forms::TextBox txtPrefix{this, "txtPrefix", {.Text = u"nn_", .ToolTipText = u"Prefix"}};
@@ -27,12 +23,9 @@ class frmParameterEnum : public BuilderForm {
 
  protected:
   void Form_Load() override;
-  void Form_Unload() override;
-  bool Form_QueryUnload() override;
 
  private:
   void ShowResult();
-  void OK();
   [[nodiscard]] builders::EnumMemberChoices Choices() const;
 };
 

@@ -6,88 +6,72 @@
 namespace tessel {
 
 frmProcedureBuilder::frmProcedureBuilder()
-    : BuilderForm("frmProcedureBuilder", u"Procedure Builder") {
+    : PreviewForm("frmProcedureBuilder", u"Procedure Builder") {
   Icon = 104;
   Border = forms::BorderStyle::Sizable;
-  RicViewProcedureBuilder.Locked = true;
-  btmOK.Default = true;
-  btmCancel.Cancel = true;
+  Lower = &Part;
   Arrange();
   Wire();
 }
 
 void frmProcedureBuilder::Arrange() {
   using namespace forms;
-  SetLayout(Column(
-      {Row({Item(lblName), Item(txtName, 1), Item(lblType), Item(ComType)}),
-       Row({Item(lblAccessibility), Item(ComAccessibility, 1), Item(lblStatic),
-            Item(ComStatic, 1)}),
-       Row({Item(lblReturnValueType), Item(ComReturnValueType, 1)}),
-       Row({Item(lblModule), Item(ComModule, 1)}),
-       Group(
-           u"Arguments",
-           {Row({Item(ListProcedureArguments, 1),
-                 Column({Item(btmAdd), Item(btmDel), Item(btmMoveUp), Item(btmMoweDown), Space()})},
-                1)},
-           1),
-       Row({Item(lblDescription), Item(txtDescription, 1), Item(chkHeader)}),
-       Item(RicViewProcedureBuilder, 2),
-       Row({Item(btmHelp), Space(), Item(btmOK), Item(btmCancel)})}));
+  SetLayout(Column({Row({Item(Name.lblName), Item(Name.txtName, 1), Item(lblType), Item(ComType)}),
+                    Row({Item(Access.lblAccessibility), Item(Access.ComAccessibility, 1),
+                         Item(Static.lblStatic), Item(Static.ComStatic, 1)}),
+                    Row({Item(lblReturnValueType), Item(ComReturnValueType, 1)}),
+                    Row({Item(Module.lblModule), Item(Module.ComModule, 1)}),
+                    ListProcedureArguments.Arrange(u"Arguments"), Part.ArrangeComment(),
+                    Item(Part.Preview, 2), Part.ArrangeButtons()}));
 }
 
 void frmProcedureBuilder::Wire() {
-  using namespace forms;
-  chkHeader.Click = [this] { ViewRTF(); };
-  for (ComboBox* const box : {&ComAccessibility, &ComModule, &ComReturnValueType, &ComStatic}) {
-    box->Click = [this] { ViewRTF(); };
-  }
-  ComType.Click = [this] {
+  WireLower({u"frmProcedureBuilder.btmOK_Click", u"frmProcedureBuilder.btmCancel_Click",
+             u"frmProcedureBuilder.btmHelp_Click"},
+            u"builders.htm");
+  Follow(Name.txtName, Access.ComAccessibility, Static.ComStatic, ComReturnValueType,
+         Module.ComModule);
+  ComType.Click = Handler(u"frmProcedureBuilder.ComType_Click", [this] {
     EnableReturnType();
-    ViewRTF();
-  };
-  for (TextBox* const box : {&txtDescription, &txtName}) box->Change = [this] { ViewRTF(); };
-  btmAdd.Click = [this] { AddArgument(); };
-  const auto change = [this](Button& button, void (*operation)(ListBox&)) {
-    button.Click = [this, operation] {
-      operation(ListProcedureArguments);
-      ViewRTF();
-    };
-  };
-  change(btmDel, DeleteSelected);
-  change(btmMoveUp, MoveSelectedUp);
-  change(btmMoweDown, MoveSelectedDown);
-  btmOK.Click = [this] { OK(); };
-  btmCancel.Click = [this] { Close(); };
-  btmHelp.Click = [] { mGlobals::RunHelpFennick(u"builders.htm"); };
+    View();
+  });
+  WireList(ListProcedureArguments,
+           {u"frmProcedureBuilder.btmDel_Click", u"frmProcedureBuilder.btmMoveUp_Click",
+            u"frmProcedureBuilder.btmMoweDown_Click"});
+  ListProcedureArguments.btmAdd.Click =
+      Handler(u"frmProcedureBuilder.btmAdd_Click", [this](const Statements& run) {
+        Compose(run, argument_, ListProcedureArguments,
+                [this](frmArgumentBuilder& form) { form.TableType = types_; });
+      });
 }
 
 builders::ProcedureChoices frmProcedureBuilder::Choices() const {
-  return {txtName.Text(),
+  return {Name.txtName.Text(),
           ComType.Text(),
-          ComAccessibility.Text(),
-          ComStatic.Text(),
-          ListProcedureArguments.List(),
+          Access.ComAccessibility.Text(),
+          Static.ComStatic.Text(),
+          ListProcedureArguments.List.List(),
           ComReturnValueType.Text(),
-          Comment(chkHeader, txtDescription)};
+          Comment()};
 }
 
 void frmProcedureBuilder::Form_Load() {
   Routine(u"frmProcedureBuilder.Form_Load", [&](const Statements& run) {
-    run([&] { RicViewProcedureBuilder.RightMargin = PreviewMargin; });
-    RestorePlace(run);
-    RestoreFont(run, RicViewProcedureBuilder.Name(), RicViewProcedureBuilder.Font);
+    Prepare(run);
     run([&] { types_ = CSQLDataType().NamesWithNone(); });
     LoadParametr();
-    FillModules(run, ComModule);
-    ViewRTF();
+    FillModules(run, Module.ComModule);
+    View();
   });
 }
 
 void frmProcedureBuilder::LoadParametr() {
   Routine(u"frmProcedureBuilder.LoadParametr", [&](const Statements& run) {
-    run([&] { FillList(ComStatic, {u"", u"Static"}, DefaultText(u"ComStaticProcedure", u"")); });
     run([&] {
-      FillList(ComAccessibility, {u"", u"Public", u"Private", u"Friend"},
+      FillList(Static.ComStatic, {u"", u"Static"}, DefaultText(u"ComStaticProcedure", u""));
+    });
+    run([&] {
+      FillList(Access.ComAccessibility, {u"", u"Public", u"Private", u"Friend"},
                DefaultText(u"ComAccessibilityProcedure", u"Public"));
     });
     run([&] {
@@ -96,8 +80,8 @@ void frmProcedureBuilder::LoadParametr() {
     run([&] {
       FillList(ComReturnValueType, types_, DefaultText(u"ComReturnValueTypeProcedure", NoType));
     });
-    run([&] { txtDescription.SetText(DefaultText(u"txtDescriptionProcedure", u"")); });
-    run([&] { chkHeader.SetValue(DefaultFlag(u"chkHeaderProcedure", true) ? 1 : 0); });
+    run([&] { Part.txtDescription.SetText(DefaultText(u"txtDescriptionProcedure", u"")); });
+    run([&] { Part.chkHeader.SetValue(DefaultFlag(u"chkHeaderProcedure", true) ? 1 : 0); });
     EnableReturnType();
   });
 }
@@ -106,36 +90,20 @@ void frmProcedureBuilder::EnableReturnType() {
   ComReturnValueType.SetEnabled(builders::HasReturnValue(Choices()));
 }
 
-void frmProcedureBuilder::AddArgument() {
-  Routine(u"frmProcedureBuilder.btmAdd_Click", [&](const Statements& run) {
-    argument_ = std::make_shared<frmArgumentBuilder>();
-    const auto form = argument_;
-    run([&] { form->Load(); });
-    form->TableType = types_;
-    run([&] { form->Show(platform::ShowStyle::Modal); });
-    if (!form->Result.empty()) run([&] { AddSelected(ListProcedureArguments, form->Result); });
-    run([&] { form->Unload(); });
-    argument_.reset();
-    ViewRTF();
-  });
-}
-
-void frmProcedureBuilder::ViewRTF() {
+void frmProcedureBuilder::View() {
   Routine(u"frmProcedureBuilder.ViewRTF", [&] {
-    RicViewProcedureBuilder.SetTextRTF(mCodeConverter::MakeRTF(
-        builders::GeneratorTextMethod(Choices()), RicViewProcedureBuilder.Font->Charset));
+    Part.Preview.SetTextRTF(mCodeConverter::MakeRTF(builders::GeneratorTextMethod(Choices()),
+                                                    Part.Preview.Font->Charset));
   });
 }
 
-void frmProcedureBuilder::OK() {
-  Routine(u"frmProcedureBuilder.btmOK_Click", [&](const Statements& run) {
-    const builders::ProcedureChoices choices = Choices();
-    if (!run([&] { return Accept(builders::CheckField(choices)); })) return;
-    if (InsertText(ComModule.Text(), builders::GeneratorTextMethod(choices), mGlobals::EndOfModule,
-                   host::vbext_ct_StdModule, builders::CaretOffset(choices))) {
-      run([&] { Close(); });
-    }
-  });
+void frmProcedureBuilder::Finish(const Statements& run) {
+  const builders::ProcedureChoices choices = Choices();
+  if (!run([&] { return Accept(builders::CheckField(choices)); })) return;
+  if (InsertText(Module.ComModule.Text(), builders::GeneratorTextMethod(choices),
+                 mGlobals::EndOfModule, host::vbext_ct_StdModule, builders::CaretOffset(choices))) {
+    run([&] { Close(); });
+  }
 }
 
 void frmProcedureBuilder::Close() {

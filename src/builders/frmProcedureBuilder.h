@@ -10,41 +10,23 @@
 
 namespace tessel {
 
-class frmProcedureBuilder : public BuilderForm {
+class frmProcedureBuilder : public PreviewForm {
  public:
   frmProcedureBuilder();
 
-  forms::Label lblName{this, "lblName", {.Caption = u"&Name:"}};
-  forms::TextBox txtName{this, "txtName", {.Text = u"Name", .ToolTipText = u"Name"}};
+  builders::NameBox Name{this};
   forms::Label lblType{this, "lblType", {.Caption = u"&Type:"}};
   forms::ComboBox ComType{this, "ComType", forms::ComboBox::Style::List, {.ToolTipText = u"Type"}};
-  forms::Label lblAccessibility{this, "lblAccessibility", {.Caption = u"&Accessibility:"}};
-  forms::ComboBox ComAccessibility{
-      this, "ComAccessibility", forms::ComboBox::Style::List, {.ToolTipText = u"Accessibility"}};
-  forms::Label lblStatic{this, "lblStatic", {.Caption = u"&Static:"}};
-  forms::ComboBox ComStatic{
-      this, "ComStatic", forms::ComboBox::Style::List, {.ToolTipText = u"Static"}};
+  builders::AccessBox Access{this};
+  builders::StaticBox Static{this};
   forms::Label lblReturnValueType{this, "lblReturnValueType", {.Caption = u"&Return Value Type:"}};
   forms::ComboBox ComReturnValueType{this,
                                      "ComReturnValueType",
                                      forms::ComboBox::Style::List,
                                      {.ToolTipText = u"Return Value Type"}};
-  forms::Label lblModule{this, "lblModule", {.Caption = u"&Module:"}};
-  forms::ComboBox ComModule{
-      this, "ComModule", forms::ComboBox::Style::List, {.ToolTipText = u"Module"}};
-  forms::ListBox ListProcedureArguments{this, "ListProcedureArguments"};
-  forms::Button btmAdd{this, "btmAdd", {.Caption = u"A&dd...", .ToolTipText = u"Add"}};
-  forms::Button btmDel{this, "btmDel", {.Caption = u"De&lete", .ToolTipText = u"Delete"}};
-  forms::Button btmMoveUp{this, "btmMoveUp", {.Caption = u"&Up", .ToolTipText = u"Move Up"}};
-  forms::Button btmMoweDown{
-      this, "btmMoweDown", {.Caption = u"Do&wn", .ToolTipText = u"Move Down"}};
-  forms::Label lblDescription{this, "lblDescription", {.Caption = u"Des&cription:"}};
-  forms::TextBox txtDescription{this, "txtDescription", {.ToolTipText = u"Description"}};
-  forms::CheckBox chkHeader{this, "chkHeader", {.Caption = u"Header"}};
-  forms::RichTextBox RicViewProcedureBuilder{this, "RicViewProcedureBuilder"};
-  forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
-  forms::Button btmOK{this, "btmOK", {.Caption = u"OK"}};
-  forms::Button btmCancel{this, "btmCancel", {.Caption = u"Cancel"}};
+  builders::ModuleBox Module{this};
+  builders::ItemList ListProcedureArguments{this, "ListProcedureArguments", "btmMoweDown"};
+  builders::LowerPart Part{this, "RicViewProcedureBuilder"};
 
  protected:
   void Form_Load() override;
@@ -55,10 +37,9 @@ class frmProcedureBuilder : public BuilderForm {
   void Wire();
   void LoadParametr();
   void EnableReturnType();
-  void AddArgument();
-  void ViewRTF();
-  void OK();
-  void Close();
+  void View() override;
+  void Finish(const Statements& run) override;
+  void Close() override;
   [[nodiscard]] builders::ProcedureChoices Choices() const;
 
   std::vector<String> types_;

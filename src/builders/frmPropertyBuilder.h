@@ -7,36 +7,23 @@
 
 namespace tessel {
 
-class frmPropertyBuilder : public BuilderForm {
+class frmPropertyBuilder : public PreviewForm {
  public:
   frmPropertyBuilder();
 
-  forms::Label lblName{this, "lblName", {.Caption = u"&Name:"}};
-  forms::TextBox txtName{this, "txtName", {.Text = u"Name", .ToolTipText = u"Name"}};
+  builders::NameBox Name{this};
   forms::Label lblValueType{this, "lblValueType", {.Caption = u"&Value Type:"}};
   forms::ComboBox ComValueType{
       this, "ComValueType", forms::ComboBox::Style::List, {.ToolTipText = u"Value Type"}};
   forms::Label lblMemberVariable{this, "lblMemberVariable", {.Caption = u"M&ember Variable:"}};
   forms::TextBox txtMemberVariable{
       this, "txtMemberVariable", {.Text = u"MemberVariable", .ToolTipText = u"Member Variable"}};
-  forms::Label lblAccessibility{this, "lblAccessibility", {.Caption = u"&Accessibility:"}};
-  forms::ComboBox ComAccessibility{
-      this, "ComAccessibility", forms::ComboBox::Style::List, {.ToolTipText = u"Accessibility"}};
-  forms::Label lblStatic{this, "lblStatic", {.Caption = u"&Static:"}};
-  forms::ComboBox ComStatic{
-      this, "ComStatic", forms::ComboBox::Style::List, {.ToolTipText = u"Static"}};
-  forms::Label lblModule{this, "lblModule", {.Caption = u"&Module:"}};
-  forms::ComboBox ComModule{
-      this, "ComModule", forms::ComboBox::Style::List, {.ToolTipText = u"Module"}};
-  forms::CheckBox chkGet{this, "chkGet", {.Caption = u"Get"}};
-  forms::CheckBox chkLetSet{this, "chkLetSet", {.Caption = u"Let/Set"}};
-  forms::Label lblDescription{this, "lblDescription", {.Caption = u"&Description:"}};
-  forms::TextBox txtDescription{this, "txtDescription", {.ToolTipText = u"Description"}};
-  forms::CheckBox chkHeader{this, "chkHeader", {.Caption = u"Header"}};
-  forms::RichTextBox RicViewPropertyBuilder{this, "RicViewPropertyBuilder"};
-  forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
-  forms::Button btmOK{this, "btmOK", {.Caption = u"OK"}};
-  forms::Button btmCancel{this, "btmCancel", {.Caption = u"Cancel"}};
+  builders::AccessBox Access{this};
+  builders::StaticBox Static{this};
+  builders::ModuleBox Module{this};
+  forms::CheckBox chkGet{this, "chkGet", {.Caption = u"&Get"}};
+  forms::CheckBox chkLetSet{this, "chkLetSet", {.Caption = u"&Let/Set"}};
+  builders::LowerPart Part{this, "RicViewPropertyBuilder"};
 
  protected:
   void Form_Load() override;
@@ -46,10 +33,11 @@ class frmPropertyBuilder : public BuilderForm {
   void Arrange();
   void Wire();
   void LoadParametr();
-  void TakePrefix();
-  void ViewTextRichtextboxWindow();
-  void OK();
-  void Close();
+  /// The handler of that name: the prefix of the chosen type takes its place.
+  void TakePrefix(StringView routine);
+  void View() override;
+  void Finish(const Statements& run) override;
+  void Close() override;
   /// Prefix of the chosen type; empty when there is none.
   [[nodiscard]] String PrefixOfType() const;
   [[nodiscard]] builders::PropertyChoices Choices() const;

@@ -163,8 +163,7 @@ forms::RichTextBox* frmErrorHandlerScheme::ActiveBox() {
 
 void frmErrorHandlerScheme::Form_Load() {
   Routine(u"frmErrorHandlerScheme.Form_Load", [&](const Statements& run) {
-    constexpr int EditorWidth = 600;
-    RicFooter.RightMargin = RicHeader.RightMargin = 6 * EditorWidth;
+    RicFooter.RightMargin = RicHeader.RightMargin = PreviewMargin;
     RestorePlace(run);
     table_ = run([] { return std::make_shared<CSQLErrorHandler>(); });
     LoadParametr(u"");
@@ -294,7 +293,8 @@ void frmErrorHandlerScheme::DuplicateRecord() {
     const auto name = SelectedName();
     if (!name) return;
     if (!run([&] {
-          return mFunctions::Confirm(u"Are you sure that you want to copy the record '" + *name + u"' ?");
+          return mFunctions::Confirm(u"Are you sure that you want to copy the record '" + *name +
+                                     u"' ?");
         })) {
       return;
     }
@@ -311,7 +311,8 @@ void frmErrorHandlerScheme::DeleteRecord() {
     const auto name = SelectedName();
     if (!name) return;
     if (!run([&] {
-          return mFunctions::Confirm(u"Are you sure that you want to delete the record '" + *name + u"' ?");
+          return mFunctions::Confirm(u"Are you sure that you want to delete the record '" + *name +
+                                     u"' ?");
         })) {
       return;
     }

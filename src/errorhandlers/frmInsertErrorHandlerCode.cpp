@@ -59,8 +59,7 @@ frmInsertErrorHandlerCode::frmInsertErrorHandlerCode(
 
 void frmInsertErrorHandlerCode::Form_Load() {
   Routine(u"frmInsertErrorHandlerCode.Form_Load", [&](const Statements& run) {
-    constexpr int PreviewWidth = 600;
-    RicPreView.RightMargin = 6 * PreviewWidth;
+    RicPreView.RightMargin = PreviewMargin;
     RestorePlace(run);
     LoadParametr();
     scope::ActiveMember unused;

@@ -35,10 +35,10 @@ class frmInsertErrorHandlerCode : public ToolForm {
   forms::Label lblDefaultScheme{this, "lblDefaultScheme", {.Caption = u"Default scheme:"}};
   forms::ComboBox ComCurrentScheme{this, "ComCurrentScheme"};
   forms::RichTextBox RicPreView{this, "RicPreView"};
+  forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
   forms::Button btmEditSchtmes{this, "btmEditSchtmes", {.Caption = u"Edit Schemes..."}};
   forms::Button btmBegin{this, "btmBegin", {.Caption = u"Begin"}};
   forms::Button btmCancel{this, "btmCancel", {.Caption = u"Cancel"}};
-  forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
 
  protected:
   void Form_Load() override;

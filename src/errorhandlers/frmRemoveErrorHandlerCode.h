@@ -17,9 +17,9 @@ class frmRemoveErrorHandlerCode : public ToolForm {
 
   forms::Label lblRemoveFrom{this, "lblRemoveFrom", {.Caption = u"Remove From"}};
   forms::ComboBox ComRemoveFrom{this, "ComRemoveFrom"};
+  forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
   forms::Button btmBegin{this, "btmBegin", {.Caption = u"Begin"}};
   forms::Button btmCancel{this, "btmCancel", {.Caption = u"Cancel"}};
-  forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
 
  protected:
   void Form_Load() override;

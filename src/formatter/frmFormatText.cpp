@@ -163,8 +163,7 @@ void frmFormatText::WireNumbers() {
 
 void frmFormatText::Form_Load() {
   Routine(u"frmFormatText.Form_Load", [&](const Statements& run) {
-    constexpr int PreviewWidth = 600;
-    RicCode.RightMargin = 6 * PreviewWidth;
+    RicCode.RightMargin = PreviewMargin;
     RestorePlace(run);
     LoadParametr();
     scope::ListScopes(run, ComModule, VBInstance, *format_);

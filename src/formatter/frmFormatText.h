@@ -57,9 +57,9 @@ class frmFormatText : public ToolForm {
   forms::SpinButton VScrollTabsAdditional{this, "VScrollTabsAdditional", 0, 10};
   forms::Label lblAdditionalTabs{
       this, "lblAdditionalTabs", {.Caption = u"additional tabs ahead of a continuation line"}};
+  forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
   forms::Button btmRun{this, "btmRun", {.Caption = u"Run"}};
   forms::Button btmCancel{this, "btmCancel", {.Caption = u"Cancel"}};
-  forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
 
  protected:
   void Form_Load() override;

@@ -23,6 +23,8 @@ class ToolForm : public GuardedForm {
 
  protected:
   using GuardedForm::GuardedForm;
+  /// Right margin of a preview, in twips: six times the width of any screen, so no line folds.
+  static constexpr int PreviewMargin = 6 * 9000;
   using Steps = std::function<void(const Statements& run)>;
 
   /// A statement of Form_Load: puts the form where the user left it, or in the middle.

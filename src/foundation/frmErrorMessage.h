@@ -19,10 +19,10 @@ class frmErrorMessage : public GuardedForm {
 
   forms::Label elaTitleCaption{this, "elaTitleCaption"};
   forms::TextBox txtErrorMessage{this, "txtErrorMessage"};
+  forms::Button btnSend{this, "btnSend", {.Caption = u"&Send"}};
   forms::Button btnAbort{this, "btnAbort", {.Caption = u"&Abort"}};
   forms::Button btnRetry{this, "btnRetry", {.Caption = u"&Retry"}};
   forms::Button btnIgnore{this, "btnIgnore", {.Caption = u"&Ignore"}};
-  forms::Button btnSend{this, "btnSend", {.Caption = u"&Send"}};
 
  protected:
   void Form_Activate() override;

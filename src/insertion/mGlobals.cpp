@@ -25,14 +25,14 @@ ComponentPtr FindComponent(const Statements& run, const ComponentsPtr& component
 }
 
 /// A new component, named after `wanted` without its blanks unless another one has that name. One
-/// whose name was refused and given up is taken out again.
+/// whose naming was given up is taken out again.
 ComponentPtr AddComponent(const Statements& run, const ComponentsPtr& components, StringView wanted,
                           host::vbext_ComponentType type) {
   auto component = run([&] { return Need(components).Add(type); });
   const String name = vb::Replace(wanted, u" ", u"");
-  if (!component || name.empty() || FindComponent(run, components, name)) return component;
+  if (!component || name.empty()) return component;
   try {
-    run([&] { component->SetName(name); });
+    if (!FindComponent(run, components, name)) run([&] { component->SetName(name); });
   } catch (...) {
     ResumeNext([&] { Need(components).Remove(component); });
     throw;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "connections/cConnectReestr.h"
 #include "connections/cConnectionMDBs.h"
@@ -431,6 +432,92 @@ TEST_F(AddIn, WithoutSchemesSkipAndTheEditorAreThere) {
   ASSERT_EQ(items->Count(), 2);
   EXPECT_EQ(items->Item(1)->Caption(), u"Skip");
   EXPECT_EQ(items->Item(2)->Caption(), u"Edit Error Handler Scheme");
+}
+
+TEST_F(AddIn, HidingTheProcedureBuilderIsOneRoutineThatRefreshesTwice) {
+  Start();
+  world_.Services.DesktopService.OnModal = [](forms::Form& form) {
+    gErrorHandler->SetTracingEnabled(true);
+    forms::user::Press(*form.Find(u"btmCancel"));
+    gErrorHandler->SetTracingEnabled(false);
+  };
+  Click({u"Procedure Builder"});
+  std::ifstream in(folder_ / "Tracing Log.txt");
+  const std::string trace{std::istreambuf_iterator<char>(in), {}};
+  const auto entered = [&](const std::string& routine) {
+    std::size_t times = 0;
+    for (std::size_t at = trace.find(routine); at != std::string::npos;
+         at = trace.find(routine, at + 1)) {
+      ++times;
+    }
+    return times;
+  };
+  // Each routine leaves a line as it is entered, and one as it is left.
+  EXPECT_EQ(entered("Connect.HideProcedureBuilder"), 2U) << trace;
+  EXPECT_EQ(entered("Connect.RefreshTreeExplorer"), 4U) << trace;
+}
+
+TEST_F(AddIn, TheSettingsOpenFromTheirCommandOnTheFirstPage) {
+  Start();
+  std::vector<String> pages;
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    EXPECT_EQ(form.Name(), u"frmSettings");
+    pages.push_back(dynamic_cast<forms::ListBox&>(*form.Find(u"List1")).Text());
+    forms::user::Press(*form.Find(u"btmExit"));
+  };
+  Click({u"Tessel", u"Setttings"});
+  EXPECT_TRUE(connect_->RunUnhooked(u"MenuFastSetttings_Click"));
+  connect_->ShowSettings(u"Control Type");
+  connect_->ShowSettings(u"");
+  EXPECT_EQ(pages, (std::vector<String>{u"Author", u"Author", u"Control Type", u"Author"}));
+}
+
+TEST_F(AddIn, TheSettingsOpenBesideAnotherDialogAndLeaveItsGuardAlone) {
+  Start();
+  int shown = 0;
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    ++shown;
+    forms::user::Press(*form.Find(u"btmExit"));
+  };
+  connect_->SetDialogOpen(true);
+  Click({u"Tessel", u"Setttings"});
+  EXPECT_EQ(shown, 1);
+  EXPECT_TRUE(connect_->DialogOpen());
+  Click({u"Procedure Builder"});
+  EXPECT_EQ(shown, 1) << "the guard is still up";
+}
+
+TEST_F(AddIn, EventsRunAheadOfTheSettings) {
+  Start();
+  bool shown = false, before = false;
+  platform::Current().Clock().StartTimer(0, [&] { before = !shown; });
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    shown = true;
+    forms::user::Press(*form.Find(u"btmExit"));
+  };
+  connect_->ShowSettings(u"");
+  EXPECT_TRUE(before);
+}
+
+TEST_F(AddIn, ABuilderOpensWithWhatTheSettingsSaved) {
+  Start();
+  world_.Module(u"M", u"Option Explicit");
+  std::vector<String> names;
+  world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+    if (form.Name() == u"frmSettings") {
+      forms::user::Type(*form.Find(u"txtDescriptionProcedure"), u"Does it");
+      forms::user::Pick(*form.Find(u"ComTypeProcedure"), u"Function");
+      forms::user::Press(*form.Find(u"btmSave"));
+      forms::user::Press(*form.Find(u"btmExit"));
+      return;
+    }
+    names.push_back(dynamic_cast<forms::TextBox&>(*form.Find(u"txtDescription")).Text());
+    names.push_back(dynamic_cast<forms::ComboBox&>(*form.Find(u"ComType")).Text());
+    forms::user::Press(*form.Find(u"btmCancel"));
+  };
+  Click({u"Tessel", u"Setttings"});
+  Click({u"Procedure Builder"});
+  EXPECT_EQ(names, (std::vector<String>{u"Does it", u"Function"}));
 }
 
 TEST_F(AddIn, WhileANamingDialogIsUpTwoTemplatesStayEnabled) {

@@ -5,57 +5,30 @@
 #include "errorhandlers/frmErrorHandlerScheme.h"
 #include "errorhandlers/frmInsertErrorHandlerCode.h"
 #include "errorhandlers/frmRemoveErrorHandlerCode.h"
-#include "forms/User.h"
-#include "foundation/CAppSettings.h"
-#include "support/FakeConnect.h"
-#include "support/Modules.h"
-#include "support/SharedDatabase.h"
+#include "support/DialogWorld.h"
 
 namespace tessel {
 namespace {
 
 namespace user = forms::user;
 
-class HandlerDialogs : public testing::Test {
+class HandlerDialogs : public test::DialogWorld {
  protected:
-  HandlerDialogs() {
-    gErrorHandler = std::make_shared<CErrorHandler>();
-    gErrorHandler->SetErrorHandlerActions(ActionMessageBox);
-    gErrorHandler->SetCallStackEnabled(true);
-    gAppSettings = std::make_shared<CAppSettings>();
-    gAppSettings->Init(u"Norvane", u"Tessel");
-    Place.Module(u"M", u"Option Explicit\r\nSub A()\r\nx = 1\r\nEnd Sub\r\nSub B()\r\nEnd Sub");
-    Place.Module(u"N", u"Sub C()\r\nEnd Sub");
-    Place.Caret(u"M", 3);
+  HandlerDialogs() : DialogWorld(ActionMessageBox) {
+    world_.Module(u"M", u"Option Explicit\r\nSub A()\r\nx = 1\r\nEnd Sub\r\nSub B()\r\nEnd Sub");
+    world_.Module(u"N", u"Sub C()\r\nEnd Sub");
+    world_.Caret(u"M", 3);
   }
-  ~HandlerDialogs() override {
-    EXPECT_EQ(Place.Services.DesktopService.Messages.size(), Expected)
-        << "boxes that nobody asked for";
-    gAppSettings.reset();
-    gErrorHandler.reset();
-  }
+  ~HandlerDialogs() override { ExpectBoxes(Expected); }
 
-  template <class Dialog>
-  std::shared_ptr<Dialog> Open() {
-    auto dialog = std::make_shared<Dialog>();
-    dialog->VBInstance = Place.Environment.VBE();
-    test::Attach(*dialog, Root);
-    dialog->Show();
-    return dialog;
-  }
   [[nodiscard]] static String Stored(StringView key) {
     return gAppSettings->GetText(u"Settings\\VBCode\\frmInsertErrorHandlerCode", key, u"(none)");
   }
   void FailOnce(const std::string& operation) {
-    Place.Environment.SetOperationHook([operation, left = 1](std::string_view call) mutable {
-      if (call == operation && left-- > 0) throw vb::Failure(7, u"no room");
-    });
+    DialogWorld::FailOnce(operation);
     Expected = 1;
   }
 
-  test::World Place;
-  test::SharedDatabase Database;
-  std::shared_ptr<test::FakeConnect> Root = std::make_shared<test::FakeConnect>();
   std::size_t Expected = 0;
 };
 
@@ -106,7 +79,7 @@ TEST_F(HandlerDialogs, AStoredChoiceThatIsGoneSelectsNothing) {
 }
 
 TEST_F(HandlerDialogs, BeginNothingWithoutAScope) {
-  Place.Environment.RemoveProject(u"Project1");
+  world_.Environment.RemoveProject(u"Project1");
   const auto insertion = Open<frmInsertErrorHandlerCode>();
   EXPECT_FALSE(insertion->btmBegin.Enabled());
   insertion->Unload();
@@ -119,41 +92,41 @@ TEST_F(HandlerDialogs, BeginNothingWithoutAScope) {
 
 TEST_F(HandlerDialogs, TheEditorLetsOthersOpenWhenItsLastWriteIsAborted) {
   const auto dialog = Open<frmErrorHandlerScheme>();
-  Place.Services.RegistryService.FailWrites = vb::Failure(5, u"no");
+  world_.Services.RegistryService.FailWrites = vb::Failure(5, u"no");
   dialog->Unload();
   Expected = 1;
-  EXPECT_FALSE(Root->Open);
+  EXPECT_FALSE(root_->Open);
   EXPECT_FALSE(dialog->IsLoaded());
 }
 
 TEST_F(HandlerDialogs, AnEditorOfAnotherDialogLeavesTheGuardAlone) {
   const auto dialog = Open<frmInsertErrorHandlerCode>();
   bool opened = false;
-  Place.Services.DesktopService.OnModal = [&](forms::Form& editor) {
+  world_.Services.DesktopService.OnModal = [&](forms::Form& editor) {
     opened = editor.Name() == u"frmErrorHandlerScheme";
   };
   user::Press(dialog->btmEditSchtmes);
   EXPECT_TRUE(opened);
-  EXPECT_TRUE(Root->Open);
+  EXPECT_TRUE(root_->Open);
   dialog->Unload();
-  EXPECT_FALSE(Root->Open);
+  EXPECT_FALSE(root_->Open);
 }
 
 TEST_F(HandlerDialogs, AbortBehindTheHiddenFormUnloadsIt) {
   for (const char* operation : {"VBE.ActiveVBProject", "VBProject.VBComponents"}) {
     const auto dialog = Open<frmRemoveErrorHandlerCode>();
-    Root->Open = true;
+    root_->Open = true;
     int calls =
         std::string(operation) == "VBE.ActiveVBProject" ? 2 : 1;  // the first is visible yet
-    Place.Environment.SetOperationHook([&](std::string_view call) {
+    world_.Environment.SetOperationHook([&](std::string_view call) {
       if (call == operation && --calls == 0) throw vb::Failure(7, u"no room");
     });
     user::Press(dialog->btmBegin);
-    Place.Environment.SetOperationHook({});
+    world_.Environment.SetOperationHook({});
     ++Expected;
     EXPECT_FALSE(dialog->IsLoaded()) << operation;
-    EXPECT_FALSE(Root->Open) << operation;
-    EXPECT_TRUE(Place.Services.DesktopService.Shown.empty()) << operation;
+    EXPECT_FALSE(root_->Open) << operation;
+    EXPECT_TRUE(world_.Services.DesktopService.Shown.empty()) << operation;
   }
 }
 
@@ -162,12 +135,12 @@ TEST_F(HandlerDialogs, AClipboardThatFailsIsToldByItsHandler) {
   user::Focus(dialog->RicHeader);
   user::SelectText(dialog->RicHeader, 0, 2);
   const String before = dialog->RicHeader.Text();
-  Place.Services.DesktopService.FailClipboard = vb::Failure(521, u"no clipboard");
+  world_.Services.DesktopService.FailClipboard = vb::Failure(521, u"no clipboard");
   user::Press(dialog->btmCopy);
   user::Press(dialog->btmCut);
-  Place.Services.DesktopService.FailClipboard.reset();
+  world_.Services.DesktopService.FailClipboard.reset();
   Expected = 2;
-  const auto& messages = Place.Services.DesktopService.Messages;
+  const auto& messages = world_.Services.DesktopService.Messages;
   ASSERT_EQ(messages.size(), 2U);
   EXPECT_NE(messages[0].Text.find(u"in Tessel.frmErrorHandlerScheme.btmCopy_Click at"),
             String::npos);
@@ -184,8 +157,8 @@ TEST_F(HandlerDialogs, TellTheRootWhichMembersARunTouched) {
   user::Pick(dialog->ComInsertIN, u"Current Project   [Project1]");
   user::Pick(dialog->ComModule, u"Log to File");
   user::Press(dialog->btmBegin);
-  ASSERT_EQ(Root->Ended.size(), 1U);
-  const RunResult& result = Root->Ended.front();
+  ASSERT_EQ(root_->Ended.size(), 1U);
+  const RunResult& result = root_->Ended.front();
   EXPECT_EQ(result.Title, u"Insert Error Handler Code");
   EXPECT_EQ(result.Components, 2);
   ASSERT_EQ(result.Touched.size(), 3U);
@@ -201,7 +174,7 @@ TEST_F(HandlerDialogs, TellTheRootOfAMemberThatFailed) {
   user::Pick(dialog->ComInsertIN, u"Current Component [M]");
   FailOnce("CodeModule.InsertLines");
   user::Press(dialog->btmBegin);
-  const RunResult& result = Root->Ended.at(0);
+  const RunResult& result = root_->Ended.at(0);
   ASSERT_EQ(result.Failures.size(), 1U);
   EXPECT_EQ(result.Failures[0].Component, u"M");
   EXPECT_EQ(result.Failures[0].Member, u"A");
@@ -218,20 +191,20 @@ TEST_F(HandlerDialogs, TellTheRootOfARunThatWasAbortedOrCancelled) {
   user::Pick(dialog->ComRemoveFrom, u"Current Project   [Project1]");
   FailOnce("VBComponents.Item");
   user::Press(dialog->btmBegin);
-  EXPECT_TRUE(Root->Ended.at(0).Aborted);
-  EXPECT_TRUE(Root->Ended.at(0).Touched.empty());
-  Place.Environment.SetOperationHook({});
+  EXPECT_TRUE(root_->Ended.at(0).Aborted);
+  EXPECT_TRUE(root_->Ended.at(0).Touched.empty());
+  world_.Environment.SetOperationHook({});
   dialog = Open<frmRemoveErrorHandlerCode>();
   user::Pick(dialog->ComRemoveFrom, u"Current Project   [Project1]");
-  Place.Services.ClockService.OnDoEvents = [&] {
-    for (forms::Form* form : Place.Services.DesktopService.Shown) {
+  world_.Services.ClockService.OnDoEvents = [&] {
+    for (forms::Form* form : world_.Services.DesktopService.Shown) {
       if (form->Name() == u"ProgressBarWindow") user::Press(*form->Find(u"btmCancel"));
     }
   };
   user::Press(dialog->btmBegin);
-  EXPECT_TRUE(Root->Ended.at(1).Cancelled);
-  EXPECT_FALSE(Root->Ended.at(1).Aborted);
-  EXPECT_EQ(Root->Ended.at(1).Components, 1) << "a module once begun is finished";
+  EXPECT_TRUE(root_->Ended.at(1).Cancelled);
+  EXPECT_FALSE(root_->Ended.at(1).Aborted);
+  EXPECT_EQ(root_->Ended.at(1).Components, 1) << "a module once begun is finished";
 }
 
 }  // namespace

@@ -2,12 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "forms/User.h"
-#include "foundation/CAppSettings.h"
-#include "foundation/CErrorHandler.h"
-#include "support/FakeConnect.h"
-#include "support/Modules.h"
-#include "support/SharedDatabase.h"
+#include "support/DialogWorld.h"
 
 namespace tessel {
 namespace {
@@ -16,35 +11,26 @@ namespace user = forms::user;
 
 constexpr StringView Section = u"Settings\\VBCode\\frmFormatText";
 
-class FormatDialog : public testing::Test {
+class FormatDialog : public test::DialogWorld {
  protected:
   FormatDialog() {
-    gAppSettings = std::make_shared<CAppSettings>();
-    gAppSettings->Init(u"Norvane", u"Tessel");
     world_.Module(u"M", u"Option Explicit\r\nSub A()\r\nx = 1\r\nEnd Sub");
     world_.Module(u"N", u"Sub B()\r\ny = 1\r\nEnd Sub");
     world_.Caret(u"M", 3);
   }
   ~FormatDialog() override {
     if (dialog_) dialog_->Unload();
-    EXPECT_TRUE(world_.Services.DesktopService.Messages.empty()) << "a box that nobody asked for";
-    gAppSettings.reset();
+    ExpectBoxes(0);
   }
 
   frmFormatText& Open() {
-    dialog_ = std::make_shared<frmFormatText>(run_);
-    dialog_->VBInstance = world_.Environment.VBE();
-    test::Attach(*dialog_, root_);
-    dialog_->Show();
+    dialog_ = DialogWorld::Open<frmFormatText>(run_);
     return *dialog_;
   }
   [[nodiscard]] static String Stored(StringView key) {
     return gAppSettings->GetText(Section, key, u"(none)");
   }
 
-  test::World world_;
-  test::SharedDatabase database_;
-  std::shared_ptr<test::FakeConnect> root_ = std::make_shared<test::FakeConnect>();
   std::shared_ptr<mFormatText::FormatRun> run_ = std::make_shared<mFormatText::FormatRun>();
   std::shared_ptr<frmFormatText> dialog_;
 };

@@ -2,12 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "forms/User.h"
-#include "foundation/CAppSettings.h"
 #include "foundation/Defaults.h"
-#include "support/FakeConnect.h"
-#include "support/Modules.h"
-#include "support/SharedDatabase.h"
+#include "support/DialogWorld.h"
 
 namespace tessel {
 namespace {
@@ -16,22 +12,12 @@ namespace user = forms::user;
 
 constexpr int NameColumn = 1, PrefixColumn = 2, EnableColumn = 3;
 
-class Settings : public testing::Test {
+class Settings : public test::DialogWorld {
  protected:
-  Settings() {
-    gErrorHandler = std::make_shared<CErrorHandler>();
-    gErrorHandler->SetErrorHandlerActions(ActionErrorDialog);
-    gErrorHandler->SetCallStackEnabled(true);
-    gAppSettings = std::make_shared<CAppSettings>();
-    gAppSettings->Init(u"Norvane", u"Tessel");
-    dialog_->VBInstance = world_.Environment.VBE();
-    test::Attach(*dialog_, root_);
-  }
+  Settings() { Give(*dialog_); }
   ~Settings() override {
     dialog_->Unload();
     EXPECT_EQ(gErrorHandler->CallStack(), std::vector<String>()) << "every routine was left";
-    gAppSettings.reset();
-    gErrorHandler.reset();
   }
 
   void Open(StringView page = u"") {
@@ -70,11 +56,6 @@ class Settings : public testing::Test {
     }
     return -1;
   }
-  [[nodiscard]] memory::ScriptedDesktop& Desktop() { return world_.Services.DesktopService; }
-
-  test::World world_;
-  test::SharedDatabase database_;
-  std::shared_ptr<test::FakeConnect> root_ = std::make_shared<test::FakeConnect>();
   std::shared_ptr<frmSettings> dialog_ = std::make_shared<frmSettings>();
 };
 

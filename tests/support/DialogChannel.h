@@ -76,6 +76,9 @@ class DialogChannel : public testing::Test {
     return Replies[requests_.size() - 1];
   }
 
+  /// Drops the requests: another script begins.
+  void Forget() { requests_.clear(); }
+
   /// Name of the form in front, empty for none.
   static std::string FormOf(const Json& reply) {
     const Json& front = reply.at("front");

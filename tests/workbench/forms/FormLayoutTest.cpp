@@ -22,6 +22,12 @@
 #include <QToolButton>
 
 #include "addin/frmAbout.h"
+#include "builders/frmArgumentBuilder.h"
+#include "builders/frmClassBuilder.h"
+#include "builders/frmEnumBuilder.h"
+#include "builders/frmParameterEnum.h"
+#include "builders/frmProcedureBuilder.h"
+#include "builders/frmPropertyBuilder.h"
 #include "errorhandlers/frmErrorHandlerScheme.h"
 #include "errorhandlers/frmInsertErrorHandlerCode.h"
 #include "errorhandlers/frmRemoveErrorHandlerCode.h"
@@ -31,6 +37,7 @@
 #include "foundation/frmErrorMessage.h"
 #include "snippets/OpenLibraries.h"
 #include "snippets/frmFragmentBuilder.h"
+#include "settingsdialog/frmSettings.h"
 #include "support/Modules.h"
 #include "support/SharedDatabase.h"
 #include "workbench/forms/Desk.h"
@@ -249,6 +256,40 @@ TEST_P(EveryForm, TheSchemeEditorCanBeReadOnADarkPalette) {
   EXPECT_GT(colored, 0);
   form->Unload();
   QApplication::setPalette(before);
+}
+
+TEST_P(EveryForm, TheBuildersAreWhole) {
+  world_.Environment.AddComponent(u"", host::vbext_ct_ClassModule, u"CustomerOrderPosition", u"");
+  const auto look = [this](const auto& form) {
+    form->VBInstance = world_.Environment.VBE();
+    Look(*form);
+    form->Unload();
+  };
+  look(std::make_shared<frmProcedureBuilder>());
+  look(std::make_shared<frmPropertyBuilder>());
+  look(std::make_shared<frmClassBuilder>());
+  look(std::make_shared<frmEnumBuilder>());
+}
+
+TEST_P(EveryForm, TheDialogsOfArgumentsAndMembersAreWhole) {
+  const auto argument = std::make_shared<frmArgumentBuilder>();
+  argument->TableType = {u"(None)", u"Collection", u"Currency"};
+  Look(*argument);
+  argument->Unload();
+  const auto member = std::make_shared<frmParameterEnum>();
+  Look(*member);
+  member->Unload();
+}
+
+TEST_P(EveryForm, TheSettingsAreWholeOnEveryPage) {
+  const auto form = std::make_shared<frmSettings>();
+  form->VBInstance = world_.Environment.VBE();
+  desk_.Open(*form);
+  for (int page = 0; page < static_cast<int>(form->VSIndexTab1.Pages().size()); ++page) {
+    forms::user::Pick(form->List1, page);
+    Look(*form, QStringLiteral("-%1").arg(page));
+  }
+  form->Unload();
 }
 
 TEST_P(EveryForm, TheProgressWindowIsWholeWithLongMessages) {
