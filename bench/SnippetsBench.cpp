@@ -63,9 +63,10 @@ Library& Large() {
 
 /// What everything else is measured by.
 void ReadTreePlainly(benchmark::State& state) {
+  Library& large = Large();
   for (auto _ : state) {
     sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v2(Large().Connection->Handle(),
+    sqlite3_prepare_v2(large.Connection->Handle(),
                        "SELECT ID, Name, lft, rgt FROM Tree ORDER BY lft", -1, &statement, nullptr);
     while (sqlite3_step(statement) == SQLITE_ROW) {
       benchmark::DoNotOptimize(sqlite3_column_int64(statement, 0));

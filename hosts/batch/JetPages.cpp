@@ -1,5 +1,6 @@
 #include "hosts/batch/JetPages.h"
 
+#include <algorithm>
 #include <array>
 #include <numeric>
 #include <utility>
@@ -13,7 +14,7 @@ using Byte = unsigned char;
 
 constexpr int CommonCodePage = 1252;
 constexpr char DefinitionPage = 2;
-constexpr char MemoType = 12, BytesType = 11;
+constexpr char MemoType = 12, BytesType = 11, FirstType = 1, LastType = 20;
 
 /// Where a definition keeps its columns, in each of the two formats.
 struct DefinitionPlaces {
@@ -50,6 +51,11 @@ std::string Uncovered(std::string_view bytes) {
     out += static_cast<char>(static_cast<Byte>(byte) ^ mask);
   }
   return out;
+}
+
+bool IsName(StringView name) {
+  return !name.empty() &&
+         std::all_of(name.begin(), name.end(), [](char16_t unit) { return unit >= u' '; });
 }
 
 /// The names behind a definition's columns: the length of each, then its text.
@@ -105,7 +111,8 @@ std::vector<JetColumn> MemosAsBytes(std::string& page, const JetHeader& header) 
   NameReader names(page, first + count * places.ColumnSize, header);
   for (std::size_t at = first; columns.size() < count; at += places.ColumnSize) {
     const auto name = names.Next();
-    if (!name) return {};
+    // The rest of a long definition stands on a page that looks like one, but isn't.
+    if (!name || !IsName(*name) || page[at] < FirstType || page[at] > LastType) return {};
     columns.push_back({*name, page[at] == MemoType});
   }
   for (std::size_t at = 0; at < count; ++at) {
