@@ -59,6 +59,7 @@ void Connect::AddinInstance_OnConnection(const std::shared_ptr<host::VBE>& appli
     AddToAddInCommandBar(u"Tessel");
     AddToAddInCommandBarEvents();
     clock.DoEvents();
+    StartWatchers();
     CreateExplorerWindow();
     dialogOpen_ = false;
   } catch (...) {
@@ -136,6 +137,7 @@ void Connect::ctrVBComponentsEvents_ItemAdded() {
 void Connect::AddinInstance_OnDisconnection() {
   const auto self = weak_from_this().lock();
   try {
+    StopWatchers();
     RemoveBar();
     controls_.clear();
     vbInstance_.reset();

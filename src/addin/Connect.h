@@ -17,6 +17,8 @@
 #include "foundation/Routine.h"
 #include "host/IConnect.h"
 #include "host/VBE.h"
+#include "watchers/cMDIClient.h"
+#include "watchers/cWinProperties.h"
 
 namespace tessel {
 
@@ -146,6 +148,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
 
   void OpenDatabases();
   void CreateExplorerWindow();
+  void StartWatchers();
+  void StopWatchers();
   void RemoveBar();
   void SaveExplorerWindow();
   void ctrVBProjectsEvents_ItemAdded();
@@ -179,6 +183,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   std::shared_ptr<host::VBProjectsEvents> ctrVBProjectsEvents_;
   std::shared_ptr<host::VBComponentsEvents> ctrVBComponentsEvents_;
   std::vector<Control> controls_;
+  std::shared_ptr<cWinProperties> WinProperties;
+  std::shared_ptr<cMDIClient> MDIClient;
 
   std::shared_ptr<frmProcedureBuilder> ProcedureBuilder;
   std::shared_ptr<frmPropertyBuilder> PropertyBuilder;
