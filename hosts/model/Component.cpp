@@ -92,6 +92,10 @@ void VBComponent::Activate() {
     return;
   }
   DesignerWindow().SetVisible(true);
+  if (const auto vbe = Environment()) {
+    vbe->Activate(Project());
+    vbe->Select(shared_from_this());
+  }
   hook_->Tell(&Observer::DesignerShown, *this);
 }
 

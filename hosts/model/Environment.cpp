@@ -96,6 +96,9 @@ void AddByMenu(Vbe& vbe, const AddingCommand& command) {
   const auto component = components.Make(command.Type, name);
   vbe.Select(component);
   components.Tell(component);
+  // The environment's own doing, whoever pressed the command.
+  const CallsOf environment(*vbe.OwnHook(), CallsOf::Environment);
+  component->Activate();
 }
 
 void BuildMenuBar(const std::shared_ptr<Vbe>& vbe) {
@@ -152,6 +155,7 @@ std::shared_ptr<host::VBProject> Environment::NewProject(StringView name,
   vbe_->OwnHook()->Tell(&Observer::ProjectsChanged);
   vbe_->Activate(project);
   vbe_->OwnEvents().ProjectAdded(project);
+  vbe_->OwnWindows().ShowProperties();
   return project;
 }
 
@@ -166,14 +170,17 @@ void Environment::RemoveProject(const std::shared_ptr<VBProject>& project) {
   auto& all = vbe_->Projects().All();
   std::erase(all, project);
   vbe_->OwnHook()->Tell(&Observer::ProjectsChanged);
-  const bool active = vbe_->Active() == project;
-  const auto next = all.empty() ? nullptr : all.front();
-  if (active) vbe_->Activate(next);
+  if (vbe_->Active() == project) vbe_->Activate(all.empty() ? nullptr : all.front());
   for (const auto& window : windows) window->Close();
-  if (!active) vbe_->OwnWindows().ShowProperties();
+  vbe_->OwnWindows().ShowProperties();
 }
 
-void Environment::ActivateProject(StringView name) { vbe_->Activate(ProjectNamed(*vbe_, name)); }
+void Environment::ActivateProject(StringView name) {
+  const auto project = ProjectNamed(*vbe_, name);
+  if (vbe_->Active() == project) return;
+  vbe_->Activate(project);
+  vbe_->OwnWindows().ShowProperties();
+}
 
 std::shared_ptr<host::VBComponent> Environment::AddComponent(StringView project,
                                                              host::vbext_ComponentType type,
@@ -207,7 +214,10 @@ void Environment::RenameComponent(StringView project, StringView name, StringVie
 }
 
 void Environment::SelectComponent(StringView name) {
-  vbe_->Select(name.empty() ? nullptr : ComponentAnywhere(*vbe_, name));
+  const auto component = name.empty() ? nullptr : ComponentAnywhere(*vbe_, name);
+  if (vbe_->Selected() == component) return;
+  vbe_->Select(component);
+  vbe_->OwnWindows().ShowProperties();
 }
 
 std::shared_ptr<host::VBComponent> Environment::Component(StringView name) const {

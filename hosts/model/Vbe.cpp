@@ -113,7 +113,10 @@ void Vbe::BringToFront(const std::shared_ptr<CodePane>& pane) {
   std::erase(shown_, pane);
   shown_.push_back(pane);
   pane->OwnWindow().SetVisible(true);
-  if (const auto component = pane->Module()->Component()) Activate(component->Project());
+  if (const auto component = pane->Module()->Component()) {
+    Activate(component->Project());
+    Select(component);
+  }
   hook_->Tell(&Observer::PaneShown, pane);
 }
 
@@ -121,14 +124,12 @@ void Vbe::Activate(const std::shared_ptr<VBProject>& project) {
   if (active_.lock() == project) return;
   active_ = project;
   hook_->Tell(&Observer::ChoiceChanged);
-  windows_->ShowProperties();
 }
 
 void Vbe::Select(const std::shared_ptr<VBComponent>& component) {
   if (selected_.lock() == component) return;
   selected_ = component;
   hook_->Tell(&Observer::ChoiceChanged);
-  windows_->ShowProperties();
 }
 
 void Vbe::ClosePane(const CodeModule& module) {

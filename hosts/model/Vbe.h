@@ -54,6 +54,7 @@ class Vbe : public host::VBE, public std::enable_shared_from_this<Vbe> {
   [[nodiscard]] model::CommandBars& OwnBars() { return *bars_; }
   [[nodiscard]] const Hook& OwnHook() const { return hook_; }
   [[nodiscard]] std::shared_ptr<VBProject> Active() const { return active_.lock(); }
+  [[nodiscard]] std::shared_ptr<VBComponent> Selected() const { return selected_.lock(); }
   void Activate(const std::shared_ptr<VBProject>& project);
   void Select(const std::shared_ptr<VBComponent>& component);
 

@@ -4,8 +4,7 @@
 
 #include <filesystem>
 
-#include "connections/cConnectReestr.h"
-#include "connections/cConnectionMDBs.h"
+#include "connections/OpenRegistered.h"
 #include "foundation/CAppSettings.h"
 #include "foundation/Routine.h"
 #include "insertion/mGlobals.h"
@@ -17,6 +16,7 @@ namespace tessel {
 namespace {
 
 constexpr StringView Settings = u"Settings";
+constexpr StringView ExplorerProgId = u"Tessel.udProjectExplorer";
 
 bool WindowIsWanted() {
   return gAppSettings && gAppSettings->GetText(Settings, u"ProjectExplorerWindow", u"0") == u"1";
@@ -48,6 +48,7 @@ void Connect::AddinInstance_OnConnection(const std::shared_ptr<host::VBE>& appli
     vbInstance_ = application;
     vbeVersion_ = vb::Val(Need(vbInstance_).Version());
     ctrFennickEvents_ = Need(vbInstance_).Events()->VBControlsEvents();
+    BindControlEvents();
     ctrVBProjectsEvents_ = Need(vbInstance_).Events()->VBProjectsEvents();
     ctrVBProjectsEvents_->ItemAdded =
         Entering<std::shared_ptr<host::VBProject>>(&Connect::ctrVBProjectsEvents_ItemAdded);
@@ -83,17 +84,7 @@ void Connect::OpenDatabases() {
   gConnectReestr->SaveConnect(SharedConnection, app.Path() + u"\\Data\\Personal.MDB");
   const auto registered = gConnectReestr->GetAllConnect();
   if (!registered) return;
-  for (const RegisteredConnection& row : *registered) {
-    const auto connection = std::make_shared<cConnectionMDB>();
-    gConnectionMDBs->Add(connection, row.Name);
-    connection->mConnectMDB = std::make_shared<store::Connection>();
-    connection->NameConnect = row.Name;
-    connection->FileName = row.FileName;
-    if (connection->OpenConnection()) continue;
-    connection->mConnectMDB.reset();
-    gConnectionMDBs->Remove(row.Name);
-    gConnectReestr->DeleteConnection(row.FileName);
-  }
+  for (const RegisteredConnection& row : *registered) OpenRegistered(row);
 }
 
 void Connect::CreateExplorerWindow() {
@@ -104,10 +95,14 @@ void Connect::CreateExplorerWindow() {
   } else {
     explorerWindowGUID_ = gAppSettings->GetText(Settings, Guid, u"0");
   }
+  const auto documents = [this](StringView progId) -> std::shared_ptr<forms::Document> {
+    if (progId != ExplorerProgId) return nullptr;
+    return explorerDocument_ = std::make_shared<udProjectExplorer>();
+  };
   explorerWindow_ = Need(vbInstance_)
                         .Windows()
-                        ->CreateToolWindow({}, u"Tessel.udProjectExplorer",
-                                           u"Tessel Project Explorer", explorerWindowGUID_)
+                        ->CreateToolWindow(documents, ExplorerProgId, u"Tessel Project Explorer",
+                                           explorerWindowGUID_)
                         .Frame;
 }
 
@@ -136,6 +131,9 @@ void Connect::ctrVBComponentsEvents_ItemAdded() {
 
 void Connect::AddinInstance_OnDisconnection() {
   const auto self = weak_from_this().lock();
+  // The one dialog that can stand while the environment goes: it writes its settings and lets go of
+  // the databases as long as both are there.
+  if (FragmentBuilder) Enter([&] { FragmentBuilder->Unload(); });
   try {
     StopWatchers();
     RemoveBar();
@@ -150,6 +148,7 @@ void Connect::AddinInstance_OnDisconnection() {
     ctrVBProjectsEvents_.reset();
     ctrVBComponentsEvents_.reset();
     SaveExplorerWindow();
+    explorerDocument_.reset();
     gAppSettings.reset();
   } catch (...) {
     ShowPlainly(vb::CurrentFailure());

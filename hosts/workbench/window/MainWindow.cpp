@@ -435,6 +435,7 @@ void MainWindow::WindowActivated() {
   ShowPlace();
   const auto component = children_->CurrentComponent();
   if (!component) return;
+  const bool turns = vbe_->Selected() != component;
   if (const CodeWindow* const code = children_->CurrentCode()) {
     reader_.Begin();
     if (vbe_->ActiveCodePane() != code->Pane()) vbe_->BringToFront(code->Pane());
@@ -443,6 +444,7 @@ void MainWindow::WindowActivated() {
     ShowProperties(component, view->Selected());
   }
   vbe_->Select(component);
+  if (turns) vbe_->OwnWindows().ShowProperties();
 }
 
 void MainWindow::ShowProperties(const std::shared_ptr<model::VBComponent>& component,
