@@ -4,8 +4,7 @@
 
 #include <filesystem>
 
-#include "connections/cConnectReestr.h"
-#include "connections/cConnectionMDBs.h"
+#include "connections/OpenRegistered.h"
 #include "foundation/CAppSettings.h"
 #include "foundation/Routine.h"
 #include "insertion/mGlobals.h"
@@ -49,6 +48,7 @@ void Connect::AddinInstance_OnConnection(const std::shared_ptr<host::VBE>& appli
     vbInstance_ = application;
     vbeVersion_ = vb::Val(Need(vbInstance_).Version());
     ctrFennickEvents_ = Need(vbInstance_).Events()->VBControlsEvents();
+    BindControlEvents();
     ctrVBProjectsEvents_ = Need(vbInstance_).Events()->VBProjectsEvents();
     ctrVBProjectsEvents_->ItemAdded =
         Entering<std::shared_ptr<host::VBProject>>(&Connect::ctrVBProjectsEvents_ItemAdded);
@@ -83,17 +83,7 @@ void Connect::OpenDatabases() {
   gConnectReestr->SaveConnect(SharedConnection, app.Path() + u"\\Data\\Personal.MDB");
   const auto registered = gConnectReestr->GetAllConnect();
   if (!registered) return;
-  for (const RegisteredConnection& row : *registered) {
-    const auto connection = std::make_shared<cConnectionMDB>();
-    gConnectionMDBs->Add(connection, row.Name);
-    connection->mConnectMDB = std::make_shared<store::Connection>();
-    connection->NameConnect = row.Name;
-    connection->FileName = row.FileName;
-    if (connection->OpenConnection()) continue;
-    connection->mConnectMDB.reset();
-    gConnectionMDBs->Remove(row.Name);
-    gConnectReestr->DeleteConnection(row.FileName);
-  }
+  for (const RegisteredConnection& row : *registered) OpenRegistered(row);
 }
 
 void Connect::CreateExplorerWindow() {
@@ -140,6 +130,9 @@ void Connect::ctrVBComponentsEvents_ItemAdded() {
 
 void Connect::AddinInstance_OnDisconnection() {
   const auto self = weak_from_this().lock();
+  // The one dialog that can stand while the environment goes: it writes its settings and lets go of
+  // the databases as long as both are there.
+  if (FragmentBuilder) Enter([&] { FragmentBuilder->Unload(); });
   try {
     RemoveBar();
     controls_.clear();

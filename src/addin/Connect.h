@@ -10,6 +10,9 @@
 #include "builders/frmEnumBuilder.h"
 #include "builders/frmProcedureBuilder.h"
 #include "builders/frmPropertyBuilder.h"
+#include "controlnaming/frmAddControl.h"
+#include "controlnaming/frmControlName.h"
+#include "controlnaming/frmUpdateControlName.h"
 #include "errorhandlers/frmErrorHandlerScheme.h"
 #include "errorhandlers/frmInsertErrorHandlerCode.h"
 #include "errorhandlers/frmRemoveErrorHandlerCode.h"
@@ -18,6 +21,8 @@
 #include "foundation/Routine.h"
 #include "host/IConnect.h"
 #include "host/VBE.h"
+#include "settingsdialog/frmSettings.h"
+#include "snippets/frmFragmentBuilder.h"
 
 namespace tessel {
 
@@ -39,13 +44,13 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
 
   // Answers and the mailbox of the naming dialogs.
   [[nodiscard]] int ReturnOkCancel() const { return returnOkCancel_; }
-  void SetReturnOkCancel(int value) { returnOkCancel_ = value; }
-  [[nodiscard]] const String& ItemAddedName() const { return itemAddedName_; }
-  void SetItemAddedName(StringView value) { itemAddedName_ = value; }
+  void SetReturnOkCancel(int value) override { returnOkCancel_ = value; }
+  [[nodiscard]] const String& ItemAddedName() const override { return itemAddedName_; }
+  void SetItemAddedName(StringView value) override { itemAddedName_ = value; }
   [[nodiscard]] const String& ItemAddedTag() const { return itemAddedTag_; }
   void SetItemAddedTag(StringView value) { itemAddedTag_ = value; }
   [[nodiscard]] const String& ItemAddedText() const { return itemAddedText_; }
-  void SetItemAddedText(StringView value) { itemAddedText_ = value; }
+  void SetItemAddedText(StringView value) override { itemAddedText_ = value; }
   /// True while a naming dialog is up; greys the commands.
   [[nodiscard]] bool WindowsFormFennick() const { return windowsFormFennick_; }
   void SetWindowsFormFennick(bool value);
@@ -55,6 +60,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   void HideProjectExplorer() override;
   void ShowProjectExplorer();
   void RefreshTreeExplorer(bool twitchCursor) override;
+  void ShowProjectFragment();
+  void HideProjectFragment() override;
   void ShowProcedureBuilder() override;
   void HideProcedureBuilder() override;
   void ShowPropertyBuilder() override;
@@ -68,6 +75,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   std::function<void(const RunResult&)> OnRunEnded;
   void ShowFormatText();
   void HideFormatText() override;
+  void ShowSettings(StringView pageName) override;
+  void MenuHandlerSetttings_Click();
   void ShowAbout();
   void ShowEditErrorHandlerScheme();
   void HideEditErrorHandlerScheme();
@@ -88,6 +97,12 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   /// The menu's command: from now on the window is the user's, and no component that is added
   /// brings it back.
   void MenuHandlerProjectExplorer_Click();
+  /// Asks whether a control's new name goes into the code of its component; nothing while a naming
+  /// dialog is up.
+  void ShowControlName(StringView oldName, StringView newName, StringView componentName);
+  /// Carries a new name into the code in front by hand, the selected word as the old name.
+  void VBAUpdateControlName();
+
   /// The bar's button for enums, which lets the Explorer follow at once.
   void MenuFastCreadeDeclareEnum_Click();
 
@@ -148,12 +163,29 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
     };
   }
 
+  /// The same for an event whose parameters the handler takes.
+  template <class... Parameters>
+  [[nodiscard]] auto EnteringWith(void (Connect::*handler)(Parameters...)) {
+    return [weak = weak_from_this(), handler](Parameters... event) {
+      if (const auto self = weak.lock()) Enter([&] { ((*self).*handler)(event...); });
+    };
+  }
+
   void OpenDatabases();
   void CreateExplorerWindow();
   void RemoveBar();
   void SaveExplorerWindow();
   void ctrVBProjectsEvents_ItemAdded();
   void ctrVBComponentsEvents_ItemAdded();
+
+  using ControlOnDesigner = std::shared_ptr<host::VBControl>;
+  void BindControlEvents();
+  void ctrFennickEvents_ItemAdded(const ControlOnDesigner& control);
+  void ctrFennickEvents_ItemRenamed(const ControlOnDesigner& control, StringView oldName,
+                                    int oldIndex);
+  void AskForName(const Statements& run, const ControlOnDesigner& control);
+  template <class Form, class Body>
+  void WhileNaming(StringView routine, std::shared_ptr<Form>& reference, Body&& body);
 
   void AddToAddInCommandBar(StringView caption);
   void AddToAddInCommandBarEvents();
@@ -170,7 +202,10 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   void HookUp(Control& control, const std::shared_ptr<host::CommandBarEvents>& sink);
 
   template <class Form, class... Parts>
-  void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference, const Parts&... parts);
+  void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference, platform::ShowStyle style,
+                   const Parts&... parts);
+  /// Tells a dialog whom it works for, and lets it go with the root.
+  void Adopt(const std::shared_ptr<ToolForm>& form);
   template <class Form>
   void HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh);
 
@@ -185,6 +220,7 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   std::shared_ptr<host::VBComponentsEvents> ctrVBComponentsEvents_;
   std::vector<Control> controls_;
 
+  std::shared_ptr<frmFragmentBuilder> FragmentBuilder;
   std::shared_ptr<frmProcedureBuilder> ProcedureBuilder;
   std::shared_ptr<frmPropertyBuilder> PropertyBuilder;
   std::shared_ptr<frmClassBuilder> ClassBuilder;
@@ -195,10 +231,14 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
       std::make_shared<mInsertErrorHandlerCode::RunContext>();
 
   std::shared_ptr<frmFormatText> FormatText;
+  std::shared_ptr<frmSettings> SettingsDialog;
   std::shared_ptr<frmAbout> About;
   std::shared_ptr<frmErrorHandlerScheme> EditErrorHandlerScheme;
   std::shared_ptr<frmInsertErrorHandlerCode> InsertErrorHandlerCode;
   std::shared_ptr<frmRemoveErrorHandlerCode> RemoveErrorHandlerCode;
+
+  std::shared_ptr<frmAddControl> AddControl;
+  std::shared_ptr<frmControlName> ControlName;
 
   std::vector<std::weak_ptr<forms::Form>> dialogs_;  // all that were made and live
 

@@ -126,6 +126,11 @@ class Grid : public Control {
   [[nodiscard]] bool Redraw() const { return redraw_; }
 
   Designed<std::vector<int>> ColumnWidths{this};  ///< in characters; empty: by content
+  static constexpr int TwipsOfCharacter = 120;
+  /// Characters that a width in twips holds, rounded.
+  [[nodiscard]] static constexpr int CharactersOf(int twips) {
+    return (twips + TwipsOfCharacter / 2) / TwipsOfCharacter;
+  }
   Designed<bool> Editable{this};
 
   /// A handler that sets `cancel` refuses the edit.

@@ -17,9 +17,11 @@ struct FakeConnect : IConnect {
   bool Open = true;
   std::vector<RunResult> Ended;
   std::vector<std::string> Asked;
+  std::vector<String> SettingsShown;  ///< the pages that were asked for
   [[nodiscard]] bool DialogOpen() const override { return Open; }
   void SetDialogOpen(bool value) override { Open = value; }
   void RefreshTreeExplorer(bool) override {}
+  void HideProjectFragment() override {}
   void HideProjectExplorer() override { Asked.emplace_back("HideProjectExplorer"); }
   void ShowProcedureBuilder() override { Asked.emplace_back("ShowProcedureBuilder"); }
   void ShowPropertyBuilder() override { Asked.emplace_back("ShowPropertyBuilder"); }
@@ -29,8 +31,15 @@ struct FakeConnect : IConnect {
   void HidePropertyBuilder() override {}
   void HideClassBuilder() override {}
   void HideEnum() override {}
+  int Answer = 0;
+  String AddedName, AddedText;
+  void SetReturnOkCancel(int value) override { Answer = value; }
+  [[nodiscard]] const String& ItemAddedName() const override { return AddedName; }
+  void SetItemAddedName(StringView value) override { AddedName = value; }
+  void SetItemAddedText(StringView value) override { AddedText = value; }
   void RunEnded(const RunResult& result) override { Ended.push_back(result); }
   void HideFormatText() override {}
+  void ShowSettings(StringView pageName) override { SettingsShown.emplace_back(pageName); }
   void HideInsertErrorHandlerCode() override {}
   void HideRemoveErrorHandlerCode() override {}
 };
