@@ -64,6 +64,9 @@ class Vbe : public host::VBE, public std::enable_shared_from_this<Vbe> {
   void BringToFront(const std::shared_ptr<CodePane>& pane);
   /// Closes the pane of a module, if it has one open.
   void ClosePane(const CodeModule& module);
+  /// As ClosePane, but for the window itself, which the caller closes when the model is whole
+  /// again: whoever hears of that may ask about anything. Null without a pane.
+  [[nodiscard]] std::shared_ptr<Window> TakePane(const CodeModule& module);
 
  private:
   Hook hook_;

@@ -103,6 +103,7 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
   vbe_->SetObserver(this);
   services_.Desktop().SetParent(this);
   services_.UseWindows(workspace_.OwnWindows());
+  messages_ = std::make_unique<WindowMessages>(*children_, workspace_.OwnWindows());
   services_.Desktop().RunTool = [this](const std::function<void()>& action) { RunTool(action); };
   ApplyOptions();
   Place();
@@ -132,6 +133,7 @@ MainWindow::~MainWindow() {
   vbe_->SetObserver(nullptr);
   services_.Desktop().RunTool = nullptr;
   services_.Desktop().SetParent(nullptr);
+  messages_.reset();
   // The windows hold parts of the model that must go ahead of it.
   delete children_;
 }
