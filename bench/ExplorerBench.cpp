@@ -4,7 +4,7 @@
 
 #include "explorer/udProjectExplorer.h"
 #include "foundation/CAppSettings.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "hosts/memory/UnattendedPlatform.h"
 #include "hosts/model/Environment.h"
 #include "scanning/mFunctions.h"
 #include "vb/Numbers.h"
@@ -48,7 +48,7 @@ struct World {
     document->SetTreeVBA(gEventCODE);
     return document;
   }
-  memory::MemoryPlatform Services;
+  memory::UnattendedPlatform Services;
   platform::ScopedPlatform Scope{Services};
   model::Environment Environment{Services};
 };

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "foundation/CErrorHandler.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "support/MemoryPlatform.h"
 
 namespace tessel {
 namespace {
