@@ -289,7 +289,10 @@ void ChannelDesktop::SetText(StringView text) {
   Note({{"kind", "clipboard"}, {"text", Utf8(text)}});
 }
 
-void ChannelDesktop::SendKeys(StringView keys) { Note({{"kind", "keys"}, {"keys", Utf8(keys)}}); }
+void ChannelDesktop::SendKeys(StringView keys) {
+  Note({{"kind", "keys"}, {"keys", Utf8(keys)}});
+  if (waiting_.empty() && OnKeys) OnKeys(keys);
+}
 
 void ChannelDesktop::Beep() { Note({{"kind", "beep"}}); }
 

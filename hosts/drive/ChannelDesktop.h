@@ -1,6 +1,7 @@
 // A desktop whose user speaks through the channel.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -61,6 +62,8 @@ class ChannelDesktop : public platform::Boxes,
   /// Set before anything is shown; not owned.
   void Attach(Channel* channel) { channel_ = channel; }
 
+  /// Gets the keys that are sent while no dialog and no box waits in front.
+  std::function<void(StringView keys)> OnKeys;
   /// The front as replies tell it; null when nothing waits.
   [[nodiscard]] Json Front() const;
   /// The topmost of what waits, null for none.

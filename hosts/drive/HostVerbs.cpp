@@ -79,8 +79,6 @@ Json Message(Session& session, const Json& request) {
   if (session.Services().Windows().ClassName(window).empty()) {
     Refuse("there is no window " + std::to_string(window));
   }
-  // What hears the message is the add-in.
-  const auto calls = session.Environment().WhoseCalls(model::CallsOf::AddIn);
   const auto result = session.Environment().OwnWindows().Send(
       {window, static_cast<std::uint32_t>(IntField(request, "message")),
        IntField(request, "wparam", 0), IntField(request, "lparam", 0)});

@@ -6,6 +6,7 @@
 
 #include "hosts/drive/Fields.h"
 #include "hosts/drive/Operations.h"
+#include "hosts/drive/PaneKeys.h"
 #include "hosts/drive/RunDifferences.h"
 #include "vb/Failure.h"
 
@@ -68,6 +69,7 @@ Session::Session(const SessionOptions& options, std::istream& in, std::ostream& 
           [this] { return Desktop().Front(); }) {
   Desktop().Attach(&channel_);
   platform_.UseWindows(workspace_.OwnWindows());
+  Desktop().OnKeys = [this](StringView keys) { TypeInPane(workspace_, keys); };
   workspace_.SetOperationHook([this](std::string_view operation) {
     if (failures_.empty()) return;
     const auto found = failures_.find(operation);

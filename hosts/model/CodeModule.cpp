@@ -166,21 +166,40 @@ std::shared_ptr<host::CodePane> CodeModule::CodePane() {
 }
 
 std::shared_ptr<model::CodePane> CodeModule::OwnPane() {
-  if (auto pane = pane_.lock()) return pane;
+  if (auto pane = pane_.lock()) {
+    pane->Reopen();
+    return pane;
+  }
   const auto component = component_.lock();
   const auto vbe = component ? component->Environment() : nullptr;
   if (!vbe) throw vb::RuntimeFailure(vb::ObjectNotSet);
   auto pane = std::make_shared<model::CodePane>(
       hook_, shared_from_this(),
-      vbe->OwnWindows().Create(u"VbaWindow", component->PlainName() + u" (Code)"));
+      vbe->OwnWindows().Create(u"VbaWindow", CodePane::CaptionOf(*component)));
   pane_ = pane;
   vbe->KeepPane(pane);
+  pane->OwnWindow().Announce();
   return pane;
 }
 
 CodePane::CodePane(Hook hook, const std::shared_ptr<model::CodeModule>& module,
                    std::shared_ptr<model::Window> window)
     : hook_(std::move(hook)), module_(module), window_(std::move(window)) {}
+
+String CodePane::CaptionOf(const VBComponent& component) {
+  return component.PlainName() + u" (Code)";
+}
+
+void CodePane::Reopen() {
+  if (window_->IsOpen()) return;
+  const auto module = module_.lock();
+  const auto component = module ? module->Component() : nullptr;
+  const auto vbe = component ? component->Environment() : nullptr;
+  if (!vbe) throw vb::RuntimeFailure(vb::ObjectNotSet);
+  window_ = vbe->OwnWindows().Create(u"VbaWindow", CaptionOf(*component));
+  vbe->KeepPane(shared_from_this());
+  window_->Announce();
+}
 
 std::shared_ptr<host::Window> CodePane::Window() {
   (*hook_)("CodePane.Window");

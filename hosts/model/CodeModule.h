@@ -46,6 +46,8 @@ class CodeModule : public host::CodeModule, public std::enable_shared_from_this<
   void Reload(LineBuffer lines);
   [[nodiscard]] std::shared_ptr<VBComponent> Component() const { return component_.lock(); }
   [[nodiscard]] std::shared_ptr<model::CodePane> OwnPane();
+  /// The pane when there is one, else null.
+  [[nodiscard]] std::shared_ptr<model::CodePane> OpenPane() const { return pane_.lock(); }
   /// The lines, loaded when they weren't.
   [[nodiscard]] const LineBuffer& Buffer();
   /// As `Buffer`, with what hangs on lines where it is to be written.
@@ -86,10 +88,15 @@ class CodePane : public host::CodePane, public std::enable_shared_from_this<Code
   [[nodiscard]] std::shared_ptr<host::CodeModule> CodeModule() override;
   void Show() override;
 
+  /// Gives a pane whose window was closed another one. No effect on one that has its window.
+  void Reopen();
   /// Takes over what the user did in the pane's own window.
   void Follow(const host::Selection& selection, int topLine);
   [[nodiscard]] std::shared_ptr<model::CodeModule> Module() const { return module_.lock(); }
   [[nodiscard]] model::Window& OwnWindow() { return *window_; }
+  [[nodiscard]] const std::shared_ptr<model::Window>& SharedWindow() const { return window_; }
+  /// The caption of a pane's window.
+  [[nodiscard]] static String CaptionOf(const VBComponent& component);
 
  private:
   [[nodiscard]] int ClampLine(int line) const;

@@ -1,5 +1,7 @@
 #include "hosts/model/Component.h"
 
+#include <utility>
+
 #include "hosts/model/Project.h"
 #include "hosts/model/Vbe.h"
 #include "vb/Failure.h"
@@ -40,7 +42,15 @@ void VBComponent::SetName(StringView name) {
     designer_->Tree().Rename(*designer_->Tree().Root(), name);
   }
   if (storage_) storage_->Renamed(*this);
+  CaptionWindows();
   hook_->Tell(&Observer::ProjectsChanged);
+  if (const auto vbe = Environment()) vbe->OwnWindows().ShowProperties();
+}
+
+void VBComponent::CaptionWindows() {
+  if (designerWindow_) designerWindow_->SetCaption(name_);
+  const auto pane = module_ ? module_->OpenPane() : nullptr;
+  if (pane) pane->OwnWindow().SetCaption(CodePane::CaptionOf(*this));
 }
 
 host::vbext_ComponentType VBComponent::Type() {
@@ -81,15 +91,44 @@ void VBComponent::Activate() {
     if (module_) module_->OwnPane()->Show();
     return;
   }
+  DesignerWindow().SetVisible(true);
+  if (const auto vbe = Environment()) {
+    vbe->Activate(Project());
+    vbe->Select(shared_from_this());
+  }
+  hook_->Tell(&Observer::DesignerShown, *this);
+}
+
+Window& VBComponent::DesignerWindow() {
+  if (designerWindow_) return *designerWindow_;
   const auto vbe = Environment();
   if (!vbe) throw vb::RuntimeFailure(vb::ObjectNotSet);
-  if (!designerWindow_) {
-    designerWindow_ = vbe->OwnWindows().Create(u"DesignerWindow", name_);
+  const auto window = vbe->OwnWindows().Create(u"DesignerWindow", name_);
+  designerWindow_ = window;
+  window->Announce();
+  // Who heard of it may have closed it.
+  return designerWindow_ ? *designerWindow_ : DesignerWindow();
+}
+
+void VBComponent::MakeWindow() {
+  if (designer_) {
+    (void)DesignerWindow();
+  } else if (module_) {
+    (void)module_->OwnPane();
   }
-  designerWindow_->SetVisible(true);
-  vbe->Activate(Project());
-  vbe->Select(shared_from_this());
-  hook_->Tell(&Observer::DesignerShown, *this);
+}
+
+void VBComponent::CloseDesigner() {
+  if (const auto window = std::exchange(designerWindow_, nullptr)) window->Close();
+}
+
+std::vector<std::shared_ptr<Window>> VBComponent::TakeWindows() {
+  std::vector<std::shared_ptr<Window>> windows;
+  const auto vbe = Environment();
+  if (module_ && vbe) windows.push_back(vbe->TakePane(*module_));
+  windows.push_back(std::exchange(designerWindow_, nullptr));
+  std::erase(windows, nullptr);
+  return windows;
 }
 
 void VBComponent::SaveAs(StringView fileName) {

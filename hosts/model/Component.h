@@ -51,10 +51,24 @@ class VBComponent : public host::VBComponent, public std::enable_shared_from_thi
   void AddModule(std::function<LineBuffer()> load);
   void AddDesigner(std::shared_ptr<DesignerTree> tree);
   void SetStorage(std::shared_ptr<ComponentStorage> storage) { storage_ = std::move(storage); }
+  /// Makes the window that the environment has for a component, its designer or its code, without
+  /// showing it. No effect where there is one.
+  void MakeWindow();
+  /// 0 while there is none.
+  [[nodiscard]] std::intptr_t DesignerHandle() const {
+    return designerWindow_ ? designerWindow_->Handle() : 0;
+  }
+  /// The user closed the designer.
+  void CloseDesigner();
+  /// Closes what is shown of it but for the windows themselves, which the caller closes when the
+  /// model is whole again.
+  [[nodiscard]] std::vector<std::shared_ptr<model::Window>> TakeWindows();
   /// Renames without asking anybody.
   void PutName(StringView name) { name_ = name; }
 
  private:
+  [[nodiscard]] model::Window& DesignerWindow();
+  void CaptionWindows();
   Hook hook_;
   std::weak_ptr<VBProject> project_;
   host::vbext_ComponentType type_;

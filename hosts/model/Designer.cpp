@@ -219,6 +219,8 @@ void Designer::RenameControl(const std::shared_ptr<VBControl>& control, StringVi
   const int index = node->ArrayIndex();
   tree_->Rename(*node, name);
   if (auto* const sinks = Sinks()) sinks->ControlRenamed(control, before, index);
+  const auto owner = component_.lock();
+  if (const auto vbe = owner ? owner->Environment() : nullptr) vbe->OwnWindows().ShowProperties();
 }
 
 TakenBlock Designer::TakeControl(DesignerNode& node) {

@@ -1,6 +1,7 @@
 #include "hosts/model/Environment.h"
 #include "forms/Document.h"
 
+#include "hosts/model/UserInput.h"
 #include "hosts/model/Vbe.h"
 #include "vb/Failure.h"
 
@@ -94,7 +95,7 @@ void AddByMenu(Vbe& vbe, const AddingCommand& command) {
   const String name = command.BaseName.empty() ? String() : components.FreeName(command.BaseName);
   const auto component = components.Make(command.Type, name);
   vbe.Select(component);
-  vbe.OwnEvents().ComponentAdded(component);
+  components.Tell(component);
   // The environment's own doing, whoever pressed the command.
   const CallsOf environment(*vbe.OwnHook(), CallsOf::Environment);
   component->Activate();
@@ -154,22 +155,32 @@ std::shared_ptr<host::VBProject> Environment::NewProject(StringView name,
   vbe_->OwnHook()->Tell(&Observer::ProjectsChanged);
   vbe_->Activate(project);
   vbe_->OwnEvents().ProjectAdded(project);
+  vbe_->OwnWindows().ShowProperties();
   return project;
 }
 
 void Environment::RemoveProject(StringView name) { RemoveProject(ProjectNamed(*vbe_, name)); }
 
 void Environment::RemoveProject(const std::shared_ptr<VBProject>& project) {
+  std::vector<std::shared_ptr<Window>> windows;
   for (const auto& component : project->Components().All()) {
-    if (component->Module()) vbe_->ClosePane(*component->Module());
+    const auto more = component->TakeWindows();
+    windows.insert(windows.end(), more.begin(), more.end());
   }
   auto& all = vbe_->Projects().All();
   std::erase(all, project);
   vbe_->OwnHook()->Tell(&Observer::ProjectsChanged);
   if (vbe_->Active() == project) vbe_->Activate(all.empty() ? nullptr : all.front());
+  for (const auto& window : windows) window->Close();
+  vbe_->OwnWindows().ShowProperties();
 }
 
-void Environment::ActivateProject(StringView name) { vbe_->Activate(ProjectNamed(*vbe_, name)); }
+void Environment::ActivateProject(StringView name) {
+  const auto project = ProjectNamed(*vbe_, name);
+  if (vbe_->Active() == project) return;
+  vbe_->Activate(project);
+  vbe_->OwnWindows().ShowProperties();
+}
 
 std::shared_ptr<host::VBComponent> Environment::AddComponent(StringView project,
                                                              host::vbext_ComponentType type,
@@ -183,7 +194,7 @@ std::shared_ptr<host::VBComponent> Environment::AddComponent(
   auto component = project->Components().Make(type, name);
   if (!text.empty()) SetText(*component->Module(), text);
   vbe_->Select(component);
-  vbe_->OwnEvents().ComponentAdded(component);
+  project->Components().Tell(component);
   return component;
 }
 
@@ -203,7 +214,10 @@ void Environment::RenameComponent(StringView project, StringView name, StringVie
 }
 
 void Environment::SelectComponent(StringView name) {
-  vbe_->Select(name.empty() ? nullptr : ComponentAnywhere(*vbe_, name));
+  const auto component = name.empty() ? nullptr : ComponentAnywhere(*vbe_, name);
+  if (vbe_->Selected() == component) return;
+  vbe_->Select(component);
+  vbe_->OwnWindows().ShowProperties();
 }
 
 std::shared_ptr<host::VBComponent> Environment::Component(StringView name) const {
@@ -213,18 +227,29 @@ std::shared_ptr<host::VBComponent> Environment::Component(StringView name) const
 std::shared_ptr<host::VBControl> Environment::AddControl(
     StringView component, StringView className, StringView name,
     const std::vector<std::pair<String, String>>& properties) {
-  return DesignerOf(*vbe_, component)->AddControl(className, name, properties);
+  auto control = DesignerOf(*vbe_, component)->AddControl(className, name, properties);
+  ClickDesigner(component);
+  return control;
+}
+
+/// Who works on a form has its designer open and clicks in it.
+void Environment::ClickDesigner(StringView component) {
+  const auto owner = ComponentAnywhere(*vbe_, component);
+  owner->MakeWindow();
+  ClickChild(OwnWindows(), owner->DesignerHandle());
 }
 
 void Environment::RenameControl(StringView component, StringView name, StringView newName,
                                 int index) {
   const auto designer = DesignerOf(*vbe_, component);
   designer->RenameControl(designer->Find(name, index), newName);
+  ClickDesigner(component);
 }
 
 void Environment::RemoveControl(StringView component, StringView name, int index) {
   const auto designer = DesignerOf(*vbe_, component);
   designer->TakeControl(*designer->Find(name, index)->Node());
+  ClickDesigner(component);
 }
 
 String Environment::Text(StringView component) const {
@@ -239,13 +264,18 @@ void Environment::SetText(CodeModule& module, StringView text) {
 }
 
 void Environment::SetText(StringView component, StringView text) {
-  SetText(ModuleAnywhere(*vbe_, component), text);
+  CodeModule& module = ModuleAnywhere(*vbe_, component);
+  SetText(module, text);
+  const auto pane = module.OpenPane();
+  if (pane && pane->OwnWindow().IsVisible()) Key(OwnWindows(), pane->OwnWindow().Handle());
 }
 
 void Environment::SetCaret(StringView component, const host::Selection& selection) {
   const auto pane = ModuleAnywhere(*vbe_, component).OwnPane();
   vbe_->BringToFront(pane);
   pane->SetSelection(selection);
+  OwnWindows().FocusMoved(pane->OwnWindow().Handle());
+  Click(OwnWindows(), pane->OwnWindow().Handle());
 }
 
 void Environment::ClosePane(StringView component) {

@@ -60,11 +60,12 @@ class Environment {
   void RenameControl(StringView component, StringView name, StringView newName, int index = -1);
   void RemoveControl(StringView component, StringView name, int index = -1);
 
-  /// The whole text of a module, lines separated by CR LF.
+  /// The whole text of a module, lines separated by CR LF. Setting it is typing where its pane
+  /// shows.
   [[nodiscard]] String Text(StringView component) const;
   void SetText(StringView component, StringView text);
   static void SetText(CodeModule& module, StringView text);
-  /// Opens the pane, brings it to the front and selects.
+  /// Clicks into the pane: opens it, brings it to the front and selects.
   void SetCaret(StringView component, const host::Selection& selection);
   /// Closes the pane; the one below it comes to the front.
   void ClosePane(StringView component);
@@ -84,6 +85,9 @@ class Environment {
 
  protected:
   std::shared_ptr<Vbe> vbe_;
+
+ private:
+  void ClickDesigner(StringView component);
 };
 
 }  // namespace tessel::model

@@ -139,13 +139,14 @@ void VBComponents::Remove(const std::shared_ptr<host::VBComponent>& component) {
 }
 
 void VBComponents::TakeOut(const std::shared_ptr<VBComponent>& component) {
-  if (component->Module()) {
-    if (const auto vbe = project_->Environment()) vbe->ClosePane(*component->Module());
-  }
+  const auto windows = component->TakeWindows();
   std::erase(items_, component);
   Forget(*component);
   hook_->Tell(&Observer::ProjectsChanged);
   if (project_->OnRemoved) project_->OnRemoved(component);
+  const auto vbe = project_->Environment();
+  for (const auto& window : windows) window->Close();
+  if (vbe) vbe->OwnWindows().ShowProperties();
 }
 
 std::shared_ptr<VBComponent> VBComponents::Make(host::vbext_ComponentType type, StringView name) {
@@ -167,7 +168,7 @@ std::shared_ptr<VBComponent> VBComponents::Make(host::vbext_ComponentType type, 
 std::shared_ptr<host::VBComponent> VBComponents::Add(host::vbext_ComponentType type) {
   (*hook_)("VBComponents.Add");
   auto component = Make(type, {});
-  if (const auto vbe = project_->Environment()) vbe->OwnEvents().ComponentAdded(component);
+  Tell(component);
   return component;
 }
 
@@ -178,8 +179,16 @@ std::shared_ptr<host::VBComponent> VBComponents::Import(StringView fileName) {
                       u"VBIDE");
   }
   auto component = project_->Importer(fileName);
-  if (const auto vbe = project_->Environment()) vbe->OwnEvents().ComponentAdded(component);
+  Tell(component);
   return component;
+}
+
+void VBComponents::Tell(const std::shared_ptr<VBComponent>& component) {
+  const auto vbe = project_->Environment();
+  if (!vbe) return;
+  vbe->OwnEvents().ComponentAdded(component);
+  // A handler may have taken it out again.
+  if (std::count(items_.begin(), items_.end(), component) > 0) component->MakeWindow();
 }
 
 std::shared_ptr<host::VBE> VBComponents::VBE() {

@@ -39,6 +39,8 @@ class VBComponents : public host::VBComponents {
   [[nodiscard]] String FreeName(StringView base) const;
   /// A new component of a type with what a new one has, not yet told to anybody.
   std::shared_ptr<VBComponent> Make(host::vbext_ComponentType type, StringView name);
+  /// Tells of a component that is new, and makes its window as the environment does.
+  void Tell(const std::shared_ptr<VBComponent>& component);
 
  private:
   void Forget(const VBComponent& component);

@@ -1,5 +1,7 @@
 #include "hosts/model/Vbe.h"
 
+#include <algorithm>
+
 #include "vb/Failure.h"
 
 namespace tessel::model {
@@ -107,6 +109,7 @@ std::shared_ptr<host::CodePane> Vbe::ActiveCodePane() {
 }
 
 void Vbe::BringToFront(const std::shared_ptr<CodePane>& pane) {
+  pane->Reopen();
   std::erase(shown_, pane);
   shown_.push_back(pane);
   pane->OwnWindow().SetVisible(true);
@@ -130,10 +133,17 @@ void Vbe::Select(const std::shared_ptr<VBComponent>& component) {
 }
 
 void Vbe::ClosePane(const CodeModule& module) {
+  if (const auto window = TakePane(module)) window->Close();
+}
+
+std::shared_ptr<Window> Vbe::TakePane(const CodeModule& module) {
   const auto isOf = [&](const auto& pane) { return pane->Module().get() == &module; };
   hook_->Tell(&Observer::PaneClosed, module);
+  const auto kept = std::find_if(kept_.begin(), kept_.end(), isOf);
+  auto window = kept == kept_.end() ? nullptr : (*kept)->SharedWindow();
   std::erase_if(shown_, isOf);
   std::erase_if(kept_, isOf);
+  return window;
 }
 
 }  // namespace tessel::model

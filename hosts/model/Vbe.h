@@ -54,6 +54,7 @@ class Vbe : public host::VBE, public std::enable_shared_from_this<Vbe> {
   [[nodiscard]] model::CommandBars& OwnBars() { return *bars_; }
   [[nodiscard]] const Hook& OwnHook() const { return hook_; }
   [[nodiscard]] std::shared_ptr<VBProject> Active() const { return active_.lock(); }
+  [[nodiscard]] std::shared_ptr<VBComponent> Selected() const { return selected_.lock(); }
   void Activate(const std::shared_ptr<VBProject>& project);
   void Select(const std::shared_ptr<VBComponent>& component);
 
@@ -64,6 +65,9 @@ class Vbe : public host::VBE, public std::enable_shared_from_this<Vbe> {
   void BringToFront(const std::shared_ptr<CodePane>& pane);
   /// Closes the pane of a module, if it has one open.
   void ClosePane(const CodeModule& module);
+  /// As ClosePane, but for the window itself, which the caller closes when the model is whole
+  /// again: whoever hears of that may ask about anything. Null without a pane.
+  [[nodiscard]] std::shared_ptr<Window> TakePane(const CodeModule& module);
 
  private:
   Hook hook_;

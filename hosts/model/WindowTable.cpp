@@ -17,10 +17,22 @@ bool IsOrEmpty(StringView wanted, StringView text) { return wanted.empty() || wa
 }  // namespace
 
 WindowTable::Handle WindowTable::Create(StringView className, StringView caption, Handle parent) {
+  const Handle handle = CreateUntold(className, caption, parent);
+  TellCreated(handle);
+  return handle;
+}
+
+WindowTable::Handle WindowTable::CreateUntold(StringView className, StringView caption,
+                                              Handle parent) {
   const Handle handle = std::exchange(next_, next_ + HandleStep);
   windows_.push_back({handle, String(className), String(caption), false, parent});
-  TellParent(WindowInfo(windows_.back()), platform::WM_Create);
   return handle;
+}
+
+void WindowTable::TellCreated(Handle window) {
+  if (const WindowInfo* const info = InfoOf(window)) {
+    TellParent(WindowInfo(*info), platform::WM_Create);
+  }
 }
 
 void WindowTable::Destroy(Handle window) {
@@ -36,8 +48,8 @@ void WindowTable::Destroy(Handle window) {
 
 /// The low word of the first value says what happened.
 void WindowTable::TellParent(const WindowInfo& window, std::uint32_t event) {
-  Send(
-      {window.Parent, platform::WM_ParentNotify, static_cast<std::intptr_t>(event), window.Handle});
+  Post({{window.Parent, platform::WM_ParentNotify, static_cast<std::intptr_t>(event),
+         window.Handle}});
 }
 
 const WindowInfo* WindowTable::InfoOf(Handle window) const {
@@ -93,6 +105,10 @@ std::optional<platform::WindowRectangle> WindowTable::Rectangle(Handle window) {
   return PlaceOf(window);
 }
 
+String WindowTable::ProcessName(Handle window) {
+  return InfoOf(window) == nullptr ? String() : String(u"VB6.EXE");
+}
+
 WindowTable::Handle WindowTable::Parent(Handle window) {
   const WindowInfo* const info = InfoOf(window);
   return info == nullptr ? 0 : info->Parent;
@@ -119,9 +135,51 @@ void WindowTable::Unhook(Handle window, const WindowHook& hook) {
   });
 }
 
+void WindowTable::Post(std::vector<WindowMessage> messages) {
+  auto send = [this, messages = std::move(messages)] {
+    for (const WindowMessage& message : messages) SendWhenFree(message);
+  };
+  if (Deliver) {
+    Deliver(std::move(send));
+  } else {
+    send();
+  }
+}
+
+bool WindowTable::IsCalling(Handle window) const {
+  const auto found = hooks_.find(window);
+  if (found == hooks_.end()) return false;
+  return std::any_of(found->second.begin(), found->second.end(), [&](const WeakHook& one) {
+    const auto hook = one.lock();
+    return hook && std::find(calling_.begin(), calling_.end(), hook.get()) != calling_.end();
+  });
+}
+
+void WindowTable::SendWhenFree(const WindowMessage& message) {
+  if (IsCalling(message.Window)) {
+    waiting_.push_back(message);
+  } else {
+    Send(message);
+  }
+}
+
+void WindowTable::SendWaiting() {
+  for (;;) {
+    const auto next = std::find_if(waiting_.begin(), waiting_.end(), [this](const auto& message) {
+      return !IsCalling(message.Window);
+    });
+    if (next == waiting_.end()) return;
+    const WindowMessage message = *next;
+    waiting_.erase(next);
+    Send(message);
+  }
+}
+
 std::intptr_t WindowTable::Send(const WindowMessage& message) {
   const auto found = hooks_.find(message.Window);
-  return found == hooks_.end() ? 0 : Pass(found->second, message);
+  const std::intptr_t result = found == hooks_.end() ? 0 : Pass(found->second, message);
+  SendWaiting();
+  return result;
 }
 
 std::intptr_t WindowTable::Pass(Chain rest, const WindowMessage& message) {
@@ -164,6 +222,8 @@ void WindowTable::CallBack(WindowHook& hook, const std::function<void()>& callba
   };
   calling_.push_back(&hook);
   const Mark mark{calling_, &hook};
+  std::optional<CallsOf> addIn;
+  if (calls_) addIn.emplace(*calls_, CallsOf::AddIn);
   callback();
 }
 

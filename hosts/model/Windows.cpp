@@ -40,7 +40,9 @@ std::intptr_t Window::HWnd() {
   return handle_;
 }
 
-Windows::Windows(Hook hook) : hook_(std::move(hook)) {
+void Window::Close() { table_->Destroy(handle_); }
+
+Windows::Windows(Hook hook) : hook_(std::move(hook)), table_(std::make_shared<WindowTable>(hook_)) {
   main_ = CreateBelow(u"wndclass_desked_gsk", u"Microsoft Visual Basic [design]", 0);
   client_ = CreateBelow(u"MDIClient", u"", main_->Handle());
   project_ = CreateBelow(u"PROJECT", u"Project", main_->Handle());
@@ -69,6 +71,7 @@ host::ToolWindow Windows::CreateToolWindow(const host::DocumentFactory& document
   std::erase_if(toolWindows_, [](const ToolWindow& one) { return one.Frame.expired(); });
   toolWindows_.push_back({window, document, String(guidPosition)});
   hook_->Tell(&Observer::ToolWindowsChanged);
+  window->Announce();
   return {std::move(window), std::move(document)};
 }
 
@@ -78,7 +81,12 @@ std::shared_ptr<Window> Windows::Create(StringView className, StringView caption
 
 std::shared_ptr<Window> Windows::CreateBelow(StringView className, StringView caption,
                                              std::intptr_t parent) {
-  return std::make_shared<Window>(hook_, table_, table_->Create(className, caption, parent));
+  return std::make_shared<Window>(hook_, table_, table_->CreateUntold(className, caption, parent));
+}
+
+void Windows::ShowProperties() {
+  const auto field = table_->Create(u"Edit", {}, client_->Handle());
+  table_->Destroy(field);
 }
 
 std::vector<ToolWindow> Windows::ToolWindows() const {

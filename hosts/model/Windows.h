@@ -26,6 +26,13 @@ class Window : public host::Window {
   void SetCaption(StringView caption) { table_->SetCaption(handle_, caption); }
   /// As the environment itself asks.
   [[nodiscard]] std::intptr_t Handle() const { return handle_; }
+  [[nodiscard]] bool IsVisible() const { return table_->IsVisible(handle_); }
+  /// False once it was closed.
+  [[nodiscard]] bool IsOpen() const { return !table_->ClassName(handle_).empty(); }
+  /// Lets its parent know that it is there; once, when its owner is ready for what that brings.
+  void Announce() { table_->TellCreated(handle_); }
+  /// Takes it off the screen, whoever holds it, and lets its parent know.
+  void Close();
 
   /// Told of each change of `Visible`.
   std::function<void(bool visible)> VisibleChanged;
@@ -50,11 +57,14 @@ class Windows : public host::Windows {
   explicit Windows(Hook hook);
   host::ToolWindow CreateToolWindow(const host::DocumentFactory& documents, StringView progId,
                                     StringView caption, StringView guidPosition) override;
-  /// A child of the client area.
+  /// A child of the client area, which hears of it when the window is announced.
   std::shared_ptr<Window> Create(StringView className, StringView caption);
   [[nodiscard]] std::shared_ptr<Window> Main() const { return main_; }
   [[nodiscard]] std::vector<WindowInfo> All() const { return table_->All(); }
   [[nodiscard]] WindowTable& Table() { return *table_; }
+  /// The properties window turns to another object or shows a new value: it opens its field, a
+  /// child of the client area, and puts it away.
+  void ShowProperties();
   /// The tool windows that are still held.
   [[nodiscard]] std::vector<ToolWindow> ToolWindows() const;
 
@@ -62,7 +72,7 @@ class Windows : public host::Windows {
   [[nodiscard]] std::shared_ptr<Window> CreateBelow(StringView className, StringView caption,
                                                     std::intptr_t parent);
   Hook hook_;
-  std::shared_ptr<WindowTable> table_ = std::make_shared<WindowTable>();
+  std::shared_ptr<WindowTable> table_;
   std::shared_ptr<Window> main_, client_, project_, properties_;
   std::vector<ToolWindow> toolWindows_;
 };

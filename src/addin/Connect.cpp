@@ -60,6 +60,7 @@ void Connect::AddinInstance_OnConnection(const std::shared_ptr<host::VBE>& appli
     AddToAddInCommandBar(u"Tessel");
     AddToAddInCommandBarEvents();
     clock.DoEvents();
+    StartWatchers();
     CreateExplorerWindow();
     dialogOpen_ = false;
   } catch (...) {
@@ -134,6 +135,7 @@ void Connect::AddinInstance_OnDisconnection() {
   // the databases as long as both are there.
   if (FragmentBuilder) Enter([&] { FragmentBuilder->Unload(); });
   try {
+    StopWatchers();
     RemoveBar();
     controls_.clear();
     vbInstance_.reset();

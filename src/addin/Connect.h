@@ -23,6 +23,8 @@
 #include "host/VBE.h"
 #include "settingsdialog/frmSettings.h"
 #include "snippets/frmFragmentBuilder.h"
+#include "watchers/cMDIClient.h"
+#include "watchers/cWinProperties.h"
 
 namespace tessel {
 
@@ -173,6 +175,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
 
   void OpenDatabases();
   void CreateExplorerWindow();
+  void StartWatchers();
+  void StopWatchers();
   void RemoveBar();
   void SaveExplorerWindow();
   void ctrVBProjectsEvents_ItemAdded();
@@ -222,6 +226,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   std::shared_ptr<host::VBProjectsEvents> ctrVBProjectsEvents_;
   std::shared_ptr<host::VBComponentsEvents> ctrVBComponentsEvents_;
   std::vector<Control> controls_;
+  std::shared_ptr<cWinProperties> WinProperties;
+  std::shared_ptr<cMDIClient> MDIClient;
 
   std::shared_ptr<frmFragmentBuilder> FragmentBuilder;
   std::shared_ptr<frmProcedureBuilder> ProcedureBuilder;

@@ -186,10 +186,6 @@ void Connect::HideProjectExplorer() {
   });
 }
 
-void Connect::RefreshTreeExplorer(bool) {
-  Run(u"Connect.RefreshTreeExplorer", [&] { DoEvents(); });
-}
-
 void Connect::RunEnded(const RunResult& result) {
   if (OnRunEnded) OnRunEnded(result);
 }

@@ -76,6 +76,8 @@ class Windows {
   /// On the screen, in pixels; nothing for a window that has no place there.
   [[nodiscard]] virtual std::optional<WindowRectangle> Rectangle(WindowHandle window) = 0;
   [[nodiscard]] virtual WindowHandle Parent(WindowHandle window) = 0;
+  /// File name of the program whose window it is, e.g. "VB6.EXE".
+  [[nodiscard]] virtual String ProcessName(WindowHandle window) = 0;
   [[nodiscard]] virtual WindowHandle Focus() = 0;
   virtual void SetFocus(WindowHandle window) = 0;
 

@@ -87,6 +87,18 @@ TEST_F(HookedWindow, AHookIsNotCalledInsideItsOwnCall) {
   EXPECT_EQ(Take(), (Told{"hook before 6"}));
 }
 
+TEST_F(HookedWindow, WhatIsPostedInsideACallWaitsForItsEnd) {
+  table_.Hook(window_, hook_);
+  hook_->Before.All = hook_->After.All = true;
+  hook_->Inside = [&] {
+    hook_->Inside = nullptr;
+    table_.Post({{window_, 6}, {window_, 7}});
+  };
+  table_.Send({window_, 5});
+  EXPECT_EQ(Take(), (Told{"hook before 5", "hook after 5", "hook before 6", "hook after 6",
+                          "hook before 7", "hook after 7"}));
+}
+
 TEST_F(HookedWindow, ACallbackCanCallWhatStoodAheadOfIt) {
   const auto older = std::make_shared<NotingHook>(log_, "older");
   older->After.All = true;

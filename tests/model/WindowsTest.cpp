@@ -83,7 +83,9 @@ TEST(Windows, FailAsTheHookWantsIt) {
 TEST(Windows, ListTheCodeWindowOfAnOpenPane) {
   test::World world;
   const auto module = world.Module(u"Module1", u"Sub A()\r\nEnd Sub");
-  EXPECT_EQ(Classes(world.Environment.OpenWindows()).size(), 4U);
+  ASSERT_EQ(world.Environment.OpenWindows().size(), 5U)
+      << "the environment makes it with the module";
+  EXPECT_FALSE(world.Environment.OpenWindows().back().Visible);
   module->CodePane()->Show();
   const auto all = world.Environment.OpenWindows();
   ASSERT_EQ(all.size(), 5U);

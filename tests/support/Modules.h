@@ -13,6 +13,7 @@ namespace tessel::test {
 /// "Project1". An error dialog that a test did not take fails it.
 struct World {
   World() : Scope(Services), Environment(Services) {
+    Services.WindowsService.Use(Environment.OwnWindows());
     Environment.NewProject(u"Project1", host::vbext_pt_StandardExe);
   }
 

@@ -17,19 +17,22 @@ std::optional<vb::Failure> FailureOf(const ActionGate::Action& action) {
 
 }  // namespace
 
-void ActionGate::CarryOut(const Action& action) {
+void ActionGate::CarryOut(const Action& action, const std::function<void(const Action&)>& wrap) {
   std::optional<vb::Failure> failure;
   // The wrap sees no exception, so that it can close what it opened.
   const Action guarded = [&] { failure = FailureOf(action); };
-  const auto wrap = Wrap;
   const auto wrapping = FailureOf([&] { wrap ? wrap(guarded) : guarded(); });
   if (!failure) failure = wrapping;
   if (failure && OnFailure) OnFailure(*failure);
 }
 
-void ActionGate::Run(const Action& action) {
+void ActionGate::Run(const Action& action) { Run(action, std::function(Wrap)); }
+
+void ActionGate::RunUnwrapped(const Action& action) { Run(action, {}); }
+
+void ActionGate::Run(const Action& action, const std::function<void(const Action&)>& wrap) {
   ++depth_;
-  CarryOut(action);
+  CarryOut(action, wrap);
   if (--depth_ == 0 && OnIdle) OnIdle();
 }
 

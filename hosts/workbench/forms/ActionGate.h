@@ -23,11 +23,15 @@ class ActionGate {
 
   /// Never throws what an action throws.
   void Run(const Action& action);
+  /// The same without the wrap, for what no user asked for: it is no step of anybody's history, and
+  /// what the user is typing meanwhile is left alone.
+  void RunUnwrapped(const Action& action);
   /// Whether an action is under way.
   [[nodiscard]] bool IsBusy() const { return depth_ > 0; }
 
  private:
-  void CarryOut(const Action& action);
+  void Run(const Action& action, const std::function<void(const Action&)>& wrap);
+  void CarryOut(const Action& action, const std::function<void(const Action&)>& wrap);
   int depth_ = 0;
 };
 

@@ -20,13 +20,15 @@ class QtDesktop {
 
   /// The program's window, in front of which all others stand. Null: they stand alone.
   void SetParent(QWidget* parent) { front_.Parent = parent; }
-  /// Called around everything that a tool does on behalf of the user or of a timer, to be told what
-  /// belongs together. It must call its argument once and may be called inside itself. Without one
+  /// Called around everything that a tool does on behalf of the user, to be told what belongs
+  /// together. It must call its argument once and may be called inside itself. Without one
   /// the argument is just called.
   std::function<void(const std::function<void()>&)> RunTool;
 
   /// Lets a tool act: through `RunTool`, with a message for the user when it fails.
   void RunAction(const std::function<void()>& action) { gate_.Run(action); }
+  /// The same for a timer of a tool, which ticks while the user may be typing: no `RunTool`.
+  void RunTick(const std::function<void()>& tick) { gate_.RunUnwrapped(tick); }
   /// Whether a tool is at work. Its progress window is open then, and events run inside it.
   [[nodiscard]] bool IsBusy() const { return gate_.IsBusy(); }
   /// The open window of a form, null for none.

@@ -14,7 +14,8 @@
 
 namespace tessel::workbench {
 
-/// Lives between the QApplication and the add-in. Timers of tools run as their actions do.
+/// Lives between the QApplication and the add-in. Timers of tools run behind the same gate as
+/// their actions.
 class WorkbenchPlatform : public platform::Platform {
  public:
   /// `data` is the program's directory, below which its databases lie; `settings` the settings

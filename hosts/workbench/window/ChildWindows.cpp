@@ -161,10 +161,12 @@ void ChildWindows::ShowDesigner(model::VBComponent& component) {
     if (OnDesigner) OnDesigner(*view);
     view->setWindowTitle(DesignTitle(component));
     shownForms_[view] = component.OwnDesigner();
-    connect(view, &QObject::destroyed, this, [this, view, key = &component] {
-      designers_.erase(key);
-      shownForms_.erase(view);
-    });
+    connect(view, &QObject::destroyed, this,
+            [this, view, key = &component, weak = component.weak_from_this()] {
+              designers_.erase(key);
+              shownForms_.erase(view);
+              if (const auto shown = weak.lock()) shown->CloseDesigner();
+            });
     AddFrame(*view, component);
   }
   setActiveSubWindow(qobject_cast<QMdiSubWindow*>(view->parentWidget()));

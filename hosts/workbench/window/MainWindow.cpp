@@ -85,6 +85,7 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
   vbe_->SetObserver(this);
   services_.Desktop().SetParent(this);
   services_.UseWindows(workspace_.OwnWindows());
+  messages_ = std::make_unique<WindowMessages>(*children_, workspace_.OwnWindows());
   services_.Desktop().RunTool = [this](const std::function<void()>& action) { RunTool(action); };
   ApplyOptions();
   Place();
@@ -114,6 +115,7 @@ MainWindow::~MainWindow() {
   vbe_->SetObserver(nullptr);
   services_.Desktop().RunTool = nullptr;
   services_.Desktop().SetParent(nullptr);
+  messages_.reset();
   // The windows hold parts of the model that must go ahead of it.
   delete children_;
 }
@@ -364,6 +366,7 @@ void MainWindow::WindowActivated() {
   ShowPlace();
   const auto component = children_->CurrentComponent();
   if (!component) return;
+  const bool turns = vbe_->Selected() != component;
   if (const CodeWindow* const code = children_->CurrentCode()) {
     reader_.Begin();
     if (vbe_->ActiveCodePane() != code->Pane()) vbe_->BringToFront(code->Pane());
@@ -372,6 +375,7 @@ void MainWindow::WindowActivated() {
     ShowProperties(component, view->Selected());
   }
   vbe_->Select(component);
+  if (turns) vbe_->OwnWindows().ShowProperties();
 }
 
 void MainWindow::ShowProperties(const std::shared_ptr<model::VBComponent>& component,

@@ -26,6 +26,7 @@
 #include "hosts/workbench/window/Reloader.h"
 #include "hosts/workbench/window/RunDock.h"
 #include "hosts/workbench/window/Settings.h"
+#include "hosts/workbench/window/WindowMessages.h"
 #include "hosts/workspace/Workspace.h"
 
 namespace tessel::workbench {
@@ -151,6 +152,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   DefinitionJumps jumps_{names_};
   QuietReader reader_{vbe_};
   ChildWindows* children_;
+  std::unique_ptr<WindowMessages> messages_;
   ProjectWindow* projects_ = nullptr;
   PropertiesWindow* properties_ = nullptr;
   Toolbox* toolbox_ = nullptr;

@@ -253,6 +253,7 @@ void ProjectWindow::Selected() {
   const QScopedValueRollback guard(filling_, true);
   vbe_->Select(ComponentOf(tree_->currentItem()));
   if (const auto project = ProjectOf(tree_->currentItem())) vbe_->Activate(project);
+  vbe_->OwnWindows().ShowProperties();
 }
 
 void ProjectWindow::Open(QTreeWidgetItem* item) {

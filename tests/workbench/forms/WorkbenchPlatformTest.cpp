@@ -38,7 +38,7 @@ TEST(WorkbenchPlatform, AFailingTimerIsReportedAndTheProgramGoesOn) {
   services.Clock().StartTimer(0, [] { throw vb::Failure(9, u"Subscript out of range"); });
   EXPECT_TRUE(QTest::qWaitFor([&] { return !text.isEmpty(); }));
   EXPECT_TRUE(text.contains(QStringLiteral("Subscript out of range")));
-  EXPECT_EQ(wrapped, 1);
+  EXPECT_EQ(wrapped, 0) << "nobody asked for it: it is no step of the user's";
 }
 
 TEST(WorkbenchPlatform, ItsWindowsAreThoseOfTheEnvironment) {
