@@ -1,6 +1,7 @@
 // The dialogs: showing, hiding, the one guard.
 
 #include "addin/Connect.h"
+#include "contextmenu/mMenuList.h"
 #include "foundation/Routine.h"
 #include "platform/Platform.h"
 
@@ -136,15 +137,20 @@ void Connect::HideRemoveErrorHandlerCode() {
   HideDialog(u"Connect.HideRemoveErrorHandlerCode", RemoveErrorHandlerCode, true);
 }
 
+String Connect::ShowContextMenu(int codeX, int codeY) {
+  String chosen;
+  Enter([&] {
+    Run(u"Connect.ShowContextMenu",
+        [&] { chosen = mMenuList::ShowMembers(vbInstance_, codeX, codeY); });
+  });
+  return chosen;
+}
+
 void Connect::ShowSettings(StringView pageName) {
   Run(u"Connect.ShowSettings", [&] {
     const SilentStatements silently;
-    if (!SettingsDialog) {
-      SettingsDialog = silently([] { return std::make_shared<frmSettings>(); });
-      dialogs_.push_back(SettingsDialog);
-    }
-    silently([&] { Need(SettingsDialog).VBInstance = vbInstance_; });
-    silently([&] { Need(SettingsDialog).Connect = weak_from_this(); });
+    if (!SettingsDialog) SettingsDialog = silently([] { return std::make_shared<frmSettings>(); });
+    Adopt(SettingsDialog);
     silently([&] { Need(SettingsDialog).PageName = pageName; });
     silently(DoEvents);
     silently([&] { Need(SettingsDialog).Show(platform::ShowStyle::Modal); });

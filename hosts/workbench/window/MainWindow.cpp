@@ -103,6 +103,7 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
   vbe_->SetObserver(this);
   services_.Desktop().SetParent(this);
   services_.UseWindows(workspace_.OwnWindows());
+  workspace_.OwnWindows().PlaceOf = [this](std::intptr_t window) { return PlaceOfPane(window); };
   services_.Desktop().RunTool = [this](const std::function<void()>& action) { RunTool(action); };
   ApplyOptions();
   Place();
@@ -130,6 +131,7 @@ void MainWindow::Place() {
 
 MainWindow::~MainWindow() {
   vbe_->SetObserver(nullptr);
+  workspace_.OwnWindows().PlaceOf = nullptr;
   services_.Desktop().RunTool = nullptr;
   services_.Desktop().SetParent(nullptr);
   // The windows hold parts of the model that must go ahead of it.
@@ -212,7 +214,21 @@ FindGround MainWindow::GroundOfFind() {
   return ground;
 }
 
+/// Where the window of a code pane stands on the screen.
+std::optional<platform::WindowRectangle> MainWindow::PlaceOfPane(std::intptr_t window) const {
+  for (const auto& [module, code] : children_->Codes()) {
+    if (code->Pane()->OwnWindow().Handle() != window) continue;
+    const QPoint corner = code->mapToGlobal(QPoint());
+    return platform::WindowRectangle{corner.x(), corner.y(), corner.x() + code->width(),
+                                     corner.y() + code->height()};
+  }
+  return std::nullopt;
+}
+
 void MainWindow::ConnectDesigner(DesignerView& view) {
+  view.Editor()->RunTool = [this](const std::function<void()>& edit) {
+    services_.Desktop().RunAction(edit);
+  };
   view.OnFailure = [this](const String& text) { ShowFailure(ToQt(text)); };
   view.OnOpenCode = [this](const auto& owner, const String& control) {
     OpenEventProcedure(owner, control);

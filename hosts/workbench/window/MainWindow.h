@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 
 #include "addin/Connect.h"
@@ -98,6 +99,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   void BuildEditMenu();
   void AddLineCommands(QMenu& edit);
   void AddPlaceCommands(QMenu& view);
+  void ListMembers();
   void BuildViewMenu();
   void BuildWindowMenu();
   void FillRecent(QMenu& menu);
@@ -130,6 +132,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   void ConnectJumps();
   [[nodiscard]] FindGround GroundOfFind();
   void ConnectDesigner(DesignerView& view);
+  [[nodiscard]] std::optional<platform::WindowRectangle> PlaceOfPane(std::intptr_t window) const;
   void WindowActivated();
   void ShowProperties(const std::shared_ptr<model::VBComponent>& component,
                       const std::vector<model::DesignerNode*>& nodes);

@@ -22,6 +22,9 @@
 #include <QToolButton>
 
 #include "addin/frmAbout.h"
+#include "controlnaming/frmAddControl.h"
+#include "controlnaming/frmControlName.h"
+#include "controlnaming/frmUpdateControlName.h"
 #include "errorhandlers/frmErrorHandlerScheme.h"
 #include "errorhandlers/frmInsertErrorHandlerCode.h"
 #include "errorhandlers/frmRemoveErrorHandlerCode.h"
@@ -29,6 +32,7 @@
 #include "forms/User.h"
 #include "foundation/ProgressBarWindow.h"
 #include "foundation/frmErrorMessage.h"
+#include "support/FakeConnect.h"
 #include "support/Modules.h"
 #include "support/SharedDatabase.h"
 #include "workbench/forms/Desk.h"
@@ -190,6 +194,31 @@ TEST_P(EveryForm, TheRemoveDialogIsWhole) {
   form->VBInstance = world_.Environment.VBE();
   Look(*form);
   form->Unload();
+}
+
+TEST_P(EveryForm, TheNamingDialogsAreWhole) {
+  const auto root = std::make_shared<test::FakeConnect>();
+  root->AddedName = u"cmd";
+  const auto added = std::make_shared<frmAddControl>();
+  test::Attach(*added, root);
+  added->Load();
+  added->txtText.SetToolTipText(u"Caption");
+  added->txtText.SetText(u"Command1");
+  Look(*added);
+  added->Unload();
+  const auto renamed = std::make_shared<frmControlName>();
+  renamed->Load();
+  renamed->lblOldName.SetCaption(u"Command1");
+  renamed->lblNewName.SetCaption(u"cmdStoreEverything");
+  Look(*renamed);
+  renamed->Unload();
+  const auto byHand = std::make_shared<frmUpdateControlName>();
+  byHand->Load();
+  byHand->txtOldName.SetText(u"Command1");
+  for (const char16_t* name : {u"cmdStore", u"lblTotal"}) byHand->cmbNewName.AddItem(name);
+  byHand->cmbNewName.SetListIndex(0);
+  Look(*byHand);
+  byHand->Unload();
 }
 
 TEST_P(EveryForm, TheSchemeEditorIsWhole) {
