@@ -15,7 +15,7 @@ namespace tessel::batch {
 /// Exit codes of all commands.
 enum ExitCode : int {
   Done = 0,         ///< nothing to do, or all done
-  WouldChange = 1,  ///< `--check` found something
+  WouldChange = 1,  ///< `--check` or `names` found something
   Failed = 2        ///< an error, or a component that was left alone
 };
 

@@ -6,8 +6,7 @@
 #include <ostream>
 #include <set>
 
-#include "hosts/batch/BatchPlatform.h"
-#include "hosts/batch/Report.h"
+#include "hosts/batch/ComponentList.h"
 #include "hosts/drive/MemberJson.h"
 #include "scanning/mFunctions.h"
 
@@ -65,59 +64,6 @@ void Print(std::ostream& out, const ComponentRef& one, const Members& members) {
   }
 }
 
-/// One run of the command.
-class Listing {
- public:
-  Listing(const Selection& request, bool json, const Streams& streams)
-      : request_(request),
-        json_(json),
-        streams_(streams),
-        report_(streams, request, delivery_, "listed"),
-        exclusion_(request.Excludes) {}
-
-  int Run() {
-    const platform::ScopedPlatform scope(services_);
-    for (const std::string& argument : request_.Files) {
-      report_.Guard([&] {
-        const auto inputs = InputsOf(argument, exclusion_);
-        RequireComponents(services_, argument, inputs, request_);
-        for (const std::string& file : inputs) report_.Guard([&] { File(file); });
-      });
-    }
-    if (json_) {
-      streams_.Out << all_.dump(2, ' ', false, JsonText::error_handler_t::replace) << '\n'
-                   << std::flush;
-    }
-    return report_.Exit();
-  }
-
- private:
-  void File(const std::string& file) {
-    OpenInput input(services_, file, request_, Purpose::Read);
-    report_.Opened(input);
-    for (const ComponentRef& one : input.Chosen()) {
-      if (!seen_.Add(one)) continue;
-      const Members members = MembersOf(one);
-      if (json_) {
-        all_.push_back(ComponentJson(one, members));
-      } else {
-        Print(streams_.Out, one, members);
-      }
-    }
-    streams_.Out.flush();
-  }
-
-  const Selection& request_;
-  bool json_;
-  const Streams& streams_;
-  BatchPlatform services_{4};
-  Delivery delivery_;
-  Report report_;
-  Exclusion exclusion_;
-  SeenFiles seen_;
-  JsonText all_ = JsonText::array();
-};
-
 }  // namespace
 
 CLI::App* MembersCommand::Declare(CLI::App& program) {
@@ -127,6 +73,20 @@ CLI::App* MembersCommand::Declare(CLI::App& program) {
   return members;
 }
 
-int MembersCommand::Run(const Streams& streams) { return Listing(Request, Json, streams).Run(); }
+int MembersCommand::Run(const Streams& streams) {
+  const Delivery delivery;
+  Report report(streams, Request, delivery, "listed");
+  JsonText all = JsonText::array();
+  ForEachComponent(Request, report, streams.Out, [&](const ComponentRef& one) {
+    const Members members = MembersOf(one);
+    if (Json) {
+      all.push_back(ComponentJson(one, members));
+    } else {
+      Print(streams.Out, one, members);
+    }
+  });
+  if (Json) PrintJson(streams.Out, all);
+  return report.Exit();
+}
 
 }  // namespace tessel::batch

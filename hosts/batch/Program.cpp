@@ -9,6 +9,7 @@
 #include "hosts/batch/FormatCommand.h"
 #include "hosts/batch/HandlersCommand.h"
 #include "hosts/batch/MembersCommand.h"
+#include "hosts/batch/NamesCommand.h"
 #include "hosts/batch/NewCommand.h"
 #include "hosts/batch/SchemesCommand.h"
 #include "hosts/batch/SnippetsCommand.h"
@@ -17,9 +18,8 @@ namespace tessel::batch {
 namespace {
 
 constexpr const char* ExitCodes =
-    "Exit codes: 0 nothing to do, or all done; 1 --check found something; 2 an error, or a "
-    "component "
-    "that was left alone";
+    "Exit codes: 0 nothing to do, or all done; 1 --check or names found something; 2 an error, or "
+    "a component that was left alone";
 
 /// The command over the builders' generators.
 class MakeCommand : public Command {
@@ -73,6 +73,7 @@ std::vector<std::unique_ptr<Command>> AllCommands() {
   std::vector<std::unique_ptr<Command>> all;
   all.push_back(std::make_unique<FormatCommand>());
   all.push_back(std::make_unique<MembersCommand>());
+  all.push_back(std::make_unique<NamesCommand>());
   all.push_back(std::make_unique<HandlersCommand>());
   all.push_back(std::make_unique<SchemesCommand>());
   all.push_back(std::make_unique<SnippetsCommand>());

@@ -112,6 +112,12 @@ void Session::RunHandler(StringView handler) {
   }
 }
 
+String Session::ShowContextMenu(int codeX, int codeY) {
+  const auto connect = connect_;
+  if (!connect) Refuse("the add-in is not connected");
+  return connect->ShowContextMenu(codeX, codeY);
+}
+
 void Session::FailNext(const std::string& operation, const vb::Failure& failure) {
   const auto known = HostOperations();
   if (std::find(known.begin(), known.end(), operation) == known.end()) {

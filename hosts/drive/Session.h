@@ -88,6 +88,10 @@ class Session {
   /// has no such handler.
   void RunHandler(StringView handler);
 
+  /// Opens the list of members over the code pane in front; the word that the user picks, empty for
+  /// none. Fails when the add-in isn't connected.
+  [[nodiscard]] String ShowContextMenu(int codeX, int codeY);
+
   /// The next call of that host operation fails so. Fails when no operation has that name.
   void FailNext(const std::string& operation, const vb::Failure& failure);
 

@@ -5,6 +5,7 @@
 #include "hosts/model/Component.h"
 #include "hosts/model/Vbe.h"
 #include "vb/Failure.h"
+#include "vb/Numbers.h"
 
 namespace tessel::model {
 namespace {
@@ -36,6 +37,19 @@ class Property : public host::Property {
 [[noreturn]] void Missing(StringView what, StringView name) {
   throw vb::Failure(vb::SubscriptOutOfRange,
                     u"There is no " + String(what) + u" \"" + String(name) + u"\"", u"VBIDE");
+}
+
+/// The place in a control array that a new control is to have, -1 for none.
+int IndexIn(const std::vector<std::pair<String, String>>& properties) {
+  for (const auto& [name, value] : properties) {
+    if (vb::SameText(name, u"Index") && vb::IsNumeric(value)) return vb::CLng(value);
+  }
+  return -1;
+}
+
+void RequireName(StringView name) {
+  if (IsName(name)) return;
+  throw vb::Failure(NotAName, u"\"" + String(name) + u"\" is not a valid name", u"VBIDE");
 }
 
 [[noreturn]] void FailTaken(StringView name) {
@@ -189,16 +203,15 @@ bool Designer::IsTaken(StringView name, const DesignerNode* except, int index) c
 }
 
 void Designer::CheckName(StringView name, const DesignerNode* except) const {
-  if (!IsName(name)) {
-    throw vb::Failure(NotAName, u"\"" + String(name) + u"\" is not a valid name", u"VBIDE");
-  }
+  RequireName(name);
   if (IsTaken(name, except, -1)) FailTaken(name);
 }
 
 std::shared_ptr<VBControl> Designer::AddControl(
     StringView className, StringView name, const std::vector<std::pair<String, String>>& properties,
     DesignerNode* parent, bool onTop) {
-  CheckName(name, nullptr);
+  RequireName(name);
+  if (IsTaken(name, nullptr, IndexIn(properties))) FailTaken(name);
   const String full =
       className.find(u'.') == StringView::npos ? u"VB." + String(className) : String(className);
   orderKnown_ = false;
@@ -253,10 +266,6 @@ void Designer::PutBackControl(const TakenBlock& block) {
   }
   orderKnown_ = false;
   tree_->PutBack(block);
-  auto* const sinks = Sinks();
-  for (DesignerNode* node : back) {
-    if (sinks != nullptr) sinks->ControlAdded(ControlOf(node));
-  }
 }
 
 }  // namespace tessel::model

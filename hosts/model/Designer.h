@@ -61,8 +61,8 @@ class Designer : public host::Designer,
   /// The control of a block of this designer's tree.
   [[nodiscard]] std::shared_ptr<VBControl> ControlOf(DesignerNode* node);
 
-  /// A new control inside `parent` (null: on the form itself), with its properties. Raises the
-  /// event; fails when the name is taken or is no name.
+  /// A new control inside `parent` (null: on the form itself), with its properties; an "Index"
+  /// makes it an element of an array. Raises the event; fails when the name is taken or is no name.
   std::shared_ptr<VBControl> AddControl(StringView className, StringView name,
                                         const std::vector<std::pair<String, String>>& properties,
                                         DesignerNode* parent = nullptr, bool onTop = false);
@@ -70,8 +70,8 @@ class Designer : public host::Designer,
   void RenameControl(const std::shared_ptr<VBControl>& control, StringView name);
   /// Takes a control off with what stands in it, and raises the event for each, innermost first.
   TakenBlock TakeControl(DesignerNode& node);
-  /// Puts back what TakeControl took, and raises the event for each control, outermost first.
-  /// Fails when a name was given away meanwhile or the container is gone.
+  /// Puts back what TakeControl took, without an event: nobody has to name what has a name. Fails
+  /// when a name was given away meanwhile or the container is gone.
   void PutBackControl(const TakenBlock& block);
 
  private:

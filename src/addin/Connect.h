@@ -105,6 +105,10 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   /// Carries a new name into the code in front by hand, the selected word as the old name.
   void VBAUpdateControlName();
 
+  /// Opens the list of members at a place of the code window in front, in pixels, and inserts the
+  /// word that is chosen; the word, empty for none. No command runs it, but a key of the host.
+  String ShowContextMenu(int codeX, int codeY);
+
   /// The bar's button for enums, which lets the Explorer follow at once.
   void MenuFastCreadeDeclareEnum_Click();
 

@@ -1,6 +1,7 @@
 // The dialogs: showing, hiding, the one guard.
 
 #include "addin/Connect.h"
+#include "contextmenu/mMenuList.h"
 #include "foundation/Routine.h"
 #include "platform/Platform.h"
 
@@ -138,12 +139,19 @@ void Connect::HideRemoveErrorHandlerCode() {
   HideDialog(u"Connect.HideRemoveErrorHandlerCode", RemoveErrorHandlerCode, Refresh::Once);
 }
 
+String Connect::ShowContextMenu(int codeX, int codeY) {
+  String chosen;
+  Enter([&] {
+    Run(u"Connect.ShowContextMenu",
+        [&] { chosen = mMenuList::ShowMembers(vbInstance_, codeX, codeY); });
+  });
+  return chosen;
+}
+
 void Connect::ShowSettings(StringView pageName) {
   Run(u"Connect.ShowSettings", [&] {
     const SilentStatements silently;
-    if (!SettingsDialog) {
-      SettingsDialog = silently([] { return std::make_shared<frmSettings>(); });
-    }
+    if (!SettingsDialog) SettingsDialog = silently([] { return std::make_shared<frmSettings>(); });
     Adopt(SettingsDialog);
     silently([&] { Need(SettingsDialog).PageName = pageName; });
     silently(DoEvents);

@@ -1,5 +1,7 @@
 // Control names: the environment's control events and the dialogs that they open.
 
+#include <optional>
+
 #include "addin/Connect.h"
 #include "controlnaming/CSQLControlType.h"
 #include "foundation/Routine.h"
@@ -15,7 +17,7 @@ constexpr std::size_t ShortPrefix = 3;
 /// The property that a control shows its text in, "Caption" or "Text"; the later one of both.
 String TextPropertyOf(const Statements& run, const std::shared_ptr<host::Properties>& properties) {
   String found;
-  const int count = run([&] { return Need(properties).Count(); });
+  const int count = run([&] { return properties->Count(); });
   for (int at = 1; at <= count; ++at) {
     const String name = run([&] { return properties->Item(at)->Name(); });
     if (vb::SameText(name, u"Caption") || vb::SameText(name, u"Text")) found = name;
@@ -67,12 +69,14 @@ void Connect::WhileNaming(StringView routine, std::shared_ptr<Form>& reference, 
 void Connect::ctrFennickEvents_ItemAdded(const ControlOnDesigner& control) {
   WhileNaming(u"Connect.ctrFennickEvents_ItemAdded", AddControl, [&](const Statements& run) {
     returnOkCancel_ = AnswerCancel;  // what a dialog leaves that is closed by its frame
-    const String className = run([&] { return Need(control).ClassName(); });
+    const auto className = run([&] { return std::optional(Need(control).ClassName()); });
+    if (!className) return false;
     const auto properties = run([&] { return Need(control).Properties(); });
+    if (!properties) return false;
     itemAddedTag_ = TextPropertyOf(run, properties);
-    itemAddedText_ = run([&] { return Need(properties).Item(u"Name")->Value(); });
-    itemAddedName_ = run([&] { return CSQLControlType().GetPrefixControl(className); });
-    if (itemAddedName_.empty()) itemAddedName_ = vb::Left(className, ShortPrefix);
+    itemAddedText_ = run([&] { return properties->Item(u"Name")->Value(); });
+    itemAddedName_ = run([&] { return CSQLControlType().GetPrefixControl(*className); });
+    if (itemAddedName_.empty()) itemAddedName_ = vb::Left(*className, ShortPrefix);
     AskForName(run, control);
     if (returnOkCancel_ != AnswerOK) return false;
     PutProperty(run, control, u"Name", itemAddedName_);
@@ -98,10 +102,13 @@ void Connect::AskForName(const Statements& run, const ControlOnDesigner& control
 void Connect::ctrFennickEvents_ItemRenamed(const ControlOnDesigner& control, StringView oldName,
                                            int /*oldIndex*/) {
   Run(u"Connect.ctrFennickEvents_ItemRenamed", [&](const Statements& run) {
-    const String newName =
-        run([&] { return Need(Need(control).Properties()).Item(u"Name")->Value(); });
-    const String component = run([&] { return Need(Need(control).ControlObjectParent()).Name(); });
-    ShowControlName(oldName, newName, component);
+    // Without one of them the code would lose the old name, or another component get the new one.
+    const auto newName =
+        run([&] { return std::optional(Need(Need(control).Properties()).Item(u"Name")->Value()); });
+    if (!newName) return;
+    const auto component =
+        run([&] { return std::optional(Need(Need(control).ControlObjectParent()).Name()); });
+    if (component) ShowControlName(oldName, *newName, *component);
   });
 }
 
@@ -124,12 +131,14 @@ void Connect::VBAUpdateControlName() {
     if (!pane) return;
     const String oldName = SelectedText(run, *pane);
     const auto module = run([&] { return pane->CodeModule(); });
-    const String component = run([&] { return Need(Need(module).Parent()).Name(); });
+    if (!module) return;
+    const auto component = run([&] { return std::optional(Need(module->Parent()).Name()); });
+    if (!component) return;
     const auto names = mFunctions::VBAArrayControlName(module);
     const auto form = run([] { return std::make_shared<frmUpdateControlName>(); });
     Adopt(form);
     run([&] { Need(form).Load(); });
-    run([&] { Need(form).NameComponent = component; });
+    run([&] { Need(form).NameComponent = *component; });
     run([&] { Need(form).txtOldName.SetText(oldName); });
     if (names) run([&] { mFunctions::AddListInCombobox(Need(form).cmbNewName, *names); });
     run([&] { Need(form).Show(platform::ShowStyle::Modal); });

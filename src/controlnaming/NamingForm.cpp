@@ -6,6 +6,7 @@ namespace tessel {
 
 std::shared_ptr<host::CodeModule> NamingForm::ModuleOf(const Statements& run,
                                                        StringView component) const {
+  if (component.empty()) return nullptr;
   const auto components = ActiveComponents(run);
   return run([&] { return components ? components->Item(component)->CodeModule() : nullptr; });
 }

@@ -15,7 +15,7 @@ class NamingForm : public ToolForm {
   using ToolForm::ToolForm;
 
   /// The code module of a component of the active project, by name; a statement of the caller.
-  /// Nothing without a project; fails when the project has no such component.
+  /// Nothing without a project or a name; fails when the project has no such component.
   [[nodiscard]] std::shared_ptr<host::CodeModule> ModuleOf(const Statements& run,
                                                            StringView component) const;
   /// Shows message `code` and puts the focus back into the field.

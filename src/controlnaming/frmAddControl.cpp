@@ -26,6 +26,8 @@ frmAddControl::frmAddControl() : NamingForm("frmAddControl", u"Add Conrtol") {
     Connect->SetReturnOkCancel(AnswerCancel);
     Unload();
   });
+  btmStandards.Click = Handler(u"frmAddControl.btmStandards_Click",
+                               [this] { Connect->ShowSettings(u"Control Type"); });
   btmHelp.Click = [] { mGlobals::RunHelpFennick(u"controlnaming.htm"); };
 }
 
@@ -63,8 +65,6 @@ void frmAddControl::OK() {
   });
 }
 
-void frmAddControl::Form_Unload() {
-  Routine(u"frmAddControl.Form_Unload", [&](const Statements& run) { KeepPlace(run); });
-}
+void frmAddControl::Form_Unload() { KeepPlace(u"frmAddControl.Form_Unload"); }
 
 }  // namespace tessel

@@ -27,8 +27,6 @@ void frmControlName::Yes() {
   });
 }
 
-void frmControlName::Form_Unload() {
-  Routine(u"frmControlName.Form_Unload", [&](const Statements& run) { KeepPlace(run); });
-}
+void frmControlName::Form_Unload() { KeepPlace(u"frmControlName.Form_Unload"); }
 
 }  // namespace tessel

@@ -39,8 +39,6 @@ void frmUpdateControlName::Yes() {
   });
 }
 
-void frmUpdateControlName::Form_Unload() {
-  Routine(u"frmUpdateControlName.Form_Unload", [&](const Statements& run) { KeepPlace(run); });
-}
+void frmUpdateControlName::Form_Unload() { KeepPlace(u"frmUpdateControlName.Form_Unload"); }
 
 }  // namespace tessel

@@ -39,7 +39,7 @@ class Screen {
   /// end of every form, also of one that the screen never saw.
   virtual void Gone(forms::Form& form) = 0;
   virtual void SetForeground(forms::Form& form) = 0;
-  /// Nothing where forms have no place.
+  /// Nothing where forms have no place. A rectangle without a size says where the corner stands.
   [[nodiscard]] virtual std::optional<WindowPlacement> GetPlacement(forms::Form& form) = 0;
   virtual void SetPlacement(forms::Form& form, const WindowPlacement& placement) = 0;
   /// The placement of the whole desktop, for centring.

@@ -41,13 +41,13 @@ TEST_F(DesignerTest, PutsAControlIntoAContainer) {
   EXPECT_EQ(label->Node()->RawValue(u"Caption"), u"\"Inner\"");
 }
 
-TEST_F(DesignerTest, TellsOfEachControlThatGoesAndComesBack) {
+TEST_F(DesignerTest, TellsOfEachControlThatGoesAndTakesNoneThatComesBackForANewOne) {
   const String before = Form().Tree().Text();
   const auto block = Form().TakeControl(*Form().Find(u"Frame1", -1)->Node());
   EXPECT_EQ(events_, u"-Label1-Frame1");
   EXPECT_EQ(Form().Count(), 0);
   Form().PutBackControl(block);
-  EXPECT_EQ(events_, u"-Label1-Frame1+Frame1+Label1");
+  EXPECT_EQ(events_, u"-Label1-Frame1");
   EXPECT_EQ(Form().Count(), 2);
   EXPECT_EQ(Form().Tree().Text(), before);
 }
@@ -88,6 +88,15 @@ TEST_F(DesignerTest, PutsBackAnElementOfAControlArray) {
   const auto block = Form().TakeControl(*elements[0]);
   Form().PutBackControl(block);
   EXPECT_EQ(tree.Text(), before);
+}
+
+TEST_F(DesignerTest, TakesAnotherElementOfAControlArray) {
+  Form().AddControl(u"OptionButton", u"optKind", {{u"Index", u"0"}});
+  Form().AddControl(u"OptionButton", u"OPTKIND", {{u"Index", u"1"}});
+  EXPECT_EQ(Form().Find(u"optKind", 1)->Node()->Name, u"OPTKIND");
+  EXPECT_THROW(Form().AddControl(u"OptionButton", u"optKind", {{u"Index", u"1"}}), vb::Failure);
+  EXPECT_THROW(Form().AddControl(u"OptionButton", u"optKind", {}), vb::Failure);
+  EXPECT_THROW(Form().AddControl(u"Label", u"Frame1", {{u"Index", u"0"}}), vb::Failure);
 }
 
 TEST_F(DesignerTest, RefusesATakenOrBadNameForANewControl) {

@@ -2,6 +2,7 @@
 
 #include <QUndoCommand>
 #include <algorithm>
+#include <optional>
 
 #include "hosts/workbench/designer/Selection.h"
 #include "hosts/workbench/platform/Text.h"
@@ -84,14 +85,21 @@ model::DesignerNode* DesignerEditor::Root() const {
 }
 
 bool DesignerEditor::Try(const std::function<void()>& action) {
-  try {
-    action();
-    return true;
-  } catch (...) {
-    const vb::Failure failure = vb::CurrentFailure();
-    if (OnFailure) OnFailure(failure.Description());
-    return false;
+  std::optional<String> failure;
+  const auto attempt = [&] {
+    try {
+      action();
+    } catch (...) {
+      failure = vb::CurrentFailure().Description();
+    }
+  };
+  if (const auto around = RunTool) {
+    around(attempt);
+  } else {
+    attempt();
   }
+  if (failure && OnFailure) OnFailure(*failure);
+  return !failure;
 }
 
 bool DesignerEditor::Push(const QString& text, int kind,
@@ -107,12 +115,13 @@ bool DesignerEditor::Push(const QString& text, int kind,
 model::DesignerNode* DesignerEditor::Add(StringView className, StringView name,
                                          model::DesignerNode& container,
                                          std::vector<NamedValue> properties) {
-  const auto& designer = component_->OwnDesigner();
   Steps steps;
-  steps.push_back(
-      std::make_unique<AddStep>(designer, container, className, name, std::move(properties)));
+  auto step = std::make_unique<AddStep>(component_->OwnDesigner(), container, className, name,
+                                        std::move(properties));
+  const AddStep& added = *step;
+  steps.push_back(std::move(step));
   if (!Push(QStringLiteral("Add %1").arg(ToQt(name)), -1, std::move(steps))) return nullptr;
-  return designer->Find(name, -1)->Node();
+  return added.Added().get();
 }
 
 bool DesignerEditor::Remove(const std::vector<model::DesignerNode*>& nodes) {

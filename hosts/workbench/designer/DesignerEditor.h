@@ -26,12 +26,17 @@ class DesignerEditor {
   /// Gets the text of a failure.
   std::function<void(const String&)> OnFailure;
 
+  /// Called around each edit, whose events tools may answer with edits of their own; it must call
+  /// its argument once. None: the argument is just called.
+  std::function<void(const std::function<void()>&)> RunTool;
+
   [[nodiscard]] const std::shared_ptr<model::VBComponent>& Component() const { return component_; }
   /// The outermost block; null for a component without a designer.
   [[nodiscard]] model::DesignerNode* Root() const;
   [[nodiscard]] QUndoStack& UndoStack() { return stack_; }
 
-  /// A new control on top of the others in its container. Null when it failed.
+  /// A new control on top of the others in its container, whatever those who heard of it called it.
+  /// Null when it failed, and when it was taken away again.
   model::DesignerNode* Add(StringView className, StringView name, model::DesignerNode& container,
                            std::vector<NamedValue> properties);
   /// Removes controls; those inside another one of the list go with it.

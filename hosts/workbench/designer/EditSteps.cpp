@@ -36,7 +36,8 @@ void AddStep::Do() {
   const auto container = Standing(*designer_, container_, u"");
   const auto control =
       designer_->AddControl(class_, name_, properties_, container.get(), /*onTop=*/true);
-  added_ = control->Node()->weak_from_this();
+  // Whoever heard of it may have taken it away.
+  if (model::DesignerNode* const node = control->Node()) added_ = node->weak_from_this();
 }
 
 void AddStep::Undo() {

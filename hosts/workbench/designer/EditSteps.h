@@ -35,6 +35,8 @@ class AddStep : public EditStep {
           StringView className, StringView name, std::vector<NamedValue> properties);
   void Do() override;
   void Undo() override;
+  /// The control, whatever it is called by now; null once it was taken away.
+  [[nodiscard]] std::shared_ptr<model::DesignerNode> Added() const { return added_.lock(); }
 
  private:
   std::shared_ptr<model::Designer> designer_;

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include "forms/Popup.h"
 #include "forms/User.h"
 #include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
@@ -16,10 +17,15 @@ namespace {
 
 constexpr int LeastColumns = 48;
 
-Qt::WindowFlags FlagsOf(forms::BorderStyle border) {
+bool IsPopup(const forms::Form& form) {
+  return dynamic_cast<const forms::Popup*>(&form) != nullptr;
+}
+
+Qt::WindowFlags FlagsOf(const forms::Form& form) {
+  if (IsPopup(form)) return Qt::Popup | Qt::FramelessWindowHint;
   const Qt::WindowFlags frame = Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                 Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
-  switch (border) {
+  switch (form.Border) {
     case forms::BorderStyle::Sizable:
       return Qt::Dialog | frame | Qt::WindowMinMaxButtonsHint;
     case forms::BorderStyle::ToolWindow:
@@ -32,12 +38,16 @@ Qt::WindowFlags FlagsOf(forms::BorderStyle border) {
 }  // namespace
 
 FormWindow::FormWindow(const std::shared_ptr<forms::Form>& form, ActionGate& gate, QWidget* parent)
-    : QDialog(parent, FlagsOf(form->Border)), form_(form), surface_(new SurfaceWidget(form, gate)) {
+    : QDialog(parent, FlagsOf(*form)), form_(form), surface_(new SurfaceWidget(form, gate)) {
   setObjectName(ToQt(form->Name()));
   auto* const whole = new QVBoxLayout(this);
   whole->setContentsMargins(0, 0, 0, 0);
-  // A minimum of the widget itself would hide what its layout needs.
-  whole->addStrut(LeastColumns * fontMetrics().averageCharWidth());
+  if (IsPopup(*form)) {
+    for (QLayout* const layout : surface_->findChildren<QLayout*>()) layout->setContentsMargins({});
+  } else {
+    // A minimum of the widget itself would hide what its layout needs.
+    whole->addStrut(LeastColumns * fontMetrics().averageCharWidth());
+  }
   whole->addWidget(surface_);
   if (surface_->Menus() != nullptr) whole->setMenuBar(surface_->Menus());
   surface_->FrameChanged = [this] { ShowFrame(); };
@@ -52,7 +62,9 @@ void FormWindow::ShowFrame() {
 }
 
 void FormWindow::Open(bool blocks, QWidget* behind) {
-  setWindowModality(blocks ? Qt::ApplicationModal : Qt::NonModal);
+  // A window without a frame takes all input by itself, and gives it back to a click beside it.
+  const bool popup = windowType() == Qt::Popup;
+  setWindowModality(blocks && !popup ? Qt::ApplicationModal : Qt::NonModal);
   surface_->Refresh();
   surface_->FocusFirst();
   place_.Prepare();

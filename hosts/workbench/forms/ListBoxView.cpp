@@ -1,6 +1,13 @@
 #include "hosts/workbench/forms/ListBoxView.h"
 
+#include <QCursor>
+#include <QFontMetrics>
+#include <QStyle>
+#include <algorithm>
+
+#include "forms/Popup.h"
 #include "forms/User.h"
+#include "hosts/workbench/forms/ScreenPlace.h"
 #include "hosts/workbench/platform/Text.h"
 
 namespace tessel::workbench {
@@ -27,6 +34,21 @@ void ListBoxView::Update() {
     widget_->addItems(items);
   }
   widget_->setCurrentRow(box_.ListIndex());
+  if (const auto* const list = dynamic_cast<const forms::PopupList*>(&box_)) ShowSize(list->Height);
+}
+
+/// As high as the rows that the height was meant for, as wide as the longest of them, and never
+/// more than half a screen.
+void ListBoxView::ShowSize(int twips) {
+  constexpr int DesignedRow = 195;  // twips of a row in the environment's font
+  const QFontMetrics font = widget_->fontMetrics();
+  const int row = std::max(widget_->sizeHintForRow(0), font.height());
+  const int frame = 2 * widget_->frameWidth();
+  const int bar = widget_->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  const QSize half = ScreenAround(QCursor::pos()).size() / 2;
+  const QSize wanted(widget_->sizeHintForColumn(0) + bar + frame,
+                     row * twips / DesignedRow + frame);
+  widget_->setFixedSize(wanted.boundedTo(half));
 }
 
 }  // namespace tessel::workbench

@@ -16,6 +16,7 @@ class ListBoxView : public ControlView {
   void Update() override;
 
  private:
+  void ShowSize(int twips);
   forms::ListBox& box_;
   QListWidget* widget_;
   std::vector<String> shown_;

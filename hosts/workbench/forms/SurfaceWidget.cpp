@@ -17,17 +17,18 @@
 namespace tessel::workbench {
 namespace {
 
-constexpr int EnterKey = 13, EscapeKey = 27;
+constexpr int EnterKey = 13, LineFeedKey = 10, EscapeKey = 27;
 
 /// The ASCII code that the model knows a key by, 0 for other keys.
 int CodeOf(const QKeyEvent& event) {
-  if (event.modifiers() & ~Qt::KeypadModifier) return 0;
+  const Qt::KeyboardModifiers held = event.modifiers() & ~Qt::KeypadModifier;
+  if (held & ~Qt::ControlModifier) return 0;
   switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-      return EnterKey;
+      return held ? LineFeedKey : EnterKey;
     case Qt::Key_Escape:
-      return EscapeKey;
+      return held ? 0 : EscapeKey;
     default:
       return 0;
   }

@@ -275,6 +275,15 @@ int CodeEditor::Position(int line, int column) const {
   return static_cast<int>(place < start || place > end ? end : place);
 }
 
+QPoint CodeEditor::PlaceBelowCaret() const {
+  const long caret = Ask(SCI_GETCURRENTPOS);
+  const auto left = static_cast<int>(Ask(SCI_POINTXFROMPOSITION, 0UL, caret));
+  const auto top = static_cast<int>(Ask(SCI_POINTYFROMPOSITION, 0UL, caret));
+  const auto height =
+      static_cast<int>(Ask(SCI_TEXTHEIGHT, static_cast<unsigned long>(LineOf(caret))));
+  return viewport()->mapTo(this, QPoint(left, top + height));
+}
+
 host::Selection CodeEditor::Selected() const {
   const auto start = static_cast<int>(Ask(SCI_GETSELECTIONSTART));
   const auto end = static_cast<int>(Ask(SCI_GETSELECTIONEND));

@@ -41,6 +41,8 @@ class CodeEditor : public QsciScintilla {
   void BeginGroup();
   void EndGroup();
 
+  /// The point below the caret, in pixels of this widget.
+  [[nodiscard]] QPoint PlaceBelowCaret() const;
   [[nodiscard]] host::Selection Selected() const;
   void Select(const host::Selection& selection);
   [[nodiscard]] int TopLine() const;

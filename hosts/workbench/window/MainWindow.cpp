@@ -200,6 +200,9 @@ FindGround MainWindow::GroundOfFind() {
 }
 
 void MainWindow::ConnectDesigner(DesignerView& view) {
+  view.Editor()->RunTool = [this](const std::function<void()>& edit) {
+    services_.Desktop().RunAction(edit);
+  };
   view.OnFailure = [this](const String& text) { ShowFailure(ToQt(text)); };
   view.OnOpenCode = [this](const auto& owner, const String& control) {
     OpenEventProcedure(owner, control);

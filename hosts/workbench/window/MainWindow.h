@@ -98,6 +98,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   void BuildEditMenu();
   void AddLineCommands(QMenu& edit);
   void AddPlaceCommands(QMenu& view);
+  void ListMembers();
   void BuildViewMenu();
   void BuildWindowMenu();
   void FillRecent(QMenu& menu);

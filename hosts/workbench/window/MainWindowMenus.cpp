@@ -151,6 +151,8 @@ void MainWindow::AddLineCommands(QMenu& edit) {
              inLines([](CodeEditor& editor) { editor.CommentBlock(true); }));
   AddCommand(edit, tr("Unc&omment Block"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_U),
              inLines([](CodeEditor& editor) { editor.CommentBlock(false); }));
+  AddCommand(edit, tr("List &Members"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Space),
+             inLines([this](CodeEditor&) { ListMembers(); }));
   QMenu* const marks = edit.addMenu(tr("&Bookmarks"));
   AddCommand(*marks, tr("&Toggle Bookmark"), QKeySequence(Qt::CTRL | Qt::Key_B),
              inLines([](CodeEditor& editor) { editor.ToggleBookmark(); }));
@@ -160,6 +162,17 @@ void MainWindow::AddLineCommands(QMenu& edit) {
              inLines([](CodeEditor& editor) { editor.GoToBookmark(false); }));
   AddCommand(*marks, tr("&Clear All Bookmarks"), {},
              inLines([](CodeEditor& editor) { editor.ClearBookmarks(); }));
+}
+
+/// The list of the module's members at the caret, for the add-in to open.
+void MainWindow::ListMembers() {
+  CodeWindow* const code = children_->CurrentCode();
+  if (code == nullptr || !connect_) return;
+  code->TellPane();
+  const QPoint place = code->Editor().mapTo(code, code->Editor().PlaceBelowCaret());
+  services_.Desktop().RunAction([&] {
+    if (const auto addin = connect_) addin->ShowContextMenu(place.x(), place.y());
+  });
 }
 
 /// Where to go in the code.
@@ -252,7 +265,7 @@ void MainWindow::UpdateCommands() {
   for (const char* name : {"Cut", "Copy"}) put(name, code && code->Editor().hasSelectedText());
   for (const char* name :
        {"Select All", "Find", "Find Next", "Find Previous", "Replace", "Cut Line", "Comment Block",
-        "Uncomment Block", "Toggle Bookmark", "Next Bookmark", "Previous Bookmark",
+        "Uncomment Block", "Toggle Bookmark", "List Members", "Next Bookmark", "Previous Bookmark",
         "Clear All Bookmarks", "Definition", "Next Procedure", "Previous Procedure"}) {
     put(name, code);
   }

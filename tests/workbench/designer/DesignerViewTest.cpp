@@ -189,7 +189,7 @@ TEST_F(DesignerTest, DeletesAndPutsBackByteForByte) {
   EXPECT_EQ(Chosen, u"Form1");
   Undo();
   EXPECT_EQ(Text(), before);
-  EXPECT_EQ(Events, u"-chkInner -fraBox +fraBox +chkInner");
+  EXPECT_EQ(Events, u"-chkInner -fraBox");
   Redo();
   EXPECT_EQ(Node(u"chkInner"), nullptr);
   Undo();
@@ -574,6 +574,49 @@ TEST_F(DesignerTest, ShowsAControlThoughAHandlerOfItsEventFailed) {
   // The event comes behind the change.
   EXPECT_NE(Node(u"Label1"), nullptr);
   EXPECT_EQ(View->Layout().Controls().size(), Tree().Controls().size());
+}
+
+TEST_F(DesignerTest, AControlThatAHandlerOfItsEventNamesIsTheChosenOne) {
+  int added = 0;
+  Sink->ItemAdded = [&](const auto& control) {
+    ++added;
+    control->Properties()->Item(u"Name")->SetValue(u"cmdSave");
+  };
+  View->AddControl(u"VB.CommandButton");
+  EXPECT_EQ(Chosen, u"cmdSave");
+  const String named = Text();
+  Undo();
+  EXPECT_EQ(Node(u"cmdSave"), nullptr);
+  Redo();
+  EXPECT_EQ(Text(), named);
+  EXPECT_EQ(added, 1) << "a control that comes back is no new one";
+}
+
+TEST_F(DesignerTest, AControlThatAHandlerOfItsEventTakesAwayIsChosenByNobody) {
+  const String before = Text();
+  Sink->ItemAdded = [this](const auto& control) {
+    World.Environment.RemoveControl(u"Form1", control->ControlObjectName());
+  };
+  View->AddControl(u"VB.CommandButton");
+  EXPECT_EQ(Text(), before);
+  EXPECT_EQ(View->Selected().size(), 1U);
+}
+
+TEST_F(DesignerTest, EveryEditRunsAsAnActionOfTheTools) {
+  std::vector<String> inside;
+  View->Editor()->RunTool = [&](const std::function<void()>& edit) {
+    const String before = Text();
+    edit();
+    inside.push_back(Text() == before ? u"same" : u"other");
+  };
+  View->AddControl(u"VB.CommandButton");
+  Undo();
+  Redo();
+  (void)View->Editor()->Rename(*Node(u"Command1"), u"cmdNew");
+  EXPECT_FALSE(View->Editor()->Rename(*Node(u"cmdNew"), u"2nd"));
+  inside.erase(inside.begin());  // the placing ahead of the adding
+  EXPECT_EQ(inside, (std::vector<String>{u"other", u"other", u"other", u"other", u"same"}));
+  EXPECT_EQ(Failures.size(), 1U);
 }
 
 TEST_F(DesignerTest, ShowsAFormOfThreeHundredControls) {

@@ -28,6 +28,9 @@
 #include "builders/frmParameterEnum.h"
 #include "builders/frmProcedureBuilder.h"
 #include "builders/frmPropertyBuilder.h"
+#include "controlnaming/frmAddControl.h"
+#include "controlnaming/frmControlName.h"
+#include "controlnaming/frmUpdateControlName.h"
 #include "errorhandlers/frmErrorHandlerScheme.h"
 #include "errorhandlers/frmInsertErrorHandlerCode.h"
 #include "errorhandlers/frmRemoveErrorHandlerCode.h"
@@ -38,6 +41,7 @@
 #include "snippets/OpenLibraries.h"
 #include "snippets/frmFragmentBuilder.h"
 #include "settingsdialog/frmSettings.h"
+#include "support/FakeConnect.h"
 #include "support/Modules.h"
 #include "support/SharedDatabase.h"
 #include "workbench/forms/Desk.h"
@@ -199,6 +203,31 @@ TEST_P(EveryForm, TheRemoveDialogIsWhole) {
   form->VBInstance = world_.Environment.VBE();
   Look(*form);
   form->Unload();
+}
+
+TEST_P(EveryForm, TheNamingDialogsAreWhole) {
+  const auto root = std::make_shared<test::FakeConnect>();
+  root->AddedName = u"cmd";
+  const auto added = std::make_shared<frmAddControl>();
+  test::Attach(*added, root);
+  added->Load();
+  added->txtText.SetToolTipText(u"Caption");
+  added->txtText.SetText(u"Command1");
+  Look(*added);
+  added->Unload();
+  const auto renamed = std::make_shared<frmControlName>();
+  renamed->Load();
+  renamed->lblOldName.SetCaption(u"Command1");
+  renamed->lblNewName.SetCaption(u"cmdStoreEverything");
+  Look(*renamed);
+  renamed->Unload();
+  const auto byHand = std::make_shared<frmUpdateControlName>();
+  byHand->Load();
+  byHand->txtOldName.SetText(u"Command1");
+  for (const char16_t* name : {u"cmdStore", u"lblTotal"}) byHand->cmbNewName.AddItem(name);
+  byHand->cmbNewName.SetListIndex(0);
+  Look(*byHand);
+  byHand->Unload();
 }
 
 TEST_P(EveryForm, TheSchemeEditorIsWhole) {

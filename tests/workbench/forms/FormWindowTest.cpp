@@ -4,14 +4,18 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTreeView>
 #include <random>
 
+#include "contextmenu/frmContextMenu.h"
 #include "hosts/workbench/forms/ControlViews.h"
 #include "vb/Failure.h"
 #include "workbench/forms/Desk.h"
@@ -398,6 +402,84 @@ TEST(FormWindowFrame, TellsTheBordersApart) {
   for (forms::Form* const form : std::initializer_list<forms::Form*>{&*dialog, &*sizable, &*tool}) {
     form->Unload();
   }
+}
+
+// Without a frame
+
+class ListAtAPlace : public testing::Test {
+ protected:
+  ListAtAPlace() {
+    for (int row = 1; row <= 40; ++row) list_->ArrayMenu.push_back(u"Entry" + vb::Str(row));
+    list_->CodeX = 120;
+    list_->CodeY = 90;
+  }
+
+  /// Opens the list and acts as soon as it is there.
+  void Show(const std::function<void(FormWindow&)>& act) {
+    QTimer::singleShot(0, qApp, [&] { act(desk_.Window(*list_)); });
+    list_->Show(platform::ShowStyle::Modal);
+    test::Desk::Turn();
+  }
+  QListWidget& Rows() { return desk_.Find<QListWidget>(*list_, "lstMenu"); }
+
+  test::Desk desk_;
+  std::shared_ptr<frmContextMenu> list_ = std::make_shared<frmContextMenu>();
+};
+
+TEST_F(ListAtAPlace, StandsThereWithoutAFrameAndIsAsLargeAsTheList) {
+  list_->ArrayMenu = {u"One", u"Two", u"Three"};
+  Show([&](FormWindow& window) {
+    EXPECT_EQ(window.pos(), QPoint(120, 90));
+    EXPECT_EQ(window.size(), Rows().size());
+    EXPECT_TRUE(window.windowFlags() & Qt::FramelessWindowHint);
+    const QRect last = Rows().visualItemRect(Rows().item(2));
+    EXPECT_TRUE(Rows().viewport()->rect().contains(last)) << "every row is in sight";
+    EXPECT_LT(Rows().viewport()->height(), 2 * last.bottom());
+    QDir().mkpath(QStringLiteral("screenshots"));
+    window.grab().save(QStringLiteral("screenshots/frmContextMenu.png"));
+    list_->Hide();
+  });
+}
+
+TEST_F(ListAtAPlace, ALongListStaysOnTheScreen) {
+  Show([&](FormWindow& window) {
+    const QRect room = window.screen()->availableGeometry();
+    EXPECT_TRUE(room.contains(window.geometry()));
+    EXPECT_LE(window.height(), room.height() / 2 + 2);
+    list_->Hide();
+  });
+}
+
+TEST_F(ListAtAPlace, TheKeysPickARow) {
+  Show([&](FormWindow&) {
+    QTest::keyClick(&Rows(), Qt::Key_Down);
+    QTest::keyClick(&Rows(), Qt::Key_Down);
+    QTest::keyClick(&Rows(), Qt::Key_Return, Qt::ControlModifier);
+  });
+  EXPECT_EQ(list_->ItemMenu, u"Entry2");
+  Show([&](FormWindow&) {
+    QTest::keyClick(&Rows(), Qt::Key_Down);
+    QTest::keyClick(&Rows(), Qt::Key_Escape);
+  });
+  EXPECT_EQ(list_->ItemMenu, u"Entry1");
+}
+
+TEST_F(ListAtAPlace, ADoubleClickPicksARow) {
+  Show([&](FormWindow&) {
+    const QPoint row = Rows().visualItemRect(Rows().item(2)).center();
+    QTest::mouseClick(Rows().viewport(), Qt::LeftButton, {}, row);
+    QTest::mouseDClick(Rows().viewport(), Qt::LeftButton, {}, row);
+  });
+  EXPECT_EQ(list_->ItemMenu, u"Entry3");
+}
+
+TEST_F(ListAtAPlace, ClosingItTakesNothing) {
+  Show([&](FormWindow& window) {
+    QTest::keyClick(&Rows(), Qt::Key_Down);
+    window.close();
+  });
+  EXPECT_EQ(list_->ItemMenu, u"");
+  EXPECT_FALSE(list_->IsLoaded());
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QMenuBar>
 #include <QProcess>
 #include <QProgressBar>
@@ -200,6 +202,107 @@ TEST_F(Workbench, TellsTheAddinOfAControlFromTheDesigner) {
   EXPECT_EQ(form->OwnDesigner()->Tree().Controls().size(), 1U);
   view->UndoStack().undo();
   EXPECT_TRUE(form->OwnDesigner()->Tree().Controls().empty());
+}
+
+TEST_F(Workbench, AControlThatIsDrawnIsNamedAndComesBackUnderItsName) {
+  names_.stop();
+  window_->NewProject(host::vbext_pt_StandardExe);
+  const auto form = Component(u"Form1");
+  DesignerView* const view = window_->ShowDesigner(form);
+  int asked = 0;
+  bool greyed = false;
+  When([] { return OpenForm("frmAddControl"); },
+       [&](FormWindow* dialog) {
+         ++asked;
+         greyed = !BarAction(QStringLiteral("Code Formatter"))->isEnabled();
+         QTest::keyClicks(In<QLineEdit>(dialog, "txtText"), QStringLiteral("X"));
+         EXPECT_EQ(In<QLineEdit>(dialog, "txtName")->text(), QStringLiteral("cmdCommand1X"));
+         Press(dialog, "btmOK");
+       });
+  view->AddControl(u"VB.CommandButton");
+  EXPECT_EQ(asked, 1);
+  EXPECT_TRUE(greyed);
+  const auto& tree = form->OwnDesigner()->Tree();
+  ASSERT_EQ(tree.Controls().size(), 1U);
+  EXPECT_EQ(tree.Controls()[0]->Name, u"cmdCommand1X");
+  EXPECT_EQ(tree.Controls()[0]->RawValue(u"Caption"), u"\"Command1X\"");
+  EXPECT_EQ(view->Selected().back(), tree.Controls()[0]);
+  view->UndoStack().undo();
+  EXPECT_TRUE(tree.Controls().empty());
+  view->UndoStack().redo();
+  ASSERT_EQ(tree.Controls().size(), 1U);
+  EXPECT_EQ(tree.Controls()[0]->Name, u"cmdCommand1X");
+  QApplication::processEvents();
+  EXPECT_TRUE(BarAction(QStringLiteral("Code Formatter"))->isEnabled());
+}
+
+TEST_F(Workbench, ARenamedControlsCodeFollowsAsOneStepOfTheUndo) {
+  window_->NewProject(host::vbext_pt_StandardExe);
+  const auto form = Component(u"Form1");
+  DesignerView* const view = window_->ShowDesigner(form);
+  view->AddControl(u"VB.CommandButton");
+  const StringView before =
+      u"Private Sub Command1_Click()\r\n  Command1.Enabled = False\r\nEnd Sub\r\n";
+  window_->Environment().SetText(u"Form1", before);
+  CodeEditor& editor = Code(u"Form1").Editor();
+  names_.stop();
+  When([] { return OpenForm("frmControlName"); },
+       [](FormWindow* dialog) { Press(dialog, "btmYes"); });
+  ASSERT_TRUE(view->Editor()->Rename(*form->OwnDesigner()->Tree().Controls()[0], u"cmdGo"));
+  EXPECT_EQ(Text(u"Form1"), u"Private Sub cmdGo_Click()\r\n  cmdGo.Enabled = False\r\nEnd Sub\r\n");
+  editor.undo();
+  EXPECT_EQ(Text(u"Form1"), before);
+}
+
+/// Opens the list of members in a module and acts on it.
+void ListMembers(MainWindow& window, CodeEditor& editor,
+                 const std::function<void(FormWindow*)>& act) {
+  window.activateWindow();
+  editor.setFocus();
+  QApplication::processEvents();
+  When([] { return OpenForm("frmContextMenu"); }, act);
+  QTest::keyClick(&editor, Qt::Key_Space, Qt::ControlModifier | Qt::ShiftModifier);
+  QApplication::processEvents();
+}
+
+TEST_F(Workbench, AMemberFromTheListGoesInAtTheCaretAsOneStep) {
+  window_->NewProject(host::vbext_pt_StandardExe);
+  const StringView before = u"Sub One()\r\n  x = \r\nEnd Sub\r\nSub Two()\r\nEnd Sub";
+  window_->Environment().AddComponent(u"", host::vbext_ct_StdModule, u"M", before);
+  CodeEditor& editor = Code(u"M").Editor();
+  editor.Select({2, 7, 2, 7});
+  bool seen = false;
+  ListMembers(*window_, editor, [&](FormWindow* list) {
+    seen = true;
+    const QPoint caret = editor.mapToGlobal(editor.PlaceBelowCaret());
+    EXPECT_LT((list->pos() - caret).manhattanLength(), 8);
+    auto* const rows = In<QListWidget>(list, "lstMenu");
+    EXPECT_TRUE(rows->hasFocus());
+    window_->grab().save(QStringLiteral("screenshots/member-list-behind.png"));
+    QTest::keyClick(rows, Qt::Key_Down);
+    QTest::keyClick(rows, Qt::Key_Down);
+    QTest::keyClick(rows, Qt::Key_Return, Qt::ControlModifier);
+  });
+  EXPECT_TRUE(seen);
+  EXPECT_EQ(Text(u"M"), u"Sub One()\r\n  x = Two\r\nEnd Sub\r\nSub Two()\r\nEnd Sub");
+  EXPECT_EQ(editor.Selected(), (host::Selection{2, 10, 2, 10}));
+  editor.undo();
+  EXPECT_EQ(Text(u"M"), before);
+}
+
+TEST_F(Workbench, ALetterOverTheListOfMembersGoesIntoTheCode) {
+  window_->NewProject(host::vbext_pt_StandardExe);
+  window_->Environment().AddComponent(u"", host::vbext_ct_StdModule, u"M",
+                                      u"Sub One()\r\n  x = \r\nEnd Sub");
+  CodeEditor& editor = Code(u"M").Editor();
+  editor.Select({2, 7, 2, 7});
+  ListMembers(*window_, editor, [&](FormWindow* list) {
+    QTest::keyClicks(In<QListWidget>(list, "lstMenu"), QStringLiteral("q"));
+  });
+  EXPECT_EQ(OpenForm("frmContextMenu"), nullptr);
+  EXPECT_NE(Text(u"M").find(u"  x = q"), String::npos) << vb::ToUtf8(Text(u"M"));
+  QTest::keyClicks(&editor, QStringLiteral("w"));
+  EXPECT_NE(Text(u"M").find(u"  x = qw"), String::npos) << "typing goes on where it was";
 }
 
 TEST_F(Workbench, OpensTheEventProcedureOfAControl) {

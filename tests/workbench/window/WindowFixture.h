@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QMessageBox>
@@ -89,6 +90,28 @@ class ErrorWindows : public QObject {
   int shown_ = 0;
 };
 
+/// Leaves controls their names, and code as it is, whenever the add-in asks; until it is stopped.
+class KeptNames : public QTimer {
+ public:
+  KeptNames() {
+    setInterval(5);
+    QObject::connect(this, &QTimer::timeout, this, [] {
+      PressIn("frmAddControl", "btmCansel");
+      PressIn("frmControlName", "btmNo");
+    });
+    start();
+  }
+
+ private:
+  static void PressIn(const char* form, const char* button) {
+    FormWindow* const window = OpenForm(form);
+    if (window == nullptr) return;
+    if (auto* const found = window->findChild<QAbstractButton*>(QLatin1String(button))) {
+      found->click();
+    }
+  }
+};
+
 class InWindow : public testing::Test {
  protected:
   InWindow()
@@ -158,6 +181,7 @@ class InWindow : public testing::Test {
   }
 
   ErrorWindows errors_;
+  KeptNames names_;
   test::TemporaryFolder folder_;
   WorkbenchPlatform services_;
   platform::ScopedPlatform scope_;

@@ -1,0 +1,167 @@
+#include "controlnaming/mControlName.h"
+
+#include <gtest/gtest.h>
+
+#include "foundation/CErrorHandler.h"
+#include "support/Modules.h"
+#include "vb/Failure.h"
+
+namespace tessel {
+namespace {
+
+using mControlName::NamesUpdated;
+using mControlName::RunUpdateCodeName;
+
+String Updated(StringView text) { return NamesUpdated(text, {}, u"Old", u"New"); }
+
+TEST(NamesInText, AreReplacedBetweenBlanksPointsAndLineEnds) {
+  EXPECT_EQ(Updated(u"x.Old.y"), u"x.New.y");
+  EXPECT_EQ(Updated(u"x Old y"), u"x New y");
+  EXPECT_EQ(Updated(u"Me.Old = 1"), u"Me.New = 1");
+  EXPECT_EQ(Updated(u" Old.Text = 1"), u" New.Text = 1");
+  EXPECT_EQ(Updated(u"a\r\nOld\r\nb"), u"a\r\nNew\r\nb");
+  EXPECT_EQ(Updated(u"x = Old\r\n"), u"x = New\r\n");
+  EXPECT_EQ(Updated(u"x = Me.Old\r\n"), u"x = Me.New\r\n");
+}
+
+TEST(NamesInText, StayInEveryOtherPlace) {
+  for (const StringView text :
+       {StringView(u"f(Old)"), StringView(u"f(Old, 1)"), StringView(u"f(1, Old)"),
+        StringView(u" Old, x"), StringView(u"Old.Text = 1"), StringView(u"a\r\nOld.Text = 1"),
+        StringView(u"a\r\nOld = 1"), StringView(u" Older Bold "), StringView(u" old OLD "),
+        StringView(u" Old(0).x"), StringView(u"x = Old"), StringView(u"\tOld\t")}) {
+    EXPECT_EQ(Updated(text), text) << vb::ToUtf8(text);
+  }
+}
+
+TEST(NamesInText, AreReplacedInCommentsAndStringsToo) {
+  EXPECT_EQ(Updated(u"' the Old one\r\nx = \"an Old text\""),
+            u"' the New one\r\nx = \"an New text\"");
+}
+
+TEST(NamesInText, OneThatSharesItsDelimiterWithTheOneAheadIsPassedOver) {
+  EXPECT_EQ(Updated(u" Old Old "), u" New Old ");
+  EXPECT_EQ(Updated(u".Old.Old."), u".New.Old.");
+  EXPECT_EQ(Updated(u" Old.Old "), u" New.New ") << "the later row of the table finds the rest";
+}
+
+TEST(NamesInText, OfEventProceduresAreReplacedWhereverTheyStand) {
+  EXPECT_EQ(NamesUpdated(u"Sub cmdOld_Click()\r\nx(cmdOld_Click)\r\n'cmdOld_Click2",
+                         {u"cmdOld_Click"}, u"cmdOld", u"cmdNew"),
+            u"Sub cmdNew_Click()\r\nx(cmdNew_Click)\r\n'cmdNew_Click2");
+}
+
+TEST(NamesInText, OfAnotherControlsProceduresChangeWhenTheyHoldTheOldName) {
+  EXPECT_EQ(NamesUpdated(u"Sub fraOld_Click()\r\nfraOld.x", {u"fraOld_Click"}, u"Old", u"New"),
+            u"Sub fraNew_Click()\r\nfraOld.x");
+}
+
+TEST(NamesInText, AnEmptyNewNameIsPutInLikeAnyOther) {
+  EXPECT_EQ(NamesUpdated(u"x = Old.y", {}, u"Old", u""), u"x = .y");
+}
+
+class NamesInModule : public testing::Test {
+ protected:
+  ~NamesInModule() override { gErrorHandler.reset(); }
+
+  /// A form whose designer bears the new name already.
+  std::shared_ptr<host::CodeModule> Form(StringView text) {
+    const auto module = world_.Form(u"Form1", text);
+    world_.Environment.AddControl(u"Form1", u"CommandButton", u"cmdNew", {});
+    world_.Environment.AddControl(u"Form1", u"TextBox", u"txtName", {});
+    return module;
+  }
+  [[nodiscard]] String Text() const { return world_.Text(u"Form1"); }
+
+  test::World world_;
+};
+
+TEST_F(NamesInModule, TheOldNamesProceduresCountThoughTheDesignerBearsTheNewOne) {
+  RunUpdateCodeName(Form(u"Private Sub CMDold_Click()\r\n  x\r\nEnd Sub\r\n"
+                         u"Private Sub cmdOld_GotFocus()\r\n  cmdOld.SetFocus\r\nEnd Sub\r\n"),
+                    u"cmdOld", u"cmdNew");
+  EXPECT_EQ(Text(),
+            u"Private Sub CMDold_Click()\r\n  x\r\nEnd Sub\r\n"
+            u"Private Sub cmdNew_GotFocus()\r\n  cmdNew.SetFocus\r\nEnd Sub\r\n")
+      << "case counts in the replacing alone";
+}
+
+TEST_F(NamesInModule, AProcedureOfNoControlKeepsItsName) {
+  RunUpdateCodeName(Form(u"Sub DocmdOld_Now()\r\nEnd Sub\r\nSub cmdOld_Click()\r\nEnd Sub\r\n"),
+                    u"cmdOld", u"cmdNew");
+  EXPECT_EQ(Text(), u"Sub DocmdOld_Now()\r\nEnd Sub\r\nSub cmdNew_Click()\r\nEnd Sub\r\n");
+}
+
+TEST_F(NamesInModule, AControlArraysProceduresChangeAndItsIndexedUsesStay) {
+  const auto module = Form(
+      u"Private Sub optOld_Click(Index As Integer)\r\n  optOld(Index).Value = 1\r\nEnd Sub\r\n");
+  for (const StringView index : {StringView(u"0"), StringView(u"1")}) {
+    world_.Environment.AddControl(u"Form1", u"OptionButton", u"optNew",
+                                  {{u"Index", String(index)}});
+  }
+  RunUpdateCodeName(module, u"optOld", u"optNew");
+  EXPECT_EQ(
+      Text(),
+      u"Private Sub optNew_Click(Index As Integer)\r\n  optOld(Index).Value = 1\r\nEnd Sub\r\n");
+}
+
+TEST_F(NamesInModule, AnUnindentedUseAheadOfAPointStays) {
+  RunUpdateCodeName(Form(u"Sub A()\r\nText1.Text = x\r\n  Text1.Text = y\r\nEnd Sub\r\n"), u"Text1",
+                    u"txtName");
+  EXPECT_EQ(Text(), u"Sub A()\r\nText1.Text = x\r\n  txtName.Text = y\r\nEnd Sub\r\n");
+}
+
+TEST_F(NamesInModule, WithoutAMemberNothingHappens) {
+  const StringView declarations = u"Option Explicit\r\n' the cmdOld one\r\n";
+  RunUpdateCodeName(Form(declarations), u"cmdOld", u"cmdNew");
+  EXPECT_EQ(Text(), declarations);
+}
+
+TEST_F(NamesInModule, AnEmptyOrMissingModuleIsPassedOver) {
+  RunUpdateCodeName(Form(u""), u"cmdOld", u"cmdNew");
+  EXPECT_EQ(Text(), u"");
+  RunUpdateCodeName(nullptr, u"cmdOld", u"cmdNew");
+}
+
+TEST_F(NamesInModule, AModuleThatDoesNotMentionTheNameIsNotTouched) {
+  const auto module = Form(u"Sub A()\r\nEnd Sub\r\n");
+  bool written = false;
+  world_.Environment.SetOperationHook(
+      [&](std::string_view call) { written = written || call == "CodeModule.DeleteLines"; });
+  RunUpdateCodeName(module, u"cmdOld", u"cmdNew");
+  EXPECT_FALSE(written);
+}
+
+TEST_F(NamesInModule, WhateverCallFailsTheTextIsTheOldOneOrTheNew) {
+  const StringView before = u"Private Sub cmdOld_Click()\r\n  cmdOld.Caption = 1\r\nEnd Sub\r\n";
+  const StringView after = u"Private Sub cmdNew_Click()\r\n  cmdNew.Caption = 1\r\nEnd Sub\r\n";
+  const auto module = Form(before);
+  gErrorHandler = std::make_shared<CErrorHandler>();
+  gErrorHandler->SetErrorHandlerActions(ActionMessageBox);
+  auto& desktop = world_.Services.DesktopService;
+  using platform::MessageAnswer;
+  for (const auto answer : {MessageAnswer::Abort, MessageAnswer::Retry, MessageAnswer::Ignore}) {
+    for (int nth = 1;; ++nth) {
+      world_.Environment.SetText(u"Form1", before);
+      desktop.Messages.clear();
+      desktop.Answers.assign(10, answer);
+      int calls = 0;
+      world_.Environment.SetOperationHook([&](std::string_view) {
+        if (++calls == nth) throw vb::Failure(7, u"no room");
+      });
+      RunUpdateCodeName(module, u"cmdOld", u"cmdNew");
+      world_.Environment.SetOperationHook({});
+      if (calls < nth) {
+        EXPECT_GT(nth, 10);
+        break;
+      }
+      const bool retried = answer == MessageAnswer::Retry && !desktop.Messages.empty();
+      EXPECT_TRUE(Text() == after || (Text() == before && !retried))
+          << "call " << nth << ", answer " << static_cast<int>(answer) << '\n'
+          << vb::ToUtf8(Text());
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tessel
