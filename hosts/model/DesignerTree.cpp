@@ -269,6 +269,17 @@ void DesignerTree::Rename(DesignerNode& node, StringView name) {
   Touched();
 }
 
+void DesignerTree::RenameFile(StringView name, StringView fresh) {
+  if (!root_) return;
+  const String from = u"\"" + String(name) + u"\":", to = u"\"" + String(fresh) + u"\":";
+  auto blocks = Controls();
+  blocks.push_back(root_.get());
+  for (DesignerNode* const node : blocks) {
+    for (DesignerNode::Item& item : node->Items) item.Line = vb::Replace(item.Line, from, to);
+  }
+  Touched();
+}
+
 DesignerNode& DesignerTree::Add(DesignerNode& parent, StringView className, StringView name,
                                 bool onTop) {
   auto node = std::make_shared<DesignerNode>();

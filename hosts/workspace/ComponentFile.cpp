@@ -230,16 +230,16 @@ std::string ComponentFile::EncodeOrFail(StringView text, int firstLine) const {
 
 std::string ComponentFile::HeadBytes(const model::VBComponent& component) const {
   const auto& designer = component.OwnDesigner();
-  if (designer && (isNew_ || designer->Tree().IsModified())) {
+  if (designer && (IsBlank() || designer->Tree().IsModified())) {
     return EncodeOrFail(designer->Tree().Text(), 1);
   }
-  return isNew_ ? EncodeOrFail(newHead_, 1) : std::string(Part(bom_, headEnd_));
+  return IsBlank() ? EncodeOrFail(newHead_, 1) : std::string(Part(bom_, headEnd_));
 }
 
 /// The attribute lines, with a new name where there is one.
 std::string ComponentFile::AttributeBytes() const {
   std::string attributes =
-      isNew_ ? EncodeOrFail(newAttributes_, 1) : std::string(Part(headEnd_, codeStart_));
+      IsBlank() ? EncodeOrFail(newAttributes_, 1) : std::string(Part(headEnd_, codeStart_));
   if (newName_.empty()) return attributes;
   std::string result;
   bool named = false;
@@ -263,7 +263,7 @@ std::string ComponentFile::AttributeBytes() const {
 }
 
 std::string ComponentFile::CodeBytes(const model::VBComponent& component) const {
-  if (!component.Module() || (!isNew_ && !component.Module()->IsModified())) {
+  if (!component.Module() || (!IsBlank() && !component.Module()->IsModified())) {
     return std::string(Part(codeStart_, codeEnd_));
   }
   const model::LineBuffer& lines = component.Module()->SettledBuffer();
@@ -300,9 +300,14 @@ std::string ComponentFile::CodeBytes(const model::VBComponent& component) const 
 }
 
 std::string ComponentFile::Compose(const model::VBComponent& component) const {
-  if (!IsModified(component)) return bytes_;
-  return std::string(Part(0, bom_)) + HeadBytes(component) + AttributeBytes() +
-         CodeBytes(component) + std::string(Part(codeEnd_, bytes_.size()));
+  return IsModified(component) ? Around(HeadBytes(component), component) : bytes_;
+}
+
+/// The whole file with this head.
+std::string ComponentFile::Around(const std::string& head,
+                                  const model::VBComponent& component) const {
+  return std::string(Part(0, bom_)) + head + AttributeBytes() + CodeBytes(component) +
+         std::string(Part(codeEnd_, bytes_.size()));
 }
 
 void ComponentFile::Stored(model::VBComponent& component, std::string bytes) {
@@ -310,6 +315,7 @@ void ComponentFile::Stored(model::VBComponent& component, std::string bytes) {
   bytes_ = std::move(bytes);
   seen_.reset();
   isNew_ = false;
+  carried_.clear();
   newName_.clear();
   newHead_.clear();
   newAttributes_.clear();
@@ -320,50 +326,70 @@ void ComponentFile::Stored(model::VBComponent& component, std::string bytes) {
   if (component.OwnDesigner()) component.OwnDesigner()->Tree().SetModified(false);
 }
 
+namespace {
+
+/// A file that is there already must hold the same.
+void PutCompanion(const fs::path& file, const std::string& bytes) {
+  if (files::CreateFile(file, bytes) || files::ReadFile(file) == bytes) return;
+  throw vb::Failure(vb::PathFileAccess,
+                    TextOf(file) +
+                        u": another file of this name is there already, and the "
+                        u"component's pictures would have to stand in it",
+                    u"Tessel.workspace");
+}
+
+}  // namespace
+
+std::vector<Companion> ComponentFile::CompanionsNow(std::string_view head) const {
+  return isNew_ ? carried_ : CompanionsOf(head, path_, codePage_);
+}
+
 void ComponentFile::SaveAs(model::VBComponent& component, StringView fileName) {
-  fs::path path = PathOf(vb::Replace(fileName, u"\\", u"/"));
+  const fs::path path = PathOf(vb::Replace(fileName, u"\\", u"/"));
+  std::error_code error;
+  if (!isNew_ && fs::equivalent(path, path_, error)) return MoveTo(component, path);
+  std::string head = HeadBytes(component);
+  const auto companions = CompanionsNow(head);
+  const auto names = NamesBeside(path, path_, companions, codePage_);
+  for (std::size_t at = 0; at < companions.size(); ++at) {
+    PutCompanion(ResolveNamed(path.parent_path(), names[at], codePage_), companions[at].Bytes);
+    head = WithCompanion(head, companions[at].Name, names[at]);
+  }
+  files::WriteFile(path, Around(head, component));
+}
+
+void ComponentFile::MoveTo(model::VBComponent& component, fs::path file) {
   std::string bytes = Compose(component);
-  CopyCompanions(path.parent_path());
-  files::RemoveStrays(path.parent_path());
-  files::WriteFile(path, bytes);
-  path_ = std::move(path);
+  for (const Companion& one : CompanionsNow(HeadBytes(component))) {
+    const fs::path copy = file.parent_path() / one.File.filename();
+    if (fs::weakly_canonical(copy) != fs::weakly_canonical(one.File)) PutCompanion(copy, one.Bytes);
+  }
+  files::RemoveStrays(file.parent_path());
+  files::WriteFile(file, bytes);
+  path_ = std::move(file);
   Stored(component, std::move(bytes));
 }
 
-/// The files beside this one that the head draws pictures and texts from ("Form1.frx":0000).
-std::vector<fs::path> ComponentFile::Companions() const {
-  std::vector<fs::path> found;
-  const std::string_view head = Part(bom_, headEnd_);
-  for (std::size_t at = 0; at < head.size();) {
-    const std::size_t next = NextLine(head, at);
-    const std::string_view line = Trimmed(head.substr(at, next - at));
-    const std::size_t end = line.rfind("\":");
-    const std::size_t start = end == std::string_view::npos ? end : line.rfind('"', end - 1);
-    if (start != std::string_view::npos && line.find('=') < start) {
-      fs::path file = ResolveNamed(path_.parent_path(),
-                                   std::string(line.substr(start + 1, end - start - 1)), codePage_);
-      if (fs::is_regular_file(file) && std::find(found.begin(), found.end(), file) == found.end()) {
-        found.push_back(std::move(file));
-      }
-    }
-    at = next;
-  }
-  return found;
+const std::string& ComponentFile::StoredBytes() const {
+  static const std::string nothing;
+  return isNew_ ? nothing : bytes_;
 }
 
-/// A form in another folder finds its pictures there.
-void ComponentFile::CopyCompanions(const fs::path& folder) const {
-  for (const fs::path& file : Companions()) {
-    const fs::path copy = folder / file.filename();
-    if (fs::weakly_canonical(copy) == fs::weakly_canonical(file)) continue;
-    const std::string bytes = files::ReadFile(file);
-    if (!files::CreateFile(copy, bytes) && files::ReadFile(copy) != bytes) {
-      throw vb::Failure(vb::PathFileAccess,
-                        TextOf(copy) +
-                            u": another file of this name is there already, and the "
-                            u"component's pictures would have to stand in it",
-                        u"Tessel.workspace");
+void ComponentFile::TakeOver() {
+  carried_ = CompanionsOf(Part(bom_, headEnd_), path_, codePage_);
+  isNew_ = true;
+}
+
+void ComponentFile::SetPath(model::VBComponent& component, fs::path path) {
+  const auto names = NamesBeside(path, path_, carried_, codePage_);
+  path_ = std::move(path);
+  for (std::size_t at = 0; at < carried_.size(); ++at) {
+    Companion& one = carried_[at];
+    if (const auto& designer = component.OwnDesigner(); designer && names[at] != one.Name) {
+      designer->Tree().RenameFile(Decode(one.Name, codePage_), Decode(names[at], codePage_));
+      one.Name = names[at];
     }
+    one.File = ResolveNamed(path_.parent_path(), one.Name, codePage_);
   }
 }
 

@@ -107,6 +107,19 @@ void Connect::HideInsertErrorHandlerCode() {
   HideDialog(u"Connect.HideInsertErrorHandlerCode", InsertErrorHandlerCode, true);
 }
 
+void Connect::ShowGetFromVbCode() { ShowGuarded(u"Connect.ShowGetFromVbCode", GetFromVbCode); }
+
+void Connect::HideGetFromVbCode() { HideDialog(u"Connect.HideGetFromVbCode", GetFromVbCode, true); }
+
+void Connect::MenuFastGetFromVbCode_Click() {
+  ShowGetFromVbCode();
+  RefreshTreeExplorer(true);
+}
+
+void Connect::ShowStoreToVbCode() { ShowGuarded(u"Connect.ShowStoreToVbCode", StoreToVbCode); }
+
+void Connect::HideStoreToVbCode() { HideDialog(u"Connect.HideStoreToVbCode", StoreToVbCode, true); }
+
 void Connect::ShowRemoveErrorHandlerCode() {
   ShowGuarded(u"Connect.ShowRemoveErrorHandlerCode", RemoveErrorHandlerCode, handlersRun_);
 }

@@ -27,6 +27,8 @@ class IConnect {
   virtual void RunEnded(const RunResult& result) = 0;
   virtual void HideFormatText() = 0;
   virtual void HideInsertErrorHandlerCode() = 0;
+  virtual void HideGetFromVbCode() = 0;
+  virtual void HideStoreToVbCode() = 0;
   virtual void HideRemoveErrorHandlerCode() = 0;
 };
 

@@ -24,6 +24,8 @@ struct FakeConnect : IConnect {
   void RunEnded(const RunResult& result) override { Ended.push_back(result); }
   void HideFormatText() override {}
   void HideInsertErrorHandlerCode() override {}
+  void HideGetFromVbCode() override {}
+  void HideStoreToVbCode() override {}
   void HideRemoveErrorHandlerCode() override {}
 };
 

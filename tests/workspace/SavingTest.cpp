@@ -144,7 +144,7 @@ TEST_F(Saving, SaveAsTakesTheEntryAndThePicturesAlong) {
   fs::create_directories(folder_.Path() / "forms");
   Workspace workspace(services_);
   workspace.Open(Project("Form=F.frm\r\n"));
-  workspace.Component(u"F")->SaveAs((folder_.Path() / "forms" / "Main.frm").u16string());
+  workspace.SaveComponentAs(*workspace.Component(u"F"), folder_.Path() / "forms" / "Main.frm");
   EXPECT_EQ(workspace.ChangedFiles(), std::vector{folder_.Path() / "P.vbp"});
   workspace.Save();
   EXPECT_EQ(folder_.Read("P.vbp"), "Type=Exe\r\nForm=forms\\Main.frm\r\nName=\"P\"\r\n");
