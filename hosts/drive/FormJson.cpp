@@ -126,7 +126,8 @@ Json ControlJson(const Control& control) {
 Json GroupJson(const Surface& surface, const Layout& group) {
   bool visible = false;
   for (const Control* control : surface.Controls()) {
-    visible = visible || (control->Visible() && Holds(group, *control));
+    visible = visible || (Holds(group, *control) && control->Visible() &&
+                          HoldersShow(surface.Arrangement(), *control));
   }
   return {{"name", ""},
           {"kind", "Label"},

@@ -4,8 +4,7 @@
 
 #include <filesystem>
 
-#include "connections/cConnectReestr.h"
-#include "connections/cConnectionMDBs.h"
+#include "connections/OpenRegistered.h"
 #include "foundation/CAppSettings.h"
 #include "foundation/Routine.h"
 #include "insertion/mGlobals.h"
@@ -82,17 +81,7 @@ void Connect::OpenDatabases() {
   gConnectReestr->SaveConnect(SharedConnection, app.Path() + u"\\Data\\Personal.MDB");
   const auto registered = gConnectReestr->GetAllConnect();
   if (!registered) return;
-  for (const RegisteredConnection& row : *registered) {
-    const auto connection = std::make_shared<cConnectionMDB>();
-    gConnectionMDBs->Add(connection, row.Name);
-    connection->mConnectMDB = std::make_shared<store::Connection>();
-    connection->NameConnect = row.Name;
-    connection->FileName = row.FileName;
-    if (connection->OpenConnection()) continue;
-    connection->mConnectMDB.reset();
-    gConnectionMDBs->Remove(row.Name);
-    gConnectReestr->DeleteConnection(row.FileName);
-  }
+  for (const RegisteredConnection& row : *registered) OpenRegistered(row);
 }
 
 void Connect::CreateExplorerWindow() {
@@ -135,6 +124,9 @@ void Connect::ctrVBComponentsEvents_ItemAdded() {
 
 void Connect::AddinInstance_OnDisconnection() {
   const auto self = weak_from_this().lock();
+  // The one dialog that can stand while the environment goes: it writes its settings and lets go of
+  // the databases as long as both are there.
+  if (FragmentBuilder) Enter([&] { FragmentBuilder->Unload(); });
   try {
     RemoveBar();
     controls_.clear();

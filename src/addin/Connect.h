@@ -17,6 +17,7 @@
 #include "foundation/Routine.h"
 #include "host/IConnect.h"
 #include "host/VBE.h"
+#include "snippets/frmFragmentBuilder.h"
 #include "snippets/frmGetFromVbCode.h"
 #include "snippets/frmStoreToVbCode.h"
 
@@ -56,6 +57,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   void HideProjectExplorer();
   void ShowProjectExplorer();
   void RefreshTreeExplorer(bool twitchCursor) override;
+  void ShowProjectFragment();
+  void HideProjectFragment() override;
   void ShowProcedureBuilder();
   void HideProcedureBuilder() override;
   void ShowPropertyBuilder();
@@ -174,7 +177,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   void HookUp(Control& control, const std::shared_ptr<host::CommandBarEvents>& sink);
 
   template <class Form, class... Parts>
-  void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference, const Parts&... parts);
+  void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference, platform::ShowStyle style,
+                   const Parts&... parts);
   template <class Form>
   void HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh);
 
@@ -188,6 +192,7 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   std::shared_ptr<host::VBComponentsEvents> ctrVBComponentsEvents_;
   std::vector<Control> controls_;
 
+  std::shared_ptr<frmFragmentBuilder> FragmentBuilder;
   std::shared_ptr<frmProcedureBuilder> ProcedureBuilder;
   std::shared_ptr<frmPropertyBuilder> PropertyBuilder;
   std::shared_ptr<frmClassBuilder> ClassBuilder;

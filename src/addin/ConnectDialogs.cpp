@@ -11,10 +11,12 @@ void DoEvents() { platform::Current().Clock().DoEvents(); }
 
 }  // namespace
 
-/// A guarded modal dialog: made when there is none, told whom it works for, shown until it is
-/// hidden. A second one does nothing and says nothing.
+using platform::ShowStyle;
+
+/// A guarded dialog: made when there is none, told whom it works for and shown, a modal one
+/// until it is hidden. A second one does nothing and says nothing.
 template <class Form, class... Parts>
-void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference,
+void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference, ShowStyle style,
                           const Parts&... parts) {
   Run(routine, [&] {
     if (dialogOpen_) return;
@@ -27,14 +29,16 @@ void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference,
     }
     silently([&] { Need(reference).VBInstance = vbInstance_; });
     silently([&] { Need(reference).Connect = weak_from_this(); });
-    if (ResumeNext([&] { Need(reference).Show(platform::ShowStyle::Modal); })) return;
+    if (ResumeNext([&] { Need(reference).Show(style); })) return;
     // A form that did not come up must not keep every tool shut.
     silently([&] { Need(reference).Unload(); });
     dialogOpen_ = false;
   });
 }
 
-void Connect::ShowFormatText() { ShowGuarded(u"Connect.ShowFormatText", FormatText, formatRun_); }
+void Connect::ShowFormatText() {
+  ShowGuarded(u"Connect.ShowFormatText", FormatText, ShowStyle::Modal, formatRun_);
+}
 
 template <class Form>
 void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh) {
@@ -55,8 +59,18 @@ void Connect::HideDialog(StringView routine, std::shared_ptr<Form>& reference, b
   });
 }
 
+void Connect::ShowProjectFragment() {
+  const bool shows = !dialogOpen_;
+  ShowGuarded(u"Connect.ShowProjectFragment", FragmentBuilder, ShowStyle::Modeless);
+  if (shows) RefreshTreeExplorer(true);
+}
+
+void Connect::HideProjectFragment() {
+  HideDialog(u"Connect.HideProjectFragment", FragmentBuilder, true);
+}
+
 void Connect::ShowProcedureBuilder() {
-  ShowGuarded(u"Connect.ShowProcedureBuilder", ProcedureBuilder);
+  ShowGuarded(u"Connect.ShowProcedureBuilder", ProcedureBuilder, ShowStyle::Modal);
 }
 
 void Connect::HideProcedureBuilder() {
@@ -69,18 +83,20 @@ void Connect::HideProcedureBuilder() {
 }
 
 void Connect::ShowPropertyBuilder() {
-  ShowGuarded(u"Connect.ShowPropertyBuilder", PropertyBuilder);
+  ShowGuarded(u"Connect.ShowPropertyBuilder", PropertyBuilder, ShowStyle::Modal);
 }
 
 void Connect::HidePropertyBuilder() {
   HideDialog(u"Connect.HidePropertyBuilder", PropertyBuilder, true);
 }
 
-void Connect::ShowClassBuilder() { ShowGuarded(u"Connect.ShowClassBuilder", ClassBuilder); }
+void Connect::ShowClassBuilder() {
+  ShowGuarded(u"Connect.ShowClassBuilder", ClassBuilder, ShowStyle::Modal);
+}
 
 void Connect::HideClassBuilder() { HideDialog(u"Connect.HideClassBuilder", ClassBuilder, true); }
 
-void Connect::ShowEnum() { ShowGuarded(u"Connect.ShowEnum", EnumBuilder); }
+void Connect::ShowEnum() { ShowGuarded(u"Connect.ShowEnum", EnumBuilder, ShowStyle::Modal); }
 
 void Connect::HideEnum() { HideDialog(u"Connect.HideEnum", EnumBuilder, true); }
 
@@ -92,7 +108,7 @@ void Connect::MenuFastCreadeDeclareEnum_Click() {
 void Connect::HideFormatText() { HideDialog(u"Connect.HideFormatText", FormatText, true); }
 
 void Connect::ShowEditErrorHandlerScheme() {
-  ShowGuarded(u"Connect.ShowEditErrorHandlerScheme", EditErrorHandlerScheme);
+  ShowGuarded(u"Connect.ShowEditErrorHandlerScheme", EditErrorHandlerScheme, ShowStyle::Modal);
 }
 
 void Connect::HideEditErrorHandlerScheme() {
@@ -100,14 +116,17 @@ void Connect::HideEditErrorHandlerScheme() {
 }
 
 void Connect::ShowInsertErrorHandlerCode() {
-  ShowGuarded(u"Connect.ShowInsertErrorHandlerCode", InsertErrorHandlerCode, handlersRun_);
+  ShowGuarded(u"Connect.ShowInsertErrorHandlerCode", InsertErrorHandlerCode, ShowStyle::Modal,
+              handlersRun_);
 }
 
 void Connect::HideInsertErrorHandlerCode() {
   HideDialog(u"Connect.HideInsertErrorHandlerCode", InsertErrorHandlerCode, true);
 }
 
-void Connect::ShowGetFromVbCode() { ShowGuarded(u"Connect.ShowGetFromVbCode", GetFromVbCode); }
+void Connect::ShowGetFromVbCode() {
+  ShowGuarded(u"Connect.ShowGetFromVbCode", GetFromVbCode, ShowStyle::Modal);
+}
 
 void Connect::HideGetFromVbCode() { HideDialog(u"Connect.HideGetFromVbCode", GetFromVbCode, true); }
 
@@ -116,12 +135,15 @@ void Connect::MenuFastGetFromVbCode_Click() {
   RefreshTreeExplorer(true);
 }
 
-void Connect::ShowStoreToVbCode() { ShowGuarded(u"Connect.ShowStoreToVbCode", StoreToVbCode); }
+void Connect::ShowStoreToVbCode() {
+  ShowGuarded(u"Connect.ShowStoreToVbCode", StoreToVbCode, ShowStyle::Modal);
+}
 
 void Connect::HideStoreToVbCode() { HideDialog(u"Connect.HideStoreToVbCode", StoreToVbCode, true); }
 
 void Connect::ShowRemoveErrorHandlerCode() {
-  ShowGuarded(u"Connect.ShowRemoveErrorHandlerCode", RemoveErrorHandlerCode, handlersRun_);
+  ShowGuarded(u"Connect.ShowRemoveErrorHandlerCode", RemoveErrorHandlerCode, ShowStyle::Modal,
+              handlersRun_);
 }
 
 void Connect::HideRemoveErrorHandlerCode() {
@@ -133,7 +155,7 @@ void Connect::ShowAbout() {
     const SilentStatements silently;
     silently(DoEvents);
     if (!About) About = silently([] { return std::make_shared<frmAbout>(); });
-    silently([&] { Need(About).Show(platform::ShowStyle::Modal); });
+    silently([&] { Need(About).Show(ShowStyle::Modal); });
     About.reset();
   });
 }

@@ -19,6 +19,7 @@ class IConnect {
   virtual void SetDialogOpen(bool value) = 0;
   /// Lets events run, and the Explorer follow.
   virtual void RefreshTreeExplorer(bool twitchCursor) = 0;
+  virtual void HideProjectFragment() = 0;
   virtual void HideProcedureBuilder() = 0;
   virtual void HidePropertyBuilder() = 0;
   virtual void HideClassBuilder() = 0;

@@ -84,7 +84,8 @@ void frmStoreToVbCode::Wire() {
 void frmStoreToVbCode::WireFolders() {
   fgTreeNext.AfterSelChange = [this] { EnableBtmEditAndDelete(); };
   fgTreeNext.BeforeEdit = [this](int row, int, bool& cancel) {
-    cancel = SplitRowKey(fgTreeNext.RowAt(row).CellData, Flags).Flags[TopFlag] != 0;
+    const forms::GridRow& node = fgTreeNext.RowAt(row);
+    cancel = node.Data < TopID || SplitRowKey(node.CellData, Flags).Flags[TopFlag] != 0;
   };
   fgTreeNext.AfterEdit = [this](int row, int) { RenameNode(row); };
   btmAddFolder.Click = [this] { AddFolder(); };
@@ -205,7 +206,8 @@ void frmStoreToVbCode::EnableBtmEditAndDelete() {
     const int row = fgTreeNext.Row();
     const RowKey key =
         row < 0 ? RowKey{{}, {1, 0}} : SplitRowKey(fgTreeNext.RowAt(row).CellData, Flags);
-    const bool folder = key.Flags[KindFlag] != 0;
+    const bool folder =
+        key.Flags[KindFlag] != 0 && (row < 0 || fgTreeNext.RowAt(row).Data >= TopID);
     btmAddFolder.SetEnabled(folder);
     btmEditFolder.SetEnabled(folder && key.Flags[TopFlag] == 0);
     btmDeleteFolder.SetEnabled(folder && key.Flags[TopFlag] == 0);
@@ -265,7 +267,7 @@ void frmStoreToVbCode::AddFolder() {
       return TreeOf(connection)
           .AddNode(entry.Cells.front(), static_cast<std::int32_t>(parent.Data), 0, 0, FolderKind);
     });
-    if (entry.Data == 0) return;
+    // One that could not be added shows as a row without a node, which takes nothing.
     fgTreeNext.AddRow(std::move(entry), row + 1);
     fgTreeNext.EditCell(row + 1, TreeColumn);
   });

@@ -44,9 +44,11 @@ void CheckFile(const std::filesystem::path& file) {
   in.read(head.data(), static_cast<std::streamsize>(head.size()));
   const std::string_view read(head.data(), static_cast<std::size_t>(in.gcount()));
   if (read.size() == head.size() && IsJet(read)) {
-    Fail(file,
-         u"is a Microsoft Jet database, which can't be read here; it was left as it is. Export its "
-         u"contents and import them into a new database");
+    Fail(
+        file,
+        u"is a genuine Microsoft Jet database, which isn't opened here; it was left as it is. This "
+        u"command brings its content into your library:\r\ntessel snippets import \"" +
+            file.u16string() + u"\"");
   }
   if (read.rfind("SQLite format 3", 0) != 0) Fail(file, u"the file is damaged or is no database");
 }

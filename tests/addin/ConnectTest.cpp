@@ -192,7 +192,7 @@ TEST_F(AddIn, TheBarHoldsEveryCommandInItsPlace) {
   Start();
   EXPECT_EQ(vb::ToUtf8(Dump(*Bar()->Controls(), u"")),
             R"(Project Explorer #105 -
-|Snippet Manager #106 -
+|Snippet Manager #106
 Insert Snippet #107
 Store to Snippets #108
 |Procedure Builder #104
@@ -204,7 +204,7 @@ Insert Error Handler Code #109
 Remove Error Handler Code #110
 |Tessel
   Project Explorer #105 (ProjectExplorer) -
-  |Snippet Manager #106 (FragmentBuilder) -
+  |Snippet Manager #106 (FragmentBuilder)
   Insert Snippet #107 (GetFromVbCode)
   Store to Snippets #108 (StoreToVbCode)
   |Procedure Builder #104 (ProcedureBuilder)

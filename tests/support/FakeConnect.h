@@ -17,6 +17,7 @@ struct FakeConnect : IConnect {
   [[nodiscard]] bool DialogOpen() const override { return Open; }
   void SetDialogOpen(bool value) override { Open = value; }
   void RefreshTreeExplorer(bool) override {}
+  void HideProjectFragment() override {}
   void HideProcedureBuilder() override {}
   void HidePropertyBuilder() override {}
   void HideClassBuilder() override {}
