@@ -13,8 +13,10 @@ namespace {
 namespace fs = std::filesystem;
 
 bool IsTemporary(const fs::path& file) {
-  const String folder = platform::Current().App().TemporaryFolder();
-  if (folder.empty()) return false;
+  platform::App& app = platform::Current().App();
+  // Without a folder for temporary files they lie in the program's own.
+  String folder = app.TemporaryFolder();
+  if (folder.empty()) folder = app.Path();
   std::error_code error;
   const fs::path within =
       fs::weakly_canonical(file, error).lexically_relative(fs::weakly_canonical(PathOf(folder)));

@@ -5,6 +5,24 @@
 #include "snippets/frmStoreToVbCode.h"
 
 namespace tessel {
+namespace {
+
+/// A record with its row, both or none, so that whatever ends the run ahead of the component leaves
+/// a sound library; 0 when it can't be added.
+std::int32_t AddRecord(CSQLTree& tree, StringView caption, std::int32_t parentID) {
+  std::int32_t record = 0;
+  ResumeNext([&] {
+    store::Transaction transaction(*tree.Connection());
+    const std::int32_t added = tree.AddNode(caption, parentID, 0, 0, RecordKind);
+    if (added == 0) return;
+    tree.InsertIdTableList(added);
+    transaction.Commit();
+    record = added;
+  });
+  return record;
+}
+
+}  // namespace
 
 void frmStoreToVbCode::RunStoreToVbCode(const String& connection, std::int32_t parentID,
                                         bool createFolders) {
@@ -43,7 +61,7 @@ void frmStoreToVbCode::AddNewPointInTree(const String& connection, const String&
                                          std::int32_t parentID, const ComponentKey& key) {
   Routine(u"frmStoreToVbCode.AddNewPointInTree", [&](const Statements& run) {
     const std::int32_t record =
-        run([&] { return TreeOf(connection).AddNode(caption, parentID, 0, 0, RecordKind); });
+        run([&] { return AddRecord(TreeOf(connection), caption, parentID); });
     const String folder = run([] { return mFunctions::GetTempFolder(); });
     try {
       StoreComponent(run, connection, folder, caption, record, key);
