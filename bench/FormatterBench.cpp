@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "GeneratedCode.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "hosts/memory/UnattendedPlatform.h"
 #include "support/Rules.h"
 
 namespace {
@@ -11,7 +11,7 @@ namespace {
 using namespace tessel;
 
 void Format(benchmark::State& state) {
-  memory::MemoryPlatform services;
+  memory::UnattendedPlatform services;
   const platform::ScopedPlatform scope(services);
   mFormatText::FormatRun format = test::DefaultRun();
   const String text = vb::FromUtf8(bench::Code(static_cast<int>(state.range(0))));

@@ -7,7 +7,7 @@
 #include <iterator>
 
 #include "GeneratedCode.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "hosts/memory/UnattendedPlatform.h"
 #include "hosts/workspace/Workspace.h"
 #include "scanning/mFunctions.h"
 #include "support/TemporaryFolder.h"
@@ -45,7 +45,7 @@ long Resident() {
 }
 
 void OpenAndSaveEveryModuleChanged(benchmark::State& state) {
-  memory::MemoryPlatform services;
+  memory::UnattendedPlatform services;
   const platform::ScopedPlatform scope(services);
   const auto path = Project().Path() / "P.vbp";
   const long before = Resident();
@@ -66,7 +66,7 @@ void OpenAndSaveEveryModuleChanged(benchmark::State& state) {
 BENCHMARK(OpenAndSaveEveryModuleChanged)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void OpenAndSaveUnchanged(benchmark::State& state) {
-  memory::MemoryPlatform services;
+  memory::UnattendedPlatform services;
   const platform::ScopedPlatform scope(services);
   const auto path = Project().Path() / "P.vbp";
   for (auto _ : state) {
@@ -94,7 +94,7 @@ void PlainStreams(benchmark::State& state) {
 BENCHMARK(PlainStreams)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void MemberTable(benchmark::State& state) {
-  memory::MemoryPlatform services;
+  memory::UnattendedPlatform services;
   const platform::ScopedPlatform scope(services);
   model::Environment environment(services);
   environment.NewProject(u"P", host::vbext_pt_StandardExe);

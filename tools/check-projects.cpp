@@ -17,7 +17,7 @@
 #include <set>
 
 #include "hosts/files/AtomicFile.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "hosts/memory/UnattendedPlatform.h"
 #include "hosts/model/Vbe.h"
 #include "hosts/workspace/ByteLines.h"
 #include "hosts/workspace/ComponentKinds.h"
@@ -200,7 +200,7 @@ class Check {
 
   fs::path copy_, file_;
   std::ostream& out_;
-  memory::MemoryPlatform services_;
+  memory::UnattendedPlatform services_;
   platform::ScopedPlatform scope_{services_};
   Contents before_;
   int reports_ = 0;
@@ -240,7 +240,7 @@ class Copy {
 
 /// Files that a project names.
 std::set<fs::path> NamedIn(const std::vector<fs::path>& projects) {
-  memory::MemoryPlatform services;
+  memory::UnattendedPlatform services;
   const platform::ScopedPlatform scope(services);
   std::set<fs::path> named;
   for (const fs::path& project : projects) {

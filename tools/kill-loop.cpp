@@ -17,7 +17,7 @@
 #include <string>
 #include <thread>
 
-#include "hosts/memory/MemoryPlatform.h"
+#include "hosts/memory/UnattendedPlatform.h"
 #include "hosts/model/Vbe.h"
 #include "hosts/workspace/Workspace.h"
 
@@ -138,7 +138,7 @@ class Loop {
   }
 
   fs::path folder_;
-  memory::MemoryPlatform services_;
+  memory::UnattendedPlatform services_;
   platform::ScopedPlatform scope_{services_};
   std::mt19937 random_{std::random_device{}()};
   Clock::time_point start_;

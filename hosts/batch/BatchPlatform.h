@@ -1,7 +1,7 @@
 // The platform of the batch command: nobody is there to be asked.
 #pragma once
 
-#include "hosts/memory/MemoryPlatform.h"
+#include "hosts/memory/UnattendedPlatform.h"
 
 namespace tessel::batch {
 

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <set>
 
-#include "builders/CSQLDataType.h"
+#include "connections/CSQLDataType.h"
 #include "hosts/batch/BatchPlatform.h"
 #include "hosts/batch/BuilderRecords.h"
 #include "hosts/batch/Command.h"
@@ -12,6 +12,7 @@
 #include "hosts/batch/PersonalDatabase.h"
 #include "hosts/files/AtomicFile.h"
 #include "hosts/workspace/Workspace.h"
+#include "insertion/BlankLines.h"
 #include "insertion/mGlobals.h"
 #include "scanning/mFunctions.h"
 
@@ -115,22 +116,19 @@ class Inserter {
   }
 
   /// One blank line stands between what is there and what comes.
-  void Into(StringView component, String text, mGlobals::InsertMode mode,
+  void Into(StringView component, const String& lines, mGlobals::InsertMode mode,
             host::vbext_ComponentType type) {
-    while (text.ends_with(vb::CrLf)) text.erase(text.size() - vb::CrLf.size());
+    String text(blanklines::WithoutLineEnds(lines));
     if (text.empty()) return;
     if (const auto module = ModuleOf(component)) {
-      const int last = module->CountOfLines(), declarations = module->CountOfDeclarationLines();
-      if (mode == mGlobals::EndOfModule && HasCode(*module, last)) text.insert(0, vb::CrLf);
-      if (mode == mGlobals::EndOfDeclarations && HasCode(*module, declarations + 1)) {
-        text += vb::CrLf;
+      const int count = module->CountOfLines();
+      if (mode == mGlobals::EndOfModule) {
+        text = blanklines::PrecededByOne(text, *module, count + 1);
+      } else if (module->CountOfDeclarationLines() < count) {
+        text += vb::CrLf;  // a blank line is wanted ahead of what follows
       }
     }
     mGlobals::InsertTextActiveVbComponent(vbe_, component, text, mode, u"", type, 0);
-  }
-  static bool HasCode(host::CodeModule& module, int line) {
-    return line > 0 && line <= module.CountOfLines() &&
-           !vb::Trim(StringView(module.Lines(line, 1))).empty();
   }
   /// Nothing for a component that isn't there.
   [[nodiscard]] std::shared_ptr<host::CodeModule> ModuleOf(StringView component) const {

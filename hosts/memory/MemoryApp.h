@@ -11,7 +11,7 @@ namespace tessel::memory {
 
 class MemoryIdentity : public platform::Identity {
  public:
-  String Computer = u"WORKSHOP", User = u"builder";
+  String Computer, User;
   [[nodiscard]] String ComputerName() override { return Computer; }
   [[nodiscard]] String UserName() override { return User; }
   /// Counts up from 1.

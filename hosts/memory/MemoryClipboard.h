@@ -1,10 +1,7 @@
 // A clipboard that nobody else sees.
 #pragma once
 
-#include <optional>
-
 #include "platform/Clipboard.h"
-#include "vb/Failure.h"
 
 namespace tessel::memory {
 
@@ -12,7 +9,6 @@ class MemoryClipboard : public platform::Clipboard {
  public:
   [[nodiscard]] String GetText() override { return text_; }
   void SetText(StringView text) override {
-    if (FailClipboard) throw *FailClipboard;
     text_ = text;
     picture_ = 0;
   }
@@ -22,8 +18,6 @@ class MemoryClipboard : public platform::Clipboard {
   }
   [[nodiscard]] int GetPicture() override { return picture_; }
   void Clear() override { SetPicture(0); }
-  /// When set, each text that is put in fails with this.
-  std::optional<vb::Failure> FailClipboard;
 
  private:
   String text_;

@@ -23,7 +23,6 @@ std::optional<platform::RegistryValue> MemoryRegistry::GetValue(platform::RootKe
 
 void MemoryRegistry::SetValue(platform::RootKey root, StringView key, StringView name,
                               const platform::RegistryValue& value) {
-  if (FailWrites) throw vb::Failure(*FailWrites);
   Key* found = Find(root, key);
   if (found == nullptr) found = &keys_[root].emplace_back(Key{String(key), {}});
   for (auto& one : found->Values) {

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "platform/Registry.h"
-#include "vb/Failure.h"
 
 namespace tessel::memory {
 
@@ -20,8 +19,6 @@ class MemoryRegistry : public platform::Registry {
   bool DeleteKey(platform::RootKey root, StringView key) override;
   [[nodiscard]] std::optional<std::vector<String>> ValueNames(platform::RootKey root,
                                                               StringView key) override;
-  /// When set, every write fails with this.
-  std::optional<vb::Failure> FailWrites;
 
  private:
   struct NamedValue {

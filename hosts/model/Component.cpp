@@ -87,6 +87,8 @@ void VBComponent::Activate() {
     designerWindow_ = vbe->OwnWindows().Create(u"DesignerWindow", name_);
   }
   designerWindow_->SetVisible(true);
+  vbe->Activate(Project());
+  vbe->Select(shared_from_this());
   hook_->Tell(&Observer::DesignerShown, *this);
 }
 

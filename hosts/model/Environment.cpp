@@ -95,6 +95,9 @@ void AddByMenu(Vbe& vbe, const AddingCommand& command) {
   const auto component = components.Make(command.Type, name);
   vbe.Select(component);
   vbe.OwnEvents().ComponentAdded(component);
+  // The environment's own doing, whoever pressed the command.
+  const CallsOf environment(*vbe.OwnHook(), CallsOf::Environment);
+  component->Activate();
 }
 
 void BuildMenuBar(const std::shared_ptr<Vbe>& vbe) {

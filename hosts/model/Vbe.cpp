@@ -110,7 +110,10 @@ void Vbe::BringToFront(const std::shared_ptr<CodePane>& pane) {
   std::erase(shown_, pane);
   shown_.push_back(pane);
   pane->OwnWindow().SetVisible(true);
-  if (const auto component = pane->Module()->Component()) Activate(component->Project());
+  if (const auto component = pane->Module()->Component()) {
+    Activate(component->Project());
+    Select(component);
+  }
   hook_->Tell(&Observer::PaneShown, pane);
 }
 

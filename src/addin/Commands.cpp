@@ -15,7 +15,8 @@ constexpr StringView If = u"IF", SelectWith = u"Select / With", ForDo = u"For / 
 std::span<const CommandRow> CommandTable() {
   static constexpr std::array<CommandRow, 12> table{{
       {u"Project Explorer", 105, 2557, false, false, true, true, u"MenuFastProjectExplorer_Click",
-       u"MenuHandlerProjectExplorer_Click", u"ProjectExplorer", nullptr, nullptr},
+       u"MenuHandlerProjectExplorer_Click", u"ProjectExplorer", &Connect::ShowProjectExplorer,
+       &Connect::MenuHandlerProjectExplorer_Click},
       {u"Snippet Manager", 106, 3415, true, true, true, false, u"MenuFastFragmentBuilder_Click",
        u"MenuHandlerFragmentBuilder_Click", u"FragmentBuilder", &Connect::ShowProjectFragment,
        &Connect::ShowProjectFragment},
@@ -38,7 +39,7 @@ std::span<const CommandRow> CommandTable() {
        u"MenuHandlerCreadeDeclareEnum_Click", u"EnumBuilder",
        &Connect::MenuFastCreadeDeclareEnum_Click, &Connect::ShowEnum},
       {u"Setttings", 0, 1714, true, true, false, false, u"", u"MenuHandlerSetttings_Click",
-       u"Setttings", nullptr, nullptr},
+       u"Setttings", nullptr, &Connect::MenuHandlerSetttings_Click},
       {u"Code Formatter", 111, 2564, true, false, true, false, u"MenuFastFormatText_Click",
        u"MenuHandlerFormatText_Click", u"Code Formatter", &Connect::ShowFormatText,
        &Connect::ShowFormatText},
@@ -55,8 +56,11 @@ std::span<const CommandRow> CommandTable() {
 }
 
 std::span<const UnhookedRow> UnhookedTable() {
-  static constexpr std::array<UnhookedRow, 1> table{
-      {{u"MenuFastEditErrorHandkerScheme_Click", &Connect::ShowEditErrorHandlerScheme}}};
+  static constexpr std::array<UnhookedRow, 4> table{
+      {{u"MenuFastSetttings_Click", &Connect::MenuHandlerSetttings_Click},
+       {u"MenuFastEditErrorHandkerScheme_Click", &Connect::ShowEditErrorHandlerScheme},
+       {u"MenuFastUpdateControlName_Click", &Connect::VBAUpdateControlName},
+       {u"MenuUpdateControlName_Click", &Connect::VBAUpdateControlName}}};
   return table;
 }
 

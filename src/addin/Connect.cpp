@@ -16,6 +16,7 @@ namespace tessel {
 namespace {
 
 constexpr StringView Settings = u"Settings";
+constexpr StringView ExplorerProgId = u"Tessel.udProjectExplorer";
 
 bool WindowIsWanted() {
   return gAppSettings && gAppSettings->GetText(Settings, u"ProjectExplorerWindow", u"0") == u"1";
@@ -47,6 +48,7 @@ void Connect::AddinInstance_OnConnection(const std::shared_ptr<host::VBE>& appli
     vbInstance_ = application;
     vbeVersion_ = vb::Val(Need(vbInstance_).Version());
     ctrFennickEvents_ = Need(vbInstance_).Events()->VBControlsEvents();
+    BindControlEvents();
     ctrVBProjectsEvents_ = Need(vbInstance_).Events()->VBProjectsEvents();
     ctrVBProjectsEvents_->ItemAdded =
         Entering<std::shared_ptr<host::VBProject>>(&Connect::ctrVBProjectsEvents_ItemAdded);
@@ -92,10 +94,14 @@ void Connect::CreateExplorerWindow() {
   } else {
     explorerWindowGUID_ = gAppSettings->GetText(Settings, Guid, u"0");
   }
+  const auto documents = [this](StringView progId) -> std::shared_ptr<forms::Document> {
+    if (progId != ExplorerProgId) return nullptr;
+    return explorerDocument_ = std::make_shared<udProjectExplorer>();
+  };
   explorerWindow_ = Need(vbInstance_)
                         .Windows()
-                        ->CreateToolWindow({}, u"Tessel.udProjectExplorer",
-                                           u"Tessel Project Explorer", explorerWindowGUID_)
+                        ->CreateToolWindow(documents, ExplorerProgId, u"Tessel Project Explorer",
+                                           explorerWindowGUID_)
                         .Frame;
 }
 
@@ -140,6 +146,7 @@ void Connect::AddinInstance_OnDisconnection() {
     ctrVBProjectsEvents_.reset();
     ctrVBComponentsEvents_.reset();
     SaveExplorerWindow();
+    explorerDocument_.reset();
     gAppSettings.reset();
   } catch (...) {
     ShowPlainly(vb::CurrentFailure());

@@ -10,13 +10,18 @@
 #include "builders/frmEnumBuilder.h"
 #include "builders/frmProcedureBuilder.h"
 #include "builders/frmPropertyBuilder.h"
+#include "controlnaming/frmAddControl.h"
+#include "controlnaming/frmControlName.h"
+#include "controlnaming/frmUpdateControlName.h"
 #include "errorhandlers/frmErrorHandlerScheme.h"
 #include "errorhandlers/frmInsertErrorHandlerCode.h"
 #include "errorhandlers/frmRemoveErrorHandlerCode.h"
+#include "explorer/udProjectExplorer.h"
 #include "formatter/frmFormatText.h"
 #include "foundation/Routine.h"
 #include "host/IConnect.h"
 #include "host/VBE.h"
+#include "settingsdialog/frmSettings.h"
 #include "snippets/frmFragmentBuilder.h"
 #include "snippets/frmGetFromVbCode.h"
 #include "snippets/frmStoreToVbCode.h"
@@ -41,37 +46,39 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
 
   // Answers and the mailbox of the naming dialogs.
   [[nodiscard]] int ReturnOkCancel() const { return returnOkCancel_; }
-  void SetReturnOkCancel(int value) { returnOkCancel_ = value; }
-  [[nodiscard]] const String& ItemAddedName() const { return itemAddedName_; }
-  void SetItemAddedName(StringView value) { itemAddedName_ = value; }
+  void SetReturnOkCancel(int value) override { returnOkCancel_ = value; }
+  [[nodiscard]] const String& ItemAddedName() const override { return itemAddedName_; }
+  void SetItemAddedName(StringView value) override { itemAddedName_ = value; }
   [[nodiscard]] const String& ItemAddedTag() const { return itemAddedTag_; }
   void SetItemAddedTag(StringView value) { itemAddedTag_ = value; }
   [[nodiscard]] const String& ItemAddedText() const { return itemAddedText_; }
-  void SetItemAddedText(StringView value) { itemAddedText_ = value; }
+  void SetItemAddedText(StringView value) override { itemAddedText_ = value; }
   /// True while a naming dialog is up; greys the commands.
   [[nodiscard]] bool WindowsFormFennick() const { return windowsFormFennick_; }
   void SetWindowsFormFennick(bool value);
   [[nodiscard]] bool DialogOpen() const override { return dialogOpen_; }
   void SetDialogOpen(bool value) override { dialogOpen_ = value; }
 
-  void HideProjectExplorer();
+  void HideProjectExplorer() override;
   void ShowProjectExplorer();
   void RefreshTreeExplorer(bool twitchCursor) override;
   void ShowProjectFragment();
   void HideProjectFragment() override;
-  void ShowProcedureBuilder();
+  void ShowProcedureBuilder() override;
   void HideProcedureBuilder() override;
-  void ShowPropertyBuilder();
+  void ShowPropertyBuilder() override;
   void HidePropertyBuilder() override;
-  void ShowClassBuilder();
+  void ShowClassBuilder() override;
   void HideClassBuilder() override;
-  void ShowEnum();
+  void ShowEnum() override;
   void HideEnum() override;
   void RunEnded(const RunResult& result) override;
   /// Told of each run that a dialog has started, as it ends: the host's to set.
   std::function<void(const RunResult&)> OnRunEnded;
   void ShowFormatText();
   void HideFormatText() override;
+  void ShowSettings(StringView pageName) override;
+  void MenuHandlerSetttings_Click();
   void ShowAbout();
   void ShowEditErrorHandlerScheme();
   void HideEditErrorHandlerScheme();
@@ -92,6 +99,15 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
                              int length);
   /// Each line behind `indent` blanks, with CR LF.
   [[nodiscard]] static String ReturnInsertStr(const std::vector<String>& lines, int indent);
+
+  /// The menu's command: from now on the window is the user's, and no component that is added
+  /// brings it back.
+  void MenuHandlerProjectExplorer_Click();
+  /// Asks whether a control's new name goes into the code of its component; nothing while a naming
+  /// dialog is up.
+  void ShowControlName(StringView oldName, StringView newName, StringView componentName);
+  /// Carries a new name into the code in front by hand, the selected word as the old name.
+  void VBAUpdateControlName();
 
   /// The bar's button for enums, which lets the Explorer follow at once.
   void MenuFastCreadeDeclareEnum_Click();
@@ -155,12 +171,29 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
     };
   }
 
+  /// The same for an event whose parameters the handler takes.
+  template <class... Parameters>
+  [[nodiscard]] auto EnteringWith(void (Connect::*handler)(Parameters...)) {
+    return [weak = weak_from_this(), handler](Parameters... event) {
+      if (const auto self = weak.lock()) Enter([&] { ((*self).*handler)(event...); });
+    };
+  }
+
   void OpenDatabases();
   void CreateExplorerWindow();
   void RemoveBar();
   void SaveExplorerWindow();
   void ctrVBProjectsEvents_ItemAdded();
   void ctrVBComponentsEvents_ItemAdded();
+
+  using ControlOnDesigner = std::shared_ptr<host::VBControl>;
+  void BindControlEvents();
+  void ctrFennickEvents_ItemAdded(const ControlOnDesigner& control);
+  void ctrFennickEvents_ItemRenamed(const ControlOnDesigner& control, StringView oldName,
+                                    int oldIndex);
+  void AskForName(const Statements& run, const ControlOnDesigner& control);
+  template <class Form, class Body>
+  void WhileNaming(StringView routine, std::shared_ptr<Form>& reference, Body&& body);
 
   void AddToAddInCommandBar(StringView caption);
   void AddToAddInCommandBarEvents();
@@ -179,6 +212,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   template <class Form, class... Parts>
   void ShowGuarded(StringView routine, std::shared_ptr<Form>& reference, platform::ShowStyle style,
                    const Parts&... parts);
+  /// Tells a dialog whom it works for, and lets it go with the root.
+  void Adopt(const std::shared_ptr<ToolForm>& form);
   template <class Form>
   void HideDialog(StringView routine, std::shared_ptr<Form>& reference, bool refresh);
 
@@ -187,6 +222,7 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   bool explorerOpenedByUser_ = false;
   String explorerWindowGUID_;
   std::shared_ptr<host::Window> explorerWindow_;
+  std::shared_ptr<udProjectExplorer> explorerDocument_;
   std::shared_ptr<host::VBControlsEvents> ctrFennickEvents_;
   std::shared_ptr<host::VBProjectsEvents> ctrVBProjectsEvents_;
   std::shared_ptr<host::VBComponentsEvents> ctrVBComponentsEvents_;
@@ -203,12 +239,16 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
       std::make_shared<mInsertErrorHandlerCode::RunContext>();
 
   std::shared_ptr<frmFormatText> FormatText;
+  std::shared_ptr<frmSettings> SettingsDialog;
   std::shared_ptr<frmAbout> About;
   std::shared_ptr<frmErrorHandlerScheme> EditErrorHandlerScheme;
   std::shared_ptr<frmInsertErrorHandlerCode> InsertErrorHandlerCode;
   std::shared_ptr<frmGetFromVbCode> GetFromVbCode;
   std::shared_ptr<frmStoreToVbCode> StoreToVbCode;
   std::shared_ptr<frmRemoveErrorHandlerCode> RemoveErrorHandlerCode;
+
+  std::shared_ptr<frmAddControl> AddControl;
+  std::shared_ptr<frmControlName> ControlName;
 
   std::vector<std::weak_ptr<forms::Form>> dialogs_;  // all that were made and live
 

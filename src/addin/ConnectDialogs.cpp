@@ -22,18 +22,21 @@ void Connect::ShowGuarded(StringView routine, std::shared_ptr<Form>& reference, 
     if (dialogOpen_) return;
     dialogOpen_ = true;
     const SilentStatements silently;
-    if (!reference) {
-      reference = silently([&] { return std::make_shared<Form>(parts...); });
-      std::erase_if(dialogs_, [](const auto& dialog) { return dialog.expired(); });
-      dialogs_.push_back(reference);
-    }
-    silently([&] { Need(reference).VBInstance = vbInstance_; });
-    silently([&] { Need(reference).Connect = weak_from_this(); });
+    if (!reference) reference = silently([&] { return std::make_shared<Form>(parts...); });
+    Adopt(reference);
     if (ResumeNext([&] { Need(reference).Show(style); })) return;
     // A form that did not come up must not keep every tool shut.
     silently([&] { Need(reference).Unload(); });
     dialogOpen_ = false;
   });
+}
+
+void Connect::Adopt(const std::shared_ptr<ToolForm>& form) {
+  if (!form) return;
+  form->VBInstance = vbInstance_;
+  form->Connect = weak_from_this();
+  std::erase_if(dialogs_, [&](const auto& one) { return one.expired() || one.lock() == form; });
+  dialogs_.push_back(form);
 }
 
 void Connect::ShowFormatText() {
@@ -150,6 +153,23 @@ void Connect::HideRemoveErrorHandlerCode() {
   HideDialog(u"Connect.HideRemoveErrorHandlerCode", RemoveErrorHandlerCode, true);
 }
 
+void Connect::ShowSettings(StringView pageName) {
+  Run(u"Connect.ShowSettings", [&] {
+    const SilentStatements silently;
+    if (!SettingsDialog) {
+      SettingsDialog = silently([] { return std::make_shared<frmSettings>(); });
+      dialogs_.push_back(SettingsDialog);
+    }
+    silently([&] { Need(SettingsDialog).VBInstance = vbInstance_; });
+    silently([&] { Need(SettingsDialog).Connect = weak_from_this(); });
+    silently([&] { Need(SettingsDialog).PageName = pageName; });
+    silently(DoEvents);
+    silently([&] { Need(SettingsDialog).Show(platform::ShowStyle::Modal); });
+  });
+}
+
+void Connect::MenuHandlerSetttings_Click() { ShowSettings(u""); }
+
 void Connect::ShowAbout() {
   Run(u"Connect.ShowAbout", [&] {
     const SilentStatements silently;
@@ -163,8 +183,17 @@ void Connect::ShowAbout() {
 void Connect::ShowProjectExplorer() {
   Run(u"Connect.ShowProjectExplorer", [&] {
     const SilentStatements silently;
+    silently([&] { Need(explorerDocument_).VBInstance = vbInstance_; });
+    silently([&] { Need(explorerDocument_).SetTreeVBA(gEventCODE); });
+    silently([&] { Need(explorerDocument_).Connect = weak_from_this(); });
+    ExplorerStarted = true;
     silently([&] { Need(explorerWindow_).SetVisible(true); });
   });
+}
+
+void Connect::MenuHandlerProjectExplorer_Click() {
+  explorerOpenedByUser_ = true;
+  ShowProjectExplorer();
 }
 
 void Connect::HideProjectExplorer() {

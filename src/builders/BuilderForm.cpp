@@ -6,8 +6,6 @@
 namespace tessel {
 namespace {
 
-constexpr StringView Section = u"Settings\\VBCode\\frmSettings";
-
 /// The list with the items at two places exchanged, the second one selected.
 void Exchange(forms::ListBox& list, int from, int to) {
   auto items = list.List();
@@ -18,19 +16,6 @@ void Exchange(forms::ListBox& list, int from, int to) {
 }
 
 }  // namespace
-
-String BuilderDefault(StringView name, StringView standard) {
-  return gAppSettings ? gAppSettings->GetText(Section, name, standard) : String(standard);
-}
-
-bool BuilderFlag(StringView name, bool standard) {
-  const String stored = BuilderDefault(name, standard ? u"1" : u"0");
-  return stored == u"1" || vb::SameText(stored, u"True");
-}
-
-std::vector<String> TypesOf(const std::optional<std::vector<String>>& table) {
-  return table.value_or(std::vector<String>{String(builders::NoType)});
-}
 
 void FillList(forms::ComboBox& combo, const std::vector<String>& list, StringView selected) {
   mFunctions::AddListInCombobox(combo, list, String(selected));

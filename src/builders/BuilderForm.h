@@ -4,16 +4,11 @@
 #include "builders/BuilderHeader.h"
 #include "forms/Controls.h"
 #include "forms/RichTextBox.h"
+#include "foundation/Defaults.h"
 #include "foundation/ToolForm.h"
 
 namespace tessel {
 
-/// A default of the builders as the Settings dialog stored it.
-[[nodiscard]] String BuilderDefault(StringView name, StringView standard);
-/// The same for a check box or an option: set when "1" or "True" is stored.
-[[nodiscard]] bool BuilderFlag(StringView name, bool standard);
-/// The types of a table, "(None)" alone for an empty one.
-[[nodiscard]] std::vector<String> TypesOf(const std::optional<std::vector<String>>& table);
 /// Fills a list and selects a text without regard to case.
 void FillList(forms::ComboBox& combo, const std::vector<String>& list, StringView selected);
 

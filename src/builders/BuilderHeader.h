@@ -3,12 +3,10 @@
 
 #include <optional>
 
-#include "vb/Text.h"
+#include "connections/NoType.h"
 
 namespace tessel::builders {
 
-/// Stands in every type list for "no type".
-inline constexpr StringView NoType = u"(None)";
 [[nodiscard]] bool IsNoType(StringView type);
 
 /// What the user chose for the comment. `DateTime` and `Author` are empty where the settings leave

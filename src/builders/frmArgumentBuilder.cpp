@@ -63,9 +63,9 @@ void frmArgumentBuilder::Form_Activate() {
 
 void frmArgumentBuilder::LoadParametr() {
   Routine(u"frmArgumentBuilder.LoadParametr", [&](const Statements& run) {
-    run([&] { chkOptional.SetValue(BuilderFlag(u"chkOptional", true) ? 1 : 0); });
-    run([&] { OptByRef.SetValue(BuilderFlag(u"OptByRef", true)); });
-    run([&] { OptByVal.SetValue(BuilderFlag(u"OptByVal", false)); });
+    run([&] { chkOptional.SetValue(DefaultFlag(u"chkOptional", true) ? 1 : 0); });
+    run([&] { OptByRef.SetValue(DefaultFlag(u"OptByRef", true)); });
+    run([&] { OptByVal.SetValue(DefaultFlag(u"OptByVal", false)); });
     run([&] { txtDefaultValue.SetEnabled(chkOptional.Value() == 1); });
   });
 }

@@ -39,7 +39,7 @@ void frmClassBuilder::Wire() {
 
 builders::CollectionChoices frmClassBuilder::Choices() const {
   return {txtCollectionClassName.Text(), ComBaseClass.Text(),
-          BuilderDefault(u"txtPrefixClass", u"m_Col"), chkImplementsPublic.Value() == 1,
+          DefaultText(u"txtPrefixClass", u"m_Col"), chkImplementsPublic.Value() == 1,
           Comment(chkHeader, txtDescription)};
 }
 
@@ -60,11 +60,9 @@ void frmClassBuilder::Form_Load() {
 
 void frmClassBuilder::LoadParametr() {
   Routine(u"frmClassBuilder.LoadParametr", [&](const Statements& run) {
-    run([&] {
-      txtCollectionClassName.SetText(BuilderDefault(u"txtCollectionClassName", u"Name"));
-    });
-    run([&] { txtDescription.SetText(BuilderDefault(u"txtDescriptionClass", u"")); });
-    run([&] { chkHeader.SetValue(BuilderFlag(u"chkHeaderClass", true) ? 1 : 0); });
+    run([&] { txtCollectionClassName.SetText(DefaultText(u"txtCollectionClassName", u"Name")); });
+    run([&] { txtDescription.SetText(DefaultText(u"txtDescriptionClass", u"")); });
+    run([&] { chkHeader.SetValue(DefaultFlag(u"chkHeaderClass", true) ? 1 : 0); });
   });
 }
 
@@ -72,7 +70,7 @@ void frmClassBuilder::ComBaseClass_Click_Change() {
   Routine(u"frmClassBuilder.ComBaseClass_Click_Change", [&](const Statements& run) {
     const String base = ComBaseClass.Text();
     run([&] {
-      txtCollectionClassName.SetText(base + BuilderDefault(u"txtPrefixCollectionClassName", u"S"));
+      txtCollectionClassName.SetText(base + DefaultText(u"txtPrefixCollectionClassName", u"S"));
     });
     run([&] { txtDescription.SetText(u"Collection Class for " + base); });
     ViewRTF();

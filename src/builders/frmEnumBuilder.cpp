@@ -68,10 +68,10 @@ void frmEnumBuilder::LoadParametr() {
   Routine(u"frmEnumBuilder.LoadParametr", [&](const Statements& run) {
     run([&] {
       FillList(ComAccessibility, {u"", u"Public", u"Private"},
-               BuilderDefault(u"ComAccessibilityEnum", u"Public"));
+               DefaultText(u"ComAccessibilityEnum", u"Public"));
     });
-    run([&] { txtDescription.SetText(BuilderDefault(u"txtDescriptionEnum", u"")); });
-    run([&] { chkHeader.SetValue(BuilderFlag(u"chkHeaderEnum", true) ? 1 : 0); });
+    run([&] { txtDescription.SetText(DefaultText(u"txtDescriptionEnum", u"")); });
+    run([&] { chkHeader.SetValue(DefaultFlag(u"chkHeaderEnum", true) ? 1 : 0); });
   });
 }
 

@@ -31,7 +31,7 @@ builders::EnumMemberChoices frmParameterEnum::Choices() const {
 void frmParameterEnum::Form_Load() {
   Routine(u"frmParameterEnum.Form_Load", [&](const Statements& run) {
     RestorePlace(run);
-    run([&] { txtPrefix.SetText(BuilderDefault(u"txtPrefixEnum", u"nn_")); });
+    run([&] { txtPrefix.SetText(DefaultText(u"txtPrefixEnum", u"nn_")); });
     ShowResult();
   });
 }

@@ -76,7 +76,7 @@ void frmProcedureBuilder::Form_Load() {
     run([&] { RicViewProcedureBuilder.RightMargin = PreviewMargin; });
     RestorePlace(run);
     RestoreFont(run, RicViewProcedureBuilder.Name(), RicViewProcedureBuilder.Font);
-    run([&] { types_ = TypesOf(CSQLDataType().GetAllType(builders::NoType)); });
+    run([&] { types_ = CSQLDataType().NamesWithNone(); });
     LoadParametr();
     FillModules(run, ComModule);
     ViewRTF();
@@ -85,20 +85,19 @@ void frmProcedureBuilder::Form_Load() {
 
 void frmProcedureBuilder::LoadParametr() {
   Routine(u"frmProcedureBuilder.LoadParametr", [&](const Statements& run) {
-    run([&] { FillList(ComStatic, {u"", u"Static"}, BuilderDefault(u"ComStaticProcedure", u"")); });
+    run([&] { FillList(ComStatic, {u"", u"Static"}, DefaultText(u"ComStaticProcedure", u"")); });
     run([&] {
       FillList(ComAccessibility, {u"", u"Public", u"Private", u"Friend"},
-               BuilderDefault(u"ComAccessibilityProcedure", u"Public"));
+               DefaultText(u"ComAccessibilityProcedure", u"Public"));
     });
     run([&] {
-      FillList(ComType, {u"Function", u"Sub"}, BuilderDefault(u"ComTypeProcedure", u"Sub"));
+      FillList(ComType, {u"Function", u"Sub"}, DefaultText(u"ComTypeProcedure", u"Sub"));
     });
     run([&] {
-      FillList(ComReturnValueType, types_,
-               BuilderDefault(u"ComReturnValueTypeProcedure", builders::NoType));
+      FillList(ComReturnValueType, types_, DefaultText(u"ComReturnValueTypeProcedure", NoType));
     });
-    run([&] { txtDescription.SetText(BuilderDefault(u"txtDescriptionProcedure", u"")); });
-    run([&] { chkHeader.SetValue(BuilderFlag(u"chkHeaderProcedure", true) ? 1 : 0); });
+    run([&] { txtDescription.SetText(DefaultText(u"txtDescriptionProcedure", u"")); });
+    run([&] { chkHeader.SetValue(DefaultFlag(u"chkHeaderProcedure", true) ? 1 : 0); });
     EnableReturnType();
   });
 }

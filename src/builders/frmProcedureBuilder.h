@@ -4,9 +4,9 @@
 #include <memory>
 
 #include "builders/BuilderForm.h"
-#include "builders/CSQLDataType.h"
 #include "builders/ProcedureText.h"
 #include "builders/frmArgumentBuilder.h"
+#include "connections/CSQLDataType.h"
 
 namespace tessel {
 

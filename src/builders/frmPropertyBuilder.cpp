@@ -89,20 +89,20 @@ void frmPropertyBuilder::Form_Load() {
 
 void frmPropertyBuilder::LoadParametr() {
   Routine(u"frmPropertyBuilder.LoadParametr", [&](const Statements& run) {
-    run([&] { FillList(ComStatic, {u"", u"Static"}, BuilderDefault(u"ComStaticProperty", u"")); });
+    run([&] { FillList(ComStatic, {u"", u"Static"}, DefaultText(u"ComStaticProperty", u"")); });
     run([&] {
       FillList(ComAccessibility, {u"", u"Public", u"Private", u"Friend"},
-               BuilderDefault(u"ComAccessibilityProperty", u"Public"));
+               DefaultText(u"ComAccessibilityProperty", u"Public"));
     });
     run([&] {
       std::vector<String> names;
       for (const auto& type : types_) names.push_back(type.Name);
-      FillList(ComValueType, names, BuilderDefault(u"ComValueTipeProperty", u"Boolean"));
+      FillList(ComValueType, names, DefaultText(u"ComValueTipeProperty", u"Boolean"));
     });
-    run([&] { chkGet.SetValue(BuilderFlag(u"chkGet", true) ? 1 : 0); });
-    run([&] { chkLetSet.SetValue(BuilderFlag(u"chkLetSet", true) ? 1 : 0); });
-    run([&] { txtDescription.SetText(BuilderDefault(u"txtDescriptionProperty", u"")); });
-    run([&] { chkHeader.SetValue(BuilderFlag(u"chkHeaderProperty", true) ? 1 : 0); });
+    run([&] { chkGet.SetValue(DefaultFlag(u"chkGet", true) ? 1 : 0); });
+    run([&] { chkLetSet.SetValue(DefaultFlag(u"chkLetSet", true) ? 1 : 0); });
+    run([&] { txtDescription.SetText(DefaultText(u"txtDescriptionProperty", u"")); });
+    run([&] { chkHeader.SetValue(DefaultFlag(u"chkHeaderProperty", true) ? 1 : 0); });
   });
 }
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "builders/BuilderForm.h"
-#include "builders/CSQLDataType.h"
 #include "builders/PropertyText.h"
+#include "connections/CSQLDataType.h"
 
 namespace tessel {
 

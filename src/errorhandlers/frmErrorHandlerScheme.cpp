@@ -27,18 +27,10 @@ constexpr Placeholder Placeholders[] = {{u"PROJECTNAME", u"Project Name", u"{Pro
 /// The names stand behind a fixed column.
 constexpr int NameColumn = 1;
 /// In characters; the setting is in twips.
-constexpr int FixedWidth = 1, UsualWidth = 20, TwipsOfCharacter = 120;
+constexpr int FixedWidth = 1, UsualWidth = 20, TwipsOfCharacter = forms::Grid::TwipsOfCharacter;
 
 constexpr StringView Section = u"Settings\\VBCode\\frmErrorHandlerScheme",
                      DividerKey = u"C1EAll_Grid_0_gsColWidth", DividerDefault = u"2400";
-
-/// Yes and No with a question, No being the default.
-bool Confirm(const String& question) {
-  platform::Boxes& boxes = platform::Current().Boxes();
-  return boxes.ShowMessage(question, u"Tessel",
-                           platform::YesNo | platform::Question | platform::DefaultButton2) ==
-         platform::MessageAnswer::Yes;
-}
 
 }  // namespace
 
@@ -302,7 +294,7 @@ void frmErrorHandlerScheme::DuplicateRecord() {
     const auto name = SelectedName();
     if (!name) return;
     if (!run([&] {
-          return Confirm(u"Are you sure that you want to copy the record '" + *name + u"' ?");
+          return mFunctions::Confirm(u"Are you sure that you want to copy the record '" + *name + u"' ?");
         })) {
       return;
     }
@@ -319,7 +311,7 @@ void frmErrorHandlerScheme::DeleteRecord() {
     const auto name = SelectedName();
     if (!name) return;
     if (!run([&] {
-          return Confirm(u"Are you sure that you want to delete the record '" + *name + u"' ?");
+          return mFunctions::Confirm(u"Are you sure that you want to delete the record '" + *name + u"' ?");
         })) {
       return;
     }

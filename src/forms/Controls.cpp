@@ -142,8 +142,8 @@ void ComboBox::SetListIndex(int index) {
   ListControl::SetListIndex(index);
 }
 
-TabControl::TabControl(Surface* owner, std::string_view name, std::vector<Page> pages)
-    : Control(owner, name), pages_(std::move(pages)) {}
+TabControl::TabControl(Surface* owner, std::string_view name, std::vector<Page> pages, Style style)
+    : Control(owner, name), pages_(std::move(pages)), style_(style) {}
 
 void TabControl::SetCurrTab(int index) {
   if (index < 0 || index >= static_cast<int>(pages_.size())) InvalidValue(*this);

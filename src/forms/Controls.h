@@ -185,12 +185,17 @@ class ComboBox : public ListControl {
 /// Pages told apart by index from 0; controls belong to a page by the layout.
 class TabControl : public Control {
  public:
+  /// Without tabs the pages are turned from code alone.
+  enum class Style { Tabs, NoTabs };
   struct Page {
     String Name;
     String Caption;
   };
-  TabControl(Surface* owner, std::string_view name, std::vector<Page> pages);
+  TabControl(Surface* owner, std::string_view name, std::vector<Page> pages,
+             Style style = Style::Tabs);
   [[nodiscard]] std::string_view Kind() const override { return "TabControl"; }
+  [[nodiscard]] bool TakesFocus() const override { return HasTabs(); }
+  [[nodiscard]] bool HasTabs() const { return style_ == Style::Tabs; }
   [[nodiscard]] const std::vector<Page>& Pages() const { return pages_; }
   [[nodiscard]] int CurrTab() const { return current_; }
   /// Another page raises Switch; fails with 380 when there is no such page.
@@ -199,6 +204,7 @@ class TabControl : public Control {
 
  private:
   std::vector<Page> pages_;
+  Style style_;
   Designed<int> current_{this};
 };
 

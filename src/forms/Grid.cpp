@@ -1,6 +1,7 @@
 #include "forms/Grid.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "vb/Failure.h"
@@ -219,11 +220,18 @@ int Grid::AddItem(std::vector<String> cells, std::optional<int> before) {
 }
 
 int Grid::AddRow(GridRow added, std::optional<int> before) {
+  std::vector<GridRow> rows;
+  rows.push_back(std::move(added));
+  return AddRows(std::move(rows), before);
+}
+
+int Grid::AddRows(std::vector<GridRow> added, std::optional<int> before) {
   const int row = before.value_or(Rows());
   if (row < 0 || row > Rows()) Outside(*this, row, 0);
-  added.Cells.resize(static_cast<std::size_t>(cols_));
-  rows_.InPlace().insert(rows_->begin() + row, std::move(added));
-  if (row_ >= row) row_ = row_ + 1;
+  for (GridRow& one : added) one.Cells.resize(static_cast<std::size_t>(cols_));
+  rows_.InPlace().insert(rows_->begin() + row, std::make_move_iterator(added.begin()),
+                         std::make_move_iterator(added.end()));
+  if (row_ >= row) row_ = row_ + static_cast<int>(added.size());
   ShapeChanged();
   return row;
 }

@@ -96,6 +96,8 @@ class Grid : public Control {
   /// Adds a row at the end or ahead of `before`; returns its index.
   int AddItem(std::vector<String> cells, std::optional<int> before = std::nullopt);
   int AddRow(GridRow row, std::optional<int> before = std::nullopt);
+  /// The same for many rows at once; returns the index of the first.
+  int AddRows(std::vector<GridRow> rows, std::optional<int> before = std::nullopt);
   void RemoveItem(int row) { RemoveItems(row, 1); }
   void RemoveItems(int row, int count);
   /// Drops all rows but the fixed ones.
@@ -124,6 +126,11 @@ class Grid : public Control {
   [[nodiscard]] bool Redraw() const { return redraw_; }
 
   Designed<std::vector<int>> ColumnWidths{this};  ///< in characters; empty: by content
+  static constexpr int TwipsOfCharacter = 120;
+  /// Characters that a width in twips holds, rounded.
+  [[nodiscard]] static constexpr int CharactersOf(int twips) {
+    return (twips + TwipsOfCharacter / 2) / TwipsOfCharacter;
+  }
   Designed<bool> Editable{this};
 
   /// A handler that sets `cancel` refuses the edit.

@@ -160,6 +160,7 @@ void Spin(Control& control, int value) {
 void SelectPage(Control& control, int index) {
   const Action action(control);
   auto& tabs = As<TabControl>(control, u"paged");
+  if (!tabs.HasTabs()) Refuse(control, u"shows no tabs");
   if (index < 0 || index >= static_cast<int>(tabs.Pages().size())) {
     Refuse(control, u"has no page " + vb::Str(index));
   }

@@ -38,14 +38,30 @@ void ToolForm::RestoreFont(const Statements& run, StringView owner,
   });
 }
 
-void ToolForm::Leave(StringView routine, const Steps& steps) {
-  if (Connect != nullptr) Connect->SetDialogOpen(false);
+void ToolForm::KeepFont(const Statements& run, StringView owner, const forms::Font& font) {
+  run([&] {
+    if (!gAppSettings) return;
+    fonts_.Init(gAppSettings, u"Font settings");
+    fonts_.SaveFont(owner, font);
+  });
+}
+
+void ToolForm::KeepPlace(StringView routine, const Steps& steps) {
   Routine(routine, [&](const Statements& run) {
     if (steps) steps(run);
-    run([&] {
-      if (gAppSettings && place_.AppSettings()) place_.SavePosition(*this);
-    });
+    KeepPlace(run);
   });
+}
+
+void ToolForm::KeepPlace(const Statements& run) {
+  run([&] {
+    if (gAppSettings && place_.AppSettings()) place_.SavePosition(*this);
+  });
+}
+
+void ToolForm::Leave(StringView routine, const Steps& steps) {
+  if (Connect != nullptr) Connect->SetDialogOpen(false);
+  KeepPlace(routine, steps);
 }
 
 std::shared_ptr<host::VBComponents> ToolForm::ActiveComponents(const Statements& run) const {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "foundation/Routine.h"
+#include "insertion/BlankLines.h"
 #include "platform/Platform.h"
 
 namespace tessel::mGlobals {
@@ -63,16 +64,6 @@ void ShowPane(const Statements& run, const std::shared_ptr<host::CodeModule>& mo
   if (blank) ResumeNext(remove);
 }
 
-/// `text` as it is to stand ahead of `line`: where it ends in a line end, exactly one blank line
-/// follows it.
-StringView WithOneBlankLine(StringView text, host::CodeModule& module, int line) {
-  if (!text.ends_with(vb::CrLf)) return text;
-  StringView plain = text;
-  while (plain.ends_with(vb::CrLf)) plain.remove_suffix(vb::CrLf.size());
-  const bool follows = line <= module.CountOfLines() && module.Lines(line, 1).empty();
-  return follows ? plain : text.substr(0, plain.size() + vb::CrLf.size());
-}
-
 /// Calls `visit` for each component of the active project.
 template <class Visit>
 void ForEachComponent(const Statements& run, host::VBProject& project, Visit&& visit) {
@@ -114,7 +105,7 @@ bool InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, St
                                         : Need(module).CountOfLines()) +
              1;
     });
-    run([&] { Need(module).InsertLines(line, WithOneBlankLine(text, *module, line)); });
+    run([&] { Need(module).InsertLines(line, blanklines::FollowedByOne(text, *module, line)); });
     const int caret = line + caretOffset;
     run([&] { Need(Need(module).CodePane()).SetTopLine(std::max(1, caret)); });
     run([&] { Need(Need(module).CodePane()).SetSelection({caret, 1, caret, 1}); });

@@ -31,8 +31,10 @@ ProjectTexts ProjectCaption(const std::shared_ptr<host::VBProject>& project) {
   texts.FileName = project->FileName();
   texts.Caption = project->Name();
   if (!texts.FileName.empty()) {
-    const std::size_t folder = vb::InStrRev(texts.FileName, u"\\");
-    texts.Caption += u"[" + texts.FileName.substr(folder) + u"]";
+    const std::size_t folder = texts.FileName.find_last_of(u"\\/");
+    const StringView file =
+        StringView(texts.FileName).substr(folder == String::npos ? 0 : folder + 1);
+    texts.Caption += u"[" + String(file) + u"]";
   }
   return texts;
 }

@@ -37,14 +37,26 @@ void ProjectFiller::ProjectTree(const std::shared_ptr<host::VBE>& vbe,
 
 void ProjectFiller::ProjectTree_Project(cProjecteses& model,
                                         const std::shared_ptr<host::VBProject>& project) const {
+  const String caption = EnterProject(model, project);
+  if (!caption.empty()) ProjectTree_TypeComponent(model, caption, project);
+}
+
+String ProjectFiller::EnterProject(cProjecteses& model,
+                                   const std::shared_ptr<host::VBProject>& project) {
   const ProjectTexts texts = ProjectCaption(project);
-  if (texts.Caption.empty()) return;
+  if (texts.Caption.empty()) return {};
   cProjectes& entry = *model.item(texts.Caption);
   entry.VBProjectName = project->Name();
   entry.FullFileName = texts.FileName;
   entry.Protection = 0;
   entry.IcoProject = ProjectPicture(project->Type());
-  ProjectTree_TypeComponent(model, texts.Caption, project);
+  return texts.Caption;
+}
+
+void ProjectFiller::EnterComponent(cProjecteses& model, StringView caption,
+                                   const std::shared_ptr<host::VBComponent>& component) const {
+  model.item(caption)->item(component->Type())->TypeExtendProject = hostCode_;
+  ProjectTree_Component(model, caption, component);
 }
 
 void ProjectFiller::ProjectTree_TypeComponent(
@@ -54,9 +66,7 @@ void ProjectFiller::ProjectTree_TypeComponent(
   if (!components) return;
   if (OnProject) OnProject(components->Count());
   for (int index = 1; index <= components->Count(); ++index) {
-    const auto component = components->Item(index);
-    model.item(caption)->item(component->Type())->TypeExtendProject = hostCode_;
-    ProjectTree_Component(model, caption, component);
+    EnterComponent(model, caption, components->Item(index));
     if (OnComponent) OnComponent();
   }
 }

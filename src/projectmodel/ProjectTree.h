@@ -26,6 +26,12 @@ class ProjectFiller {
   /// Enters one project with its groups and components.
   void ProjectTree_Project(cProjecteses& model,
                            const std::shared_ptr<host::VBProject>& project) const;
+  /// The parts of that: the project by itself, whose caption is the result (empty for an absent
+  /// project) ...
+  static String EnterProject(cProjecteses& model, const std::shared_ptr<host::VBProject>& project);
+  /// ... and one component in the group of its type. Failures go to the caller.
+  void EnterComponent(cProjecteses& model, StringView caption,
+                      const std::shared_ptr<host::VBComponent>& component) const;
   /// Enters one component with its members. Does nothing for an empty caption or an absent
   /// component; failures are passed over, since a component need not have a code module. Members
   /// that are gone from the source stay.

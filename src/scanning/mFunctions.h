@@ -75,6 +75,8 @@ template <class T>
                                  StringView info3 = {});
 /// Shows that message. Always false.
 bool myBreak(int code, StringView info1 = {}, StringView info2 = {}, StringView info3 = {});
+/// Asks with Yes and No, No being the default; true on Yes.
+[[nodiscard]] bool Confirm(StringView question);
 /// True when `text` holds one of the symbols.
 [[nodiscard]] bool GetBadSymbols(StringView text, StringView badSymbols);
 /// False, after message 1, when `value` is neither empty nor numeric.

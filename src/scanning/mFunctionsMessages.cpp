@@ -3,6 +3,7 @@
 #include <array>
 
 #include "foundation/CAppSettings.h"
+#include "foundation/Defaults.h"
 #include "foundation/Routine.h"
 #include "platform/Platform.h"
 #include "scanning/mFunctions.h"
@@ -10,8 +11,6 @@
 
 namespace tessel::mFunctions {
 namespace {
-
-constexpr StringView Settings = u"Settings\\VBCode\\frmSettings";
 
 /// Message texts by code, from 1. Spelling and blanks are as users know them.
 constexpr std::array<StringView, 19> Messages{
@@ -41,11 +40,7 @@ constexpr std::array<StringView, 19> Messages{
 /// The host's buffers end at the first NUL and hold 255 characters.
 String CutName(const String& name) { return name.substr(0, 255).substr(0, name.find(u'\0')); }
 
-bool SettingIsOn(StringView key) {
-  if (!gAppSettings) return false;
-  const String stored = gAppSettings->GetText(Settings, key, u"1");
-  return vb::Val(stored) == 1 || vb::SameText(stored, u"True");
-}
+bool SettingIsOn(StringView key) { return gAppSettings && DefaultFlag(key, true); }
 
 }  // namespace
 
@@ -63,6 +58,12 @@ bool myBreak(int code, StringView info1, StringView info2, StringView info3) {
     run([&] { platform::Current().Boxes().ShowMessage(text, u"Tessel", platform::Exclamation); });
   });
   return false;
+}
+
+bool Confirm(StringView question) {
+  constexpr int Style = platform::YesNo | platform::Question | platform::DefaultButton2;
+  return platform::Current().Boxes().ShowMessage(question, u"Tessel", Style) ==
+         platform::MessageAnswer::Yes;
 }
 
 bool GetBadSymbols(StringView text, StringView badSymbols) {
@@ -116,7 +117,7 @@ String IncludeAuthor() {
   String author;
   Routine(u"mFunctions.IncludeAuthor", [&] {
     // The misspelt name is the value's true name.
-    if (SettingIsOn(u"IncludeAutor")) author = gAppSettings->GetText(Settings, u"Author", u"");
+    if (SettingIsOn(u"IncludeAutor")) author = DefaultText(u"Author", u"");
   });
   return author;
 }

@@ -191,7 +191,7 @@ String Dump(host::CommandBarControls& controls, const String& indent) {
 TEST_F(AddIn, TheBarHoldsEveryCommandInItsPlace) {
   Start();
   EXPECT_EQ(vb::ToUtf8(Dump(*Bar()->Controls(), u"")),
-            R"(Project Explorer #105 -
+            R"(Project Explorer #105
 |Snippet Manager #106
 Insert Snippet #107
 Store to Snippets #108
@@ -203,7 +203,7 @@ Enum Builder @3253
 Insert Error Handler Code #109
 Remove Error Handler Code #110
 |Tessel
-  Project Explorer #105 (ProjectExplorer) -
+  Project Explorer #105 (ProjectExplorer)
   |Snippet Manager #106 (FragmentBuilder)
   Insert Snippet #107 (GetFromVbCode)
   Store to Snippets #108 (StoreToVbCode)
@@ -211,7 +211,7 @@ Remove Error Handler Code #110
   Property Builder #103 (PropertyBuilder)
   Collection Builder #102 (CollectionBuilder)
   Enum Builder @3253 (EnumBuilder)
-  |Setttings @1714 (Setttings) -
+  |Setttings @1714 (Setttings)
   Code Formatter #111 (Code Formatter)
   Insert Error Handler Code #109 (Insert Error Handler Code)
   Remove Error Handler Code #110 (Remove Error Handler Code)

@@ -7,7 +7,7 @@
 #include "forms/RichTextBox.h"
 #include "hosts/batch/PersonalDatabase.h"
 #include "hosts/batch/SchemeText.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "support/MemoryPlatform.h"
 #include "support/TemporaryFolder.h"
 #include "vb/Failure.h"
 

@@ -1,9 +1,9 @@
-#include "builders/BuilderChannel.h"
+#include "support/DialogChannel.h"
 
 namespace tessel {
 namespace {
 
-class ClassBuilder : public test::BuilderChannel {
+class ClassBuilder : public test::DialogChannel {
  protected:
   void Begin() {
     Connect();
@@ -99,7 +99,7 @@ TEST_F(ClassBuilder, AGivenUpInsertionMakesNothingFurther) {
   Press("btnAbort");
   Form();
   Ask({{"do", "projects"}});
-  const Json projects = Play(true);
+  const Json projects = Play(1);
   EXPECT_EQ(FormOf(projects), "frmClassBuilder");
   const auto names = Names(projects);
   EXPECT_EQ(std::count(names.begin(), names.end(), "Branch"), 0);
@@ -111,7 +111,7 @@ TEST_F(ClassBuilder, ARefusedNameLeavesNoHalfMadeClass) {
   Press("btmOK");
   Press("btnAbort");
   Ask({{"do", "projects"}});
-  EXPECT_EQ(Names(Play(true)), (std::vector<std::string>{"Module1", "Order", "Customer"}));
+  EXPECT_EQ(Names(Play(1)), (std::vector<std::string>{"Module1", "Order", "Customer"}));
 }
 
 }  // namespace

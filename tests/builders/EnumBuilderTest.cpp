@@ -1,9 +1,9 @@
-#include "builders/BuilderChannel.h"
+#include "support/DialogChannel.h"
 
 namespace tessel {
 namespace {
 
-class EnumBuilder : public test::BuilderChannel {
+class EnumBuilder : public test::DialogChannel {
  protected:
   void Begin() {
     Connect();

@@ -1,9 +1,9 @@
-#include "builders/BuilderChannel.h"
+#include "support/DialogChannel.h"
 
 namespace tessel {
 namespace {
 
-class ProcedureBuilder : public test::BuilderChannel {
+class ProcedureBuilder : public test::DialogChannel {
  protected:
   void Begin(const std::string& text = "Option Explicit\r\n") {
     Connect();
@@ -210,7 +210,7 @@ TEST_F(ProcedureBuilder, AnInsertionThatIsGivenUpKeepsTheDialogAndWhatWasTyped) 
   Press("btmOK");
   Press("btnAbort");
   Form();
-  const Json form = Play(true);
+  const Json form = Play(1);
   EXPECT_EQ(FormOf(form), "frmProcedureBuilder");
   EXPECT_EQ(Control(form, "txtName").at("text"), "Mine");
 }
@@ -222,7 +222,7 @@ TEST_F(ProcedureBuilder, RetryGoesOnWhereTheInsertionFailed) {
   Press("btmOK");
   Press("btnRetry");
   Text("Module1");
-  EXPECT_EQ(Play(true).at("text"),
+  EXPECT_EQ(Play(1).at("text"),
             "Option Explicit\r\nPublic Sub Name ()\r\n   'TODO: Add 'Name' body here.\r\nEnd "
             "Sub\r\n");
 }

@@ -1,9 +1,9 @@
-#include "builders/BuilderChannel.h"
+#include "support/DialogChannel.h"
 
 namespace tessel {
 namespace {
 
-class PropertyBuilder : public test::BuilderChannel {
+class PropertyBuilder : public test::DialogChannel {
  protected:
   void Begin(const std::string& text = "Option Explicit\r\n\r\nSub A()\r\nEnd Sub") {
     Connect();
@@ -85,7 +85,7 @@ TEST_F(PropertyBuilder, AnEmptyTypeTableLoadsInSilenceAndFailsAtOk) {
   Press("btnAbort");
   Form();
   Text("Module1");
-  EXPECT_EQ(Play(true).at("text"), "Option Explicit");
+  EXPECT_EQ(Play(1).at("text"), "Option Explicit");
   EXPECT_EQ(Control(Forms().at(0), "ComValueType").at("list"), Json::array());
   EXPECT_EQ(FormOf(Forms().at(0)), "frmPropertyBuilder") << "it loads in silence";
   EXPECT_EQ(FormOf(Forms().at(1)), "frmPropertyBuilder") << "it stays open";

@@ -2,8 +2,8 @@
 
 #include "connections/cConnectReestr.h"
 #include "connections/cConnectionMDBs.h"
-#include "hosts/memory/MemoryPlatform.h"
 #include "store/Seeds.h"
+#include "support/MemoryPlatform.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessel {

@@ -3,7 +3,7 @@
 #include "forms/Document.h"
 #include "forms/Pointer.h"
 #include "forms/User.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "support/MemoryPlatform.h"
 #include "vb/Failure.h"
 
 namespace tessel::forms {

@@ -10,7 +10,7 @@
 #include "foundation/CFormRestore.h"
 #include "foundation/CShell.h"
 #include "foundation/ProgressBarWindow.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "support/MemoryPlatform.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessel {

@@ -5,7 +5,7 @@
 #include "forms/User.h"
 #include "foundation/Routine.h"
 #include "foundation/frmErrorMessage.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "support/MemoryPlatform.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessel {

@@ -4,8 +4,8 @@
 
 #include "forms/Controls.h"
 #include "forms/User.h"
-#include "hosts/memory/MemoryPlatform.h"
 #include "support/FakeConnect.h"
+#include "support/MemoryPlatform.h"
 
 namespace tessel {
 namespace {

@@ -1,8 +1,8 @@
 #include "formatter/mFormatText.h"
 #include "fuzz/FuzzDriver.h"
-#include "hosts/memory/MemoryPlatform.h"
 #include "hosts/review/CodeComparison.h"
 #include "presentation/mCodeConverter.h"
+#include "support/MemoryPlatform.h"
 #include "support/Rules.h"
 
 using namespace tessel;

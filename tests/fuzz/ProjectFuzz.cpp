@@ -1,10 +1,10 @@
 #include <fstream>
 
 #include "fuzz/FuzzDriver.h"
-#include "hosts/memory/MemoryPlatform.h"
 #include "hosts/workspace/ComponentFile.h"
 #include "hosts/workspace/ProjectFile.h"
 #include "hosts/workspace/Workspace.h"
+#include "support/MemoryPlatform.h"
 #include "support/TemporaryFolder.h"
 
 using namespace tessel;

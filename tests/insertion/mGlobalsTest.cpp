@@ -64,6 +64,12 @@ TEST_F(Insertion, ListsComponents) {
   EXPECT_EQ(SelectedVBComponentName(vbe), u"");
 }
 
+TEST_F(Insertion, ALineOfBlanksCountsAsABlankLine) {
+  world_.Module(u"M", u"Dim a\r\n \t \r\nSub A()\r\nEnd Sub");
+  Insert(u"M", u"Dim b\r\n", EndOfDeclarations);
+  EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b\r\n \t \r\nSub A()\r\nEnd Sub");
+}
+
 TEST_F(Insertion, OneBlankLineFollowsTextThatEndsInALineEnd) {
   for (const StringView text : {u"Enum E\r\nEnd Enum\r\n", u"Enum E\r\nEnd Enum\r\n\r\n\r\n"}) {
     world_.Module(u"M", u"Dim a\r\n\r\nSub A()\r\nEnd Sub");

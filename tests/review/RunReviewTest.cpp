@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "hosts/memory/MemoryPlatform.h"
 #include "hosts/model/Environment.h"
+#include "support/MemoryPlatform.h"
 #include "vb/Failure.h"
 
 namespace tessel::review {

@@ -4,11 +4,11 @@
 
 #include <map>
 
-#include "hosts/memory/MemoryPlatform.h"
 #include "hosts/model/Project.h"
 #include "hosts/workspace/Workspace.h"
 #include "snippets/ObjectFiles.h"
 #include "snippets/SnippetDatabase.h"
+#include "support/MemoryPlatform.h"
 
 namespace tessel {
 namespace {

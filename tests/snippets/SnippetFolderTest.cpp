@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "hosts/memory/MemoryPlatform.h"
 #include "snippets/SnippetDatabase.h"
 #include "snippets/SnippetSearch.h"
+#include "support/MemoryPlatform.h"
 
 namespace tessel {
 namespace {

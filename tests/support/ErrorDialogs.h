@@ -10,7 +10,7 @@
 
 #include "forms/Controls.h"
 #include "forms/Form.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "support/MemoryPlatform.h"
 
 namespace tessel::test {
 

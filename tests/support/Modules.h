@@ -3,9 +3,9 @@
 
 #include <memory>
 
-#include "hosts/memory/MemoryPlatform.h"
 #include "hosts/model/Environment.h"
 #include "support/ErrorDialogs.h"
+#include "support/MemoryPlatform.h"
 
 namespace tessel::test {
 

@@ -4,10 +4,10 @@
 
 #include <cstdlib>
 
-#include "hosts/memory/MemoryPlatform.h"
 #include "hosts/model/Vbe.h"
 #include "hosts/workspace/Workspace.h"
 #include "scanning/mFunctions.h"
+#include "support/MemoryPlatform.h"
 #include "tools/ModuleEdits.h"
 
 namespace tessel::workspace {

@@ -5,9 +5,9 @@
 #include <sys/wait.h>
 
 #include "hosts/files/AtomicFile.h"
-#include "hosts/memory/MemoryPlatform.h"
 #include "hosts/model/Vbe.h"
 #include "hosts/workspace/CodePages.h"
+#include "support/MemoryPlatform.h"
 #include "workspace/Files.h"
 
 namespace tessel::workspace {

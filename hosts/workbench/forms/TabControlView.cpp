@@ -11,6 +11,7 @@ namespace tessel::workbench {
 TabControlView::TabControlView(forms::TabControl& tabs, ViewHost& host)
     : ControlView(tabs, host), tabs_(tabs), widget_(new QTabWidget) {
   widget_->tabBar()->setFocusPolicy(Qt::StrongFocus);
+  widget_->tabBar()->setVisible(tabs.HasTabs());
   QObject::connect(widget_, &QTabWidget::currentChanged, widget_, [this](int index) {
     // Also told while the pages are being put in.
     if (widget_->count() < static_cast<int>(tabs_.Pages().size())) return;

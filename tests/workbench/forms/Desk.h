@@ -9,11 +9,11 @@
 #include <functional>
 #include <memory>
 
-#include "hosts/memory/MemoryPlatform.h"
 #include "hosts/workbench/forms/FormWindow.h"
 #include "hosts/workbench/forms/QtDesktop.h"
 #include "hosts/workbench/platform/QtClock.h"
 #include "hosts/workbench/platform/Text.h"
+#include "support/MemoryPlatform.h"
 
 namespace tessel::test {
 

@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-#include "hosts/memory/MemoryPlatform.h"
+#include "support/MemoryPlatform.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessel::workbench {

@@ -6,9 +6,9 @@
 #include <QFile>
 #include <QJsonDocument>
 
-#include "hosts/memory/MemoryPlatform.h"
 #include "hosts/model/Vbe.h"
 #include "hosts/workbench/platform/Text.h"
+#include "support/MemoryPlatform.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessel::workbench {

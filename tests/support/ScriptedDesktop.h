@@ -2,9 +2,11 @@
 #pragma once
 
 #include <deque>
+#include <optional>
 #include <string>
 
 #include "hosts/memory/UnattendedDesktop.h"
+#include "vb/Failure.h"
 
 namespace tessel::memory {
 
@@ -26,6 +28,8 @@ class ScriptedDesktop : public UnattendedDesktop {
   std::function<void(forms::Form&)> OnModal;
   /// Chooses an item of a menu that pops up by its name; empty: closes the menu.
   std::function<String(forms::MenuItem&)> OnMenu;
+  /// When set, each text that is put into the clipboard fails with this.
+  std::optional<vb::Failure> FailClipboard;
   int ShellAnswer = platform::ShellSuccess;
   /// Where every form stands; nothing: forms have no place.
   std::optional<platform::WindowPlacement> Placement;

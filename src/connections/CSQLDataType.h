@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "connections/NoType.h"
 #include "connections/cConnectionMDB.h"
 
 namespace tessel {
@@ -20,7 +21,9 @@ class CSQLDataType {
 
   /// The type names, `firstItem` ahead of them unless it is empty. Nothing for an empty table.
   [[nodiscard]] std::optional<std::vector<String>> GetAllType(StringView firstItem) const;
-  /// The same with the prefixes; that of `firstItem` is empty.
+  /// The type names behind "(None)", which stands alone for an empty table.
+  [[nodiscard]] std::vector<String> NamesWithNone() const;
+  /// The names of `GetAllType` with their prefixes; that of `firstItem` is empty.
   [[nodiscard]] std::optional<std::vector<Row>> GetAllTypeMemberVariable(
       StringView firstItem) const;
 

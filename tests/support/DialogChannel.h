@@ -1,4 +1,4 @@
-// The builders as a script sees them: requests go in, replies come out.
+// Dialogs as a script sees them: requests go in, replies come out.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -8,11 +8,12 @@
 #include <vector>
 
 #include "hosts/drive/Session.h"
+#include "support/ChannelErrors.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessel::test {
 
-class BuilderChannel : public testing::Test {
+class DialogChannel : public testing::Test {
  protected:
   using Json = drive::Json;
 
@@ -50,9 +51,9 @@ class BuilderChannel : public testing::Test {
   void Form() { Ask({{"do", "form"}}); }
   void Text(const std::string& component) { Ask({{"do", "text"}, {"component", component}}); }
 
-  /// Plays all requests so far; the last reply. Every one must be granted, and no report of a
-  /// failure may stand in front unless `failures` were asked for.
-  Json Play(bool failures = false) {
+  /// Plays all requests so far; the last reply. Every one must be granted, and just as many error
+  /// dialogs come up as the test asks for.
+  Json Play(std::size_t errors = 0) {
     std::string script;
     for (const Json& request : requests_) script += request.dump() + "\n";
     std::istringstream in(script);
@@ -63,16 +64,15 @@ class BuilderChannel : public testing::Test {
                              in, out);
       session.Run();
     }
-    Replies.clear();
-    std::istringstream lines(out.str());
-    for (std::string line; std::getline(lines, line);) Replies.push_back(Json::parse(line));
+    Replies = RepliesOf(out.str());
     EXPECT_GE(Replies.size(), requests_.size());
     if (Replies.size() < requests_.size()) return nullptr;
     for (std::size_t at = 0; at < requests_.size(); ++at) {
       EXPECT_EQ(Replies[at].at("ok"), true) << requests_[at] << '\n' << Replies[at];
-      const bool failed = FormOf(Replies[at]) == "frmErrorMessage";
-      EXPECT_TRUE(failures || !failed) << requests_[at] << '\n' << Replies[at];
     }
+    ChannelErrors shown;
+    shown.Note(Replies);
+    EXPECT_EQ(shown.Take(), errors) << "error dialogs";
     return Replies[requests_.size() - 1];
   }
 

@@ -1,4 +1,4 @@
-#include "builders/CSQLDataType.h"
+#include "connections/CSQLDataType.h"
 
 #include "connections/cConnectionMDBs.h"
 #include "store/Recordset.h"
@@ -32,6 +32,10 @@ std::optional<std::vector<String>> CSQLDataType::GetAllType(StringView firstItem
   return Read(
       *connection_, u"SELECT Name From MemberType ORDER BY MemberType.Name", std::move(rows),
       [](const store::Recordset& records) { return store::ToText(records.Field(u"Name")); });
+}
+
+std::vector<String> CSQLDataType::NamesWithNone() const {
+  return GetAllType(NoType).value_or(std::vector<String>{String(NoType)});
 }
 
 std::optional<std::vector<CSQLDataType::Row>> CSQLDataType::GetAllTypeMemberVariable(

@@ -1,4 +1,4 @@
-#include "hosts/memory/ScriptedDesktop.h"
+#include "support/ScriptedDesktop.h"
 
 #include "forms/User.h"
 
@@ -51,6 +51,7 @@ forms::MenuItem* ScriptedDesktop::PopUp(forms::Surface&, forms::MenuItem& menu,
 }
 
 void ScriptedDesktop::SetText(StringView text) {
+  if (FailClipboard) throw vb::Failure(*FailClipboard);
   MemoryClipboard::SetText(text);
   Journal.push_back("clipboard " + vb::ToUtf8(text));
 }

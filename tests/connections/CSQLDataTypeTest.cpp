@@ -1,8 +1,7 @@
-#include "builders/CSQLDataType.h"
+#include "connections/CSQLDataType.h"
 
 #include <gtest/gtest.h>
 
-#include "builders/BuilderHeader.h"
 #include "support/SharedDatabase.h"
 
 namespace tessel {
@@ -19,8 +18,7 @@ TEST_F(DataTypes, StandInTheOrderOfTheirNamesBehindTheFirstItem) {
   Run(u"INSERT INTO MemberType (Name, Prefix) VALUES (\"long\", \"lng\")");
   Run(u"INSERT INTO MemberType (Name, Prefix) VALUES (\"Byte\", \"byt\")");
   const CSQLDataType types;
-  EXPECT_EQ(*types.GetAllType(builders::NoType),
-            (std::vector<String>{u"(None)", u"Byte", u"long"}));
+  EXPECT_EQ(*types.GetAllType(NoType), (std::vector<String>{u"(None)", u"Byte", u"long"}));
   EXPECT_EQ(*types.GetAllType(u""), (std::vector<String>{u"Byte", u"long"}));
   const auto rows = types.GetAllTypeMemberVariable(u"first");
   ASSERT_EQ(rows->size(), 3U);

@@ -1,21 +1,21 @@
-// Platforms of which nothing leaves the process.
+// A platform of which nothing leaves the process but files.
 #pragma once
 
 #include "hosts/files/SystemFiles.h"
 #include "hosts/memory/MemoryApp.h"
 #include "hosts/memory/MemoryRegistry.h"
-#include "hosts/memory/ScriptedDesktop.h"
+#include "hosts/memory/UnattendedDesktop.h"
 #include "hosts/memory/VirtualClock.h"
 #include "hosts/model/WindowTable.h"
 #include "platform/Platform.h"
 
 namespace tessel::memory {
 
-/// All services in memory, with a desktop of one's choice.
-template <class DesktopKind>
+/// All services in memory, with a desktop and a registry of one's choice.
+template <class DesktopKind, class RegistryKind = MemoryRegistry>
 class PlatformWith : public platform::Platform {
  public:
-  MemoryRegistry RegistryService;
+  RegistryKind RegistryService;
   DesktopKind DesktopService;
   VirtualClock ClockService;
   model::WindowService WindowsService;
@@ -36,7 +36,5 @@ class PlatformWith : public platform::Platform {
 
 /// Nobody is there to be asked.
 using UnattendedPlatform = PlatformWith<UnattendedDesktop>;
-/// The user is a script.
-using MemoryPlatform = PlatformWith<ScriptedDesktop>;
 
 }  // namespace tessel::memory
