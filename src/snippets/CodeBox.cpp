@@ -11,17 +11,10 @@ constexpr std::size_t MostColoured = 1'000'000;
 /// The document treats braces as its own; two characters that no source holds stand in for them.
 constexpr StringView Open = u"\uF8D0", Close = u"\uF8D1";
 
-constexpr StringView DocumentEnd = u"\r\n\\par }", PlainEnd = u"}";
-
 String DocumentOf(StringView text, int charset) {
   const String marked = vb::Replace(vb::Replace(text, u"{", Open), u"}", Close);
-  String document = mCodeConverter::MakeRTF(marked, charset);
-  document = vb::Replace(vb::Replace(document, Open, u"\\{"), Close, u"\\}");
-  // The last paragraph mark would be one line more at each saving.
-  if (document.ends_with(DocumentEnd)) {
-    document.replace(document.size() - DocumentEnd.size(), DocumentEnd.size(), PlainEnd);
-  }
-  return document;
+  const String document = mCodeConverter::MakeRTF(marked, charset);
+  return vb::Replace(vb::Replace(document, Open, u"\\{"), Close, u"\\}");
 }
 
 }  // namespace

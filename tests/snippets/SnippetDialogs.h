@@ -10,11 +10,11 @@
 
 #include "forms/User.h"
 #include "foundation/CErrorHandler.h"
-#include "hosts/memory/MemoryPlatform.h"
 #include "hosts/workspace/Workspace.h"
 #include "snippets/OpenLibraries.h"
 #include "support/ErrorDialogs.h"
 #include "support/FakeConnect.h"
+#include "support/MemoryPlatform.h"
 
 namespace tessel::test {
 

@@ -12,11 +12,11 @@
 
 #include "connections/cConnectionMDBs.h"
 #include "forms/User.h"
-#include "hosts/memory/MemoryPlatform.h"
 #include "hosts/workspace/Workspace.h"
 #include "snippets/SnippetDatabase.h"
 #include "snippets/TreeCheck.h"
 #include "snippets/frmStoreToVbCode.h"
+#include "support/MemoryPlatform.h"
 
 namespace tessel {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "hosts/memory/MemoryPlatform.h"
 #include "hosts/model/Vbe.h"
 #include "hosts/workspace/Workspace.h"
 #include "support/Fails.h"
+#include "support/MemoryPlatform.h"
 #include "support/TemporaryFolder.h"
 
 namespace tessel::workspace {

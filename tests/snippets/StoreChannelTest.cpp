@@ -1,23 +1,17 @@
 // The dialogs that carry components into a library and back, as a script uses them.
 
-#include "builders/BuilderChannel.h"
+#include "snippets/SnippetChannel.h"
 
 namespace tessel {
 namespace {
 
-class SnippetsChannel : public test::BuilderChannel {
+class StoreChannel : public test::SnippetChannel {
  protected:
-  void Row(const std::string& grid, int row) {
-    Ask({{"do", "row"}, {"control", grid}, {"row", row}, {"col", 0}});
-  }
   void Tick(const std::string& grid, int row) {
     Ask({{"do", "edit"}, {"control", grid}, {"row", row}, {"col", 1}, {"text", "True"}});
   }
   void Stored(const std::string& name) {
-    Ask({{"do", "query"},
-         {"connection", "Marlow"},
-         {"sql",
-          "SELECT TitleObj, TextObj, NameObj, ClassObj FROM List WHERE NameObj = '" + name + "'"}});
+    Query("SELECT TitleObj, TextObj, NameObj, ClassObj FROM List WHERE NameObj = '" + name + "'");
   }
   /// Stores a module at the top of the main library.
   void StoreModule() {
@@ -27,7 +21,7 @@ class SnippetsChannel : public test::BuilderChannel {
     Open("Store to Snippets");
     Press("btmSelectAll");
     Press("btmNext");
-    Row("fgTreeNext", 0);
+    Row(0, "fgTreeNext");
     Press("btmNext");
   }
   /// The row whose first cell is `caption` in the reply to `form`.
@@ -41,7 +35,7 @@ class SnippetsChannel : public test::BuilderChannel {
   }
 };
 
-TEST_F(SnippetsChannel, AComponentGoesIntoTheLibraryAndComesBackUnderAnotherName) {
+TEST_F(StoreChannel, AComponentGoesIntoTheLibraryAndComesBackUnderAnotherName) {
   StoreModule();
   Stored("KeptModule");
   const Json stored = Play();
@@ -64,7 +58,7 @@ TEST_F(SnippetsChannel, AComponentGoesIntoTheLibraryAndComesBackUnderAnotherName
   EXPECT_EQ(text.at("text"), "Sub Kept()\r\nEnd Sub");
 }
 
-TEST_F(SnippetsChannel, TheWizardAsksForAFolder) {
+TEST_F(StoreChannel, TheWizardAsksForAFolder) {
   Connect();
   Project();
   Component(1, "KeptModule", "");
@@ -81,7 +75,7 @@ TEST_F(SnippetsChannel, TheWizardAsksForAFolder) {
   EXPECT_EQ(Control(form, "C1TFirstNext").at("index"), 1);
 }
 
-TEST_F(SnippetsChannel, AFailedExportIsReportedAndTheRestIsStored) {
+TEST_F(StoreChannel, AFailedExportIsReportedAndTheRestIsStored) {
   Connect();
   Project();
   Component(1, "First", "");
@@ -89,19 +83,19 @@ TEST_F(SnippetsChannel, AFailedExportIsReportedAndTheRestIsStored) {
   Open("Store to Snippets");
   Press("btmSelectAll");
   Press("btmNext");
-  Row("fgTreeNext", 0);
+  Row(0, "fgTreeNext");
   Fail("VBComponent.SaveAs");
   Press("btmNext");
-  const Json report = Play(true);
+  const Json report = Play(1);
   EXPECT_EQ(FormOf(report), "frmErrorMessage");
   Press("btnIgnore");
   Stored("Second");
-  const Json stored = Play(true);
+  const Json stored = Play(1);
   EXPECT_EQ(FormOf(stored), "");
   EXPECT_EQ(stored.at("rows").size(), 1U);
 }
 
-TEST_F(SnippetsChannel, OnlyOneOfTheDialogsOpens) {
+TEST_F(StoreChannel, OnlyOneOfTheDialogsOpens) {
   Connect();
   Project();
   Open("Insert Snippet");
