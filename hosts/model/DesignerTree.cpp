@@ -269,14 +269,19 @@ void DesignerTree::Rename(DesignerNode& node, StringView name) {
   Touched();
 }
 
-void DesignerTree::RenameFile(StringView name, StringView fresh) {
+void DesignerTree::RenameReferences(StringView file, StringView newFile) {
+  const String reference = u"\"" + String(file) + u"\":";
+  const auto rename = [&](DesignerNode& node) {
+    for (auto& item : node.Items) {
+      // Behind a text there is no colon, so that a text that says the same is none.
+      const std::size_t place = vb::InStr(item.Line, reference, vb::Compare::Text);
+      if (item.Child || place == 0 || item.Line.find(u'=') > place) continue;
+      item.Line.replace(place, file.size(), newFile);
+    }
+  };
   if (!root_) return;
-  const String from = u"\"" + String(name) + u"\":", to = u"\"" + String(fresh) + u"\":";
-  auto blocks = Controls();
-  blocks.push_back(root_.get());
-  for (DesignerNode* const node : blocks) {
-    for (DesignerNode::Item& item : node->Items) item.Line = vb::Replace(item.Line, from, to);
-  }
+  rename(*root_);
+  for (DesignerNode* const node : Controls()) rename(*node);
   Touched();
 }
 

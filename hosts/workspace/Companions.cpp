@@ -45,14 +45,16 @@ std::vector<Companion> CompanionsOf(std::string_view head, const fs::path& file,
 }
 
 std::vector<std::string> NamesBeside(const fs::path& target, const fs::path& file,
-                                     const std::vector<Companion>& companions, int codePage) {
+                                     const std::vector<Companion>& companions, int codePage,
+                                     Following following) {
   std::vector<std::string> names;
   for (const Companion& one : companions) {
     const fs::path plain = PlainName(one.Name, codePage);
     const auto likes = std::count_if(companions.begin(), companions.end(), [&](const auto& other) {
       return SameName(PlainName(other.Name, codePage).extension(), plain.extension());
     });
-    const bool follows = likes == 1 || SameName(plain.stem(), file.stem());
+    const bool follows =
+        (likes == 1 && following == Following::AndLoneOnes) || SameName(plain.stem(), file.stem());
     std::string name = one.Name;
     if (follows && !SameName(plain.stem(), target.stem())) {
       std::size_t at = 0;

@@ -20,12 +20,14 @@ struct Companion {
 /// names the one that can't be read.
 [[nodiscard]] std::vector<Companion> CompanionsOf(std::string_view head,
                                                   const std::filesystem::path& file, int codePage);
-/// The names that companions have beside `target`: one that is named by its component's file, or is
-/// the only one of its kind, takes the new name, another keeps its own.
+/// Which companions follow a component's file to another name: those of its name, or also one that
+/// is the only one of its kind.
+enum class Following { Namesakes, AndLoneOnes };
+/// The names that companions have beside `target`; one that doesn't follow keeps its own.
 [[nodiscard]] std::vector<std::string> NamesBeside(const std::filesystem::path& target,
                                                    const std::filesystem::path& file,
                                                    const std::vector<Companion>& companions,
-                                                   int codePage);
+                                                   int codePage, Following following);
 /// The head with another name of a companion.
 [[nodiscard]] std::string WithCompanion(std::string_view head, std::string_view name,
                                         std::string_view fresh);

@@ -6,6 +6,7 @@
 #include "hosts/model/Declarations.h"
 #include "hosts/model/Project.h"
 #include "hosts/model/Statements.h"
+#include "hosts/model/Vbe.h"
 #include "hosts/workspace/ByteLines.h"
 #include "hosts/workspace/CodePages.h"
 #include "hosts/workspace/ComponentKinds.h"
@@ -270,8 +271,10 @@ std::string ComponentFile::CodeBytes(const model::VBComponent& component) const 
   String text;
   text.reserve(bytes_.size() + bytes_.size() / 4);
   std::size_t lastEnd = 0;
+  bool lastIsEmpty = false;
   const auto add = [&](StringView line, model::LineEnd end) {
     text += line;
+    lastIsEmpty = line.empty();
     lastEnd = text.size();
     text += EndText(end);
   };
@@ -295,7 +298,8 @@ std::string ComponentFile::CodeBytes(const model::VBComponent& component) const 
     for (; open <= line; ++open) addHidden(open, false);
     open = 0;
   }
-  if (!endsLast_) text.resize(lastEnd);
+  // An empty line is nothing but its end.
+  if (!endsLast_ && !lastIsEmpty) text.resize(lastEnd);
   return EncodeOrFail(text, codeStart_ == 0 ? 1 : LineNumber(bytes_, codeStart_ - 1) + 1);
 }
 
@@ -328,6 +332,26 @@ void ComponentFile::Stored(model::VBComponent& component, std::string bytes) {
 
 namespace {
 
+/// Two components in one file would take it from each other.
+void CheckIsNoOthers(const model::VBComponent& component, const fs::path& path) {
+  const auto own = component.Project();
+  const auto vbe = own ? own->Environment() : nullptr;
+  if (!vbe) return;
+  const fs::path target = fs::weakly_canonical(path);
+  for (const auto& project : vbe->Projects().All()) {
+    for (const auto& other : project->Components().All()) {
+      if (other.get() == &component || !other->Storage()) continue;
+      const String file = other->Storage()->FileName();
+      if (file.empty() || fs::weakly_canonical(PathOf(file)) != target) continue;
+      throw vb::Failure(vb::PathFileAccess,
+                        TextOf(path) + u": the component \"" + other->PlainName() +
+                            u"\" of the project \"" + project->PlainName() +
+                            u"\" is kept there; nothing was written",
+                        u"Tessel.workspace");
+    }
+  }
+}
+
 /// A file that is there already must hold the same.
 void PutCompanion(const fs::path& file, const std::string& bytes) {
   if (files::CreateFile(file, bytes) || files::ReadFile(file) == bytes) return;
@@ -344,30 +368,58 @@ std::vector<Companion> ComponentFile::CompanionsNow(std::string_view head) const
   return isNew_ ? carried_ : CompanionsOf(head, path_, codePage_);
 }
 
-void ComponentFile::SaveAs(model::VBComponent& component, StringView fileName) {
-  const fs::path path = PathOf(vb::Replace(fileName, u"\\", u"/"));
-  std::error_code error;
-  if (!isNew_ && fs::equivalent(path, path_, error)) return MoveTo(component, path);
+/// Where a companion lies beside another file of its component.
+fs::path ComponentFile::Beside(const fs::path& file, const std::string& name) const {
+  return ResolveNamed(file.parent_path(), name, codePage_);
+}
+
+/// The whole file as it stands under another name; its companions are written beside that.
+std::string ComponentFile::WriteBeside(model::VBComponent& component, const fs::path& file,
+                                       Following following) const {
   std::string head = HeadBytes(component);
   const auto companions = CompanionsNow(head);
-  const auto names = NamesBeside(path, path_, companions, codePage_);
+  const auto names = NamesBeside(file, path_, companions, codePage_, following);
   for (std::size_t at = 0; at < companions.size(); ++at) {
-    PutCompanion(ResolveNamed(path.parent_path(), names[at], codePage_), companions[at].Bytes);
     head = WithCompanion(head, companions[at].Name, names[at]);
   }
-  files::WriteFile(path, Around(head, component));
+  std::string bytes = Around(head, component);
+  for (std::size_t at = 0; at < companions.size(); ++at) {
+    const fs::path copy = Beside(file, names[at]);
+    if (fs::weakly_canonical(copy) == fs::weakly_canonical(companions[at].File)) continue;
+    PutCompanion(copy, companions[at].Bytes);
+  }
+  return bytes;
+}
+
+void ComponentFile::SaveAs(model::VBComponent& component, StringView fileName) {
+  const fs::path path = PathOf(vb::Replace(fileName, u"\\", u"/"));
+  if (!isNew_ && fs::weakly_canonical(path) == fs::weakly_canonical(path_)) {
+    return MoveTo(component, path);
+  }
+  if (fs::exists(path)) CheckIsNoOthers(component, path);
+  files::WriteFile(path, WriteBeside(component, path, Following::AndLoneOnes));
 }
 
 void ComponentFile::MoveTo(model::VBComponent& component, fs::path file) {
-  std::string bytes = Compose(component);
-  for (const Companion& one : CompanionsNow(HeadBytes(component))) {
-    const fs::path copy = file.parent_path() / one.File.filename();
-    if (fs::weakly_canonical(copy) != fs::weakly_canonical(one.File)) PutCompanion(copy, one.Bytes);
-  }
+  CheckIsNoOthers(component, file);
+  const auto companions = CompanionsNow(HeadBytes(component));
+  const auto names = NamesBeside(file, path_, companions, codePage_, Following::Namesakes);
+  std::string bytes = WriteBeside(component, file, Following::Namesakes);
   files::RemoveStrays(file.parent_path());
   files::WriteFile(file, bytes);
+  for (std::size_t at = 0; at < companions.size(); ++at) {
+    RenameCompanion(component, companions[at].Name, names[at]);
+  }
   path_ = std::move(file);
   Stored(component, std::move(bytes));
+}
+
+/// In the form as it is open; the bytes of its file are the caller's.
+void ComponentFile::RenameCompanion(const model::VBComponent& component, const std::string& name,
+                                    const std::string& fresh) const {
+  const auto& designer = component.OwnDesigner();
+  if (!designer || name == fresh) return;
+  designer->Tree().RenameReferences(Decode(name, codePage_), Decode(fresh, codePage_));
 }
 
 const std::string& ComponentFile::StoredBytes() const {
@@ -381,15 +433,13 @@ void ComponentFile::TakeOver() {
 }
 
 void ComponentFile::SetPath(model::VBComponent& component, fs::path path) {
-  const auto names = NamesBeside(path, path_, carried_, codePage_);
+  const auto names = NamesBeside(path, path_, carried_, codePage_, Following::AndLoneOnes);
   path_ = std::move(path);
   for (std::size_t at = 0; at < carried_.size(); ++at) {
     Companion& one = carried_[at];
-    if (const auto& designer = component.OwnDesigner(); designer && names[at] != one.Name) {
-      designer->Tree().RenameFile(Decode(one.Name, codePage_), Decode(names[at], codePage_));
-      one.Name = names[at];
-    }
-    one.File = ResolveNamed(path_.parent_path(), one.Name, codePage_);
+    RenameCompanion(component, one.Name, names[at]);
+    if (component.OwnDesigner()) one.Name = names[at];
+    one.File = Beside(path_, one.Name);
   }
 }
 

@@ -28,8 +28,9 @@ class ComponentFile : public model::ComponentStorage {
   /// Writes the component as it is now, and its companions beside it under the new name; its own
   /// file stays as it was, and the component stays there.
   void SaveAs(model::VBComponent& component, StringView fileName) override;
-  /// Writes the component to another file, which is its own from now on. Its companions go along
-  /// under their names.
+  /// Writes the component to another file, which is its own from now on. Its companions go along;
+  /// those of its name bear the new one. Fails, changing nothing, when another component is kept
+  /// there.
   void MoveTo(model::VBComponent& component, std::filesystem::path file);
   void Renamed(model::VBComponent& component) override;
 
@@ -83,6 +84,13 @@ class ComponentFile : public model::ComponentStorage {
   void FindHidden() const;
   [[nodiscard]] bool IsBlank() const { return isNew_ && bytes_.empty(); }
   [[nodiscard]] std::vector<Companion> CompanionsNow(std::string_view head) const;
+  [[nodiscard]] std::filesystem::path Beside(const std::filesystem::path& file,
+                                             const std::string& name) const;
+  [[nodiscard]] std::string WriteBeside(model::VBComponent& component,
+                                        const std::filesystem::path& file,
+                                        Following following) const;
+  void RenameCompanion(const model::VBComponent& component, const std::string& name,
+                       const std::string& fresh) const;
   [[noreturn]] void Fail(int line, StringView why) const;
 
   std::filesystem::path path_;

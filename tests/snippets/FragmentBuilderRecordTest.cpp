@@ -142,6 +142,12 @@ TEST_F(ManagerRecord, CodeIsShownInItsColours) {
   Code().SetSelStart(static_cast<int>(Code().Text().find(u"note")));
   Code().SetSelLength(1);
   EXPECT_EQ(Code().SelColor(), forms::Color{187} << 8U) << "green of the comments";
+  forms::user::Type(Code(), u"Public Function F(ByVal a As Long, Optional b As Long) As Long\r\n");
+  Press(&Manager::btmSave);
+  EXPECT_EQ(Code().Text(), u"Public Function F(ByVal a As Long, Optional b As Long) As Long\r\n");
+  Code().SetSelStart(0);
+  Code().SetSelLength(1);
+  EXPECT_EQ(Code().SelColor(), forms::Color{187} << 16U) << "blue of the keywords";
 }
 
 TEST_F(ManagerRecord, ARecordOfManyMegabytesIsShownAsItIs) {
@@ -230,6 +236,9 @@ TEST_F(ManagerRecord, TheWholeTextGoesIntoTheChosenComponent) {
   forms::user::Pick(Dialog->ComListObject, u"New Module");
   Press(&Manager::btmInsert);
   EXPECT_NE(Services.Text(u"NewModule").find(u"Sub B()\r\nEnd Sub"), String::npos);
+  EXPECT_EQ(Dialog->ComListObject.List(),
+            (std::vector<String>{u"Module1", u"Module2", u"NewModule", u"New Module"}));
+  EXPECT_EQ(Dialog->ComListObject.Text(), u"New Module");
 }
 
 // Each call of the host fails in turn, with every answer of the user.
@@ -243,14 +252,18 @@ TEST_F(ManagerRecord, WhateverCallFailsTheTextGoesInOnceAndTheDialogStays) {
   gErrorHandler->SetErrorHandlerActions(ActionMessageBox);
   const auto play = [&](forms::Button Manager::*button, std::size_t nth, MessageAnswer answer) {
     std::size_t calls = 0;
+    std::string failed;
     Desktop().Messages.clear();
     Desktop().Answers.assign(10, answer);
-    Services.Environment.SetOperationHook([&](std::string_view) {
-      if (++calls == nth) throw vb::Failure(7, u"no room");
+    Services.Environment.SetOperationHook([&](std::string_view call) {
+      if (++calls != nth) return;
+      failed = call;
+      throw vb::Failure(7, u"no room");
     });
     Press(button);
     Services.Environment.SetOperationHook({});
-    EXPECT_LE(Desktop().Messages.size(), 1U) << nth;
+    EXPECT_LE(Desktop().Messages.size(), 1U)
+        << nth << ", " << failed << ", " << static_cast<int>(answer) << ": " << Messages().back();
     EXPECT_TRUE(Dialog->Visible()) << nth;
     return calls;
   };
@@ -270,7 +283,7 @@ TEST_F(ManagerRecord, WhateverCallFailsTheTextGoesInOnceAndTheDialogStays) {
         const std::size_t first = text.find(u"Debug.Print 1");
         EXPECT_EQ(text.find(u"Debug.Print 1", first + 1), String::npos) << "twice, call " << nth;
         if (answer == MessageAnswer::Retry) {
-          EXPECT_NE(first, String::npos) << nth;
+          EXPECT_NE(first, String::npos) << nth << vb::ToUtf8(text);
         }
       }
     }
