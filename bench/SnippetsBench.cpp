@@ -6,6 +6,7 @@
 
 #include "snippets/CSQLTree.h"
 #include "snippets/SnippetDatabase.h"
+#include "snippets/SnippetFolder.h"
 #include "snippets/SnippetSearch.h"
 
 namespace {
@@ -127,6 +128,29 @@ void AddANode(benchmark::State& state) {
   }
 }
 BENCHMARK(AddANode)->Unit(benchmark::kMillisecond);
+
+/// A folder of snippet files, a hundred in each subfolder, into an empty library: linear.
+void ImportAFolder(benchmark::State& state) {
+  const test::TemporaryFolder folder;
+  for (int at = 0; at < state.range(0); ++at) {
+    folder.Write("in/" + std::to_string(at / 100) + "/" + std::to_string(at) + ".snippet",
+                 "Name: record " + std::to_string(at) + "\nText:\n    x = 1\n");
+  }
+  for (auto _ : state) {
+    state.PauseTiming();
+    test::WriteEmptyDatabase(folder.Path() / "library.mdb");
+    const auto tree = test::OpenTree(test::OpenDatabase(folder.Path() / "library.mdb"));
+    tree->Connection()->Execute(u"PRAGMA synchronous = 0");
+    state.ResumeTiming();
+    benchmark::DoNotOptimize(ImportSnippets(*tree, folder.Path() / "in", TopID));
+  }
+  state.SetComplexityN(state.range(0));
+}
+BENCHMARK(ImportAFolder)
+    ->RangeMultiplier(4)
+    ->Range(1000, 64000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity(benchmark::oN);
 
 /// 100,000 records of 1 KB in folders of 1,000; one in a thousand holds the word that is looked
 /// for.

@@ -144,7 +144,8 @@ Json SaveAs(Session& session, const Json& request) {
     Refuse(PathText(file) + ": the file exists");
   }
   if (request.contains("component")) {
-    session.Environment().Component(TextField(request, "component"))->SaveAs(file.u16string());
+    session.Environment().SaveComponentAs(
+        *session.Environment().Component(TextField(request, "component")), file);
     return FilesJson({file});
   }
   return FilesJson(session.Environment().SaveProjectAs(

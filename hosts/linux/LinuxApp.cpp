@@ -47,4 +47,6 @@ std::optional<int> LinuxApp::PlatformId(int) { return std::nullopt; }
 
 String LinuxApp::NativePath(StringView path) { return vb::Replace(path, u"\\", u"/"); }
 
+String LinuxApp::TemporaryFolder() { return temporary_.Path().u16string(); }
+
 }  // namespace tessel::linux_host

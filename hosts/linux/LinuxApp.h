@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "hosts/files/TemporaryFolder.h"
 #include "platform/App.h"
 
 namespace tessel::linux_host {
@@ -25,9 +26,11 @@ class LinuxApp : public platform::App {
   /// Nothing: this is another family of systems.
   [[nodiscard]] std::optional<int> PlatformId(int recordSize) override;
   [[nodiscard]] String NativePath(StringView path) override;
+  [[nodiscard]] String TemporaryFolder() override;
 
  private:
   String path_;
+  files::TemporaryFolder temporary_;
 };
 
 }  // namespace tessel::linux_host

@@ -10,4 +10,6 @@ String MemoryIdentity::NewGuid() {
 
 String MemoryApp::NativePath(StringView path) { return vb::Replace(path, u"\\", u"/"); }
 
+String MemoryApp::TemporaryFolder() { return temporary_.Path().u16string(); }
+
 }  // namespace tessel::memory

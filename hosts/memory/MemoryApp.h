@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "hosts/files/TemporaryFolder.h"
 #include "platform/App.h"
 #include "platform/Identity.h"
 
@@ -33,6 +34,10 @@ class MemoryApp : public platform::App {
   void LogEvent(StringView text, platform::LogEventType) override { EventLog.emplace_back(text); }
   [[nodiscard]] std::optional<int> PlatformId(int) override { return Platform; }
   [[nodiscard]] String NativePath(StringView path) override;
+  [[nodiscard]] String TemporaryFolder() override;
+
+ private:
+  files::TemporaryFolder temporary_;
 };
 
 }  // namespace tessel::memory

@@ -133,6 +133,8 @@ std::vector<std::shared_ptr<Window>> VBComponent::TakeWindows() {
 
 void VBComponent::SaveAs(StringView fileName) {
   (*hook_)("VBComponent.SaveAs");
+  const auto project = project_.lock();
+  if (!storage_ && project && project->Exporter) return project->Exporter(*this, fileName);
   if (!storage_) {
     throw vb::Failure(vb::PathFileAccess, u"This environment keeps no files: " + String(fileName),
                       u"VBIDE");

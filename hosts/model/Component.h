@@ -18,6 +18,7 @@ class ComponentStorage {
   virtual ~ComponentStorage() = default;
   /// Full native path, empty when it was never saved.
   [[nodiscard]] virtual String FileName() const = 0;
+  /// Writes the component elsewhere; where it is kept stays.
   virtual void SaveAs(VBComponent& component, StringView fileName) = 0;
   /// The component got another name.
   virtual void Renamed(VBComponent& component) = 0;

@@ -151,6 +151,7 @@ std::shared_ptr<host::VBProject> Environment::NewProject(StringView name,
                       u"VBIDE");
   }
   auto project = std::make_shared<VBProject>(vbe_->OwnHook(), vbe_, name, type);
+  ProjectMade(*project);
   vbe_->Projects().All().push_back(project);
   vbe_->OwnHook()->Tell(&Observer::ProjectsChanged);
   vbe_->Activate(project);

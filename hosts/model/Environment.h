@@ -84,6 +84,9 @@ class Environment {
   [[nodiscard]] CallsOf WhoseCalls(CallsOf::Caller caller) const;
 
  protected:
+  /// A project without files was made; nobody has heard of it yet.
+  virtual void ProjectMade(VBProject&) {}
+
   std::shared_ptr<Vbe> vbe_;
 
  private:

@@ -74,6 +74,8 @@ class VBProject : public host::VBProject, public std::enable_shared_from_this<VB
   std::function<void(const std::shared_ptr<VBComponent>&)> OnAdded, OnRemoved;
   /// Loads a component file; empty without files.
   std::function<std::shared_ptr<VBComponent>(StringView fileName)> Importer;
+  /// Writes a component that has no storage yet to a file; empty without files.
+  std::function<void(VBComponent&, StringView fileName)> Exporter;
   /// The code page of its files, both ways; empty for the default.
   std::function<String(std::string_view)> Decoder;
   std::function<std::optional<std::string>(StringView, std::size_t&)> Encoder;

@@ -231,16 +231,16 @@ std::string ComponentFile::EncodeOrFail(StringView text, int firstLine) const {
 
 std::string ComponentFile::HeadBytes(const model::VBComponent& component) const {
   const auto& designer = component.OwnDesigner();
-  if (designer && (isNew_ || designer->Tree().IsModified())) {
+  if (designer && (IsBlank() || designer->Tree().IsModified())) {
     return EncodeOrFail(designer->Tree().Text(), 1);
   }
-  return isNew_ ? EncodeOrFail(newHead_, 1) : std::string(Part(bom_, headEnd_));
+  return IsBlank() ? EncodeOrFail(newHead_, 1) : std::string(Part(bom_, headEnd_));
 }
 
 /// The attribute lines, with a new name where there is one.
 std::string ComponentFile::AttributeBytes() const {
   std::string attributes =
-      isNew_ ? EncodeOrFail(newAttributes_, 1) : std::string(Part(headEnd_, codeStart_));
+      IsBlank() ? EncodeOrFail(newAttributes_, 1) : std::string(Part(headEnd_, codeStart_));
   if (newName_.empty()) return attributes;
   std::string result;
   bool named = false;
@@ -264,7 +264,7 @@ std::string ComponentFile::AttributeBytes() const {
 }
 
 std::string ComponentFile::CodeBytes(const model::VBComponent& component) const {
-  if (!component.Module() || (!isNew_ && !component.Module()->IsModified())) {
+  if (!component.Module() || (!IsBlank() && !component.Module()->IsModified())) {
     return std::string(Part(codeStart_, codeEnd_));
   }
   const model::LineBuffer& lines = component.Module()->SettledBuffer();
@@ -304,9 +304,14 @@ std::string ComponentFile::CodeBytes(const model::VBComponent& component) const 
 }
 
 std::string ComponentFile::Compose(const model::VBComponent& component) const {
-  if (!IsModified(component)) return bytes_;
-  return std::string(Part(0, bom_)) + HeadBytes(component) + AttributeBytes() +
-         CodeBytes(component) + std::string(Part(codeEnd_, bytes_.size()));
+  return IsModified(component) ? Around(HeadBytes(component), component) : bytes_;
+}
+
+/// The whole file with this head.
+std::string ComponentFile::Around(const std::string& head,
+                                  const model::VBComponent& component) const {
+  return std::string(Part(0, bom_)) + head + AttributeBytes() + CodeBytes(component) +
+         std::string(Part(codeEnd_, bytes_.size()));
 }
 
 void ComponentFile::Stored(model::VBComponent& component, std::string bytes) {
@@ -314,6 +319,7 @@ void ComponentFile::Stored(model::VBComponent& component, std::string bytes) {
   bytes_ = std::move(bytes);
   seen_.reset();
   isNew_ = false;
+  carried_.clear();
   newName_.clear();
   newHead_.clear();
   newAttributes_.clear();
@@ -346,76 +352,95 @@ void CheckIsNoOthers(const model::VBComponent& component, const fs::path& path) 
   }
 }
 
-void CopyCompanion(const fs::path& file, const fs::path& copy) {
-  if (fs::weakly_canonical(copy) == fs::weakly_canonical(file)) return;
-  const std::string bytes = files::ReadFile(file);
-  if (!files::CreateFile(copy, bytes) && files::ReadFile(copy) != bytes) {
-    throw vb::Failure(vb::PathFileAccess,
-                      TextOf(copy) +
-                          u": another file of this name is there already, and the "
-                          u"component's pictures would have to stand in it",
-                      u"Tessel.workspace");
-  }
+/// A file that is there already must hold the same.
+void PutCompanion(const fs::path& file, const std::string& bytes) {
+  if (files::CreateFile(file, bytes) || files::ReadFile(file) == bytes) return;
+  throw vb::Failure(vb::PathFileAccess,
+                    TextOf(file) +
+                        u": another file of this name is there already, and the "
+                        u"component's pictures would have to stand in it",
+                    u"Tessel.workspace");
 }
 
 }  // namespace
 
-/// A form finds its pictures beside its new file; those that bear its name bear its new one.
-void ComponentFile::SaveAs(model::VBComponent& component, StringView fileName) {
-  fs::path path = PathOf(vb::Replace(fileName, u"\\", u"/"));
-  if (fs::weakly_canonical(path) != fs::weakly_canonical(path_)) CheckIsNoOthers(component, path);
-  const auto companions = Companions(path);
-  const auto tree = component.OwnDesigner() ? &component.OwnDesigner()->Tree() : nullptr;
-  const bool modified = tree != nullptr && tree->IsModified();
-  const auto name = [&](const std::string& from, const std::string& to) {
-    if (tree != nullptr && from != to) {
-      tree->RenameReferences(Decode(from, codePage_), Decode(to, codePage_));
-    }
-  };
-  const auto written = [](const Companion& one) { return one.Copy.filename().string(); };
-  try {
-    for (const Companion& one : companions) name(one.Written, written(one));
-    std::string bytes = Compose(component);
-    for (const Companion& one : companions) CopyCompanion(one.File, one.Copy);
-    files::RemoveStrays(path.parent_path());
-    files::WriteFile(path, bytes);
-    path_ = std::move(path);
-    Stored(component, std::move(bytes));
-  } catch (...) {
-    for (const Companion& one : companions) name(written(one), one.Written);
-    if (tree != nullptr) tree->SetModified(modified);
-    throw;
-  }
+std::vector<Companion> ComponentFile::CompanionsNow(std::string_view head) const {
+  return isNew_ ? carried_ : CompanionsOf(head, path_, codePage_);
 }
 
-/// What the head draws from ("Form1.frx":0000), for a file of another name.
-std::vector<ComponentFile::Companion> ComponentFile::Companions(const fs::path& newPath) const {
-  std::vector<Companion> found;
-  const std::string_view head = Part(bom_, headEnd_);
-  for (std::size_t at = 0; at < head.size();) {
-    const std::size_t next = NextLine(head, at);
-    const std::string_view line = Trimmed(head.substr(at, next - at));
-    at = next;
-    const std::size_t end = line.rfind("\":");
-    const std::size_t start = end == std::string_view::npos ? end : line.rfind('"', end - 1);
-    if (start == std::string_view::npos || line.find('=') > start) continue;
-    Companion one{std::string(line.substr(start + 1, end - start - 1)), {}, {}};
-    one.File = ResolveNamed(path_.parent_path(), one.Written, codePage_);
-    if (!fs::is_regular_file(one.File) ||
-        std::any_of(found.begin(), found.end(),
-                    [&](const Companion& other) { return other.File == one.File; })) {
-      continue;
-    }
-    const bool own = vb::SameText(TextOf(one.File.stem()), TextOf(path_.stem())) &&
-                     newPath.stem() != path_.stem();
-    one.Copy = newPath.parent_path() / one.File.filename();
-    if (own) {
-      one.Copy = newPath.parent_path() / newPath.stem();
-      one.Copy += one.File.extension();
-    }
-    found.push_back(std::move(one));
+/// Where a companion lies beside another file of its component.
+fs::path ComponentFile::Beside(const fs::path& file, const std::string& name) const {
+  return ResolveNamed(file.parent_path(), name, codePage_);
+}
+
+/// The whole file as it stands under another name; its companions are written beside that.
+std::string ComponentFile::WriteBeside(model::VBComponent& component, const fs::path& file,
+                                       Following following) const {
+  std::string head = HeadBytes(component);
+  const auto companions = CompanionsNow(head);
+  const auto names = NamesBeside(file, path_, companions, codePage_, following);
+  for (std::size_t at = 0; at < companions.size(); ++at) {
+    head = WithCompanion(head, companions[at].Name, names[at]);
   }
-  return found;
+  std::string bytes = Around(head, component);
+  for (std::size_t at = 0; at < companions.size(); ++at) {
+    const fs::path copy = Beside(file, names[at]);
+    if (fs::weakly_canonical(copy) == fs::weakly_canonical(companions[at].File)) continue;
+    PutCompanion(copy, companions[at].Bytes);
+  }
+  return bytes;
+}
+
+void ComponentFile::SaveAs(model::VBComponent& component, StringView fileName) {
+  const fs::path path = PathOf(vb::Replace(fileName, u"\\", u"/"));
+  if (!isNew_ && fs::weakly_canonical(path) == fs::weakly_canonical(path_)) {
+    return MoveTo(component, path);
+  }
+  if (fs::exists(path)) CheckIsNoOthers(component, path);
+  files::WriteFile(path, WriteBeside(component, path, Following::AndLoneOnes));
+}
+
+void ComponentFile::MoveTo(model::VBComponent& component, fs::path file) {
+  CheckIsNoOthers(component, file);
+  const auto companions = CompanionsNow(HeadBytes(component));
+  const auto names = NamesBeside(file, path_, companions, codePage_, Following::Namesakes);
+  std::string bytes = WriteBeside(component, file, Following::Namesakes);
+  files::RemoveStrays(file.parent_path());
+  files::WriteFile(file, bytes);
+  for (std::size_t at = 0; at < companions.size(); ++at) {
+    RenameCompanion(component, companions[at].Name, names[at]);
+  }
+  path_ = std::move(file);
+  Stored(component, std::move(bytes));
+}
+
+/// In the form as it is open; the bytes of its file are the caller's.
+void ComponentFile::RenameCompanion(const model::VBComponent& component, const std::string& name,
+                                    const std::string& fresh) const {
+  const auto& designer = component.OwnDesigner();
+  if (!designer || name == fresh) return;
+  designer->Tree().RenameReferences(Decode(name, codePage_), Decode(fresh, codePage_));
+}
+
+const std::string& ComponentFile::StoredBytes() const {
+  static const std::string nothing;
+  return isNew_ ? nothing : bytes_;
+}
+
+void ComponentFile::TakeOver() {
+  carried_ = CompanionsOf(Part(bom_, headEnd_), path_, codePage_);
+  isNew_ = true;
+}
+
+void ComponentFile::SetPath(model::VBComponent& component, fs::path path) {
+  const auto names = NamesBeside(path, path_, carried_, codePage_, Following::AndLoneOnes);
+  path_ = std::move(path);
+  for (std::size_t at = 0; at < carried_.size(); ++at) {
+    Companion& one = carried_[at];
+    RenameCompanion(component, one.Name, names[at]);
+    if (component.OwnDesigner()) one.Name = names[at];
+    one.File = Beside(path_, one.Name);
+  }
 }
 
 void ComponentFile::Renamed(model::VBComponent& component) {

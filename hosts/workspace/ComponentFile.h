@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "hosts/model/Component.h"
+#include "hosts/workspace/Companions.h"
 
 namespace tessel::workspace {
 
@@ -24,13 +25,25 @@ class ComponentFile : public model::ComponentStorage {
 
   /// Native path.
   [[nodiscard]] String FileName() const override;
+  /// Writes the component as it is now, and its companions beside it under the new name; its own
+  /// file stays as it was, and the component stays there.
   void SaveAs(model::VBComponent& component, StringView fileName) override;
+  /// Writes the component to another file, which is its own from now on. Its companions go along;
+  /// those of its name bear the new one. Fails, changing nothing, when another component is kept
+  /// there.
+  void MoveTo(model::VBComponent& component, std::filesystem::path file);
   void Renamed(model::VBComponent& component) override;
 
   [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
-  void SetPath(std::filesystem::path path) { path_ = std::move(path); }
+  /// Where a new component will be written; companions that it carries follow its name.
+  void SetPath(model::VBComponent& component, std::filesystem::path path);
   /// The file as it is stored; empty for one that was never written.
-  [[nodiscard]] const std::string& StoredBytes() const { return bytes_; }
+  [[nodiscard]] const std::string& StoredBytes() const;
+  /// From now on the component has no file of its own: what was read, companions included, waits
+  /// for the user's save.
+  void TakeOver();
+  /// The companions that wait with it.
+  [[nodiscard]] const std::vector<Companion>& Carried() const { return carried_; }
   /// The bytes that the file is known to have on the disk: those that were read or written last, or
   /// those of another program that the user has seen and will overwrite. Nothing: there is no file.
   [[nodiscard]] std::optional<std::string> KnownBytes() const { return seen_.value_or(bytes_); }
@@ -63,21 +76,26 @@ class ComponentFile : public model::ComponentStorage {
   void FindHeadEnd();
   [[nodiscard]] std::string_view Part(std::size_t from, std::size_t to) const;
   [[nodiscard]] std::string HeadBytes(const model::VBComponent& component) const;
+  [[nodiscard]] std::string Around(const std::string& head,
+                                   const model::VBComponent& component) const;
   [[nodiscard]] std::string AttributeBytes() const;
   [[nodiscard]] std::string CodeBytes(const model::VBComponent& component) const;
   [[nodiscard]] std::string EncodeOrFail(StringView text, int firstLine) const;
   void FindHidden() const;
-  /// A file beside this one that the head draws pictures and texts from.
-  struct Companion {
-    std::string Written;  ///< as the head names it
-    std::filesystem::path File;
-    std::filesystem::path Copy;  ///< where one for another file of the component has to lie
-  };
-  [[nodiscard]] std::vector<Companion> Companions(const std::filesystem::path& newPath) const;
+  [[nodiscard]] bool IsBlank() const { return isNew_ && bytes_.empty(); }
+  [[nodiscard]] std::vector<Companion> CompanionsNow(std::string_view head) const;
+  [[nodiscard]] std::filesystem::path Beside(const std::filesystem::path& file,
+                                             const std::string& name) const;
+  [[nodiscard]] std::string WriteBeside(model::VBComponent& component,
+                                        const std::filesystem::path& file,
+                                        Following following) const;
+  void RenameCompanion(const model::VBComponent& component, const std::string& name,
+                       const std::string& fresh) const;
   [[noreturn]] void Fail(int line, StringView why) const;
 
   std::filesystem::path path_;
   std::string bytes_;
+  std::vector<Companion> carried_;
   std::optional<std::optional<std::string>> seen_;
   std::size_t bom_ = 0, headEnd_ = 0, codeStart_ = 0, codeEnd_ = 0;
   host::vbext_ComponentType type_ = host::vbext_ct_StdModule;

@@ -5,6 +5,7 @@
 #include "hosts/files/AtomicFile.h"
 #include "hosts/workspace/CodePages.h"
 #include "hosts/workspace/ComponentKinds.h"
+#include "hosts/workspace/Import.h"
 #include "hosts/workspace/Paths.h"
 
 namespace tessel::workspace {
@@ -40,20 +41,6 @@ int GuessFor(const std::vector<FilePtr>& files, std::string_view more) {
   return GuessCodePage(bytes);
 }
 
-/// Makes the component of a file. Its head is read now, its code when somebody asks for it.
-ComponentPtr MakeComponent(const model::Hook& hook,
-                           const std::shared_ptr<model::VBProject>& project, const FilePtr& file) {
-  auto component = std::make_shared<model::VBComponent>(hook, project, file->Type(), file->Name());
-  component->AddModule([file] { return file->LoadCode(); });
-  try {
-    if (auto tree = file->LoadDesigner()) component->AddDesigner(std::move(tree));
-  } catch (const vb::Failure& failure) {
-    Fail(file->Path(), failure.Description());
-  }
-  component->SetStorage(file);
-  return component;
-}
-
 /// The file's own name for a component without one: "Module1.bas".
 fs::path PlainPath(const fs::path& folder, const model::VBComponent& component,
                    StringView more = {}) {
@@ -67,6 +54,9 @@ bool IsTaken(const fs::path& file) {
   std::error_code error;
   return fs::exists(ResolvePath(file.parent_path(), file.filename()), error);
 }
+
+/// Names that are tried before a clash of companions is left to the save.
+constexpr int MostTried = 100;
 
 bool IsForm(const model::VBComponent& component) {
   return component.PlainType() == host::vbext_ct_VBForm ||
@@ -205,13 +195,24 @@ std::shared_ptr<LoadedProject> LoadedProject::Found(
   loaded->file_ = std::make_unique<ProjectFile>(path, text);
   loaded->file_->Stored({});
   const auto& components = project->Components().All();
+  const auto isHomeless = [](const ComponentPtr& component) {
+    const FilePtr file = FileOf(*component);
+    return !component->Storage() || (file && file->IsNew());
+  };
   for (const auto& component : components) {
+    if (!isHomeless(component)) continue;
     const fs::path file = PlainPath(path.parent_path(), *component);
     if (IsTaken(file)) Fail(file, u"the file exists already");
   }
   for (const auto& component : components) {
-    component->SetStorage(std::make_shared<ComponentFile>(PlainPath(path.parent_path(), *component),
-                                                          *component, loaded->codePage_));
+    if (!isHomeless(component)) continue;
+    fs::path file = PlainPath(path.parent_path(), *component);
+    if (const FilePtr imported = FileOf(*component)) {
+      imported->SetPath(*component, std::move(file));
+    } else {
+      component->SetStorage(
+          std::make_shared<ComponentFile>(std::move(file), *component, loaded->codePage_));
+    }
   }
   return loaded;
 }
@@ -242,7 +243,7 @@ void LoadedProject::Added(const ComponentPtr& component) {
     component->SetStorage(
         std::make_shared<ComponentFile>(FreePath(*component, {}), *component, codePage_));
   } else if (const FilePtr file = FileOf(*component); file && file->IsNew()) {
-    file->SetPath(FreePath(*component, {}));
+    file->SetPath(*component, FreePath(*component, {}));
   }
 }
 
@@ -283,22 +284,18 @@ void LoadedProject::FollowRemoved(const model::VBComponent& component, const Str
 }
 
 ComponentPtr LoadedProject::Import(StringView fileName) {
-  const fs::path path = fs::absolute(PathOf(vb::Replace(fileName, u"\\", u"/"))).lexically_normal();
-  const auto file = std::make_shared<ComponentFile>(path, files::ReadFile(path));
-  file->SetCodePage(isChosen_ ? codePage_ : GuessFor({file}, {}));
-  const auto component = MakeComponent(project_->OwnHook(), project_, file);
-  auto& components = project_->Components();
-  if (components.Find(component->PlainName())) {
-    component->PutName(components.FreeName(component->PlainName()));
-    file->Renamed(*component);
+  const auto component = ImportComponent(*project_, fileName, codePage_);
+  const FilePtr file = FileOf(*component);
+  if (file->IsNew()) {
+    file->SetPath(*component, FreePath(*component, {}));
+  } else if (file_) {
+    Follow(*component, *file_, entries_);
   }
-  components.Insert(component);
-  if (file_) Follow(*component, *file_, entries_);
   return component;
 }
 
 /// A place beside the project that no file has and no component is to get: "Module1.bas",
-/// "Module1_2.bas" ...
+/// "Module1_2.bas" ... Companions that wait with the component find room beside it.
 fs::path LoadedProject::FreePath(const model::VBComponent& component,
                                  const std::vector<PendingFile>& pending) const {
   const auto same = [](const fs::path& a, const fs::path& b) {
@@ -315,9 +312,22 @@ fs::path LoadedProject::FreePath(const model::VBComponent& component,
              return other.get() != &component && file && same(file->Path(), path);
            });
   };
+  const FilePtr own = FileOf(component);
+  const auto companionsFit = [&](const fs::path& path) {
+    if (!own) return true;
+    const auto names =
+        NamesBeside(path, own->Path(), own->Carried(), own->CodePage(), Following::AndLoneOnes);
+    for (std::size_t at = 0; at < names.size(); ++at) {
+      const auto there = files::PresentBytes(ResolveNamed(Folder(), names[at], own->CodePage()));
+      if (there && *there != own->Carried()[at].Bytes) return false;
+    }
+    return true;
+  };
   for (int number = 1;; ++number) {
     fs::path path = PlainPath(Folder(), component, number == 1 ? String() : u"_" + vb::Str(number));
-    if (!IsTaken(path) && !isMeant(path)) return path;
+    // What can't be renamed is told by the save.
+    const bool isLast = number > MostTried;
+    if (!IsTaken(path) && !isMeant(path) && (isLast || companionsFit(path))) return path;
   }
 }
 
@@ -365,16 +375,30 @@ void LoadedProject::CollectComponent(const ComponentPtr& component,
   if (file->IsNew() && !file_) {
     Fail(file->Path(), u"the project was never saved, so the component has no place");
   }
-  if (file->IsNew()) file->SetPath(FreePath(*component, pending));
+  if (file->IsNew()) file->SetPath(*component, FreePath(*component, pending));
   if (file_) Follow(*component, *file_, entries_);
   if (!file->IsModified(*component)) return;
   std::string bytes = file->Compose(*component);
   const bool isNew = file->IsNew();
   if (bytes == file->StoredBytes() && !isNew) return;
+  CollectCarried(*file, pending);
   auto before = isNew ? std::nullopt : file->KnownBytes();
   pending.push_back(
       {{file->Path(), std::move(before), std::move(bytes)},
        [file, component](const std::string& stored) { file->Stored(*component, stored); }});
+}
+
+/// The companions that wait with an imported component.
+void LoadedProject::CollectCarried(const ComponentFile& file, std::vector<PendingFile>& pending) {
+  for (const Companion& one : file.Carried()) {
+    const auto there = files::PresentBytes(one.File);
+    if (there && *there != one.Bytes) {
+      Fail(one.File,
+           u"another file of this name is there already, and the component's pictures "
+           u"would have to stand in it; nothing was written");
+    }
+    if (!there) pending.push_back({{one.File, std::nullopt, one.Bytes}, [](const auto&) {}});
+  }
 }
 
 std::optional<std::string> LoadedProject::KnownBytes() const {

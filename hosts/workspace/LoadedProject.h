@@ -94,6 +94,7 @@ class LoadedProject : public std::enable_shared_from_this<LoadedProject> {
   [[nodiscard]] std::string InCodePage(StringView text) const;
   void CollectComponent(const std::shared_ptr<model::VBComponent>& component,
                         std::vector<PendingFile>& pending);
+  static void CollectCarried(const ComponentFile& file, std::vector<PendingFile>& pending);
   void CollectFile(std::vector<PendingFile>& pending);
 
   std::filesystem::path folder_;

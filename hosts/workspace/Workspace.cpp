@@ -12,6 +12,7 @@
 #include "hosts/workspace/CodePages.h"
 #include "hosts/workspace/ComponentFile.h"
 #include "hosts/workspace/ComponentKinds.h"
+#include "hosts/workspace/Import.h"
 #include "hosts/workspace/OutsideChanges.h"
 #include "hosts/workspace/Paths.h"
 
@@ -19,6 +20,8 @@ namespace tessel::workspace {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr int DefaultCodePage = 1252;
 
 [[noreturn]] void Fail(const fs::path& file, StringView why) {
   throw vb::Failure(vb::InvalidCall, TextOf(file) + u": " + String(why), u"Tessel.workspace");
@@ -318,6 +321,25 @@ std::vector<fs::path> Workspace::SaveProjectAs(const std::shared_ptr<model::VBPr
   std::erase(projects_, known);
   projects_.push_back(open);
   return written;
+}
+
+bool Workspace::IsUnnamed(const model::VBProject& project) const { return !Find(&project); }
+
+void Workspace::SaveComponentAs(const host::VBComponent& component, const fs::path& file) {
+  const Kept kept = KeptOf(component);
+  kept.File->MoveTo(*kept.Component, fs::absolute(file).lexically_normal());
+}
+
+/// A project that was never saved takes components in and gives them out, too.
+void Workspace::ProjectMade(model::VBProject& project) {
+  const int codePage = options_.CodePage != 0 ? options_.CodePage : DefaultCodePage;
+  // The project holds these, so it is alive when they run.
+  project.Importer = [&project, codePage](StringView fileName) {
+    return ImportComponent(project, fileName, codePage);
+  };
+  project.Exporter = [codePage](model::VBComponent& component, StringView fileName) {
+    ComponentFile({}, component, codePage).SaveAs(component, fileName);
+  };
 }
 
 void Workspace::Close(const std::shared_ptr<model::VBProject>& project) {

@@ -68,6 +68,11 @@ class Workspace : public model::Environment {
   /// writes them all. Fails, changing nothing, when it has a file or one of the files exists.
   std::vector<std::filesystem::path> SaveProjectAs(const std::shared_ptr<model::VBProject>& project,
                                                    const std::filesystem::path& file);
+  /// Whether a project was never saved, so that a save must name its file.
+  [[nodiscard]] bool IsUnnamed(const model::VBProject& project) const;
+  /// Writes a component to another file, which is its own from now on; the project's line follows
+  /// with the next save. Fails with a vb::Failure that names the file, and the component stays.
+  void SaveComponentAs(const host::VBComponent& component, const std::filesystem::path& file);
   /// Closes a project; what wasn't saved is lost.
   void Close(const std::shared_ptr<model::VBProject>& project);
   /// Takes a component from its file again; its changes are lost.
@@ -84,6 +89,9 @@ class Workspace : public model::Environment {
   [[nodiscard]] std::string StoredBytes(const host::VBComponent& component) const;
   /// Line of the stored file (from 1) where a line of the component's code module stands.
   [[nodiscard]] int FileLine(const host::VBComponent& component, int codeLine) const;
+
+ protected:
+  void ProjectMade(model::VBProject& project) override;
 
  private:
   using ProjectPtr = std::shared_ptr<LoadedProject>;

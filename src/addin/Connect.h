@@ -23,6 +23,8 @@
 #include "host/VBE.h"
 #include "settingsdialog/frmSettings.h"
 #include "snippets/frmFragmentBuilder.h"
+#include "snippets/frmGetFromVbCode.h"
+#include "snippets/frmStoreToVbCode.h"
 #include "watchers/cMDIClient.h"
 #include "watchers/cWinProperties.h"
 
@@ -84,6 +86,10 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   void HideEditErrorHandlerScheme();
   void ShowInsertErrorHandlerCode();
   void HideInsertErrorHandlerCode() override;
+  void ShowGetFromVbCode();
+  void HideGetFromVbCode() override;
+  void ShowStoreToVbCode();
+  void HideStoreToVbCode() override;
   void ShowRemoveErrorHandlerCode();
   void HideRemoveErrorHandlerCode() override;
 
@@ -111,6 +117,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
 
   /// The bar's button for enums, which lets the Explorer follow at once.
   void MenuFastCreadeDeclareEnum_Click();
+  /// The same for the insertion of snippets.
+  void MenuFastGetFromVbCode_Click();
 
   /// Runs one of the handlers that no control is hooked to; false when none has that name.
   bool RunUnhooked(StringView handler);
@@ -248,6 +256,8 @@ class Connect : public IConnect, public std::enable_shared_from_this<Connect> {
   std::shared_ptr<frmAbout> About;
   std::shared_ptr<frmErrorHandlerScheme> EditErrorHandlerScheme;
   std::shared_ptr<frmInsertErrorHandlerCode> InsertErrorHandlerCode;
+  std::shared_ptr<frmGetFromVbCode> GetFromVbCode;
+  std::shared_ptr<frmStoreToVbCode> StoreToVbCode;
   std::shared_ptr<frmRemoveErrorHandlerCode> RemoveErrorHandlerCode;
 
   std::shared_ptr<frmAddControl> AddControl;

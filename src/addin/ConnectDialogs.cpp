@@ -130,6 +130,23 @@ void Connect::HideInsertErrorHandlerCode() {
   HideDialog(u"Connect.HideInsertErrorHandlerCode", InsertErrorHandlerCode, Refresh::Once);
 }
 
+void Connect::ShowGetFromVbCode() {
+  ShowGuarded(u"Connect.ShowGetFromVbCode", GetFromVbCode, ShowStyle::Modal);
+}
+
+void Connect::HideGetFromVbCode() { HideDialog(u"Connect.HideGetFromVbCode", GetFromVbCode, true); }
+
+void Connect::MenuFastGetFromVbCode_Click() {
+  ShowGetFromVbCode();
+  RefreshTreeExplorer(true);
+}
+
+void Connect::ShowStoreToVbCode() {
+  ShowGuarded(u"Connect.ShowStoreToVbCode", StoreToVbCode, ShowStyle::Modal);
+}
+
+void Connect::HideStoreToVbCode() { HideDialog(u"Connect.HideStoreToVbCode", StoreToVbCode, true); }
+
 void Connect::ShowRemoveErrorHandlerCode() {
   ShowGuarded(u"Connect.ShowRemoveErrorHandlerCode", RemoveErrorHandlerCode, ShowStyle::Modal,
               handlersRun_);

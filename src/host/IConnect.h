@@ -43,6 +43,8 @@ class IConnect {
   /// back when it is closed. The guard against a second dialog doesn't hold it off.
   virtual void ShowSettings(StringView pageName) = 0;
   virtual void HideInsertErrorHandlerCode() = 0;
+  virtual void HideGetFromVbCode() = 0;
+  virtual void HideStoreToVbCode() = 0;
   virtual void HideRemoveErrorHandlerCode() = 0;
 };
 

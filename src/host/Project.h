@@ -30,6 +30,7 @@ class VBComponent {
   [[nodiscard]] virtual std::shared_ptr<host::Properties> Properties() = 0;
   /// Brings the component's window forward.
   virtual void Activate() = 0;
+  /// Writes the component, and its companion beside it; the component's own file stays as it was.
   virtual void SaveAs(StringView fileName) = 0;
   /// The component's files: its own, then the companion; empty when it was never saved.
   [[nodiscard]] virtual String FileName() = 0;

@@ -28,6 +28,9 @@ class App {
   [[nodiscard]] virtual std::optional<int> PlatformId(int recordSize) = 0;
   /// A path of the system ("\" between folders) in the form that this machine's files have.
   [[nodiscard]] virtual String NativePath(StringView path) = 0;
+  /// Native path of the folder for temporary files, which no other process uses; empty when there
+  /// can be none. It goes with the program.
+  [[nodiscard]] virtual String TemporaryFolder() = 0;
 };
 
 }  // namespace tessel::platform

@@ -97,9 +97,9 @@ int CheckVBAorVBForm(StringView text) {
 }
 
 String GetTempFolder() {
-  std::error_code error;
-  const fs::path system = fs::temp_directory_path(error);
-  String folder = error ? platform::Current().App().Path() : system.u16string();
+  platform::App& app = platform::Current().App();
+  String folder = app.TemporaryFolder();
+  if (folder.empty()) folder = app.Path();
   if (folder.empty() || (folder.back() != u'\\' && folder.back() != u'/')) folder += u'\\';
   const vb::Date now = platform::Current().Clock().Now();
   return folder + u"TempVB6\\" + vb::Str(now.Year) + TwoDigits(now.Month) + TwoDigits(now.Day) +

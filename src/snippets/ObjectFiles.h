@@ -27,7 +27,7 @@ void PutFile(StringView path, StringView text,
 /// 0 for the head of a form of this environment, 2 for that of its MDI form, 1 for any other.
 [[nodiscard]] int CheckVBAorVBForm(StringView text);
 
-/// Name of a new folder below the system's folder for temporary files, by date and time; it isn't
+/// Name of a new folder below the program's folder for temporary files, by date and time; it isn't
 /// made.
 [[nodiscard]] String GetTempFolder();
 /// Makes each missing level.

@@ -6,6 +6,7 @@
 #include "platform/Platform.h"
 #include "snippets/SnippetFiles.h"
 #include "snippets/SnippetSearch.h"
+#include "snippets/TreeBatch.h"
 #include "store/Recordset.h"
 #include "vb/Failure.h"
 
@@ -157,15 +158,15 @@ std::int32_t Added(CSQLTree& tree, StringView name, std::int32_t parent, std::in
 
 class Importer {
  public:
-  explicit Importer(CSQLTree& tree) : tree_(tree) {}
+  explicit Importer(CSQLTree& tree) : tree_(tree), batch_(tree.Connection()) {}
 
   void Enter(const std::vector<SnippetFileNode>& nodes, std::int32_t parent, const String& path) {
     // New folders enter at the front: the last one goes first.
     std::vector<std::int32_t> folders(nodes.size());
     for (std::size_t at = nodes.size(); at-- > 0;) {
       if (nodes[at].Record) continue;
-      folders[at] = ChildNamed(tree_, parent, nodes[at].Name, true);
-      if (folders[at] == 0) folders[at] = Added(tree_, nodes[at].Name, parent, FolderKind);
+      folders[at] = batch_.Child(parent, nodes[at].Name, FolderKind);
+      if (folders[at] == 0) folders[at] = batch_.Add(nodes[at].Name, parent, FolderKind);
     }
     for (std::size_t at = 0; at < nodes.size(); ++at) {
       const String own = path + nodes[at].Name;
@@ -177,18 +178,20 @@ class Importer {
     }
   }
 
+  void Finish() { batch_.WriteNumbers(); }
+
   std::vector<ImportedSnippet> Done;
 
  private:
   void EnterRecord(const NamedFragment& record, std::int32_t parent, const String& path) {
-    std::int32_t id = ChildNamed(tree_, parent, record.Name, false);
+    std::int32_t id = batch_.Child(parent, record.Name, RecordKind);
     // Of two records of one name in the folder the second is no newer text of the first.
     if (id != 0 && !entered_.insert(id).second) id = 0;
     const bool known = id != 0;
     if (known) {
       tree_.Connection()->Execute(u"DELETE FROM List WHERE Id = " + vb::Str(id));
     } else {
-      id = Added(tree_, record.Name, parent, RecordKind);
+      id = batch_.Add(record.Name, parent, RecordKind);
       entered_.insert(id);
     }
     tree_.UpdateListFragment(id, record.Fragment);
@@ -196,6 +199,7 @@ class Importer {
   }
 
   CSQLTree& tree_;
+  TreeBatch batch_;
   std::set<std::int32_t> entered_;
 };
 
@@ -208,9 +212,10 @@ std::vector<fs::path> ExportSnippets(CSQLTree& tree, const fs::path& folder) {
 std::vector<ImportedSnippet> ImportSnippets(CSQLTree& tree, const fs::path& folder,
                                             std::int32_t parent) {
   const auto nodes = ReadSnippetFiles(folder);
-  Importer importer(tree);
   store::Transaction transaction(*tree.Connection());
+  Importer importer(tree);
   importer.Enter(nodes, parent, u"");
+  importer.Finish();
   transaction.Commit();
   return std::move(importer.Done);
 }

@@ -194,8 +194,8 @@ TEST_F(AddIn, TheBarHoldsEveryCommandInItsPlace) {
   EXPECT_EQ(vb::ToUtf8(Dump(*Bar()->Controls(), u"")),
             R"(Project Explorer #105
 |Snippet Manager #106
-Insert Snippet #107 -
-Store to Snippets #108 -
+Insert Snippet #107
+Store to Snippets #108
 |Procedure Builder #104
 Property Builder #103
 Collection Builder #102
@@ -206,8 +206,8 @@ Remove Error Handler Code #110
 |Tessel
   Project Explorer #105 (ProjectExplorer)
   |Snippet Manager #106 (FragmentBuilder)
-  Insert Snippet #107 (GetFromVbCode) -
-  Store to Snippets #108 (StoreToVbCode) -
+  Insert Snippet #107 (GetFromVbCode)
+  Store to Snippets #108 (StoreToVbCode)
   |Procedure Builder #104 (ProcedureBuilder)
   Property Builder #103 (PropertyBuilder)
   Collection Builder #102 (CollectionBuilder)
@@ -531,7 +531,6 @@ TEST_F(AddIn, WhileANamingDialogIsUpTwoTemplatesStayEnabled) {
   EXPECT_TRUE(Item({u"Modifiers", u"Skip"})->Enabled());
   connect_->SetWindowsFormFennick(false);
   EXPECT_TRUE(Item({u"Code Formatter"})->Enabled());
-  EXPECT_FALSE(Item({u"Store to Snippets"})->Enabled()) << "its dialog is not part of the program";
 }
 
 TEST_F(AddIn, HelpShowsTheStartPage) {

@@ -109,6 +109,34 @@ TEST_F(Library, AnImportWithABadFileChangesNothing) {
   EXPECT_EQ(Contents(*tree_), before);
 }
 
+TEST_F(Library, AnImportPlacesFoldersFirstAndRecordsLastBesideWhatIsThere) {
+  tree_->AddNode(u"Old", 1, 0, 0, FolderKind);
+  Record(*tree_, 1, u"old", u"0");
+  for (const char* const name : {"A/one", "B/two", "old/three"}) {
+    folder_.Write("in/" + std::string(name) + ".snippet", "Name: x\nText:\n    1\n");
+  }
+  folder_.Write("in/new.snippet", "Name: new\nText:\n    2\n");
+  ImportSnippets(*tree_, folder_.Path() / "in", 1);
+  EXPECT_EQ(Contents(*tree_),
+            (std::vector<std::string>{"A/", "A/x=1\r\n", "B/", "B/x=1\r\n", "Old/", "Old/x=1\r\n",
+                                      "old=0", "new=2\r\n"}));
+  EXPECT_EQ(test::Unsound(test::RowsOf(tree_->Connection())), "");
+}
+
+TEST_F(Library, AnImportIntoADamagedTreeSaysSoAndChangesNothing) {
+  Record(*tree_, 1, u"a", u"1");
+  tree_->Connection()->Execute(u"UPDATE Tree SET rgt = 9 WHERE ID > 1");
+  const auto before = test::RowsOf(tree_->Connection());
+  folder_.Write("in/new.snippet", "Name: new\nText:\n    2\n");
+  try {
+    ImportSnippets(*tree_, folder_.Path() / "in", 1);
+    FAIL();
+  } catch (const vb::Failure& failure) {
+    EXPECT_NE(failure.Description().find(u"tessel snippets check"), String::npos);
+  }
+  EXPECT_EQ(test::RowsOf(tree_->Connection()), before);
+}
+
 TEST_F(Library, FindsRecordsThatHoldEveryWordTheBestFirst) {
   const int folder = tree_->AddNode(u"Strings", 1, 0, 0, FolderKind);
   Record(*tree_, folder, u"Split", u"x = Split(a, b)", u"cuts");

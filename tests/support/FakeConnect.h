@@ -41,6 +41,8 @@ struct FakeConnect : IConnect {
   void HideFormatText() override {}
   void ShowSettings(StringView pageName) override { SettingsShown.emplace_back(pageName); }
   void HideInsertErrorHandlerCode() override {}
+  void HideGetFromVbCode() override {}
+  void HideStoreToVbCode() override {}
   void HideRemoveErrorHandlerCode() override {}
 };
 

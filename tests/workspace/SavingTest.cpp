@@ -151,7 +151,7 @@ TEST_F(Saving, SaveAsTakesTheEntryAndThePicturesAlong) {
   Workspace workspace(services_);
   workspace.Open(Project("Form=F.frm\r\n"));
   const auto component = workspace.Component(u"F");
-  component->SaveAs((folder_.Path() / "forms" / "Main.frm").u16string());
+  workspace.SaveComponentAs(*component, (folder_.Path() / "forms" / "Main.frm"));
   EXPECT_EQ(workspace.ChangedFiles(), std::vector{folder_.Path() / "P.vbp"});
   workspace.Save();
   EXPECT_EQ(folder_.Read("P.vbp"), "Type=Exe\r\nForm=forms\\Main.frm\r\nName=\"P\"\r\n");
@@ -159,7 +159,7 @@ TEST_F(Saving, SaveAsTakesTheEntryAndThePicturesAlong) {
   EXPECT_EQ(folder_.Read("forms/Main.frx"), "pictures");
   EXPECT_EQ(folder_.Read("F.frm"), form);
   // Under the same name they keep theirs.
-  component->SaveAs((folder_.Path() / "Main.frm").u16string());
+  workspace.SaveComponentAs(*component, (folder_.Path() / "Main.frm"));
   EXPECT_EQ(folder_.Read("Main.frm"), FormWith("Main.frx"));
   EXPECT_EQ(folder_.Read("Main.frx"), "pictures");
 }
@@ -169,7 +169,7 @@ TEST_F(Saving, PicturesUnderAnotherNameThanTheFormsKeepIt) {
   folder_.Write("shared.frx", "pictures");
   Workspace workspace(services_);
   workspace.Open(Project("Form=F.frm\r\n"));
-  workspace.Component(u"F")->SaveAs((folder_.Path() / "Main.frm").u16string());
+  workspace.SaveComponentAs(*workspace.Component(u"F"), (folder_.Path() / "Main.frm"));
   EXPECT_EQ(folder_.Read("Main.frm"), FormWith("shared.frx"));
   EXPECT_FALSE(fs::exists(folder_.Path() / "Main.frx"));
 }
@@ -181,7 +181,7 @@ TEST_F(Saving, ASaveAsThatFailsLeavesTheFormAsItWas) {
   Workspace workspace(services_);
   workspace.Open(Project("Form=F.frm\r\n"));
   const auto component = workspace.Component(u"F");
-  EXPECT_THROW(component->SaveAs((folder_.Path() / "Main.frm").u16string()), vb::Failure);
+  EXPECT_THROW(workspace.SaveComponentAs(*component, (folder_.Path() / "Main.frm")), vb::Failure);
   EXPECT_FALSE(workspace.IsModified(*component));
   EXPECT_EQ(workspace.Bytes(*component), FormWith("F.frx"));
   EXPECT_EQ(folder_.Read("Main.frx"), "of another form");
@@ -197,12 +197,12 @@ TEST_F(Saving, SaveAsOntoAnotherComponentsFileIsRefused) {
   const auto component = workspace.Component(u"M");
   for (const char* name : {"N.bas", "link.bas"}) {
     const fs::path file = folder_.Path() / name;
-    EXPECT_EQ(Fails([&] { component->SaveAs(file.u16string()); }),
+    EXPECT_EQ(Fails([&] { workspace.SaveComponentAs(*component, file); }),
               file.string() +
                   ": the component \"N\" of the project \"P\" is kept there; nothing was written");
   }
   EXPECT_EQ(folder_.Read("N.bas"), Module("N"));
-  component->SaveAs((folder_.Path() / "M.bas").u16string());  // its own
+  workspace.SaveComponentAs(*component, (folder_.Path() / "M.bas"));  // its own
   EXPECT_TRUE(workspace.Save().empty());
 }
 

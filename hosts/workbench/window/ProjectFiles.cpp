@@ -27,15 +27,6 @@ host::vbext_ComponentType FirstComponent(host::vbext_ProjectType type) {
   }
 }
 
-/// Whether a project needs a file before it can be saved; one around a single component file never
-/// gets one.
-bool IsUnnamed(model::VBProject& project) {
-  const auto& all = project.Components().All();
-  return project.File.empty() && (all.empty() || std::any_of(all.begin(), all.end(), [](auto& one) {
-                                    return one->Storage() == nullptr;
-                                  }));
-}
-
 }  // namespace
 
 ProjectFiles::ProjectFiles(workspace::Workspace& workspace, Questions& questions,
@@ -116,7 +107,7 @@ void ProjectFiles::NewProject(host::vbext_ProjectType type) {
 
 bool ProjectFiles::SaveUnnamed(const Projects& projects) {
   for (const auto& project : projects) {
-    if (!IsUnnamed(*project)) continue;
+    if (!workspace_.IsUnnamed(*project)) continue;
     const QString file = QFileDialog::getSaveFileName(
         &questions_.Window(), QObject::tr("Save Project As"),
         ToQt(project->PlainName()) + QStringLiteral(".vbp"), QObject::tr("Projects (*.vbp)"));
@@ -170,7 +161,7 @@ bool ProjectFiles::Save(const std::shared_ptr<model::VBComponent>& component) {
 }
 
 void ProjectFiles::SaveAs(const std::shared_ptr<model::VBComponent>& component) {
-  if (!component->Storage()) {
+  if (!component->Storage() || component->Storage()->FileName().empty()) {
     SaveAll();
     return;
   }
@@ -179,7 +170,7 @@ void ProjectFiles::SaveAs(const std::shared_ptr<model::VBComponent>& component) 
                                    ToQt(component->Storage()->FileName()));
   if (file.isEmpty()) return;
   BeforeSaving();
-  questions_.Guard([&] { component->SaveAs(FromQt(file)); });
+  questions_.Guard([&] { workspace_.SaveComponentAs(*component, PathOf(file)); });
   Changed();
 }
 

@@ -34,8 +34,8 @@ QStringList UnsavedOf(const workspace::Workspace& workspace, model::VBProject& p
   QStringList unsaved;
   for (const auto& component : project.Components().All()) {
     if (!IsUnsaved(*component)) continue;
-    unsaved.append(
-        ToQt(component->Storage() ? component->Storage()->FileName() : component->PlainName()));
+    const String file = component->Storage() ? component->Storage()->FileName() : String();
+    unsaved.append(ToQt(file.empty() ? component->PlainName() : file));
   }
   if (IsProjectFileUnsaved(workspace, project)) unsaved.append(ToQt(project.File));
   unsaved.removeDuplicates();

@@ -38,9 +38,11 @@
 #include "forms/User.h"
 #include "foundation/ProgressBarWindow.h"
 #include "foundation/frmErrorMessage.h"
+#include "settingsdialog/frmSettings.h"
 #include "snippets/OpenLibraries.h"
 #include "snippets/frmFragmentBuilder.h"
-#include "settingsdialog/frmSettings.h"
+#include "snippets/frmGetFromVbCode.h"
+#include "snippets/frmStoreToVbCode.h"
 #include "support/FakeConnect.h"
 #include "support/Modules.h"
 #include "support/SharedDatabase.h"
@@ -318,6 +320,50 @@ TEST_P(EveryForm, TheSettingsAreWholeOnEveryPage) {
     forms::user::Pick(form->List1, page);
     Look(*form, QStringLiteral("-%1").arg(page));
   }
+  form->Unload();
+}
+
+/// A library with a folder, a text and objects, under the names that the add-in gives.
+class SampleLibrary {
+ public:
+  SampleLibrary() {
+    const auto main = libraries_.Add(u"Marlow");
+    libraries_.Add(u"UserConnect1");
+    const auto dialogs = main->AddNode(u"Dialogs", TopID, 0, 0, FolderKind);
+    const auto texts = main->AddNode(u"Texts and files", TopID, 0, 0, FolderKind);
+    main->AddNode(u"Read a whole file", texts, 0, 0, RecordKind);
+    for (const auto& [name, kind] : {std::pair{u"frmLogin", u"FRM"}, {u"clsStack", u"CLS"}}) {
+      ListFragment object;
+      object.NameObj = name;
+      object.ClassObj = kind;
+      main->UpdateListFragment(main->AddNode(name, dialogs, 0, 0, RecordKind), object);
+    }
+  }
+
+ private:
+  test::OpenLibraries libraries_;
+};
+
+TEST_P(EveryForm, TheInsertionOfSnippetsIsWhole) {
+  const SampleLibrary library;
+  const auto form = std::make_shared<frmGetFromVbCode>();
+  form->VBInstance = world_.Environment.VBE();
+  desk_.Open(*form);
+  forms::user::Press(form->btmSelectAll);
+  Look(*form);
+  form->Unload();
+}
+
+TEST_P(EveryForm, TheWizardForSnippetsIsWholeOnBothPages) {
+  const SampleLibrary library;
+  const auto form = std::make_shared<frmStoreToVbCode>();
+  form->VBInstance = world_.Environment.VBE();
+  desk_.Open(*form);
+  forms::user::Press(form->btmSelectAll);
+  Look(*form, QStringLiteral("-components"));
+  forms::user::Press(form->btmNext);
+  forms::user::SelectRow(form->fgTreeNext, 1, 0);
+  Look(*form, QStringLiteral("-folder"));
   form->Unload();
 }
 

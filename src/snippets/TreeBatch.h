@@ -1,0 +1,45 @@
+// Many nodes that enter a snippet tree at once.
+#pragma once
+
+#include <deque>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "snippets/CSQLTree.h"
+
+namespace tessel {
+
+/// Reads the tree once and writes its numbers once, so that the work grows with the nodes and not
+/// with their square. Lives inside one transaction, in which nobody else changes the tree.
+class TreeBatch {
+ public:
+  /// Fails when the tree's numbers are damaged.
+  explicit TreeBatch(const std::shared_ptr<store::Connection>& connection);
+
+  /// The direct child of a folder by kind and by name in any case, of several the oldest; 0 for
+  /// none.
+  [[nodiscard]] std::int32_t Child(std::int32_t folder, StringView name, std::int32_t kind) const;
+  /// Adds a node as `CSQLTree::AddNode` would: a folder comes first below its parent, a record
+  /// last. Fails when the parent is no folder.
+  std::int32_t Add(StringView name, std::int32_t folder, std::int32_t kind);
+  /// Gives every node its numbers.
+  void WriteNumbers();
+
+ private:
+  struct Node {
+    std::int32_t ID = 0, Kind = FolderKind, Lft = 0, Rgt = 0;
+    std::deque<std::size_t> Children{};
+    std::map<std::pair<String, std::int32_t>, std::int32_t> ByName{};
+  };
+
+  void Read();
+  void Enter(Node& parent, std::size_t child, StringView name);
+
+  std::shared_ptr<store::Connection> connection_;
+  store::Recordset added_;
+  std::vector<Node> nodes_;
+  std::map<std::int32_t, std::size_t> places_;
+};
+
+}  // namespace tessel
