@@ -1,11 +1,11 @@
 // The dialogs of the library as a script sees them.
 #pragma once
 
-#include "builders/BuilderChannel.h"
+#include "support/DialogChannel.h"
 
 namespace tessel::test {
 
-class SnippetChannel : public BuilderChannel {
+class SnippetChannel : public DialogChannel {
  protected:
   void Row(int row, const std::string& control = "fgTree") {
     Ask({{"do", "row"}, {"control", control}, {"row", row}, {"col", 0}});
