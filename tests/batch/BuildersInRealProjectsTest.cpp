@@ -13,10 +13,10 @@
 #include "builders/frmPropertyBuilder.h"
 #include "forms/User.h"
 #include "hosts/files/AtomicFile.h"
-#include "support/MemoryPlatform.h"
 #include "hosts/workspace/Workspace.h"
 #include "support/ErrorDialogs.h"
 #include "support/FakeConnect.h"
+#include "support/MemoryPlatform.h"
 #include "support/SharedDatabase.h"
 #include "support/TemporaryFolder.h"
 
@@ -74,6 +74,7 @@ class Copy {
       const fs::path to = folder_.Path() / fs::relative(entry.path(), repository);
       fs::create_directories(to.parent_path());
       fs::copy_file(entry.path(), to);
+      fs::permissions(to, fs::perms::owner_write, fs::perm_options::add);
       if (vb::SameText(to.extension().u16string(), u".vbp")) Projects.push_back(to);
     }
   }
@@ -212,14 +213,19 @@ void BuildersInRealProjects::MakeClasses(const fs::path& project) {
     return;
   }
   const std::string before = files::ReadFile(project);
-  Use<frmClassBuilder>(environment, [](frmClassBuilder& form) {
-    user::Type(form.ComBaseClass, u"zqItem");
+  // Several projects may lie in one folder.
+  const String base = u"zqItem" + vb::Str(static_cast<int>(classes_));
+  Use<frmClassBuilder>(environment, [&](frmClassBuilder& form) {
+    user::Type(form.ComBaseClass, base);
     user::Type(form.Part.txtDescription, u"");
   });
   const auto written = environment.Save();
   EXPECT_EQ(written.size(), 3U) << project << ": the project and two classes";
-  ExpectInserted(before, files::ReadFile(project),
-                 u"Class=zqItemS; zqItemS.cls\r\nClass=zqItem; zqItem.cls\r\n", project.string());
+  const auto entry = [](const String& name) {
+    return u"Class=" + name + u"; " + name + u".cls\r\n";
+  };
+  ExpectInserted(before, files::ReadFile(project), entry(base + u"S") + entry(base),
+                 project.string());
   ++classes_;
 }
 
