@@ -19,8 +19,8 @@ void ForEachComponent(const Selection& request, Report& report, std::ostream& ou
   const Exclusion exclusion(request.Excludes);
   SeenFiles seen;
   const auto readFile = [&](const std::string& file) {
-    OpenInput input(services, file, request);
-    for (const std::string& problem : input.Problems()) report.Fail(problem);
+    OpenInput input(services, file, request, Purpose::Read);
+    report.Opened(input);
     for (const ComponentRef& one : input.Chosen()) {
       if (seen.Add(one)) visit(one);
     }
