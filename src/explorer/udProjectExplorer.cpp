@@ -250,6 +250,9 @@ void udProjectExplorer::CodeMayDiffer(const Statements& run) {
       Reload();
       break;
   }
+  // A notice that was cut off by the change to another window told of the one that was left.
+  if (std::exchange(lastActive_, component).lock() == component) return;
+  if (run([&] { return ConformityComponent(project, GetSelectedVBComponent()); })) Reload();
 }
 
 void udProjectExplorer::Reload() {

@@ -150,7 +150,8 @@ class udProjectExplorer : public GuardedDocument {
   void GoToFind();
 
   std::shared_ptr<clsEventCODE> cTreeVBA_;
-  std::shared_ptr<cProjecteses> projects_;  // null until the first reading
+  std::shared_ptr<cProjecteses> projects_;       // null until the first reading
+  std::weak_ptr<host::VBComponent> lastActive_;  // of the last notice from the code
   explorer::MemberFilter filter_;
   std::vector<std::int32_t> collapsed_;  // of every row, between two reloads
   explorer::TreeWords words_{u""};

@@ -250,6 +250,16 @@ TEST_F(ExplorerTree, LinesInTheLastMemberAreNoReasonForALaterReload) {
   EXPECT_EQ(Reloads([&] { Notice(1); }), 0);
 }
 
+TEST_F(ExplorerTree, AChangeToAnotherWindowLooksAtTheOneThatWasLeft) {
+  Add(host::vbext_ct_StdModule, u"Module1", TwoSubs);
+  Add(host::vbext_ct_StdModule, u"Module2", TwoSubs);
+  tree_->Show();
+  world_.Environment.SetText(u"Module1", String(TwoSubs) + u"Sub Third()\r\nEnd Sub\r\n\r\n");
+  world_.Caret(u"Module2", 3);
+  Notice(2);
+  ExpectTruth();
+}
+
 TEST_F(ExplorerTree, AMoveOfTheCaretTouchesNoRow) {
   Add(host::vbext_ct_StdModule, u"Module1", TwoSubs);
   Add(host::vbext_ct_StdModule, u"Module2", TwoSubs);
