@@ -202,17 +202,19 @@ TEST_F(ManagerChannel, WhatIsOpenIsOpenAgainAfterTheNextStart) {
 }
 
 TEST_F(ManagerChannel, AFailingCallOfAnInsertionIsReportedAndTheDialogStays) {
-  Start();
-  Ask({{"do", "caret"}, {"component", "Module1"}, {"line", 3}, {"column", 1}});
-  Row(2);
+  const int own = First();
+  Database("own.mdb");
+  Add(own, "btmAddRecord", own + 1, "Text");
   Page("C1TCodeObject", 1);
+  Type("RicCodeFragmentBuilder", "Debug.Print");
+  Ask({{"do", "caret"}, {"component", "Module1"}, {"line", 3}, {"column", 1}});
   Ask({{"do", "select-text"}, {"control", "RicCodeFragmentBuilder"}, {"start", 0}, {"length", 6}});
   Fail("CodeModule.InsertLines");
   Press("btmInsertSelectedsExample");
   Press("btnIgnore");
   Text("Module1");
   Form();
-  const Json form = Play(true);
+  const Json form = Play(1);
   EXPECT_EQ(Texts()[0], "Option Explicit\r\n\r\nSub A()\r\nEnd Sub");
   EXPECT_EQ(form.at("form"), "frmFragmentBuilder");
 }
