@@ -6,6 +6,7 @@
 
 #include "snippets/CSQLTree.h"
 #include "snippets/SnippetDatabase.h"
+#include "snippets/SnippetSearch.h"
 
 namespace {
 
@@ -125,5 +126,66 @@ void AddANode(benchmark::State& state) {
   }
 }
 BENCHMARK(AddANode)->Unit(benchmark::kMillisecond);
+
+/// 100,000 records of 1 KB in folders of 1,000; one in a thousand holds the word that is looked
+/// for.
+std::shared_ptr<CSQLTree> Records() {
+  constexpr int Folders = 100, Each = 1000, Length = 1000;
+  static const test::TemporaryFolder folder;
+  static std::shared_ptr<CSQLTree> tree;
+  if (tree) return tree;
+  const auto file = folder.Path() / "records.mdb";
+  test::WriteEmptyDatabase(file);
+  const auto connection = test::OpenDatabase(file);
+  connection->Execute(u"PRAGMA synchronous = 0");
+  store::Command node(connection,
+                      u"INSERT INTO Tree (ID, Name, lft, rgt, Root) VALUES (@a, @b, @c, @d, @e)");
+  store::Command row(connection, u"INSERT INTO List (Id, Text) VALUES (@a, @b)");
+  const StringView line = u"    Print #FileNumber, Left$(Text, Length) & vbTab & Format$(Now)\r\n";
+  store::Transaction transaction(*connection);
+  connection->Execute(u"UPDATE Tree SET rgt = " + vb::Str(2 * Folders * (Each + 1) + 2));
+  std::int64_t id = 1, number = 1;
+  for (int at = 0; at < Folders; ++at) {
+    const std::int64_t left = ++number;
+    node.Execute(
+        {++id, u"Folder " + vb::Str(at), left, left + 2 * Each + 1, std::int64_t{FolderKind}});
+    for (int record = 0; record < Each; ++record, number += 2) {
+      node.Execute(
+          {++id, u"Record " + vb::Str(id), number + 1, number + 2, std::int64_t{RecordKind}});
+      String text = record == 0 ? u"' The needle\r\n" : u"";
+      while (text.size() < Length) text += line;
+      row.Execute({id, text});
+    }
+    ++number;
+  }
+  transaction.Commit();
+  tree = test::OpenTree(connection);
+  return tree;
+}
+
+void ReadRecordsPlainly(benchmark::State& state) {
+  const auto tree = Records();
+  for (auto _ : state) {
+    sqlite3_stmt* statement = nullptr;
+    sqlite3_prepare_v2(tree->Connection()->Handle(),
+                       "SELECT Id, TextUserNotes, Text, TextObj, NameObj FROM List ORDER BY Id", -1,
+                       &statement, nullptr);
+    while (sqlite3_step(statement) == SQLITE_ROW) {
+      benchmark::DoNotOptimize(sqlite3_column_int64(statement, 0));
+      for (const int column : {1, 2, 3, 4}) {
+        benchmark::DoNotOptimize(sqlite3_column_text16(statement, column));
+      }
+    }
+    sqlite3_finalize(statement);
+  }
+}
+BENCHMARK(ReadRecordsPlainly)->Unit(benchmark::kMillisecond);
+
+/// At most 3 times the plain read.
+void FindAWord(benchmark::State& state) {
+  const auto tree = Records();
+  for (auto _ : state) benchmark::DoNotOptimize(FindSnippets(*tree, {u"NEEDLE"}));
+}
+BENCHMARK(FindAWord)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "hosts/batch/FormatOptions.h"
 #include "hosts/batch/FormatRules.h"
 #include "hosts/batch/Report.h"
+#include "vb/ByteText.h"
 #include "vb/Failure.h"
 
 namespace tessel::batch {
@@ -87,8 +88,8 @@ class Formatting {
   void File(const std::string& file) {
     const FormatOptions options = OptionsFor(request_, file);
     Services services(options);
-    OpenInput input(services.Platform, file, request_);
-    for (const std::string& problem : input.Problems()) report_.Fail(problem);
+    OpenInput input(services.Platform, file, request_, PurposeOf(request_));
+    report_.Opened(input);
     std::vector<ComponentRef> components = input.Chosen();
     std::erase_if(components, [&](const ComponentRef& one) { return !seen_.Add(one); });
     for (const FormatJob& job : FormatAll(std::move(components), options, request_.Jobs)) {
@@ -111,8 +112,8 @@ class Formatting {
     const ComponentRef component = components.at(0);
     if (!input.IsChosen(component)) {
       throw vb::Failure(vb::InvalidCall,
-                        vb::FromUtf8(name + ": is the component \"" + vb::ToUtf8(component.Name) +
-                                     "\", not \"" + request_.Components.front() + '"'),
+                        vb::FromBytes(name + ": is the component \"" + vb::ToUtf8(component.Name) +
+                                      "\", not \"" + request_.Components.front() + '"'),
                         u"Tessel");
     }
     for (const FormatJob& job : FormatAll(std::move(components), options, 1)) PutBack(input, job);

@@ -61,7 +61,7 @@ void RunAll(const HandlersRequest& request, Report& report) {
       if (inputs.size() > 1) RequireComponents(services, argument, inputs, request);
       for (const std::string& file : inputs) {
         report.Guard([&] {
-          OpenInput input(services, file, request);
+          OpenInput input(services, file, request, PurposeOf(request));
           HandlersInput(request, order, input, report, seen).Run(/*alone=*/inputs.size() == 1);
         });
       }

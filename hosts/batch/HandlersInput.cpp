@@ -4,15 +4,13 @@
 
 #include "hosts/batch/ProgressLine.h"
 #include "hosts/review/RunReview.h"
+#include "vb/ByteText.h"
 #include "vb/Failure.h"
 
 namespace tessel::batch {
 
 void HandlersInput::Run(bool alone) {
-  for (const std::string& problem : input_.Problems()) {
-    report_.Fail(problem);
-    failed_ = true;
-  }
+  failed_ = !report_.Opened(input_);
   FindProjects(alone);
   if (projects_.empty()) return;
   all_ = input_.Components();
@@ -28,8 +26,30 @@ void HandlersInput::Run(bool alone) {
   Deliver();
 }
 
+/// A run goes by names: of two components of one name it would take the first of their project, and
+/// of members in both that name no single one is meant.
+void HandlersInput::RequireOneOf(const String& name) const {
+  std::map<const model::VBProject*, std::vector<std::string>> files;
+  for (const ComponentRef& one : input_.Components()) {
+    if (!vb::SameText(one.Name, name)) continue;
+    const bool apart = order_.Member.empty();
+    files[apart ? one.Component->Project().get() : nullptr].push_back(one.File);
+  }
+  for (const auto& [project, named] : files) {
+    if (named.size() < 2) continue;
+    std::string all = named.front();
+    for (std::size_t at = 1; at < named.size(); ++at) all += " and " + named[at];
+    throw vb::Failure(
+        vb::InvalidCall,
+        vb::FromBytes(input_.File() + ": there are several components \"" + vb::ToUtf8(name) +
+                      "\": " + all + "; name the file itself in the place of the project"),
+        u"Tessel");
+  }
+}
+
 /// What the command line names must be there before anything is touched.
 void HandlersInput::FindProjects(bool alone) {
+  for (const String& name : order_.Components) RequireOneOf(name);
   for (const auto& project : input_.Root().Projects().All()) {
     if (ProjectHas(*project, order_)) projects_.push_back(project);
   }

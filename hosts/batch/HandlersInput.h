@@ -34,6 +34,7 @@ class HandlersInput {
   };
 
   void FindProjects(bool alone);
+  void RequireOneOf(const String& name) const;
   void RunOver(const std::shared_ptr<model::VBProject>& project);
   void Note(const model::VBProject* project, const HandlersFailure& failure);
   void Warn(const review::ReviewItem& item);

@@ -6,6 +6,7 @@
 #include <array>
 #include <fstream>
 
+#include "vb/ByteText.h"
 #include "vb/Failure.h"
 
 namespace tessel::batch {
@@ -14,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 [[noreturn]] void Fail(int number, const std::string& why) {
-  throw vb::Failure(number, vb::FromUtf8(why), u"Tessel");
+  throw vb::Failure(number, vb::FromBytes(why), u"Tessel");
 }
 
 std::string LowerExtension(const fs::path& file) {

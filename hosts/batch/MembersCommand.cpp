@@ -93,8 +93,8 @@ class Listing {
 
  private:
   void File(const std::string& file) {
-    OpenInput input(services_, file, request_);
-    for (const std::string& problem : input.Problems()) report_.Fail(problem);
+    OpenInput input(services_, file, request_, Purpose::Read);
+    report_.Opened(input);
     for (const ComponentRef& one : input.Chosen()) {
       if (!seen_.Add(one)) continue;
       const Members members = MembersOf(one);

@@ -15,6 +15,7 @@
 #include "insertion/BlankLines.h"
 #include "insertion/mGlobals.h"
 #include "scanning/mFunctions.h"
+#include "vb/ByteText.h"
 
 namespace tessel::batch {
 namespace {
@@ -169,7 +170,7 @@ void Print(const std::vector<BuilderRecord>& records, std::ostream& out) {
   out << vb::ToUtf8(text.Declarations + text.Members);
 }
 
-void Carry(const NewRequest& request, std::istream& in, std::ostream& out) {
+void Carry(const NewRequest& request, std::istream& in, std::ostream& out, std::ostream& err) {
   BatchPlatform services(4);
   const platform::ScopedPlatform scope(services);
   const SharedDatabase shared(OpenPersonal(SchemeData(request.Data)));
@@ -182,10 +183,13 @@ void Carry(const NewRequest& request, std::istream& in, std::ostream& out) {
   }
   workspace::Workspace environment(services, {request.CodePage});
   environment.Open(request.Into);
+  const TypedPaths paths(request.Into.string());
+  for (const String& notice : environment.TakeNotices()) {
+    err << "tessel: " << paths.In(vb::ToBytes(notice)) << '\n';
+  }
   // A component that can't be read may have the name that is to be given.
   for (const workspace::Problem& problem : environment.Problems()) throw problem;
   Inserter(environment, vb::FromUtf8(request.Component)).Insert(records);
-  const TypedPaths paths(request.Into.string());
   for (const auto& file : environment.Save()) out << paths.Of(file) << '\n';
 }
 
@@ -193,7 +197,7 @@ void Carry(const NewRequest& request, std::istream& in, std::ostream& out) {
 
 int RunNew(const NewRequest& request, std::istream& in, std::ostream& out, std::ostream& err) {
   try {
-    Carry(request, in, out);
+    Carry(request, in, out, err);
     return Done;
   } catch (...) {
     const std::string cause = vb::CurrentFailure().what();

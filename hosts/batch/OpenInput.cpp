@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "vb/ByteText.h"
 #include "vb/Failure.h"
 
 namespace tessel::batch {
@@ -43,18 +44,22 @@ void EraseNames(std::vector<std::string>& names, const OpenInput& input) {
 
 [[noreturn]] void FailMissing(const std::string& where, const std::string& name) {
   throw vb::Failure(vb::InvalidCall,
-                    vb::FromUtf8(where + ": there is no component \"" + name + '"'), u"Tessel");
+                    vb::FromBytes(where + ": there is no component \"" + name + '"'), u"Tessel");
 }
 
 }  // namespace
 
+Purpose PurposeOf(const Delivery& delivery) {
+  return delivery.Writes() ? Purpose::Write : Purpose::Read;
+}
+
 OpenInput::OpenInput(platform::Platform& services, const std::string& file,
-                     const Selection& selection)
+                     const Selection& selection, Purpose purpose)
     : file_(file),
       selection_(selection),
       exclusion_(selection.Excludes),
       paths_(file),
-      environment_(services, {selection.CodePage}),
+      environment_(services, {selection.CodePage, purpose == Purpose::Read}),
       root_(RootOf(environment_)) {
   Load([&] { environment_.Open(file); });
 }
@@ -74,7 +79,7 @@ void OpenInput::Load(const std::function<void()>& open) {
   try {
     open();
   } catch (const vb::Failure& failure) {
-    throw vb::Failure(failure.Number(), vb::FromUtf8(Typed(failure.what())), failure.Source());
+    throw vb::Failure(failure.Number(), vb::FromBytes(Typed(failure.what())), failure.Source());
   }
 }
 
@@ -86,12 +91,20 @@ std::vector<std::string> OpenInput::Problems() const {
   return problems;
 }
 
+std::vector<std::string> OpenInput::TakeNotices() {
+  std::vector<std::string> notices;
+  for (const String& notice : environment_.TakeNotices()) {
+    notices.push_back(Typed(vb::ToBytes(notice)));
+  }
+  return notices;
+}
+
 std::vector<ComponentRef> OpenInput::Components() const {
   std::vector<ComponentRef> all;
   for (const auto& project : root_->Projects().All()) {
     for (const auto& component : project->Components().All()) {
       if (!component->Module()) continue;
-      const std::string full = vb::ToUtf8(component->FileName());
+      const std::string full = vb::ToBytes(component->FileName());
       all.push_back({project->PlainName(), component->PlainName(), paths_.Of(full), full, component,
                      component->Module()});
     }
@@ -135,7 +148,7 @@ void RequireComponents(platform::Platform& services, const std::string& argument
   for (const std::string& file : inputs) {
     if (wanted.empty()) return;
     try {
-      EraseNames(wanted, OpenInput(services, file, selection));
+      EraseNames(wanted, OpenInput(services, file, selection, Purpose::Read));
     } catch (const vb::Failure&) {  // told when the command itself opens it
     }
   }

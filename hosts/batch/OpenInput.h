@@ -23,11 +23,16 @@ struct ComponentRef {
   std::shared_ptr<model::CodeModule> Module;
 };
 
+/// What a command does with the files that it opens.
+enum class Purpose { Read, Write };
+[[nodiscard]] Purpose PurposeOf(const Delivery& delivery);
+
 class OpenInput {
  public:
   /// Opens a file. Components that can't be read are left out and told in `Problems`. Fails naming
-  /// the file.
-  OpenInput(platform::Platform& services, const std::string& file, const Selection& selection);
+  /// the file. Whoever only reads leaves interrupted saves as they are.
+  OpenInput(platform::Platform& services, const std::string& file, const Selection& selection,
+            Purpose purpose);
   /// Takes the text of one component that no file holds; `name` is its file's in messages, and its
   /// extension says what it is where the text doesn't.
   OpenInput(platform::Platform& services, const std::string& name, const std::string& text,
@@ -39,6 +44,8 @@ class OpenInput {
   [[nodiscard]] const std::string& File() const { return file_; }
   /// What could not be read, for a person.
   [[nodiscard]] std::vector<std::string> Problems() const;
+  /// What is to be known of interrupted saves, for a person.
+  [[nodiscard]] std::vector<std::string> TakeNotices();
   /// All components with code, in the projects' order.
   [[nodiscard]] std::vector<ComponentRef> Components() const;
   /// Those that the selection means.

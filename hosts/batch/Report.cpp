@@ -20,6 +20,15 @@ void Report::Fail(const std::string& why) {
   streams_.Err << "tessel: " << why << '\n';
 }
 
+bool Report::Opened(OpenInput& input) {
+  for (const std::string& notice : input.TakeNotices()) {
+    streams_.Err << "tessel: " << notice << '\n';
+  }
+  const auto problems = input.Problems();
+  for (const std::string& problem : problems) Fail(problem);
+  return problems.empty();
+}
+
 void Report::FailIn(const std::string& file, const std::string& why) {
   ++failed_;
   // Many causes begin with the file and a line already.

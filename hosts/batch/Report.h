@@ -26,6 +26,9 @@ class Report {
   void Guard(const std::function<void()>& work);
   /// An error of no component: "tessel: WHY".
   void Fail(const std::string& why);
+  /// Tells what an input has to say of itself: interrupted saves, and what of it can't be read,
+  /// which is an error. False when there was such an error.
+  bool Opened(OpenInput& input);
   /// A component that is left out of the result.
   void FailIn(const std::string& file, const std::string& why);
   /// Names the places where a component would mean something else, below one another. Unless

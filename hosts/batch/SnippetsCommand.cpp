@@ -9,6 +9,8 @@
 
 #include "hosts/batch/BatchPlatform.h"
 #include "hosts/batch/EditorSnippets.h"
+#include "hosts/batch/JetFile.h"
+#include "hosts/batch/JetImport.h"
 #include "hosts/batch/SnippetLibrary.h"
 #include "snippets/ObjectFiles.h"
 #include "snippets/ObjectRecords.h"
@@ -133,6 +135,16 @@ void Import(CSQLTree& tree, const SnippetsRequest& request, std::ostream& out) {
     for (const ImportedSnippet& one : ImportSnippets(tree, request.File, FolderAt(tree, folder))) {
       told << (one.Replaced ? "replaced " : "added ") << vb::ToUtf8(one.Path) << '\n';
     }
+  } else if (IsJetFile(request.File)) {
+    const auto done = ImportJet(tree, request.File, FolderAt(tree, folder));
+    for (const String& one : done.Findings) {
+      told << "mended in the copy: " << vb::ToUtf8(one) << '\n';
+    }
+    for (const String& one : done.Records) told << "added " << vb::ToUtf8(one) << '\n';
+  } else if (vb::SameText(fs::path(request.File).extension().u16string(), u".mdb") &&
+             fs::exists(request.File)) {
+    Fail(request.File +
+         ": is no Jet database; a library of this program is brought over by export and import");
   } else {
     const auto records = ReadEditorSnippets(ReadFile(request.File), request.File);
     const std::int32_t parent = FolderAt(tree, folder);
@@ -222,7 +234,8 @@ CLI::App* SnippetsCommand::Declare(CLI::App& program) {
   auto* const import = add("import", "Read records, all or none", SnippetsVerb::Import);
   import
       ->add_option("from", Request.File,
-                   "a folder that export wrote, or a .code-snippets file of another editor")
+                   "a folder that export wrote, a .code-snippets file of another editor, or a Jet "
+                   "database of the old system (.mdb)")
       ->required();
   folder(import);
   add("check", "Find and mend damaged numbers of a library", SnippetsVerb::Check)

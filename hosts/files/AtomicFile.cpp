@@ -10,6 +10,7 @@
 #include <random>
 #include <utility>
 
+#include "vb/ByteText.h"
 #include "vb/Failure.h"
 
 namespace tessel::files {
@@ -22,10 +23,11 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view OwnBeginning = ".tessel-";
 constexpr std::size_t OwnDigits = 8;
+constexpr std::string_view HexDigits = "0123456789abcdef";
 constexpr std::string_view TemporaryEnding = ".tmp";
 
 [[noreturn]] void Fail(const fs::path& path, const char* what, const char* why) {
-  throw vb::Failure(vb::PathFileAccess, vb::FromUtf8(path.string() + ": " + what + ": " + why),
+  throw vb::Failure(vb::PathFileAccess, vb::FromBytes(path.string() + ": " + what + ": " + why),
                     u"Tessel.files");
 }
 
@@ -80,6 +82,14 @@ void WriteAndFlush(int handle, std::string_view bytes, const fs::path& target) {
   if (fsync(handle) != 0) Fail(target, "cannot be written", errno);
 }
 
+/// Whoever may give files away leaves each to the one whose it was; others keep its group where
+/// they can.
+void KeepOwner(int handle, const struct stat& before) {
+  if (fchown(handle, before.st_uid, before.st_gid) == 0) return;
+  constexpr auto Same = static_cast<uid_t>(-1);
+  [[maybe_unused]] const int kept = fchown(handle, Same, before.st_gid);
+}
+
 /// A temporary file beside its target, held until it is renamed or removed.
 class Replacement {
  public:
@@ -94,6 +104,8 @@ class Replacement {
   void Fill(std::string_view bytes) const {
     struct stat before {};
     const bool exists = stat(target_.c_str(), &before) == 0;
+    // First, since a new owner takes bits of the mode away.
+    if (exists) KeepOwner(file_.Get(), before);
     if (fchmod(file_.Get(), exists ? before.st_mode & 07777 : 0644) != 0) {
       Fail(target_, "cannot be written", errno);
     }
@@ -150,13 +162,12 @@ void WriteInPlace(const fs::path& target, std::string_view bytes) {
 
 fs::path OwnNameIn(const fs::path& folder, std::string_view ending) {
   static std::mt19937 random{std::random_device{}()};
-  constexpr std::string_view Digits = "0123456789abcdef";
   for (;;) {
     std::string name(OwnBeginning);
     // A process that was split from another one has its numbers.
     const auto seed = random() ^ static_cast<std::mt19937::result_type>(getpid());
     for (std::size_t digit = 0; digit < OwnDigits; ++digit)
-      name += Digits[seed >> (4 * digit) & 15];
+      name += HexDigits[seed >> (4 * digit) & 15];
     fs::path path = folder / (name + std::string(ending));
     std::error_code error;
     if (!fs::exists(fs::symlink_status(path, error))) return path;
@@ -166,7 +177,8 @@ fs::path OwnNameIn(const fs::path& folder, std::string_view ending) {
 bool IsOwnName(const fs::path& file, std::string_view ending) {
   const std::string name = file.filename().string();
   return name.size() == OwnBeginning.size() + OwnDigits + ending.size() &&
-         name.starts_with(OwnBeginning) && name.ends_with(ending);
+         name.starts_with(OwnBeginning) && name.ends_with(ending) &&
+         name.find_first_not_of(HexDigits, OwnBeginning.size()) == OwnBeginning.size() + OwnDigits;
 }
 
 Hold::Hold(const fs::path& file) : handle_(open(file.c_str(), O_RDONLY | O_CLOEXEC)) {
@@ -199,6 +211,8 @@ void FlushFolder(const fs::path& folder) {
   const Descriptor handle(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (handle.Get() >= 0) fsync(handle.Get());
 }
+
+fs::path FolderOfTarget(const fs::path& file) { return FolderOf(TargetOf(file)); }
 
 void RemoveStrays(const fs::path& folder) {
   std::error_code error;

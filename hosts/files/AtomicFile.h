@@ -10,9 +10,10 @@
 namespace tessel::files {
 
 /// Gives a file these bytes: they go to a temporary file beside it that is flushed to the disk and
-/// renamed over it. The file is made when there is none and keeps its permissions; a link to it
-/// stays a link, and one with several names keeps them. Fails with a vb::Failure that names the
-/// file and the system's reason; the file is as it was then, and no temporary file is left.
+/// renamed over it. The file is made when there is none and keeps its permissions and, where this
+/// process may say so, its owner; a link to it stays a link, and one with several names keeps them.
+/// Fails with a vb::Failure that names the file and the system's reason; the file is as it was
+/// then, and no temporary file is left.
 void WriteFile(const std::filesystem::path& file, std::string_view bytes);
 /// As `WriteFile` for a file that isn't there; false, changing nothing, when there is one.
 bool CreateFile(const std::filesystem::path& file, std::string_view bytes);
@@ -33,6 +34,9 @@ void RemoveFile(const std::filesystem::path& file);
 /// Fails as `WriteFile` would where that can be told without writing: a folder, a file that is
 /// read-only, a name that ends in a separator.
 void CheckWritable(const std::filesystem::path& file);
+/// The folder in which a file is written: that of the file which a link leads to. Fails with a
+/// vb::Failure for links that lead in a circle.
+[[nodiscard]] std::filesystem::path FolderOfTarget(const std::filesystem::path& file);
 /// Removes the temporary files in a folder that ended processes left there.
 void RemoveStrays(const std::filesystem::path& folder);
 /// Takes the renamings within a folder down to the disk.

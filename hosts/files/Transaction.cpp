@@ -6,6 +6,7 @@
 #include <set>
 
 #include "hosts/files/AtomicFile.h"
+#include "vb/ByteText.h"
 #include "vb/Failure.h"
 
 namespace tessel::files {
@@ -120,7 +121,7 @@ void Put(const Change& change) {
     WriteFile(change.File, change.Bytes);
   } else if (!CreateFile(change.File, change.Bytes)) {
     throw vb::Failure(vb::PathFileAccess,
-                      vb::FromUtf8(change.File.string() + ": the file exists already"),
+                      vb::FromBytes(change.File.string() + ": the file exists already"),
                       u"Tessel.files");
   }
 }
@@ -180,7 +181,7 @@ Finished Finish(const std::vector<Entry>& entries) {
 
 std::set<fs::path> FoldersOf(const std::vector<Change>& changes) {
   std::set<fs::path> folders;
-  for (const Change& change : changes) folders.insert(change.File.parent_path());
+  for (const Change& change : changes) folders.insert(FolderOfTarget(change.File));
   return folders;
 }
 
@@ -213,8 +214,11 @@ void WriteTogether(const fs::path& folder, const std::vector<Change>& changes) {
   RemoveFile(journal);
 }
 
-std::vector<Finished> FinishInterrupted(const fs::path& folder,
-                                        const std::function<bool(const fs::path&)>& isOurs) {
+namespace {
+
+/// The journals of a folder that nobody works on and that hold nothing but files of ours.
+void ForEachLeft(const fs::path& folder, const std::function<bool(const fs::path&)>& isOurs,
+                 const std::function<void(const fs::path&, const std::vector<Entry>&)>& action) {
   std::vector<fs::path> journals;
   std::error_code error;
   for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
@@ -222,19 +226,38 @@ std::vector<Finished> FinishInterrupted(const fs::path& folder,
     if (IsOwnName(entry->path(), JournalEnding)) journals.push_back(entry->path());
   }
   std::sort(journals.begin(), journals.end());
-  std::vector<Finished> all;
   for (const fs::path& journal : journals) {
     const Hold hold(journal);
     if (!hold.Taken() || !fs::exists(journal, error)) continue;
     const auto entries = ReadJournal(folder, ReadFile(journal));
-    if (!entries || !std::all_of(entries->begin(), entries->end(),
-                                 [&](const Entry& entry) { return isOurs(entry.File); })) {
-      continue;
+    if (entries && std::all_of(entries->begin(), entries->end(),
+                               [&](const Entry& entry) { return isOurs(entry.File); })) {
+      action(journal, *entries);
     }
-    all.push_back(Finish(*entries));
-    RemoveFile(journal);
   }
+}
+
+}  // namespace
+
+std::vector<Finished> FinishInterrupted(const fs::path& folder,
+                                        const std::function<bool(const fs::path&)>& isOurs) {
+  std::vector<Finished> all;
+  ForEachLeft(folder, isOurs, [&](const fs::path& journal, const std::vector<Entry>& entries) {
+    all.push_back(Finish(entries));
+    RemoveFile(journal);
+  });
   return all;
+}
+
+std::vector<fs::path> LeftByInterrupted(const fs::path& folder,
+                                        const std::function<bool(const fs::path&)>& isOurs) {
+  std::vector<fs::path> left;
+  ForEachLeft(folder, isOurs, [&](const fs::path&, const std::vector<Entry>& entries) {
+    for (const Entry& entry : entries) {
+      if (PresentBytes(entry.File) != entry.Bytes) left.push_back(entry.File);
+    }
+  });
+  return left;
 }
 
 }  // namespace tessel::files

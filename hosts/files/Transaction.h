@@ -40,4 +40,10 @@ std::vector<Finished> FinishInterrupted(
     const std::filesystem::path& folder,
     const std::function<bool(const std::filesystem::path& file)>& isOurs);
 
+/// The files that `FinishInterrupted` would write, those that were changed since included; nothing
+/// is touched.
+[[nodiscard]] std::vector<std::filesystem::path> LeftByInterrupted(
+    const std::filesystem::path& folder,
+    const std::function<bool(const std::filesystem::path& file)>& isOurs);
+
 }  // namespace tessel::files

@@ -269,6 +269,22 @@ void DesignerTree::Rename(DesignerNode& node, StringView name) {
   Touched();
 }
 
+void DesignerTree::RenameReferences(StringView file, StringView newFile) {
+  const String reference = u"\"" + String(file) + u"\":";
+  const auto rename = [&](DesignerNode& node) {
+    for (auto& item : node.Items) {
+      // Behind a text there is no colon, so that a text that says the same is none.
+      const std::size_t place = vb::InStr(item.Line, reference, vb::Compare::Text);
+      if (item.Child || place == 0 || item.Line.find(u'=') > place) continue;
+      item.Line.replace(place, file.size(), newFile);
+    }
+  };
+  if (!root_) return;
+  rename(*root_);
+  for (DesignerNode* const node : Controls()) rename(*node);
+  Touched();
+}
+
 DesignerNode& DesignerTree::Add(DesignerNode& parent, StringView className, StringView name,
                                 bool onTop) {
   auto node = std::make_shared<DesignerNode>();

@@ -69,6 +69,9 @@ class DesignerTree {
   /// Gives a property the line that `RawLine` answered before; with nothing, takes its line away.
   void PutLine(DesignerNode& node, StringView property, const std::optional<String>& line);
   void Rename(DesignerNode& node, StringView name);
+  /// Lets every value that is drawn from one file beside the form ("Form1.frx":0000) be drawn from
+  /// another one.
+  void RenameReferences(StringView file, StringView newFile);
   /// A new block inside `parent`: behind its items, or ahead of its other blocks, which is on top
   /// of what they draw.
   DesignerNode& Add(DesignerNode& parent, StringView className, StringView name,

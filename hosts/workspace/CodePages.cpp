@@ -8,72 +8,15 @@
 #include <memory>
 #include <unordered_map>
 
+#include "vb/ByteText.h"
 #include "vb/CodePages.h"
 #include "vb/Failure.h"
 
 namespace tessel::workspace {
 namespace {
 
-constexpr char16_t Escape = 0xDC00;
-
 unsigned char Byte(char unit) { return static_cast<unsigned char>(unit); }
-bool IsEscape(char16_t unit) { return unit >= Escape + 0x80 && unit <= Escape + 0xFF; }
-char16_t Escaped(char unit) { return static_cast<char16_t>(Escape + Byte(unit)); }
-
-// UTF-8
-
-/// Length of the valid sequence at the head of `bytes`, 0 for none; `point` is its character.
-std::size_t ReadUtf8(std::string_view bytes, char32_t& point) {
-  const unsigned char first = Byte(bytes.front());
-  const std::size_t length = first < 0x80                    ? 1
-                             : first >= 0xC2 && first < 0xE0 ? 2
-                             : first >= 0xE0 && first < 0xF0 ? 3
-                             : first >= 0xF0 && first < 0xF5 ? 4
-                                                             : 0;
-  if (length == 0 || bytes.size() < length) return 0;
-  point = length == 1 ? first : first & (0xFFU >> (length + 1));
-  for (std::size_t at = 1; at < length; ++at) {
-    if ((Byte(bytes[at]) & 0xC0) != 0x80) return 0;
-    point = (point << 6) | (Byte(bytes[at]) & 0x3FU);
-  }
-  const bool tooLong = (length == 3 && point < 0x800) || (length == 4 && point < 0x10000);
-  const bool surrogate = point >= 0xD800 && point <= 0xDFFF;
-  return tooLong || surrogate || point > 0x10FFFF ? 0 : length;
-}
-
-String DecodeUtf8(std::string_view bytes) {
-  String text;
-  text.reserve(bytes.size());
-  while (!bytes.empty()) {
-    char32_t point = 0;
-    const std::size_t length = ReadUtf8(bytes, point);
-    if (length == 0) {
-      text += Escaped(bytes.front());
-    } else if (point > 0xFFFF) {
-      text += static_cast<char16_t>(0xD7C0 + (point >> 10));
-      text += static_cast<char16_t>(0xDC00 + (point & 0x3FF));
-    } else {
-      text += static_cast<char16_t>(point);
-    }
-    bytes.remove_prefix(std::max<std::size_t>(1, length));
-  }
-  return text;
-}
-
-std::string EncodeUtf8(StringView text) {
-  std::string bytes;
-  bytes.reserve(text.size());
-  std::size_t start = 0;
-  for (std::size_t at = 0; at <= text.size(); ++at) {
-    const bool pair =
-        at > 0 && at < text.size() && text[at - 1] >= 0xD800 && text[at - 1] <= 0xDBFF;
-    if (at < text.size() && (!IsEscape(text[at]) || pair)) continue;
-    bytes += vb::ToUtf8(text.substr(start, at - start));
-    if (at < text.size()) bytes += static_cast<char>(text[at] - Escape);
-    start = at + 1;
-  }
-  return bytes;
-}
+char16_t Escaped(char unit) { return static_cast<char16_t>(vb::ByteEscape + Byte(unit)); }
 
 // Code pages of one and two bytes
 
@@ -193,8 +136,8 @@ std::optional<std::string> EncodeByTable(StringView text, const Table& table, st
     const char16_t unit = text[at];
     if (unit < 0x80) {
       *out++ = static_cast<char>(unit);
-    } else if (IsEscape(unit)) {
-      *out++ = static_cast<char>(unit - Escape);
+    } else if (vb::IsByteEscape(unit)) {
+      *out++ = static_cast<char>(unit - vb::ByteEscape);
     } else {
       const auto found = table.Bytes.find(unit);
       if (found == table.Bytes.end()) return std::nullopt;
@@ -241,7 +184,7 @@ void Count(std::string_view bytes, Statistics& seen) {
     CountJapanese(bytes.substr(at, end - at), seen);
     for (std::string_view rest = bytes.substr(at, end - at); !rest.empty() && seen.Utf8;) {
       char32_t point = 0;
-      const std::size_t length = ReadUtf8(rest, point);
+      const std::size_t length = vb::ReadUtf8(rest, point);
       seen.Utf8 = length > 1;
       seen.SawSequence |= length > 1;
       rest.remove_prefix(std::max<std::size_t>(1, length));
@@ -257,12 +200,12 @@ bool IsKnownCodePage(int codePage) {
 }
 
 String Decode(std::string_view bytes, int codePage) {
-  if (codePage == Utf8CodePage) return DecodeUtf8(bytes);
+  if (codePage == Utf8CodePage) return vb::FromBytes(bytes);
   return DecodeByTable(bytes, TableOf(codePage));
 }
 
 std::optional<std::string> Encode(StringView text, int codePage, std::size_t& at) {
-  if (codePage == Utf8CodePage) return EncodeUtf8(text);
+  if (codePage == Utf8CodePage) return vb::ToBytes(text);
   return EncodeByTable(text, TableOf(codePage), at);
 }
 

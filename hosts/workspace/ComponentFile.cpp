@@ -6,6 +6,7 @@
 #include "hosts/model/Declarations.h"
 #include "hosts/model/Project.h"
 #include "hosts/model/Statements.h"
+#include "hosts/model/Vbe.h"
 #include "hosts/workspace/ByteLines.h"
 #include "hosts/workspace/CodePages.h"
 #include "hosts/workspace/ComponentKinds.h"
@@ -270,8 +271,10 @@ std::string ComponentFile::CodeBytes(const model::VBComponent& component) const 
   String text;
   text.reserve(bytes_.size() + bytes_.size() / 4);
   std::size_t lastEnd = 0;
+  bool lastIsEmpty = false;
   const auto add = [&](StringView line, model::LineEnd end) {
     text += line;
+    lastIsEmpty = line.empty();
     lastEnd = text.size();
     text += EndText(end);
   };
@@ -295,7 +298,8 @@ std::string ComponentFile::CodeBytes(const model::VBComponent& component) const 
     for (; open <= line; ++open) addHidden(open, false);
     open = 0;
   }
-  if (!endsLast_) text.resize(lastEnd);
+  // An empty line is nothing but its end.
+  if (!endsLast_ && !lastIsEmpty) text.resize(lastEnd);
   return EncodeOrFail(text, codeStart_ == 0 ? 1 : LineNumber(bytes_, codeStart_ - 1) + 1);
 }
 
@@ -320,51 +324,98 @@ void ComponentFile::Stored(model::VBComponent& component, std::string bytes) {
   if (component.OwnDesigner()) component.OwnDesigner()->Tree().SetModified(false);
 }
 
-void ComponentFile::SaveAs(model::VBComponent& component, StringView fileName) {
-  fs::path path = PathOf(vb::Replace(fileName, u"\\", u"/"));
-  std::string bytes = Compose(component);
-  CopyCompanions(path.parent_path());
-  files::RemoveStrays(path.parent_path());
-  files::WriteFile(path, bytes);
-  path_ = std::move(path);
-  Stored(component, std::move(bytes));
+namespace {
+
+/// Two components in one file would take it from each other.
+void CheckIsNoOthers(const model::VBComponent& component, const fs::path& path) {
+  const auto own = component.Project();
+  const auto vbe = own ? own->Environment() : nullptr;
+  if (!vbe) return;
+  const fs::path target = fs::weakly_canonical(path);
+  for (const auto& project : vbe->Projects().All()) {
+    for (const auto& other : project->Components().All()) {
+      if (other.get() == &component || !other->Storage()) continue;
+      const String file = other->Storage()->FileName();
+      if (file.empty() || fs::weakly_canonical(PathOf(file)) != target) continue;
+      throw vb::Failure(vb::PathFileAccess,
+                        TextOf(path) + u": the component \"" + other->PlainName() +
+                            u"\" of the project \"" + project->PlainName() +
+                            u"\" is kept there; nothing was written",
+                        u"Tessel.workspace");
+    }
+  }
 }
 
-/// The files beside this one that the head draws pictures and texts from ("Form1.frx":0000).
-std::vector<fs::path> ComponentFile::Companions() const {
-  std::vector<fs::path> found;
+void CopyCompanion(const fs::path& file, const fs::path& copy) {
+  if (fs::weakly_canonical(copy) == fs::weakly_canonical(file)) return;
+  const std::string bytes = files::ReadFile(file);
+  if (!files::CreateFile(copy, bytes) && files::ReadFile(copy) != bytes) {
+    throw vb::Failure(vb::PathFileAccess,
+                      TextOf(copy) +
+                          u": another file of this name is there already, and the "
+                          u"component's pictures would have to stand in it",
+                      u"Tessel.workspace");
+  }
+}
+
+}  // namespace
+
+/// A form finds its pictures beside its new file; those that bear its name bear its new one.
+void ComponentFile::SaveAs(model::VBComponent& component, StringView fileName) {
+  fs::path path = PathOf(vb::Replace(fileName, u"\\", u"/"));
+  if (fs::weakly_canonical(path) != fs::weakly_canonical(path_)) CheckIsNoOthers(component, path);
+  const auto companions = Companions(path);
+  const auto tree = component.OwnDesigner() ? &component.OwnDesigner()->Tree() : nullptr;
+  const bool modified = tree != nullptr && tree->IsModified();
+  const auto name = [&](const std::string& from, const std::string& to) {
+    if (tree != nullptr && from != to) {
+      tree->RenameReferences(Decode(from, codePage_), Decode(to, codePage_));
+    }
+  };
+  const auto written = [](const Companion& one) { return one.Copy.filename().string(); };
+  try {
+    for (const Companion& one : companions) name(one.Written, written(one));
+    std::string bytes = Compose(component);
+    for (const Companion& one : companions) CopyCompanion(one.File, one.Copy);
+    files::RemoveStrays(path.parent_path());
+    files::WriteFile(path, bytes);
+    path_ = std::move(path);
+    Stored(component, std::move(bytes));
+  } catch (...) {
+    for (const Companion& one : companions) name(written(one), one.Written);
+    if (tree != nullptr) tree->SetModified(modified);
+    throw;
+  }
+}
+
+/// What the head draws from ("Form1.frx":0000), for a file of another name.
+std::vector<ComponentFile::Companion> ComponentFile::Companions(const fs::path& newPath) const {
+  std::vector<Companion> found;
   const std::string_view head = Part(bom_, headEnd_);
   for (std::size_t at = 0; at < head.size();) {
     const std::size_t next = NextLine(head, at);
     const std::string_view line = Trimmed(head.substr(at, next - at));
+    at = next;
     const std::size_t end = line.rfind("\":");
     const std::size_t start = end == std::string_view::npos ? end : line.rfind('"', end - 1);
-    if (start != std::string_view::npos && line.find('=') < start) {
-      fs::path file = ResolveNamed(path_.parent_path(),
-                                   std::string(line.substr(start + 1, end - start - 1)), codePage_);
-      if (fs::is_regular_file(file) && std::find(found.begin(), found.end(), file) == found.end()) {
-        found.push_back(std::move(file));
-      }
+    if (start == std::string_view::npos || line.find('=') > start) continue;
+    Companion one{std::string(line.substr(start + 1, end - start - 1)), {}, {}};
+    one.File = ResolveNamed(path_.parent_path(), one.Written, codePage_);
+    if (!fs::is_regular_file(one.File) ||
+        std::any_of(found.begin(), found.end(),
+                    [&](const Companion& other) { return other.File == one.File; })) {
+      continue;
     }
-    at = next;
+    const bool own = vb::SameText(TextOf(one.File.stem()), TextOf(path_.stem())) &&
+                     newPath.stem() != path_.stem();
+    one.Copy = newPath.parent_path() / one.File.filename();
+    if (own) {
+      one.Copy = newPath.parent_path() / newPath.stem();
+      one.Copy += one.File.extension();
+    }
+    found.push_back(std::move(one));
   }
   return found;
-}
-
-/// A form in another folder finds its pictures there.
-void ComponentFile::CopyCompanions(const fs::path& folder) const {
-  for (const fs::path& file : Companions()) {
-    const fs::path copy = folder / file.filename();
-    if (fs::weakly_canonical(copy) == fs::weakly_canonical(file)) continue;
-    const std::string bytes = files::ReadFile(file);
-    if (!files::CreateFile(copy, bytes) && files::ReadFile(copy) != bytes) {
-      throw vb::Failure(vb::PathFileAccess,
-                        TextOf(copy) +
-                            u": another file of this name is there already, and the "
-                            u"component's pictures would have to stand in it",
-                        u"Tessel.workspace");
-    }
-  }
 }
 
 void ComponentFile::Renamed(model::VBComponent& component) {

@@ -67,8 +67,13 @@ class ComponentFile : public model::ComponentStorage {
   [[nodiscard]] std::string CodeBytes(const model::VBComponent& component) const;
   [[nodiscard]] std::string EncodeOrFail(StringView text, int firstLine) const;
   void FindHidden() const;
-  [[nodiscard]] std::vector<std::filesystem::path> Companions() const;
-  void CopyCompanions(const std::filesystem::path& folder) const;
+  /// A file beside this one that the head draws pictures and texts from.
+  struct Companion {
+    std::string Written;  ///< as the head names it
+    std::filesystem::path File;
+    std::filesystem::path Copy;  ///< where one for another file of the component has to lie
+  };
+  [[nodiscard]] std::vector<Companion> Companions(const std::filesystem::path& newPath) const;
   [[noreturn]] void Fail(int line, StringView why) const;
 
   std::filesystem::path path_;

@@ -68,6 +68,19 @@ bool IsTaken(const fs::path& file) {
   return fs::exists(ResolvePath(file.parent_path(), file.filename()), error);
 }
 
+bool IsForm(const model::VBComponent& component) {
+  return component.PlainType() == host::vbext_ct_VBForm ||
+         component.PlainType() == host::vbext_ct_VBMDIForm;
+}
+
+bool HasSubMain(const model::VBComponent& component) {
+  if (component.PlainType() != host::vbext_ct_StdModule || !component.Module()) return false;
+  const auto& members = component.Module()->Index().Members();
+  return std::any_of(members.begin(), members.end(), [](const auto& member) {
+    return member.Kind == host::vbext_pk_Proc && vb::SameText(member.Name, u"Main");
+  });
+}
+
 /// The key of each kind of project, by number.
 constexpr const char* ProjectTypes[] = {"Exe", "OleExe", "OleDll", "Control"};
 
@@ -236,8 +249,37 @@ void LoadedProject::Added(const ComponentPtr& component) {
 void LoadedProject::Removed(const model::VBComponent& component) {
   const auto entry = entries_.find(&component);
   if (entry == entries_.end()) return;
-  if (file_) file_->RemoveEntry(entry->second.Id);
+  if (file_) {
+    file_->RemoveEntry(entry->second.Id);
+    FollowRemoved(component, entry->second.Name);
+  }
   entries_.erase(entry);
+}
+
+/// A project that began with a form that is gone begins with Sub Main where it has one, else with
+/// nothing; its icon is that of the first form that is left.
+void LoadedProject::FollowRemoved(const model::VBComponent& component, const String& name) {
+  const auto names = [&](const char* key) {
+    const auto value = file_->Value(key);
+    return value && vb::SameText(Decode(*value, codePage_), name);
+  };
+  const auto& all = project_->Components().All();
+  const auto find = [&](const auto& accept) {
+    return std::find_if(all.begin(), all.end(), [&](const ComponentPtr& one) {
+      return one.get() != &component && accept(*one);
+    });
+  };
+  if (names("Startup")) {
+    const bool main = find(HasSubMain) != all.end();
+    file_->SetValue("Startup", main ? "Sub Main" : "(None)");
+  }
+  if (!names("IconForm")) return;
+  const auto form = find(IsForm);
+  if (form == all.end()) {
+    file_->RemoveValue("IconForm");
+  } else {
+    file_->SetValue("IconForm", InCodePage((*form)->PlainName()));
+  }
 }
 
 ComponentPtr LoadedProject::Import(StringView fileName) {
@@ -335,14 +377,17 @@ void LoadedProject::CollectComponent(const ComponentPtr& component,
        [file, component](const std::string& stored) { file->Stored(*component, stored); }});
 }
 
+std::optional<std::string> LoadedProject::KnownBytes() const {
+  if (seen_) return *seen_;
+  if (!file_ || file_->StoredBytes().empty()) return std::nullopt;
+  return file_->StoredBytes();
+}
+
 void LoadedProject::CollectFile(std::vector<PendingFile>& pending) {
   if (!file_ || !file_->IsModified()) return;
-  const std::string& stored = file_->StoredBytes();
-  auto before = stored.empty() ? std::nullopt : std::optional<std::string>(stored);
-  if (seen_) before = *seen_;
   const auto self = shared_from_this();
   pending.push_back(
-      {{file_->Path(), std::move(before), file_->Bytes()}, [self](const std::string& bytes) {
+      {{file_->Path(), KnownBytes(), file_->Bytes()}, [self](const std::string& bytes) {
          self->file_->Stored(bytes);
          self->seen_.reset();
        }});

@@ -65,6 +65,8 @@ class LoadedProject : public std::enable_shared_from_this<LoadedProject> {
   [[nodiscard]] const std::shared_ptr<model::VBProject>& Project() const { return project_; }
   /// Null for one that is never written.
   [[nodiscard]] ProjectFile* File() const { return file_.get(); }
+  /// The bytes that the project file is known to have on the disk; nothing: there is no file.
+  [[nodiscard]] std::optional<std::string> KnownBytes() const;
   /// Where the project lies, or its only component.
   [[nodiscard]] const std::filesystem::path& Folder() const { return folder_; }
   [[nodiscard]] const std::vector<Problem>& Problems() const { return problems_; }
@@ -84,6 +86,7 @@ class LoadedProject : public std::enable_shared_from_this<LoadedProject> {
                   const std::filesystem::path& file);
   void Added(const std::shared_ptr<model::VBComponent>& component);
   void Removed(const model::VBComponent& component);
+  void FollowRemoved(const model::VBComponent& component, const String& name);
   std::shared_ptr<model::VBComponent> Import(StringView fileName);
   [[nodiscard]] std::filesystem::path FreePath(const model::VBComponent& component,
                                                const std::vector<PendingFile>& pending) const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "hosts/workspace/CodePages.h"
+#include "vb/ByteText.h"
 
 namespace tessel::workspace {
 namespace {
@@ -24,12 +25,9 @@ bool Exists(const fs::path& path) {
 
 }  // namespace
 
-String TextOf(const fs::path& path) { return Decode(path.string(), Utf8CodePage); }
+String TextOf(const fs::path& path) { return vb::FromBytes(path.string()); }
 
-fs::path PathOf(StringView text) {
-  std::size_t at = 0;
-  return {Encode(text, Utf8CodePage, at).value_or(std::string())};
-}
+fs::path PathOf(StringView text) { return {vb::ToBytes(text)}; }
 
 fs::path ResolvePath(const fs::path& folder, const fs::path& written) {
   std::string text = written.string();

@@ -98,6 +98,10 @@ void ProjectFile::SetValue(std::string_view key, const std::string& value) {
   Put(text, Unquoted(Split(text)->Value), value);
 }
 
+void ProjectFile::RemoveValue(std::string_view key) {
+  if (const Line* const found = FindKey(key)) RemoveEntry(found->Id);
+}
+
 host::vbext_ProjectType ProjectFile::Type() const {
   const std::string type = Lower(Value("Type").value_or("Exe"));
   if (type == "oleexe") return host::vbext_pt_ActiveXExe;

@@ -46,6 +46,8 @@ class ProjectFile {
   void RemoveEntry(int id);
   /// Changes the value of a key that is there; quotes stay.
   void SetValue(std::string_view key, const std::string& value);
+  /// Takes the line of a key away; no effect when there is none.
+  void RemoveValue(std::string_view key);
 
  private:
   struct Line {

@@ -114,7 +114,7 @@ std::vector<Problem> Workspace::Problems() const {
 std::vector<String> Workspace::TakeNotices() { return std::exchange(notices_, {}); }
 
 void Workspace::FinishInterrupted(const fs::path& folder) {
-  files::RemoveStrays(folder);
+  if (!options_.ReadsOnly) files::RemoveStrays(folder);
   // A folder may come from anybody, and so may a journal in it: files elsewhere are written only
   // where a project of the folder names them.
   std::optional<std::set<fs::path>> named;
@@ -125,6 +125,14 @@ void Workspace::FinishInterrupted(const fs::path& folder) {
     if (!named) named = NamedFiles(folder);
     return named->contains(file);
   };
+  if (options_.ReadsOnly) {
+    const auto left = files::LeftByInterrupted(folder, isOurs);
+    if (!left.empty()) {
+      notices_.push_back(u"A save was interrupted, and is finished when something is saved: " +
+                         Listed(left));
+    }
+    return;
+  }
   for (const files::Finished& one : files::FinishInterrupted(folder, isOurs)) {
     if (!one.Written.empty()) {
       notices_.push_back(u"A save that was interrupted was finished: " + Listed(one.Written));
@@ -159,12 +167,27 @@ void Workspace::OpenText(const fs::path& given, std::string bytes) {
   Show({LoadedProject::LoadSingle(vbe_, file, std::move(bytes), options_.CodePage)});
 }
 
+/// What killed saves left beside the files of a project, which may lie in other folders or be
+/// reached by links.
+void Workspace::RemoveStraysOf(model::VBProject& project) const {
+  std::set<fs::path> folders;
+  for (const auto& component : project.Components().All()) {
+    const auto file = workspace::FileOf(*component);
+    try {
+      if (file) folders.insert(files::FolderOfTarget(file->Path()));
+    } catch (const vb::Failure&) {  // told when the file is written
+    }
+  }
+  for (const fs::path& folder : folders) files::RemoveStrays(folder);
+}
+
 /// Makes loaded projects the environment's, and tells of them.
 void Workspace::Show(const std::vector<ProjectPtr>& loaded) {
   for (const auto& open : loaded) {
     open->Attach();
     projects_.push_back(open);
     vbe_->Projects().All().push_back(open->Project());
+    if (!options_.ReadsOnly) RemoveStraysOf(*open->Project());
   }
   vbe_->OwnHook()->Tell(&model::Observer::ProjectsChanged);
   vbe_->Activate(loaded.front()->Project());
@@ -254,6 +277,11 @@ void Workspace::AcceptOutside(const std::shared_ptr<model::VBProject>& project) 
 void Workspace::AcceptOutside(const host::VBComponent& component) {
   const Kept kept = KeptOf(component);
   kept.File->SetSeen(files::PresentBytes(kept.File->Path()));
+}
+
+std::optional<std::string> Workspace::KnownBytes(const model::VBProject& project) const {
+  const ProjectPtr open = Find(&project);
+  return open ? open->KnownBytes() : std::nullopt;
 }
 
 std::vector<fs::path> Workspace::ChangedFiles() const {

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,8 @@ struct Options {
   /// Code page of files that have no byte order mark: 1252, 1251, 932, 65001 ...; 0 finds out for
   /// each project from its bytes and the names of its files.
   int CodePage = 0;
+  /// Nothing is to be written: interrupted saves and strays stay as they are.
+  bool ReadsOnly = false;
 };
 
 /// Number of the failure of a save where a file was changed by another program since it was read.
@@ -34,15 +37,15 @@ class Workspace : public model::Environment {
   /// Opens a project (.vbp), a group (.vbg), or one component file in a project of its own that is
   /// never written. Components that can't be loaded, and projects of a group, become problems; the
   /// rest opens. What fails to open leaves nothing behind. A save that was interrupted in the
-  /// folder is finished first. `codePage` as in Options, for these files alone. Answers the
-  /// problems.
+  /// folder is finished first, unless nothing is to be written. `codePage` as in Options, for these
+  /// files alone. Answers the problems.
   std::vector<Problem> Open(const std::filesystem::path& file, int codePage = 0);
   /// Opens one component whose bytes are at hand, as if they stood in that file.
   void OpenText(const std::filesystem::path& file, std::string bytes);
   /// What of the open projects could not be loaded. The lines stay in the project files.
   [[nodiscard]] std::vector<Problem> Problems() const;
-  /// What the user is to know of interrupted saves that were finished, a sentence each. Answers and
-  /// forgets them.
+  /// What the user is to know of interrupted saves, finished or still there, a sentence each.
+  /// Answers and forgets them.
   [[nodiscard]] std::vector<String> TakeNotices();
 
   /// Writes every changed file; of each project all or none. All texts are encoded and all files
@@ -56,6 +59,9 @@ class Workspace : public model::Environment {
   void AcceptOutside(const std::shared_ptr<model::VBProject>& project);
   /// The same for the file of one component.
   void AcceptOutside(const host::VBComponent& component);
+  /// The bytes that a project's file is known to have on the disk; nothing for a project without a
+  /// file, or when the user has seen that it is gone.
+  [[nodiscard]] std::optional<std::string> KnownBytes(const model::VBProject& project) const;
   /// The files that `Save` would write.
   [[nodiscard]] std::vector<std::filesystem::path> ChangedFiles() const;
   /// Gives a project that was never saved its file (.vbp) and its components theirs beside it, and
@@ -88,6 +94,7 @@ class Workspace : public model::Environment {
                                                   std::vector<Problem>& problems);
   void Show(const std::vector<ProjectPtr>& loaded);
   void FinishInterrupted(const std::filesystem::path& folder);
+  void RemoveStraysOf(model::VBProject& project) const;
   std::vector<std::filesystem::path> Write(const std::filesystem::path& folder,
                                            std::vector<PendingFile>& pending);
 

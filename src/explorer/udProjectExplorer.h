@@ -141,6 +141,7 @@ class udProjectExplorer : public GuardedDocument {
   void btmCode_Click();
   void btmObject_Click();
   void EnableItems(forms::MenuItem& object, forms::MenuItem& code);
+  void OpenMenu(forms::MenuItem& menu);
   void AddByCommand(StringView routine, StringView caption);
   void txtFind_Change();
   void txtFind_KeyPress(int& key);

@@ -164,13 +164,18 @@ void udProjectExplorer::EnableItems(MenuItem& object, MenuItem& code) {
   code.SetEnabled(btmCode.Enabled());
 }
 
+/// Notices wait until the menu has closed and its item is done: the row stays the current one.
+void udProjectExplorer::OpenMenu(MenuItem& menu) {
+  Reading([&] { PopupMenu(menu); });
+}
+
 void udProjectExplorer::fgTree_MouseDown(int button, int row) {
   if (button != RightButton) return;
   const auto self = weak_from_this().lock();
   Routine(u"udProjectExplorer.fgTree_MouseDown", [&](const Statements& run) {
     if (row < 0) {
       EnableItems(MenuOfWindow.mnuWindowObject, MenuOfWindow.mnuWindowCode);
-      return run([&] { PopupMenu(MenuOfWindow.mnuWindow); });
+      return run([&] { OpenMenu(MenuOfWindow.mnuWindow); });
     }
     fgTree.Select(row, explorer::CaptionColumn);
     if (before_) chosen_ = IdentityOf(row);
@@ -180,13 +185,13 @@ void udProjectExplorer::fgTree_MouseDown(int button, int row) {
         MenuOfDocuments.Common.mnuObject.SetEnabled(false);
       }
       MenuOfDocuments.mnuRemove.SetCaption(nameRemoveComponent());
-      return run([&] { PopupMenu(MenuOfDocuments.mnuExplorerVBA); });
+      return run([&] { OpenMenu(MenuOfDocuments.mnuExplorerVBA); });
     }
     EnableItems(MenuOfRows.Common.mnuObject, MenuOfRows.Common.mnuCode);
     for (std::size_t at = 0; at < MenuOfRows.Adding.size(); ++at) {
       MenuOfRows.Adding[at].SetEnabled(CheckEnableButtonADD(explorer::AddingTable()[at].Command));
     }
-    run([&] { PopupMenu(MenuOfRows.mnuExplorerVB6); });
+    run([&] { OpenMenu(MenuOfRows.mnuExplorerVB6); });
   });
 }
 

@@ -187,6 +187,7 @@ void udProjectExplorer::LoadParticleTree(StringView project, const Component& co
     // Behind the reading nothing is asked that could keep its result from the rows.
     const String name = run([&] { return component->Name(); });
     const auto type = run([&] { return component->Type(); });
+    if (name.empty() || type == 0) return;
     RefreshMyComponent(project, component);
     // What was typed above the tree may find other rows now.
     if (!words_.IsEmpty()) return PutRows(false);

@@ -68,9 +68,10 @@ void ShowPane(const Statements& run, const std::shared_ptr<host::CodeModule>& mo
 template <class Visit>
 void ForEachComponent(const Statements& run, host::VBProject& project, Visit&& visit) {
   const auto components = run([&] { return project.VBComponents(); });
-  const int count = run([&] { return Need(components).Count(); });
+  if (!components) return;
+  const int count = run([&] { return components->Count(); });
   for (int index = 1; index <= count; ++index) {
-    run([&] { visit(*Need(components).Item(index)); });
+    run([&] { visit(*components->Item(index)); });
   }
 }
 
@@ -96,15 +97,18 @@ bool InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, St
     const auto project = run([&] { return Need(vbe).ActiveVBProject(); });
     if (!project) return;
     const auto components = run([&] { return Need(project).VBComponents(); });
+    if (!components) return;
     auto component = FindComponent(run, components, componentName);
     if (!component) component = AddComponent(run, components, componentName, newComponentType);
     const auto module = run([&] { return Need(component).CodeModule(); });
+    if (!module) return;
     ShowPane(run, module);
     const int line = run([&] {
       return (mode == EndOfDeclarations ? Need(module).CountOfDeclarationLines()
                                         : Need(module).CountOfLines()) +
              1;
     });
+    if (line < 1) return;
     run([&] { Need(module).InsertLines(line, blanklines::FollowedByOne(text, *module, line)); });
     const int caret = line + caretOffset;
     run([&] { Need(Need(module).CodePane()).SetTopLine(std::max(1, caret)); });

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "snippets/ListFragment.h"
 #include "store/Recordset.h"
 
 namespace tessel {
@@ -37,12 +38,6 @@ struct NodeLevel {
 struct NodeSpan {
   std::int32_t Lft = 0, Rgt = 0;
   bool operator==(const NodeSpan&) const = default;
-};
-
-/// The columns of one row of List; null reads as empty.
-struct ListFragment {
-  String Text, TitleObj, TextObj, CompObj, NameObj, ClassObj, TextUserNotes;
-  bool operator==(const ListFragment&) const = default;
 };
 
 /// Each operation that changes the tree is one immediate transaction: it waits for another process

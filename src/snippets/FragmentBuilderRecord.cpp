@@ -132,16 +132,19 @@ void frmFragmentBuilder::InsertObject() {
       return mFunctions::InsertObjectInUserProject(Need(trees_), key->Connection, VBInstance,
                                                    CurrentID(), true);
     });
-    if (trouble.empty()) return;
-    run([&] { platform::Current().Boxes().ShowMessage(trouble, u"Tessel", platform::Critical); });
+    if (!trouble.empty()) {
+      run([&] { platform::Current().Boxes().ShowMessage(trouble, u"Tessel", platform::Critical); });
+    }
+    FillComponents(run);
   });
 }
 
 void frmFragmentBuilder::InsertCode() {
-  Routine(u"frmFragmentBuilder.btmInsert_Click", [&] {
+  Routine(u"frmFragmentBuilder.btmInsert_Click", [&](const Statements& run) {
     mGlobals::InsertTextActiveVbComponent(VBInstance, ComListObject.Text(),
                                           RicCodeFragmentBuilder.Text(), mGlobals::EndOfModule, u"",
                                           host::vbext_ct_StdModule, 0);
+    FillComponents(run);
   });
 }
 
@@ -159,9 +162,9 @@ void frmFragmentBuilder::InsertSelectedTextInComponent(StringView text) {
     if (!VBInstance || !run([&] { return VBInstance->ActiveVBProject(); })) return;
     const auto pane = run([&] { return VBInstance->ActiveCodePane(); });
     if (!pane) return;
-    const host::Selection selection = run([&] { return pane->GetSelection(); });
+    const int line = run([&] { return pane->GetSelection().StartLine; });
     const auto module = run([&] { return pane->CodeModule(); });
-    run([&] { Need(module).InsertLines(selection.StartLine, text); });
+    if (line > 0 && module) run([&] { module->InsertLines(line, text); });
   });
 }
 

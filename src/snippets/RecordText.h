@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "snippets/CSQLTree.h"
+#include "snippets/ListFragment.h"
 
 namespace tessel {
 

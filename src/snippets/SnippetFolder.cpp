@@ -1,13 +1,10 @@
 #include "snippets/SnippetFolder.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
-#include <optional>
 #include <set>
 
 #include "platform/Platform.h"
-#include "snippets/RecordText.h"
+#include "snippets/SnippetFiles.h"
 #include "snippets/SnippetSearch.h"
 #include "store/Recordset.h"
 #include "vb/Failure.h"
@@ -17,23 +14,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* OrderFile = "_order.txt";
-constexpr const char* Extension = ".snippet";
-
-[[noreturn]] void Fail(const fs::path& file, StringView why) {
-  throw vb::Failure(vb::InvalidCall, file.u16string() + u": " + String(why), u"Tessel");
-}
-
-std::string ReadBytes(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-  if (!in) Fail(file, u"the file can't be read");
-  return bytes;
-}
-
 void WriteBytes(const fs::path& path, const std::string& bytes) {
   std::error_code error;
-  if (fs::exists(path, error) && ReadBytes(path) == bytes) return;
+  if (fs::exists(path, error) && ReadSnippetBytes(path) == bytes) return;
   platform::Current().Files().Write(path, bytes);
 }
 
@@ -74,28 +57,6 @@ class UsedNames {
   std::set<String> used_;
 };
 
-/// A line of an order file: the entry and, for a folder, the name of its node.
-struct Entry {
-  fs::path File;
-  String Name;
-};
-
-std::vector<Entry> ReadOrder(const fs::path& folder) {
-  std::vector<Entry> entries;
-  const fs::path file = folder / OrderFile;
-  if (!fs::exists(file)) return entries;
-  const String text = vb::FromUtf8(ReadBytes(file));
-  for (StringView line : vb::SplitViews(text, u"\n")) {
-    if (line.ends_with(u'\r')) line.remove_suffix(1);
-    const std::size_t tab = line.find(u'\t');
-    const fs::path entry{String(line.substr(0, tab))};
-    // An entry that leads out of the folder is none of an export's.
-    if (entry.empty() || entry.filename() != entry || entry == ".." || entry == ".") continue;
-    entries.push_back({entry, tab == StringView::npos ? String() : String(line.substr(tab + 1))});
-  }
-  return entries;
-}
-
 class Exporter {
  public:
   Exporter(CSQLTree& tree, const fs::path& folder) : tree_(tree), root_(folder) {}
@@ -135,7 +96,7 @@ class Exporter {
   }
   void WriteRecord(const TreeNode& node) {
     Folder& folder = open_.back();
-    const std::string file = folder.Names.Take(node.Name, Extension);
+    const std::string file = folder.Names.Take(node.Name, SnippetExtension);
     Note(folder, file, u"");
     const fs::path path = folder.Path / file;
     WriteBytes(path, WriteRecordText({node.Name, tree_.GetRecordsetFromList(node.ID)}));
@@ -148,9 +109,9 @@ class Exporter {
   /// What an earlier export listed here and this one doesn't was an export's own.
   void Close() {
     const Folder& folder = open_.back();
-    const auto earlier = ReadOrder(folder.Path);
-    WriteBytes(folder.Path / OrderFile, vb::ToUtf8(folder.Order));
-    for (const Entry& entry : earlier) {
+    const auto earlier = ReadSnippetOrder(folder.Path);
+    WriteBytes(folder.Path / SnippetOrderFile, vb::ToUtf8(folder.Order));
+    for (const SnippetEntry& entry : earlier) {
       if (!folder.Entries.contains(entry.File)) RemoveExported(folder.Path / entry.File);
     }
     open_.pop_back();
@@ -158,11 +119,11 @@ class Exporter {
   static void RemoveExported(const fs::path& path) {
     std::error_code error;
     if (!fs::is_directory(fs::symlink_status(path, error))) {
-      if (path.extension() == Extension) fs::remove(path, error);
+      if (path.extension() == SnippetExtension) fs::remove(path, error);
       return;
     }
-    for (const Entry& entry : ReadOrder(path)) RemoveExported(path / entry.File);
-    fs::remove(path / OrderFile, error);
+    for (const SnippetEntry& entry : ReadSnippetOrder(path)) RemoveExported(path / entry.File);
+    fs::remove(path / SnippetOrderFile, error);
     // A folder that holds something else stays.
     fs::remove(path, error);
   }
@@ -172,47 +133,6 @@ class Exporter {
   std::vector<Folder> open_;
   std::vector<fs::path> written_;
 };
-
-/// What was read of a folder, before anything is written.
-struct ReadNode {
-  std::optional<NamedFragment> Record;
-  String Name;
-  std::vector<ReadNode> Children;
-};
-
-/// The entries of a folder: those in order first, then the others by name.
-std::vector<Entry> EntriesOf(const fs::path& folder) {
-  std::vector<Entry> entries;
-  std::set<fs::path> listed;
-  for (Entry& entry : ReadOrder(folder)) {
-    if (!fs::exists(folder / entry.File) || !listed.insert(entry.File).second) continue;
-    entries.push_back(std::move(entry));
-  }
-  std::set<fs::path> others;
-  for (const auto& entry : fs::directory_iterator(folder)) others.insert(entry.path().filename());
-  for (const fs::path& name : others) {
-    if (!listed.contains(name) && name.native().front() != fs::path(".").native().front()) {
-      entries.push_back({name, {}});
-    }
-  }
-  return entries;
-}
-
-std::vector<ReadNode> ReadFolder(const fs::path& folder) {
-  std::vector<ReadNode> nodes;
-  for (const Entry& entry : EntriesOf(folder)) {
-    const fs::path path = folder / entry.File;
-    if (fs::is_directory(path) && !fs::is_symlink(path)) {
-      const String name = entry.Name.empty() ? entry.File.u16string() : entry.Name;
-      nodes.push_back({std::nullopt, name, ReadFolder(path)});
-    } else if (path.extension() == Extension) {
-      NamedFragment record = ReadRecordText(ReadBytes(path), path.u16string());
-      String name = record.Name;
-      nodes.push_back({std::move(record), std::move(name), {}});
-    }
-  }
-  return nodes;
-}
 
 std::int32_t ChildNamed(CSQLTree& tree, std::int32_t parent, StringView name, bool folder) {
   const auto children = tree.GetNodesForParent(parent);
@@ -239,7 +159,7 @@ class Importer {
  public:
   explicit Importer(CSQLTree& tree) : tree_(tree) {}
 
-  void Enter(const std::vector<ReadNode>& nodes, std::int32_t parent, const String& path) {
+  void Enter(const std::vector<SnippetFileNode>& nodes, std::int32_t parent, const String& path) {
     // New folders enter at the front: the last one goes first.
     std::vector<std::int32_t> folders(nodes.size());
     for (std::size_t at = nodes.size(); at-- > 0;) {
@@ -287,7 +207,7 @@ std::vector<fs::path> ExportSnippets(CSQLTree& tree, const fs::path& folder) {
 
 std::vector<ImportedSnippet> ImportSnippets(CSQLTree& tree, const fs::path& folder,
                                             std::int32_t parent) {
-  const auto nodes = ReadFolder(folder);
+  const auto nodes = ReadSnippetFiles(folder);
   Importer importer(tree);
   store::Transaction transaction(*tree.Connection());
   importer.Enter(nodes, parent, u"");

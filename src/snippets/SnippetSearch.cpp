@@ -18,8 +18,15 @@ bool Holds(StringView text, StringView word) {
 }
 
 struct Texts {
-  String Notes, Text, Code, Object;
+  const String &Notes, &Text, &Code, &Object;
 };
+
+/// The cell's own text; texts are long, so they aren't copied.
+const String& TextOf(const store::Value& cell) {
+  static const String None;
+  const auto* const text = std::get_if<String>(&cell);
+  return text == nullptr ? None : *text;
+}
 
 /// 0 when the word stands nowhere.
 int ScoreOf(const SnippetPath& one, const Texts& texts, StringView word) {
@@ -79,7 +86,9 @@ std::vector<SnippetHit> FindSnippets(CSQLTree& tree, const std::vector<String>& 
     rows.Open(batch, {last});
     if (rows.RecordCount() == 0) break;
     for (std::size_t row = 0; row < rows.RecordCount(); ++row) {
-      const auto cell = [&](std::size_t column) { return store::ToText(rows.Cell(row, column)); };
+      const auto cell = [&](std::size_t column) -> const String& {
+        return TextOf(rows.Cell(row, column));
+      };
       last = store::ToLong(rows.Cell(row, 0));
       const auto place = places.find(static_cast<std::int32_t>(last));
       if (place == places.end()) continue;

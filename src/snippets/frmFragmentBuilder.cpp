@@ -1,5 +1,7 @@
 #include "snippets/frmFragmentBuilder.h"
 
+#include <algorithm>
+
 #include "foundation/CAppSettings.h"
 #include "insertion/mGlobals.h"
 #include "scanning/mFunctions.h"
@@ -52,14 +54,14 @@ void frmFragmentBuilder::Arrange() {
        Row({Item(btmExpand), Item(btmCollapse)})},
       1);
   const Layout object =
-      Column({labelled(lblNameObjectTitle, lblNameObject), labelled(lblTypeTitle, lblType),
+      Column({labelled(lblNameObjectTitle, lblNameObject),
+              Row({Item(lblTypeTitle), Item(lblType, 1), Item(btmInsertObject)}),
               Item(RicCodeObjectFragmentBuilder, 1),
-              Row({Item(btmCodeSave), Item(btmImportObject), Space(), Item(btmInsertObject),
-                   Item(btmInsertSelected)})});
+              Row({Item(btmCodeSave), Item(btmImportObject), Space(), Item(btmInsertSelected)})});
   const Layout code =
-      Column({Row({Item(lblListObject), Item(ComListObject, 1)}), Item(RicCodeFragmentBuilder, 1),
-              Row({Item(btmSave), Item(btmImportCode), Space(), Item(btmInsert),
-                   Item(btmInsertSelectedsExample)})});
+      Column({Row({Item(lblListObject), Item(ComListObject, 1), Item(btmInsert)}),
+              Item(RicCodeFragmentBuilder, 1),
+              Row({Item(btmSave), Item(btmImportCode), Space(), Item(btmInsertSelectedsExample)})});
   const Layout notes = Column({Item(RicUserCode, 1), Row({Item(btmSaveUserCode), Space()})});
   const Layout database = Group(
       C1EMDB,
@@ -219,13 +221,20 @@ CSQLTree& frmFragmentBuilder::TreeOf(StringView connection) const {
   return Need(Need(trees_).item(connection));
 }
 
+/// Where the list was filled before, the user's choice stays; a list without it, as a failure may
+/// leave one, is passed over.
 void frmFragmentBuilder::FillComponents(const Statements& run) {
   run([&] {
     constexpr int WithNewModule = 2;
     const String names = mGlobals::GetProjectComponent(VBInstance, WithNewModule);
-    ComListObject.Clear();
-    if (names.empty()) return;
-    mFunctions::AddListInCombobox(ComListObject, vb::Split(names, u"|"));
+    const auto list = vb::Split(names, u"|");
+    const String chosen = ComListObject.Text();
+    const bool known = std::any_of(list.begin(), list.end(), [&](const String& name) {
+      return chosen.empty() || vb::SameText(name, chosen);
+    });
+    if (names.empty() || !known) return;
+    mFunctions::AddListInCombobox(ComListObject, list,
+                                  chosen.empty() ? std::nullopt : std::optional(chosen));
   });
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "SeedTexts.h"
+#include "StarterTexts.h"
 #include "store/Engine.h"
 
 namespace tessel::store {
@@ -14,10 +15,11 @@ namespace fs = std::filesystem;
 
 struct SeedFile {
   const char* Name;
-  std::string_view Statements;
+  std::string_view Statements, More;
 };
-constexpr SeedFile SeedFiles[] = {{"VBCode.MDB", seed::vbcode_sql},
-                                  {"Personal.MDB", seed::personal_sql}};
+/// The starter library is an empty snippet database with its records.
+constexpr SeedFile SeedFiles[] = {{"VBCode.MDB", seed::empty_snippets_sql, seed::starter_sql},
+                                  {"Personal.MDB", seed::personal_sql, {}}};
 
 /// The bytes that a database would have as a file.
 std::vector<std::byte> BytesOf(sqlite3* db) {
@@ -50,7 +52,7 @@ void WriteStandardDatabases(const fs::path& folder, platform::Files& files) {
   for (const SeedFile& seed : SeedFiles) {
     const fs::path file = folder / seed.Name;
     if (fs::exists(file)) continue;
-    const std::vector<std::byte> bytes = DatabaseOf(seed.Statements);
+    const std::vector<std::byte> bytes = DatabaseOf(std::string(seed.Statements).append(seed.More));
     // One that another process made meanwhile stays.
     static_cast<void>(
         files.Create(file, {reinterpret_cast<const char*>(bytes.data()), bytes.size()}));
@@ -60,6 +62,12 @@ void WriteStandardDatabases(const fs::path& folder, platform::Files& files) {
 std::shared_ptr<Connection> OpenDeliveredPersonal() {
   auto connection = std::make_shared<Connection>();
   connection->OpenMemory(seed::personal_sql);
+  return connection;
+}
+
+std::shared_ptr<Connection> OpenEmptySnippets() {
+  auto connection = std::make_shared<Connection>();
+  connection->OpenMemory(seed::empty_snippets_sql);
   return connection;
 }
 

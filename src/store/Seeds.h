@@ -18,6 +18,9 @@ void WriteStandardDatabases(const std::filesystem::path& folder, platform::Files
 /// The delivered shared database ("Personal.MDB"), in memory.
 [[nodiscard]] std::shared_ptr<Connection> OpenDeliveredPersonal();
 
+/// An empty snippet database, in memory.
+[[nodiscard]] std::shared_ptr<Connection> OpenEmptySnippets();
+
 /// The bytes of an empty snippet database (the built-in resource ETALONVBCODE, number 101).
 [[nodiscard]] std::span<const std::byte> EmptySnippetDatabase();
 

@@ -3,6 +3,8 @@
 #include <new>
 #include <utility>
 
+#include "vb/ByteText.h"
+
 namespace tessel::vb {
 namespace {
 
@@ -36,7 +38,7 @@ Failure::Failure(std::int32_t number, String description, String source)
     : number_(number),
       description_(std::move(description)),
       source_(std::move(source)),
-      utf8_(ToUtf8(description_)) {}
+      utf8_(ToBytes(description_)) {}
 
 Failure RuntimeFailure(RuntimeError number) { return {number, String(TextOf(number)), u"Tessel"}; }
 

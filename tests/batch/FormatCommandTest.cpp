@@ -198,6 +198,31 @@ TEST_F(FormatCommandTest, AReadOnlyFolderFailsAndNothingIsLost) {
   EXPECT_NE(folder_.Read("M.bas"), Formatted);
 }
 
+TEST_F(FormatCommandTest, AFileWithoutALastLineEndIsDoneInOneRun) {
+  const std::string head = "Attribute VB_Name = \"M\"\r\n";
+  request_.Files = {folder_.Write("M.bas", head + "Sub A()\r\nx = 1\r\nEnd Sub").string()};
+  EXPECT_EQ(Format(), Done) << err_.str();
+  EXPECT_EQ(folder_.Read("M.bas"), head + "Sub A()\r\n    x = 1\r\nEnd Sub\r\n\r\n\r\n");
+  request_.Check = true;
+  EXPECT_EQ(Format(), Done);
+}
+
+TEST_F(FormatCommandTest, ADateThatWasCutLosesABlankLineInTheSecondRun) {
+  // The cut leaves a line number alone, and of that an empty line.
+  const std::string head = "Attribute VB_Name = \"M\"\r\nSub A()\r\n    d = #1/1/1900 11\r\n";
+  const std::string tail = "59  PM#\r\nEnd Sub\r\n\r\n\r\n";
+  folder_.Write(
+      "M.bas", "Attribute VB_Name = \"M\"\r\nSub A()\r\nd = #1/1/1900 11:59:59 PM#\r\nEnd Sub\r\n");
+  request_.Files = {(folder_.Path() / "M.bas").string()};
+  request_.Force = true;
+  EXPECT_EQ(Format(), Done) << err_.str();
+  EXPECT_EQ(folder_.Read("M.bas"), head + "\r\n" + tail);
+  EXPECT_EQ(Format(), Done) << err_.str();
+  EXPECT_EQ(folder_.Read("M.bas"), head + tail);
+  request_.Check = true;
+  EXPECT_EQ(Format(), Done) << "from then on nothing changes";
+}
+
 TEST_F(FormatCommandTest, FormattingTheSamplesTwiceChangesOneCommentAlone) {
   fs::copy(fs::path(TESSEL_SOURCE_DIR) / "samples", folder_.Path() / "s",
            fs::copy_options::recursive);

@@ -2,10 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <cstdlib>
 #include <fstream>
 
 #include "batch/Tessel.h"
+#include "hosts/files/AtomicFile.h"
+#include "hosts/files/Transaction.h"
 
 namespace tessel::batch {
 namespace {
@@ -19,6 +24,8 @@ constexpr const char* Risky = "Sub A()\r\nBeep: DoEvents\r\nEnd Sub\r\n";
 
 class ProgramTest : public testing::Test {
  protected:
+  ~ProgramTest() override { files::OnWriteStep = nullptr; }
+
   static std::string Module(const std::string& name, const std::string& code) {
     return "Attribute VB_Name = \"" + name + "\"\r\n" + code;
   }
@@ -112,6 +119,69 @@ TEST_F(ProgramTest, PatchTakesTheOutputOfDiff) {
   ASSERT_EQ(Run({"format", "my project/P.vbp"}), Done);
   EXPECT_EQ(Read("my project/M.bas"), patched);
   EXPECT_EQ(Read("my project/N.bas"), patchedToo);
+}
+
+TEST_F(ProgramTest, FilesThatAreNoUtf8AreNamedInTheirOwnBytes) {
+  Write("M\xFCller/P.vbp", "Type=Exe\r\nModule=M; \xFC.bas\r\n");
+  Write("M\xFCller/\xFC.bas", Module("M", Plain));
+  ASSERT_EQ(Run({"format", "--diff", "M\xFCller/P.vbp"}), Done);
+  std::ofstream("change.patch", std::ios::binary) << out_;
+  ASSERT_EQ(std::system("patch --binary -p0 -s < change.patch"), 0) << out_;
+  EXPECT_EQ(Read("M\xFCller/\xFC.bas"), Module("M", Tidy));
+  EXPECT_EQ(Run({"members", "M\xFCller/P.vbp"}), Done);
+  EXPECT_EQ(out_.find("M  M\xFCller/\xFC.bas\n"), 0U) << out_;
+  EXPECT_EQ(Run({"members", "M\xFCller/no.vbp"}), Failed);
+  EXPECT_EQ(err_, "tessel: M\xFCller/no.vbp: the file does not exist\n");
+  fs::remove(tessel_.Folder.Path() / "M\xFCller/\xFC.bas");
+  EXPECT_EQ(Run({"members", "M\xFCller/P.vbp"}), Failed);
+  EXPECT_NE(err_.find("M\xFCller/P.vbp:2: "), std::string::npos) << err_;
+}
+
+/// A save of two files that a kill has cut off ahead of the second.
+class InterruptedSave : public ProgramTest {
+ protected:
+  void SetUp() override {
+    Project("", {{"M", Plain}, {"N", Plain}});
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      files::OnWriteStep = [](std::string_view step, const fs::path& file) {
+        if (step == "rename" && file.filename() == "N.bas") _exit(9);
+      };
+      files::WriteTogether(fs::current_path(), {Change("M"), Change("N")});
+      _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_EQ(WEXITSTATUS(status), 9);
+  }
+  static files::Change Change(const std::string& name) {
+    return {fs::current_path() / (name + ".bas"), Module(name, Plain), Module(name, Tidy)};
+  }
+};
+
+TEST_F(InterruptedSave, CommandsThatReadTellOfItAndLeaveIt) {
+  const std::string notice =
+      "tessel: A save was interrupted, and is finished when something is saved: N.bas\n";
+  for (const auto& words : std::vector<std::vector<std::string>>{
+           {"members", "P.vbp"},
+           {"format", "--check", "--quiet", "P.vbp"},
+           {"format", "--diff", "--quiet", "P.vbp"},
+           {"format", "--check", "--quiet", "--component", "N", "P.vbp"},
+           {"handlers", "remove", "--check", "--quiet", "P.vbp"},
+           {"handlers", "remove", "--diff", "--quiet", "P.vbp"}}) {
+    Run(words);
+    EXPECT_EQ(err_, notice) << words[0] << words[1];
+    EXPECT_EQ(Read("N.bas"), Module("N", Plain)) << words[0] << words[1];
+  }
+}
+
+TEST_F(InterruptedSave, CommandsThatWriteTellWhatTheyFinished) {
+  EXPECT_EQ(Run({"format", "--quiet", "P.vbp"}), Done);
+  EXPECT_EQ(err_, "tessel: A save that was interrupted was finished: N.bas\n");
+  EXPECT_EQ(Read("N.bas"), Module("N", Tidy));
+  EXPECT_EQ(Run({"format", "--quiet", "P.vbp"}), Done);
+  EXPECT_EQ(err_, "");
 }
 
 TEST_F(ProgramTest, FilesOutsideTheProjectsFolderAreNamedFromWhereTheUserStands) {
@@ -326,6 +396,28 @@ TEST_F(HandlerDifferences, WarnsOfAProjectThatWasStrippedAlone) {
   EXPECT_EQ(err_.rfind("P.vbp: warning: P: no handler was put in, since the scheme is empty", 0),
             0U)
       << err_;
+}
+
+TEST_F(HandlerDifferences, AComponentThatTwoFilesAreCalledIsNamedWithBoth) {
+  Write("A.bas", Module("M", Plain));
+  Write("B.bas", Module("M", Plain));
+  Write("P.vbp", "Type=Exe\r\nModule=M; A.bas\r\nModule=M; B.bas\r\nName=\"P\"\r\n");
+  const std::string error =
+      "tessel: P.vbp: there are several components \"m\": A.bas and B.bas; name the file itself in "
+      "the place of the project\n";
+  EXPECT_EQ(Run({"handlers", "remove", "--component", "m", "--member", "A", "P.vbp"}), Failed);
+  EXPECT_EQ(err_, error);
+  EXPECT_EQ(Run({"handlers", "remove", "--component", "m", "P.vbp"}), Failed);
+  EXPECT_EQ(err_, error);
+  EXPECT_EQ(Run({"handlers", "remove", "--component", "m", "--member", "A", "B.bas"}), Done);
+}
+
+TEST_F(HandlerDifferences, AMemberOfTwoProjectsOfAGroupIsNoSingleOne) {
+  for (const std::string folder : {"a/", "b/"}) Project(folder, {{"M", Plain}});
+  Write("G.vbg", "VBGROUP 5.0\r\nProject=a\\P.vbp\r\nProject=b\\P.vbp\r\n");
+  EXPECT_EQ(Run({"handlers", "remove", "--component", "M", "--member", "A", "G.vbg"}), Failed);
+  EXPECT_NE(err_.find("a/M.bas and b/M.bas"), std::string::npos) << err_;
+  EXPECT_EQ(Run({"handlers", "remove", "--component", "M", "G.vbg"}), Done) << err_;
 }
 
 TEST_F(HandlerDifferences, AnExcludedComponentIsNotWritten) {

@@ -241,6 +241,20 @@ TEST_F(ExplorerActions, ARightClickMakesTheRowCurrentAndLeavesItClosed) {
   EXPECT_TRUE(tree_->btmObject.Enabled());
 }
 
+TEST_F(ExplorerActions, ANoticeWhileTheMenuIsUpWaitsAndTheRowStaysTheCurrentOne) {
+  world_.Caret(u"Module1", 7);
+  world_.Services.DesktopService.OnMenu = [&](forms::MenuItem&) {
+    world_.Environment.SetText(u"Module1", TwoSubs.substr(0, TwoSubs.find(u"Sub Second")));
+    gEventCODE->RunTimerEventCode();
+    EXPECT_EQ(Current(), u"Form1");
+    return String(u"mnuCodeVB6");
+  };
+  user::RightClick(Grid(), RowOf(u"Form1"));
+  world_.Services.DesktopService.OnMenu = {};
+  EXPECT_EQ(ActivePane(), u"Form1");
+  ExpectTruth();
+}
+
 TEST_F(ExplorerActions, TheLeftButtonBringsNoMenu) {
   bool popped = false;
   world_.Services.DesktopService.OnMenu = [&](forms::MenuItem&) {

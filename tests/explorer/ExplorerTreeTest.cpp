@@ -286,7 +286,7 @@ TEST_F(ExplorerTree, AMemberOfAnotherKindOrNameIsSeen) {
 
 TEST_F(ExplorerTree, ReloadsWhenTheProjectsDiffer) {
   tree_->Show();
-  EXPECT_EQ(Reloads([&] { Notice(0); }), 1) << "no component is selected";
+  EXPECT_EQ(Reloads([&] { Notice(0); }), 2) << "no component is selected: read in any case";
   Add(host::vbext_ct_StdModule, u"Module1", TwoSubs);
   EXPECT_EQ(Reloads([&] { Notice(0); }), 2) << "the look at the projects, and the reading";
   EXPECT_EQ(Reloads([&] { Notice(0); }), 1) << "the look alone";
@@ -676,6 +676,8 @@ TEST_F(ExplorerTree, ThousandsOfRandomActionsEndInTheTruthAndCostNoMoreReloadsTh
     Notice(kind);
     ASSERT_EQ(RowsIn(Grid()), expected) << "action " << action << ", kind " << kind;
     const auto changes = Grid().TakeChanges();
+    // Without a selected component there is nothing to compare: the projects are read.
+    if (kind == 0 && !world_.Environment.VBE()->SelectedVBComponent()) continue;
     if (!differs) {
       EXPECT_FALSE(changes.Shape) << "action " << action << ", kind " << kind;
       EXPECT_EQ(changes.LastRow, -1) << "action " << action << ", kind " << kind;

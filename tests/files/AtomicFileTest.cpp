@@ -38,6 +38,35 @@ TEST_F(WholeFiles, AFileKeepsItsPermissionsAndItsNeighbours) {
   EXPECT_EQ(FileCount(), 2);
 }
 
+TEST_F(WholeFiles, AFileStaysWithItsOwnerWhoeverWritesIt) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs a user who may write for others";
+  const fs::path file = folder_.Write("a.bas", "old");
+  constexpr uid_t Owner = 1234;
+  constexpr gid_t Group = 4321;
+  ASSERT_EQ(chown(file.c_str(), Owner, Group), 0);
+  ASSERT_EQ(chmod(file.c_str(), 0640), 0);
+  WriteFile(file, "new");
+  struct stat about {};
+  ASSERT_EQ(stat(file.c_str(), &about), 0);
+  EXPECT_EQ(about.st_uid, Owner);
+  EXPECT_EQ(about.st_gid, Group);
+  EXPECT_EQ(about.st_mode & 07777, 0640U);
+}
+
+TEST_F(WholeFiles, StraysAreThoseOfOurOwnNamesAlone) {
+  folder_.Write(".tessel-0123abcd.tmp", "stray");
+  folder_.Write(".tessel-personal.tmp", "mine");
+  RemoveStrays(folder_.Path());
+  EXPECT_EQ(folder_.Read(".tessel-personal.tmp"), "mine");
+  EXPECT_EQ(FileCount(), 1);
+}
+
+TEST_F(WholeFiles, FailuresNameAFileInItsOwnBytes) {
+  const fs::path file = folder_.Path() / "M\xFCller.bas";
+  EXPECT_EQ(Fails([&] { (void)ReadFile(file); }),
+            file.string() + ": cannot be read: No such file or directory");
+}
+
 TEST_F(WholeFiles, ANameOfTwoHundredAndFiftyBytesIsWritten) {
   const std::string name = std::string(246, 'n') + ".bas";
   WriteFile(folder_.Path() / name, "x");

@@ -107,6 +107,26 @@ TEST_F(Together, AProcessThatEndsBehindTheJournalIsGoneOnWith) {
   }
 }
 
+TEST_F(Together, StraysBesideTheTargetOfALinkAreRemovedByTheNextWriting) {
+  fs::create_symlink("sub/c.bas", folder_.Path() / "link.bas");
+  folder_.Write("sub/.tessel-0123abcd.tmp", "half");
+  WriteTogether(folder_.Path(), {{folder_.Path() / "link.bas", "old sub/c.bas", "new"}});
+  EXPECT_EQ(folder_.Read("sub/c.bas"), "new");
+  EXPECT_EQ(Litter(), 0);
+}
+
+TEST_F(Together, WhatIsLeftCanBeToldWithoutTouchingIt) {
+  WriteAndEnd("rename", 3);
+  const int litter = Litter();
+  const std::vector<fs::path> left{folder_.Path() / "b.bas", folder_.Path() / "sub/c.bas",
+                                   folder_.Path() / "d.bas"};
+  EXPECT_EQ(LeftByInterrupted(folder_.Path(), IsOurs), left);
+  EXPECT_EQ(folder_.Read("b.bas"), "old b.bas");
+  EXPECT_EQ(Litter(), litter);
+  FinishInterrupted(folder_.Path(), IsOurs);
+  EXPECT_TRUE(LeftByInterrupted(folder_.Path(), IsOurs).empty());
+}
+
 TEST_F(Together, AFileThatSomebodyChangedSinceIsLeftAloneAndTheNewOneLiesBesideIt) {
   WriteAndEnd("rename", 3);
   EXPECT_EQ(folder_.Read("a.bas"), "new a.bas");

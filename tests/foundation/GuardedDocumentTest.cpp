@@ -7,7 +7,7 @@
 #include "forms/Controls.h"
 #include "forms/User.h"
 #include "foundation/CErrorHandler.h"
-#include "hosts/memory/MemoryPlatform.h"
+#include "support/MemoryPlatform.h"
 
 namespace tessel {
 namespace {

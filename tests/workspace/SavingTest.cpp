@@ -135,22 +135,105 @@ TEST_F(Saving, TheProjectFollowsNamesWhateverTheirSpelling) {
   EXPECT_EQ(folder_.Read("m\xC3\xBCller.BAS"), Module("M"));
 }
 
+/// A form with a picture; `pictures` is the file that it lies in.
+std::string FormWith(const std::string& pictures) {
+  return "VERSION 5.00\r\nBegin VB.Form F \r\n   Icon            =   \"" + pictures +
+         "\":0000\r\n   Tag             =   \"F.frx\"\r\n   Begin VB.Image i \r\n"
+         "      Picture         =   \"" +
+         pictures + "\":0A1C\r\n   End\r\nEnd\r\nAttribute VB_Name = \"F\"\r\n";
+}
+
 TEST_F(Saving, SaveAsTakesTheEntryAndThePicturesAlong) {
-  const std::string form =
-      "VERSION 5.00\r\nBegin VB.Form F \r\n   Icon            =   \"F.frx\":0000\r\nEnd\r\n"
-      "Attribute VB_Name = \"F\"\r\n";
+  const std::string form = FormWith("F.frx");
   folder_.Write("F.frm", form);
   folder_.Write("F.frx", "pictures");
   fs::create_directories(folder_.Path() / "forms");
   Workspace workspace(services_);
   workspace.Open(Project("Form=F.frm\r\n"));
-  workspace.Component(u"F")->SaveAs((folder_.Path() / "forms" / "Main.frm").u16string());
+  const auto component = workspace.Component(u"F");
+  component->SaveAs((folder_.Path() / "forms" / "Main.frm").u16string());
   EXPECT_EQ(workspace.ChangedFiles(), std::vector{folder_.Path() / "P.vbp"});
   workspace.Save();
   EXPECT_EQ(folder_.Read("P.vbp"), "Type=Exe\r\nForm=forms\\Main.frm\r\nName=\"P\"\r\n");
-  EXPECT_EQ(folder_.Read("forms/Main.frm"), form);
-  EXPECT_EQ(folder_.Read("forms/F.frx"), "pictures");
+  EXPECT_EQ(folder_.Read("forms/Main.frm"), FormWith("Main.frx"));
+  EXPECT_EQ(folder_.Read("forms/Main.frx"), "pictures");
   EXPECT_EQ(folder_.Read("F.frm"), form);
+  // Under the same name they keep theirs.
+  component->SaveAs((folder_.Path() / "Main.frm").u16string());
+  EXPECT_EQ(folder_.Read("Main.frm"), FormWith("Main.frx"));
+  EXPECT_EQ(folder_.Read("Main.frx"), "pictures");
+}
+
+TEST_F(Saving, PicturesUnderAnotherNameThanTheFormsKeepIt) {
+  folder_.Write("F.frm", FormWith("shared.frx"));
+  folder_.Write("shared.frx", "pictures");
+  Workspace workspace(services_);
+  workspace.Open(Project("Form=F.frm\r\n"));
+  workspace.Component(u"F")->SaveAs((folder_.Path() / "Main.frm").u16string());
+  EXPECT_EQ(folder_.Read("Main.frm"), FormWith("shared.frx"));
+  EXPECT_FALSE(fs::exists(folder_.Path() / "Main.frx"));
+}
+
+TEST_F(Saving, ASaveAsThatFailsLeavesTheFormAsItWas) {
+  folder_.Write("F.frm", FormWith("F.frx"));
+  folder_.Write("F.frx", "pictures");
+  folder_.Write("Main.frx", "of another form");
+  Workspace workspace(services_);
+  workspace.Open(Project("Form=F.frm\r\n"));
+  const auto component = workspace.Component(u"F");
+  EXPECT_THROW(component->SaveAs((folder_.Path() / "Main.frm").u16string()), vb::Failure);
+  EXPECT_FALSE(workspace.IsModified(*component));
+  EXPECT_EQ(workspace.Bytes(*component), FormWith("F.frx"));
+  EXPECT_EQ(folder_.Read("Main.frx"), "of another form");
+  EXPECT_FALSE(fs::exists(folder_.Path() / "Main.frm"));
+}
+
+TEST_F(Saving, SaveAsOntoAnotherComponentsFileIsRefused) {
+  folder_.Write("M.bas", Module("M"));
+  folder_.Write("N.bas", Module("N"));
+  fs::create_symlink("N.bas", folder_.Path() / "link.bas");
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\nModule=N; N.bas\r\n"));
+  const auto component = workspace.Component(u"M");
+  for (const char* name : {"N.bas", "link.bas"}) {
+    const fs::path file = folder_.Path() / name;
+    EXPECT_EQ(Fails([&] { component->SaveAs(file.u16string()); }),
+              file.string() +
+                  ": the component \"N\" of the project \"P\" is kept there; nothing was written");
+  }
+  EXPECT_EQ(folder_.Read("N.bas"), Module("N"));
+  component->SaveAs((folder_.Path() / "M.bas").u16string());  // its own
+  EXPECT_TRUE(workspace.Save().empty());
+}
+
+TEST_F(Saving, AProjectWithoutItsFirstFormBeginsWithSubMainOrNothing) {
+  const std::string head = "VERSION 5.00\r\nBegin VB.Form ";
+  for (const char* name : {"F", "G"}) {
+    folder_.Write(std::string(name) + ".frm",
+                  head + name + " \r\nEnd\r\nAttribute VB_Name = \"" + name + "\"\r\n");
+  }
+  folder_.Write("M.bas", Module("M", "Sub Main()\r\nEnd Sub\r\n"));
+  folder_.Write("C.cls", Module("C", "Sub Main()\r\nEnd Sub\r\n"));
+  const std::string ends = "IconForm=\"F\"\r\nStartup=\"f\"\r\n";
+  struct {
+    std::string Entries, Left;
+  } const cases[] = {
+      {"Module=M; M.bas\r\nForm=G.frm\r\n", "IconForm=\"G\"\r\nStartup=\"Sub Main\"\r\n"},
+      {"Class=C; C.cls\r\nForm=G.frm\r\n", "IconForm=\"G\"\r\nStartup=\"(None)\"\r\n"},
+      {"Module=M; M.bas\r\n", "Startup=\"Sub Main\"\r\n"}};
+  for (const auto& one : cases) {
+    Workspace workspace(services_);
+    workspace.Open(Project("Form=F.frm\r\n" + one.Entries + ends));
+    workspace.RemoveComponent(u"", u"F");
+    workspace.Save();
+    EXPECT_EQ(folder_.Read("P.vbp"), "Type=Exe\r\n" + one.Entries + one.Left + "Name=\"P\"\r\n");
+  }
+  // Another one goes: nothing follows.
+  Workspace workspace(services_);
+  workspace.Open(Project("Form=F.frm\r\nForm=G.frm\r\n" + ends));
+  workspace.RemoveComponent(u"", u"G");
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("P.vbp"), "Type=Exe\r\nForm=F.frm\r\n" + ends + "Name=\"P\"\r\n");
 }
 
 TEST_F(Saving, ANewNameBeyondTheCodePageIsRefusedAheadOfEverything) {
@@ -311,6 +394,24 @@ TEST_F(Saving, ANewProjectGetsANameOfItsOwn) {
   EXPECT_EQ(workspace.VBE()->ActiveVBProject()->Name(), u"Project3");
 }
 
+TEST_F(Saving, EmptyLinesAtTheEndOfAFileWithoutALastLineEndAreWritten) {
+  folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\nDim a");
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\n"));
+  const auto module = workspace.Component(u"M")->CodeModule();
+  module->InsertLines(2, u"");
+  module->InsertLines(3, u"");
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("M.bas"), Module("M", "Dim a\r\n\r\n\r\n"));
+  Workspace next(services_);
+  next.Open(folder_.Path() / "P.vbp");
+  EXPECT_EQ(next.Text(u"M"), workspace.Text(u"M"));
+  // A line that says something goes without its end, as it did.
+  module->DeleteLines(2, 2);
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("M.bas"), "Attribute VB_Name = \"M\"\r\nDim a");
+}
+
 TEST_F(Saving, AFileWithoutANameOfItsOwnIsGivenOne) {
   folder_.Write("M.bas", "Dim a\r\n");
   Workspace workspace(services_);
@@ -331,6 +432,20 @@ TEST_F(Saving, AReadOnlyFileIsNamedAndNothingIsWritten) {
   EXPECT_EQ(Fails([&] { workspace.Save(); }),
             (folder_.Path() / "N.bas").string() + ": cannot be written: the file is read-only");
   EXPECT_EQ(folder_.Read("M.bas"), Module("M"));
+}
+
+TEST_F(Saving, StraysOfKilledSavesAreRemovedWhereverTheProjectsFilesLie) {
+  folder_.Write("real/L.bas", Module("L"));
+  folder_.Write("sub/M.bas", Module("M"));
+  fs::create_symlink("real/L.bas", folder_.Path() / "L.bas");
+  const fs::path project = Project("Module=L; L.bas\r\nModule=M; sub\\M.bas\r\n");
+  const std::vector<std::string> strays{".tessel-00000001.tmp", "real/.tessel-00000002.tmp",
+                                        "sub/.tessel-00000003.tmp"};
+  for (const auto& stray : strays) folder_.Write(stray, "half");
+  Workspace(services_, {.CodePage = 0, .ReadsOnly = true}).Open(project);
+  for (const auto& stray : strays) EXPECT_TRUE(fs::exists(folder_.Path() / stray)) << stray;
+  Workspace(services_).Open(project);
+  for (const auto& stray : strays) EXPECT_FALSE(fs::exists(folder_.Path() / stray)) << stray;
 }
 
 /// A project of many modules, each of which says the same number.
@@ -393,6 +508,60 @@ TEST_F(ManyFiles, AProcessThatEndsAnywhereLeavesAllOldOrAllNewBehindTheNextStart
     next.Save();
     EXPECT_EQ(FileCount(), Count + 1) << "no litter behind the next save";
   }
+}
+
+TEST_F(ManyFiles, WhoeverReadsOnlyIsToldOfAnInterruptedSaveAndLeavesIt) {
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    Workspace workspace(services_);
+    workspace.Open(project_);
+    SetAll(workspace, 1);
+    int renamed = 0;
+    files::OnWriteStep = [&](std::string_view step, const fs::path&) {
+      if (step == "rename" && ++renamed == Count) _exit(9);  // the first one is the journal
+    };
+    workspace.Save();
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  const auto count = FileCount();
+  Workspace reader(services_, {.CodePage = 0, .ReadsOnly = true});
+  reader.Open(project_);
+  EXPECT_EQ(StateOf(reader), "mixed");
+  EXPECT_EQ(FileCount(), count);
+  const auto notices = reader.TakeNotices();
+  ASSERT_EQ(notices.size(), 1U);
+  EXPECT_EQ(notices[0], u"A save was interrupted, and is finished when something is saved: " +
+                            (folder_.Path() / "M38.bas").u16string() + u", " +
+                            (folder_.Path() / "M39.bas").u16string());
+}
+
+TEST_F(ManyFiles, AJournalOfFilesWithOddEndingsIsFinishedWhereTheProjectNamesThem) {
+  folder_.Write("sub/A.modul", Module("A", "' 0\r\n"));
+  folder_.Write("B", Module("B", "' 0\r\n"));
+  const fs::path project = Project("Module=A; sub\\A.modul\r\nModule=B; B\r\n");
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    Workspace workspace(services_);
+    workspace.Open(project);
+    SetAll(workspace, 1);
+    files::OnWriteStep = [](std::string_view step, const fs::path& file) {
+      if (step == "rename" && file.filename() == "B") _exit(9);
+    };
+    workspace.Save();
+    _exit(0);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  ASSERT_EQ(WEXITSTATUS(status), 9);
+  EXPECT_EQ(folder_.Read("B"), Module("B", "' 0\r\n"));
+  Workspace next(services_);
+  next.Open(project);
+  EXPECT_EQ(StateOf(next), "' 1");
+  EXPECT_EQ(next.TakeNotices().size(), 1U);
 }
 
 TEST_F(ManyFiles, AnInterruptedSaveIsFinishedByTheNextSaveToo) {

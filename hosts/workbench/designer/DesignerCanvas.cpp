@@ -19,9 +19,12 @@ bool Extends(Qt::KeyboardModifiers modifiers) {
 
 void PaintHandle(QPainter& painter, const HandlePlace& handle, bool leading,
                  const QPalette& palette) {
+  // Half of a handle lies on the form, half on what is behind it: one of the two colours stands out
+  // from each.
   const QColor ink = palette.color(QPalette::Active, QPalette::Highlight);
-  painter.setPen(ink);
-  painter.setBrush(leading && handle.Active ? ink : QColor(Qt::white));
+  const bool filled = leading && handle.Active;
+  painter.setPen(filled ? QColor(Qt::white) : ink);
+  painter.setBrush(filled ? ink : QColor(Qt::white));
   painter.drawRect(handle.Place.adjusted(0, 0, -1, -1));
 }
 

@@ -186,6 +186,10 @@ QWidget* FormLayout::MakeTabs(const Layout& node) const {
     Build(page.Children.size() == 1 ? page.Children.front() : page, *content);
     tabs.AddPage(content);
   }
+  // Pages that come and go with a selection must not make the window jump.
+  QSizePolicy policy = tabs.Widget()->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  tabs.Widget()->setSizePolicy(policy);
   return tabs.Widget();
 }
 

@@ -55,6 +55,8 @@ void ToolWindowDocks::Follow() {
     const auto document = dock.Document.lock();
     if (dock.Widget && dock.Widget->isHidden() == document->Visible()) {
       dock.Widget->setVisible(document->Visible());
+      // From behind the others of its place, without the keys.
+      if (document->Visible()) dock.Widget->raise();
     }
   }
 }

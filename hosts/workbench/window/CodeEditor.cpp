@@ -353,7 +353,37 @@ void CodeEditor::TidyEntered() {
   entered_.reset();
 }
 
+/// All lines from one to another (from 0) as one edit. Nothing but these lines changes, so each is
+/// tidied by what the others were ahead of it.
+void CodeEditor::TidyLines(int first, int last) {
+  std::vector<String> lines;
+  bool changed = false;
+  for (int line = first; line <= last; ++line) {
+    const String text = TextOfLines(line, line);
+    lines.push_back(Tidy(line + 1, text));
+    changed |= lines.back() != text;
+  }
+  if (changed) Replace(Position(first + 1, 1), LineEnd(last), ToEditor(vb::Join(lines, u"\n")));
+}
+
+void CodeEditor::paste() {
+  if (isReadOnly()) return;
+  BeginGroup();
+  const int first = LineOf(Ask(SCI_GETSELECTIONSTART));
+  QsciScintilla::paste();
+  const host::Selection caret = Selected();
+  const int last = caret.StartLine - 1;
+  if (options_.TidyLines && last > first) {
+    TidyLines(first, last - 1);
+    Select(caret);
+    entered_ = last;
+  }
+  EndGroup();
+}
+
 void CodeEditor::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Paste))
+    return paste();  // the component's own key tidies nothing
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   const long caret = Ask(SCI_GETCURRENTPOS);
   const int line = LineOf(caret);

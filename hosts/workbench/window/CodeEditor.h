@@ -47,6 +47,9 @@ class CodeEditor : public QsciScintilla {
   void SetTopLine(int line);
   /// Tidies the line that the user has just entered.
   void TidyEntered();
+  /// Puts the clipboard in. Of several lines those that are whole are tidied in the same step; the
+  /// last one is one that the user still stands in.
+  void paste() override;
 
   /// Puts the caret at the beginning of a line, and the line near the top.
   void GoToLine(int line);
@@ -80,6 +83,7 @@ class CodeEditor : public QsciScintilla {
   void FreeKeys();
   void SetUpMarks();
   [[nodiscard]] String Tidy(int line, const String& text) const;
+  void TidyLines(int first, int last);
   void WriteMissingEnd(int head);
   void CopyToModel(int line, int linesAdded);
   void FoldMembers();

@@ -3,6 +3,7 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <algorithm>
+#include <utility>
 
 #include "hosts/workbench/platform/Text.h"
 #include "hosts/workspace/ComponentFile.h"
@@ -49,7 +50,9 @@ bool IsInProject(const std::shared_ptr<model::VBComponent>& component) {
 }  // namespace
 
 FileWatch::FileWatch(const workspace::Workspace& workspace, QObject* parent)
-    : QObject(parent), vbe_(std::dynamic_pointer_cast<model::Vbe>(workspace.VBE())) {
+    : QObject(parent),
+      workspace_(workspace),
+      vbe_(std::dynamic_pointer_cast<model::Vbe>(workspace.VBE())) {
   timer_.setSingleShot(true);
   timer_.setInterval(SettleMs);
   watchTimer_.setSingleShot(true);
@@ -61,8 +64,10 @@ FileWatch::FileWatch(const workspace::Workspace& workspace, QObject* parent)
   });
   connect(&timer_, &QTimer::timeout, this, [this] {
     const auto changed = Look();
+    const auto projects = LookAtProjects();
     if (!stale_.isEmpty()) Refresh();
     if (!changed.empty() && OnChanged) OnChanged(changed);
+    if (!projects.empty() && OnProjectsChanged) OnProjectsChanged(projects);
   });
 }
 
@@ -75,6 +80,9 @@ void FileWatch::Watch() {
   ForEachFile(*vbe_, [&](const auto&, const workspace::ComponentFile& file) {
     wanted.insert(ToQt(file.FileName()));
   });
+  for (const auto& project : vbe_->Projects().All()) {
+    if (workspace_.KnownBytes(*project)) wanted.insert(ToQt(project->File));
+  }
   const QSet<QString> old = watched_ - wanted + std::exchange(stale_, {});
   const QSet<QString> fresh = wanted - (watched_ - old);
   if (!old.isEmpty()) watcher_.removePaths(QStringList(old.begin(), old.end()));
@@ -90,16 +98,32 @@ std::vector<OutsideChange> FileWatch::Look() {
     const QString path = ToQt(file.FileName());
     bool same = false;
     const FileState state = StateOf(path, file.StoredBytes(), same);
-    if (same) {
-      told_.erase(path);
-      return;
-    }
-    const auto told = told_.find(path);
-    if (told != told_.end() && told->second == state) return;
-    told_[path] = state;
-    changed.push_back({component, path, state});
+    if (IsNews(path, state, same)) changed.push_back({component, path, state});
   });
   return changed;
+}
+
+std::vector<OutsideProject> FileWatch::LookAtProjects() {
+  std::vector<OutsideProject> changed;
+  for (const auto& project : vbe_->Projects().All()) {
+    const auto known = workspace_.KnownBytes(*project);
+    if (!known) continue;
+    const QString path = ToQt(project->File);
+    bool same = false;
+    const FileState state = StateOf(path, *known, same);
+    if (IsNews(path, state, same) && !state.isEmpty()) changed.push_back({project, path, state});
+  }
+  return changed;
+}
+
+/// Takes note of a state; false for one that is known.
+bool FileWatch::IsNews(const QString& file, const FileState& state, bool same) {
+  if (same) {
+    told_.erase(file);
+    return false;
+  }
+  const auto [told, fresh] = told_.try_emplace(file, state);
+  return fresh || std::exchange(told->second, state) != state;
 }
 
 bool FileWatch::IsStill(OutsideChange& change) {
@@ -109,6 +133,16 @@ bool FileWatch::IsStill(OutsideChange& change) {
   bool same = false;
   change.State = StateOf(change.File, file->StoredBytes(), same);
   return !same;
+}
+
+bool FileWatch::IsStill(OutsideProject& change) const {
+  const auto& all = vbe_->Projects().All();
+  if (std::find(all.begin(), all.end(), change.Project) == all.end()) return false;
+  const auto known = workspace_.KnownBytes(*change.Project);
+  if (!known || ToQt(change.Project->File) != change.File) return false;
+  bool same = false;
+  change.State = StateOf(change.File, *known, same);
+  return !same && !change.State.isEmpty();
 }
 
 }  // namespace tessel::workbench

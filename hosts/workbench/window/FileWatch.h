@@ -25,8 +25,15 @@ struct OutsideChange {
   [[nodiscard]] bool IsGone() const { return State.isEmpty(); }
 };
 
-/// Watches the files of all components. What was told once is told again only after another
-/// change.
+/// A project whose file holds other bytes than those that were read or written last.
+struct OutsideProject {
+  std::shared_ptr<model::VBProject> Project;
+  QString File;
+  FileState State;
+};
+
+/// Watches the files of all components and projects. What was told once is told again only after
+/// another change.
 class FileWatch : public QObject {
  public:
   FileWatch(const workspace::Workspace& workspace, QObject* parent);
@@ -35,14 +42,20 @@ class FileWatch : public QObject {
   void Refresh();
   /// Looks at once, not only when the system says so.
   [[nodiscard]] std::vector<OutsideChange> Look();
+  /// The same for the files of projects; one that is gone is told by the save that writes it.
+  [[nodiscard]] std::vector<OutsideProject> LookAtProjects();
   /// Whether a change still holds; brings it up to date. It doesn't when the component left its
   /// project or has another file now, or when the file has the known bytes again.
   [[nodiscard]] static bool IsStill(OutsideChange& change);
+  [[nodiscard]] bool IsStill(OutsideProject& change) const;
 
   std::function<void(const std::vector<OutsideChange>&)> OnChanged;
+  std::function<void(const std::vector<OutsideProject>&)> OnProjectsChanged;
 
  private:
   void Watch();
+  bool IsNews(const QString& file, const FileState& state, bool same);
+  const workspace::Workspace& workspace_;
   std::shared_ptr<model::Vbe> vbe_;
   QFileSystemWatcher watcher_;
   QTimer timer_, watchTimer_;

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
-#include <QMenu>
 #include <QStatusBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -11,12 +10,10 @@
 #include "hosts/workbench/designer/DesignerView.h"
 #include "hosts/workbench/designer/PropertiesWindow.h"
 #include "hosts/workbench/designer/Toolbox.h"
-#include "hosts/workbench/forms/FormWindow.h"
 #include "hosts/workbench/forms/ScreenPlace.h"
 #include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
 #include "hosts/workbench/window/ComponentIcon.h"
-#include "hosts/workspace/ComponentFile.h"
 
 namespace tessel::workbench {
 namespace {
@@ -25,27 +22,6 @@ constexpr int PlaceDelayMs = 80, StateDelayMs = 400;
 /// What was on the screen longer than twice this long survives a crash.
 constexpr int KeepDelayMs = 4000;
 constexpr int MessageMs = 8000;
-
-struct CodePageName {
-  int Number;
-  const char* Name;
-};
-constexpr CodePageName CodePageNames[] = {
-    {1252, QT_TRANSLATE_NOOP("CodePage", "Western European")},
-    {1250, QT_TRANSLATE_NOOP("CodePage", "Central European")},
-    {1251, QT_TRANSLATE_NOOP("CodePage", "Cyrillic")},
-    {1253, QT_TRANSLATE_NOOP("CodePage", "Greek")},
-    {1254, QT_TRANSLATE_NOOP("CodePage", "Turkish")},
-    {1255, QT_TRANSLATE_NOOP("CodePage", "Hebrew")},
-    {1256, QT_TRANSLATE_NOOP("CodePage", "Arabic")},
-    {1257, QT_TRANSLATE_NOOP("CodePage", "Baltic")},
-    {1258, QT_TRANSLATE_NOOP("CodePage", "Vietnamese")},
-    {874, QT_TRANSLATE_NOOP("CodePage", "Thai")},
-    {932, QT_TRANSLATE_NOOP("CodePage", "Japanese")},
-    {936, QT_TRANSLATE_NOOP("CodePage", "Chinese, simplified")},
-    {949, QT_TRANSLATE_NOOP("CodePage", "Korean")},
-    {950, QT_TRANSLATE_NOOP("CodePage", "Chinese, traditional")},
-    {65001, QT_TRANSLATE_NOOP("CodePage", "Unicode (UTF-8)")}};
 
 constexpr int DarkLimit = 128;
 constexpr QSize ProposedSize(1280, 840);
@@ -84,13 +60,19 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
   bars_ = std::make_unique<BarView>(*this, vbe_);
   // Not from inside the click itself: what it runs may build the bars anew.
   bars_->OnClick = [this](const std::shared_ptr<host::CommandBarControl>& control) {
-    QTimer::singleShot(0, this, [this, control] { Execute(*control); });
+    QTimer::singleShot(0, this, [this, control] { barCommands_.Execute(*control); });
   };
   WatchFiles();
   files_.BeforeSaving = [this] { children_->TidyEntered(); };
   files_.OnChanged = [this] { FilesChanged(); };
   files_.OnNew = [this](const auto& component) { ShowNew(component); };
+  files_.OnNotKept = [this] {
+    statusBar()->showMessage(tr("Unsaved work can't be kept for a crash: %1 can't be written")
+                                 .arg(files_.RecoveryFolder()),
+                             MessageMs);
+  };
   files_.RunTool = [this](const std::function<void()>& action) { RunTool(action); };
+  barCommands_.OnNew = files_.OnNew;
   BuildDocks();
   BuildMenus();
   BuildStatusBar();
@@ -112,7 +94,7 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
 /// A list behind a run is one of its own session.
 void MainWindow::RestoreDocks() {
   restoreState(settings_.Docks());
-  runs_->parentWidget()->hide();
+  runs_->hide();
 }
 
 /// As it was left, but always whole on a screen that there is.
@@ -149,6 +131,9 @@ void MainWindow::ConnectAddin() {
 void MainWindow::WatchFiles() {
   watch_ = new FileWatch(workspace_, this);
   watch_->OnChanged = [this](const auto& changes) { reloader_.Add(changes); };
+  watch_->OnProjectsChanged = [this](const auto& changes) { reloader_.Add(changes); };
+  reloader_.IsStill = [this](OutsideProject& change) { return watch_->IsStill(change); };
+  reloader_.OpenAgain = [this](const auto& project) { files_.OpenAgain(project, 0); };
   // A pressed button is a gesture in the middle: a line drawn, a form's control moved.
   reloader_.IsBusy = [this] {
     return services_.Desktop().IsBusy() || Questions::IsBoxOpen() ||
@@ -257,98 +242,44 @@ void MainWindow::BuildDocks() {
     if (DesignerView* const view = children_->CurrentDesigner()) view->Select({node});
   };
   AddDock(tr("Properties"), QStringLiteral("properties"), properties_, Qt::RightDockWidgetArea);
-  BuildRunList();
+  BuildRunDock();
 }
 
-void MainWindow::BuildRunList() {
-  runs_ = new RunList(this);
-  runs_->OnJump = [this](const auto& component, int line) {
+void MainWindow::BuildRunDock() {
+  runs_ = new RunDock(*children_, this);
+  AddDock(runs_, Qt::BottomDockWidgetArea);
+  runs_->OnShow = [this] { ShowDock(runs_->objectName()); };
+  runs_->OnMessage = [this](const QString& text) { statusBar()->showMessage(text, MessageMs); };
+  runs_->List().OnJump = [this](const auto& component, int line) {
     if (CodeWindow* const code = ShowCode(component)) code->Editor().Select({line, 1, line, 1});
   };
-  runs_->OnTakeBack = [this](const auto& component, const String& before, const String& after) {
+  runs_->List().OnTakeBack = [this](const auto& component, const String& before,
+                                    const String& after) {
     bool done = false;
     questions_.Guard([&] { done = children_->TakeBack(*component, before, after); });
     return done;
   };
-  QDockWidget* const dock =
-      AddDock(tr("Run"), QStringLiteral("run"), runs_, Qt::BottomDockWidgetArea);
-  dock->hide();
-  runs_->OnDone = [dock] { dock->hide(); };
-  children_->RunUnderWay = []() -> std::optional<review::RunKind> {
-    for (QWidget* const top : QApplication::topLevelWidgets()) {
-      const auto* const window = dynamic_cast<FormWindow*>(top);
-      const auto form = window != nullptr && window->isVisible() ? window->FormOf() : nullptr;
-      const auto kind = form ? review::RunOfForm(form->Name()) : std::nullopt;
-      if (kind) return kind;
-    }
-    return std::nullopt;
-  };
-  children_->OnRun = [this](const auto& run) {
-    // Not from inside the run's own action, which a dialog may still have to end.
-    QTimer::singleShot(0, this, [this, run] { ShowRun(*run); });
-  };
 }
 
-void MainWindow::ShowRun(const review::RunReview& run) {
-  constexpr int ListHeight = 170;
-  auto* const dock = qobject_cast<QDockWidget*>(runs_->parentWidget());
-  if (runs_->Show(run)) {
-    ShowDock(dock->objectName());
-    return resizeDocks({dock}, {ListHeight}, Qt::Vertical);
-  }
-  dock->hide();
-  statusBar()->showMessage(
-      tr("The run changed the layout of %1").arg(CountOfModules(run.Changed().size())), MessageMs);
-}
-
-QDockWidget* MainWindow::AddDock(const QString& caption, const QString& name, QWidget* content,
-                                 Qt::DockWidgetArea area) {
+void MainWindow::AddDock(const QString& caption, const QString& name, QWidget* content,
+                         Qt::DockWidgetArea area) {
   auto* const dock = new QDockWidget(caption, this);
   dock->setObjectName(name);
   dock->setWidget(content);
+  AddDock(dock, area);
+}
+
+void MainWindow::AddDock(QDockWidget* dock, Qt::DockWidgetArea area) {
   addDockWidget(area, dock);
   docks_.push_back(dock);
-  return dock;
 }
 
 void MainWindow::BuildStatusBar() {
-  placeLabel_ = new QLabel(this);
-  memberLabel_ = new QLabel(this);
-  codePage_ = new QToolButton(this);
-  placeLabel_->setObjectName(QStringLiteral("place"));
-  memberLabel_->setObjectName(QStringLiteral("member"));
-  codePage_->setObjectName(QStringLiteral("codePage"));
-  codePage_->setAutoRaise(true);
-  codePage_->setPopupMode(QToolButton::InstantPopup);
-  codePage_->setToolTip(tr("Open again as..."));
-  codePage_->hide();
-  auto* const pages = new QMenu(codePage_);
-  codePage_->setMenu(pages);
-  connect(pages, &QMenu::aboutToShow, this, [this, pages] { FillCodePages(*pages); });
-  statusBar()->addWidget(memberLabel_, 1);
-  statusBar()->addPermanentWidget(placeLabel_);
-  statusBar()->addPermanentWidget(codePage_);
-}
-
-/// Every code page that files can be read in, for the project of the present component.
-void MainWindow::FillCodePages(QMenu& menu) {
-  menu.clear();
-  const auto component = CurrentComponent();
-  const auto file = component
-                        ? std::dynamic_pointer_cast<workspace::ComponentFile>(component->Storage())
-                        : nullptr;
-  if (!file) return;
-  menu.addSection(tr("Open %1 again as").arg(ToQt(component->Project()->PlainName())));
-  for (const CodePageName& page : CodePageNames) {
-    QAction* const action =
-        menu.addAction(QStringLiteral("%1  %2").arg(page.Number).arg(tr(page.Name)));
-    action->setCheckable(true);
-    action->setChecked(page.Number == file->CodePage());
-    connect(action, &QAction::triggered, this,
-            [this, number = page.Number, weak = std::weak_ptr(component->Project())] {
-              if (const auto project = weak.lock()) files_.OpenAgain(project, number);
-            });
-  }
+  place_ = new PlaceLine(*statusBar());
+  place_->Current = [this] { return CurrentComponent(); };
+  place_->OnOpenAgain = [this](const auto& project, int codePage) {
+    files_.OpenAgain(project, codePage);
+  };
 }
 
 // What the model tells
@@ -479,62 +410,19 @@ void MainWindow::FilesChanged() {
 
 // Commands
 
-void MainWindow::Execute(host::CommandBarControl& control) {
-  const auto before = AllComponents();
-  services_.Desktop().RunAction([&] { control.Execute(); });
-  for (const auto& component : AllComponents()) {
-    if (!before.contains(component)) ShowNew(component);
-  }
-}
-
 void MainWindow::ShowNew(const std::shared_ptr<model::VBComponent>& component) {
   if (ShowDesigner(component) == nullptr) ShowCode(component);
 }
 
-std::set<std::shared_ptr<model::VBComponent>> MainWindow::AllComponents() const {
-  std::set<std::shared_ptr<model::VBComponent>> all;
-  for (const auto& project : vbe_->Projects().All()) {
-    all.insert(project->Components().All().begin(), project->Components().All().end());
-  }
-  return all;
-}
-
 bool MainWindow::ClickCommand(StringView bar, const std::vector<String>& path) {
   bool clicked = false;
-  questions_.Guard([&] {
-    auto controls = vbe_->OwnBars().Item(bar)->Controls();
-    std::shared_ptr<host::CommandBarControl> control;
-    for (const String& caption : path) {
-      control = controls->Item(caption);
-      controls = control->Controls();
-    }
-    clicked = control && control->Enabled();
-    if (clicked) Execute(*control);
-  });
+  questions_.Guard([&] { clicked = barCommands_.Click(bar, path); });
   return clicked;
 }
 
 // State
 
-void MainWindow::ShowPlace() {
-  const CodeWindow* const code = children_->CurrentCode();
-  const auto component = CurrentComponent();
-  if (code == nullptr || !component) {
-    placeLabel_->clear();
-    memberLabel_->clear();
-  } else {
-    const host::Selection at = code->Editor().Selected();
-    placeLabel_->setText(tr("Ln %1, Col %2").arg(at.EndLine).arg(at.EndColumn));
-    host::vbext_ProcKind kind{};
-    const String member = component->Module()->Index().ProcOfLine(at.EndLine, kind);
-    memberLabel_->setText(member.empty() ? tr("(Declarations)") : ToQt(member));
-  }
-  const auto file = component
-                        ? std::dynamic_pointer_cast<workspace::ComponentFile>(component->Storage())
-                        : nullptr;
-  codePage_->setVisible(file != nullptr);
-  if (file) codePage_->setText(tr("Code page %1").arg(file->CodePage()));
-}
+void MainWindow::ShowPlace() { place_->Show(children_->CurrentCode(), CurrentComponent()); }
 
 void MainWindow::ShowState() {
   const auto project = vbe_->Active();

@@ -2,30 +2,29 @@
 #pragma once
 
 #include <QDockWidget>
-#include <QLabel>
 #include <QMainWindow>
 #include <QTimer>
-#include <QToolButton>
 #include <functional>
 #include <map>
 #include <memory>
-#include <set>
 
 #include "addin/Connect.h"
 #include "hosts/model/Vbe.h"
 #include "hosts/workbench/forms/ToolWindowDocks.h"
 #include "hosts/workbench/forms/WorkbenchPlatform.h"
+#include "hosts/workbench/window/BarCommands.h"
 #include "hosts/workbench/window/BarView.h"
 #include "hosts/workbench/window/ChildWindows.h"
 #include "hosts/workbench/window/DefinitionJumps.h"
 #include "hosts/workbench/window/FileWatch.h"
 #include "hosts/workbench/window/FindBar.h"
+#include "hosts/workbench/window/PlaceLine.h"
 #include "hosts/workbench/window/ProjectFiles.h"
 #include "hosts/workbench/window/ProjectWindow.h"
 #include "hosts/workbench/window/Questions.h"
 #include "hosts/workbench/window/QuietReader.h"
 #include "hosts/workbench/window/Reloader.h"
-#include "hosts/workbench/window/RunList.h"
+#include "hosts/workbench/window/RunDock.h"
 #include "hosts/workbench/window/Settings.h"
 #include "hosts/workspace/Workspace.h"
 
@@ -109,23 +108,19 @@ class MainWindow : public QMainWindow, private model::Observer {
 
   void BuildDocks();
   void BuildStatusBar();
-  void FillCodePages(QMenu& menu);
-  QDockWidget* AddDock(const QString& caption, const QString& name, QWidget* content,
-                       Qt::DockWidgetArea area);
+  void AddDock(const QString& caption, const QString& name, QWidget* content,
+               Qt::DockWidgetArea area);
+  void AddDock(QDockWidget* dock, Qt::DockWidgetArea area);
   void ApplyOptions();
   void ShowOptions();
   [[nodiscard]] EditorOptions CurrentOptions() const;
   /// The component that the window in front shows, else the selected one; null for none.
   [[nodiscard]] std::shared_ptr<model::VBComponent> CurrentComponent() const;
-  /// Clicks a command; a component that it adds is opened.
-  void Execute(host::CommandBarControl& control);
-  [[nodiscard]] std::set<std::shared_ptr<model::VBComponent>> AllComponents() const;
   void ShowNew(const std::shared_ptr<model::VBComponent>& component);
   void Place();
   void RestoreDocks();
   void ShowDock(const QString& name);
-  void BuildRunList();
-  void ShowRun(const review::RunReview& run);
+  void BuildRunDock();
   void ConnectChildren();
   void ConnectJumps();
   [[nodiscard]] FindGround GroundOfFind();
@@ -160,15 +155,15 @@ class MainWindow : public QMainWindow, private model::Observer {
   PropertiesWindow* properties_ = nullptr;
   Toolbox* toolbox_ = nullptr;
   FindBar* find_ = nullptr;
-  RunList* runs_ = nullptr;
+  RunDock* runs_ = nullptr;
   FileWatch* watch_ = nullptr;
   Reloader reloader_;
+  BarCommands barCommands_{services_.Desktop(), vbe_};
   std::unique_ptr<BarView> bars_;
   std::vector<QDockWidget*> docks_;
   std::map<QString, QAction*> commands_;
   QMenu* recentMenu_ = nullptr;
-  QLabel *placeLabel_ = nullptr, *memberLabel_ = nullptr;
-  QToolButton* codePage_ = nullptr;
+  PlaceLine* place_ = nullptr;
   QTimer barsTimer_, projectsTimer_, choiceTimer_, placeTimer_, stateTimer_, keepTimer_;
 };
 

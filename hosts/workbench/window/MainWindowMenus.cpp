@@ -9,6 +9,7 @@
 #include "hosts/workbench/designer/DesignerView.h"
 #include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/platform/Text.h"
+#include "hosts/workbench/window/ExplorerCommands.h"
 #include "hosts/workbench/window/MainWindow.h"
 #include "hosts/workbench/window/OptionsDialog.h"
 
@@ -173,6 +174,8 @@ void MainWindow::AddPlaceCommands(QMenu& view) {
       if (CodeWindow* const code = children_->CurrentCode()) code->Editor().GoToProcedure(forward);
     };
   };
+  AddCommand(view, tr("&Member in Explorer"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_M),
+             [this] { ShowMemberInExplorer(*this); });
   AddCommand(view, tr("&Next Procedure"), QKeySequence(Qt::CTRL | Qt::Key_Down), go(true));
   AddCommand(view, tr("P&revious Procedure"), QKeySequence(Qt::CTRL | Qt::Key_Up), go(false));
 }

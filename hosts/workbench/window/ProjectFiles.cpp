@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <algorithm>
+#include <utility>
 
 #include "hosts/workbench/platform/Text.h"
 #include "hosts/workbench/window/Unsaved.h"
@@ -263,7 +264,10 @@ void ProjectFiles::Rename(const std::shared_ptr<model::VBComponent>& component) 
 
 // Recovery
 
-void ProjectFiles::KeepWork() { recovery_.Write(UnsavedWork(workspace_)); }
+void ProjectFiles::KeepWork() {
+  const bool kept = recovery_.Write(UnsavedWork(workspace_));
+  if (std::exchange(isKept_, kept) && !kept && OnNotKept) OnNotKept();
+}
 
 void ProjectFiles::OfferRecovery() {
   for (const RecoveredWork& work : recovery_.Left()) {

@@ -27,6 +27,8 @@ class ProjectFiles {
   std::function<void()> OnChanged;
   /// The user made a new component.
   std::function<void(const std::shared_ptr<model::VBComponent>&)> OnNew;
+  /// Unsaved work could not be written; told once until it can.
+  std::function<void()> OnNotKept;
   /// Runs edits that belong together.
   std::function<void(const std::function<void()>&)> RunTool;
 
@@ -52,6 +54,7 @@ class ProjectFiles {
   /// Writes unsaved work where a crash can't take it; drops it when there is none.
   void KeepWork();
   void ForgetWork() { recovery_.Remove(); }
+  [[nodiscard]] const QString& RecoveryFolder() const { return recovery_.Folder(); }
   /// Whether anything isn't in its file.
   [[nodiscard]] bool IsUnsaved() const;
 
@@ -77,6 +80,7 @@ class ProjectFiles {
   Questions& questions_;
   Settings& settings_;
   RecoveryFile recovery_;
+  bool isKept_ = true;  // the last writing of unsaved work went well
 };
 
 }  // namespace tessel::workbench

@@ -55,6 +55,7 @@ class RecoveryFile {
   /// when it couldn't be written; what was kept before is still there then.
   bool Write(const QJsonObject& work);
   void Remove();
+  [[nodiscard]] const QString& Folder() const { return folder_; }
   /// Left by others that run no more. Files that can't be read are passed over.
   [[nodiscard]] std::vector<RecoveredWork> Left() const;
 

@@ -44,13 +44,39 @@ void Reloader::Add(const std::vector<OutsideChange>& changes) {
   Try();
 }
 
+void Reloader::Add(const std::vector<OutsideProject>& changes) {
+  for (const OutsideProject& change : changes) {
+    std::erase_if(projects_, [&](const auto& one) { return one.Project == change.Project; });
+    projects_.push_back(change);
+  }
+  Try();
+}
+
 void Reloader::Try() {
-  if (waiting_.empty() || dealing_) return;
+  if ((waiting_.empty() && projects_.empty()) || dealing_) return;
   if (IsBusy()) return timer_.start();
   dealing_ = true;
-  DealWith(std::exchange(waiting_, {}));
+  // What a project's file says counts ahead of what stood in its components.
+  DealWith(std::exchange(projects_, {}));
+  if (!waiting_.empty()) DealWith(std::exchange(waiting_, {}));
   dealing_ = false;
-  if (!waiting_.empty()) timer_.start();
+  if (!waiting_.empty() || !projects_.empty()) timer_.start();
+}
+
+void Reloader::DealWith(std::vector<OutsideProject> changes) {
+  for (OutsideProject& one : changes) {
+    if (!IsStill(one)) continue;
+    const bool unsaved = IsUnsaved(workspace_, *one.Project);
+    const QString question =
+        QObject::tr(
+            "%1 was changed outside. Open the project again? If not, this window goes on "
+            "with the components that it has.")
+            .arg(one.File);
+    if (questions_.Ask(question, QMessageBox::Yes | QMessageBox::No,
+                       unsaved ? QMessageBox::No : QMessageBox::Yes) == QMessageBox::Yes) {
+      OpenAgain(one.Project);
+    }
+  }
 }
 
 void Reloader::DealWith(std::vector<OutsideChange> changes) {

@@ -36,6 +36,8 @@
 #include "foundation/ProgressBarWindow.h"
 #include "foundation/frmErrorMessage.h"
 #include "settingsdialog/frmSettings.h"
+#include "snippets/OpenLibraries.h"
+#include "snippets/frmFragmentBuilder.h"
 #include "support/Modules.h"
 #include "support/SharedDatabase.h"
 #include "workbench/forms/Desk.h"
@@ -203,6 +205,35 @@ TEST_P(EveryForm, TheSchemeEditorIsWhole) {
   const auto form = std::make_shared<frmErrorHandlerScheme>();
   form->VBInstance = world_.Environment.VBE();
   Look(*form);
+  form->Unload();
+}
+
+TEST_P(EveryForm, TheSnippetManagerIsWholeOnEveryRowAndPage) {
+  test::OpenLibraries libraries;
+  const auto tree = libraries.Add(u"Marlow");
+  libraries.Add(u"UserConnect1");
+  const auto folder = tree->AddNode(u"Dates and times", TopID, 0, 0, FolderKind);
+  ListFragment fragment;
+  fragment.Text = u"' The first day of a month.\r\nDebug.Print FirstOfMonth(Date)\r\n";
+  fragment.TitleObj = u"Attribute VB_Name = \"modDates\"\r\n";
+  fragment.TextObj =
+      u"Option Explicit\r\n\r\nPublic Function FirstOfMonth(ByVal Day As Date) As Date\r\n"
+      u"    FirstOfMonth = DateSerial(Year(Day), Month(Day), 1) ' midnight\r\nEnd Function\r\n";
+  fragment.NameObj = u"modDates";
+  fragment.ClassObj = u"BAS";
+  fragment.TextUserNotes = u"Works for every date of the calendar.";
+  const auto record = tree->AddNode(u"First and last day of a month", folder, 0, 0, RecordKind);
+  tree->UpdateListFragment(record, fragment);
+  static_cast<void>(tree->AddNode(u"Weekday by name", folder, 0, 0, RecordKind));
+  const auto form = std::make_shared<frmFragmentBuilder>();
+  form->VBInstance = world_.Environment.VBE();
+  Look(*form, QStringLiteral("-database"));
+  forms::user::Press(form->btmExpand);
+  for (const int page : {0, 1, 2}) {
+    forms::user::SelectRow(form->fgTree, 2, 0);
+    form->C1TCodeObject.SetCurrTab(page);
+    Look(*form, QStringLiteral("-%1").arg(page));
+  }
   form->Unload();
 }
 

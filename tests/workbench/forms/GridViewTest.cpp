@@ -9,6 +9,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <QToolButton>
 #include <QUrl>
 
@@ -355,6 +356,52 @@ TEST_F(GridOfForm, ALargeOutlineScrollsAndOpensItsRows) {
   EXPECT_TRUE(Table().isExpanded(Model().IndexOf(wanted, 0)));
   EXPECT_TRUE(
       Table().viewport()->rect().intersects(Table().visualRect(Model().IndexOf(wanted + 50, 0))));
+}
+
+/// Counts the cells that a table draws and measures.
+class CountingDelegate : public QStyledItemDelegate {
+ public:
+  mutable int Painted = 0, Measured = 0;
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    ++Painted;
+    QStyledItemDelegate::paint(painter, option, index);
+  }
+  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                               const QModelIndex& index) const override {
+    ++Measured;
+    return QStyledItemDelegate::sizeHint(option, index);
+  }
+};
+
+TEST_F(GridOfForm, ScrollingThroughManyRowsDrawsNoMoreThanThroughFew) {
+  CountingDelegate counting;
+  Table().setItemDelegate(&counting);
+  const auto countsOf = [&](int groups) {
+    constexpr int Below = 99, Steps = 20;
+    Grid().SetRedraw(false);
+    Grid().ClearRows();
+    for (int group = 0; group < groups; ++group) {
+      Grid().AddRow({.Cells = {u"group " + vb::Str(group)}, .Picture = 135, .Bold = true});
+      for (int row = 0; row < Below; ++row) Grid().AddRow({.Cells = {u"row"}, .Level = 1});
+    }
+    Grid().SetRedraw(true);
+    test::Desk::Turn();
+    Table().verticalScrollBar()->setValue(1);
+    test::Desk::Turn();
+    counting.Painted = counting.Measured = 0;
+    QScrollBar& bar = *Table().verticalScrollBar();
+    for (int step = 0; step < Steps; ++step) {
+      bar.setValue(bar.maximum() / 3 + step);
+      static_cast<void>(Table().viewport()->grab());
+    }
+    return std::pair(counting.Painted, counting.Measured);
+  };
+  const auto few = countsOf(1), many = countsOf(1000);
+  EXPECT_GT(few.first, 0);
+  EXPECT_LE(many.first, few.first * 2);
+  EXPECT_LE(many.second, few.second * 2 + 100);
+  Table().setItemDelegate(new QStyledItemDelegate(&Table()));
 }
 
 TEST_F(GridOfForm, TheUsersScrollingIsTheTopRowOfTheModel) {

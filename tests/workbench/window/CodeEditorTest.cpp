@@ -206,6 +206,57 @@ TEST_F(Editing, TidiesALineThatGoesOnByTheOnesAhead) {
   EXPECT_EQ(module_->Lines(4, 1), u"  b + 1)");
 }
 
+TEST_F(Editing, TidiesPastedLinesInTheStepThatPutsThemIn) {
+  CodeEditor& editor = Open(u"Public Total As Long\r\nSub Go()\r\n\r\nEnd Sub");
+  const QString before = Shown();
+  QApplication::clipboard()->setText(
+      QStringLiteral("if total=1 then\r\n  total=total+1\r\nend if\r\ndim  x"));
+  editor.setCursorPosition(2, 0);
+  QTest::keyClick(&editor, Qt::Key_V, Qt::ControlModifier);
+  const QString after = QStringLiteral(
+      "Public Total As Long\nSub Go()\nIf Total = 1 Then\n  Total = Total + 1\nEnd If\n"
+      "dim  x\nEnd Sub");
+  EXPECT_EQ(Shown(), after);
+  EXPECT_EQ(Shown(), Kept());
+  EXPECT_EQ(editor.Selected().StartLine, 6);
+  EXPECT_EQ(editor.Selected().StartColumn, 7);
+  editor.undo();
+  EXPECT_EQ(Shown(), before);
+  EXPECT_EQ(Shown(), Kept());
+  editor.redo();
+  EXPECT_EQ(Shown(), after);
+}
+
+TEST_F(Editing, TidiesTheLastPastedLineWhenItIsLeft) {
+  CodeEditor& editor = Open(u"\r\n\r\n");
+  QApplication::clipboard()->setText(QStringLiteral("x=1\ny=2"));
+  editor.setCursorPosition(0, 0);
+  editor.paste();
+  EXPECT_EQ(module_->Lines(1, 2), u"x = 1\r\ny=2");
+  editor.TidyEntered();
+  EXPECT_EQ(module_->Lines(2, 1), u"y = 2");
+}
+
+TEST_F(Editing, LeavesWordsThatArePastedIntoALineToItsEnd) {
+  CodeEditor& editor = Open(u"x=1");
+  QApplication::clipboard()->setText(QStringLiteral("2+"));
+  editor.setCursorPosition(0, 2);
+  editor.paste();
+  EXPECT_EQ(module_->Lines(1, 1), u"x=2+1");
+  editor.TidyEntered();
+  EXPECT_EQ(module_->Lines(1, 1), u"x = 2 + 1");
+}
+
+TEST_F(Editing, PastesAsItStandsWhenToldNotToTidy) {
+  CodeEditor& editor = Open(u"");
+  EditorOptions options;
+  options.TidyLines = false;
+  editor.SetOptions(options);
+  QApplication::clipboard()->setText(QStringLiteral("x=1\ny=2\n"));
+  editor.paste();
+  EXPECT_EQ(module_->Lines(1, 2), u"x=1\r\ny=2");
+}
+
 TEST_F(Editing, WritesTheEndBehindAHead) {
   CodeEditor& editor = Open(u"");
   QTest::keyClicks(&editor, QStringLiteral("private sub foo"));

@@ -51,6 +51,32 @@ TEST_F(Watching, TellsOfAFileThatIsGone) {
   EXPECT_TRUE(changed.front().IsGone());
 }
 
+TEST_F(Watching, TellsOfAProjectFileThatChangedOutsideOnce) {
+  EXPECT_TRUE(watch_.LookAtProjects().empty());
+  folder_.Write("P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nName=\"Q\"\r\n");
+  auto changed = watch_.LookAtProjects();
+  ASSERT_EQ(changed.size(), 1U);
+  EXPECT_EQ(changed.front().Project->PlainName(), u"P");
+  EXPECT_TRUE(watch_.IsStill(changed.front()));
+  EXPECT_TRUE(watch_.LookAtProjects().empty());
+  folder_.Write("P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nName=\"P\"\r\n");
+  EXPECT_FALSE(watch_.IsStill(changed.front())) << "the bytes of before";
+}
+
+TEST_F(Watching, SaysNothingOfAProjectFileThatTheProgramWrote) {
+  workspace_.RenameComponent(u"", u"M", u"N");
+  workspace_.Save();
+  EXPECT_TRUE(watch_.LookAtProjects().empty());
+}
+
+TEST_F(Watching, HearsOfAProjectFilesChangeFromTheSystem) {
+  int told = 0;
+  watch_.OnProjectsChanged = [&](const auto&) { ++told; };
+  QTest::qWait(500);  // until the files are watched
+  folder_.Write("P.vbp", "Type=Exe\r\nName=\"Q\"\r\n");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return told > 0; }, 5000));
+}
+
 TEST_F(Watching, HearsOfAChangeFromTheSystem) {
   int told = 0;
   watch_.OnChanged = [&](const auto&) { ++told; };

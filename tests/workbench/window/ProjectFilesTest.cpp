@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QStatusBar>
+
 #include <QMenu>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -153,6 +155,30 @@ TEST_F(Files, DontCountAFormAsSavedThatOtherHandsHaveChanged) {
   form->Properties()->Item(u"Caption")->SetValue(u"otherwise");
   view.UndoStack().undo();
   EXPECT_TRUE(IsUnsaved(*form));
+}
+
+TEST_F(Files, ThatCantBeKeptForACrashAreToldOnce) {
+  ASSERT_TRUE(window_->OpenFile(Path("One.vbp")));
+  // A file in the place of the folder, which stops whoever may write everywhere as well.
+  const std::filesystem::path recovery = folder_.Path() / "state" / "recovery";
+  std::filesystem::remove_all(recovery);
+  folder_.Write("state/recovery", "");
+  const auto told = [this] {
+    return window_->statusBar()->currentMessage().contains(QStringLiteral("recovery"));
+  };
+  In(u"One")->Module()->InsertLines(1, u"' mine");
+  window_->Files().KeepWork();
+  EXPECT_TRUE(told());
+  window_->statusBar()->clearMessage();
+  window_->Files().KeepWork();
+  EXPECT_FALSE(told());
+  std::filesystem::remove(recovery);
+  std::filesystem::create_directory(recovery);
+  window_->Files().KeepWork();
+  std::filesystem::remove_all(recovery);
+  folder_.Write("state/recovery", "");
+  window_->Files().KeepWork();
+  EXPECT_TRUE(told()) << "it went well in between";
 }
 
 TEST_F(Files, AreNotOverwrittenUnseen) {

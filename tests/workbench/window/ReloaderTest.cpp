@@ -114,6 +114,31 @@ TEST_F(Reloading, AsksOnceForAllWithNoAsTheDefaultWhereWorkWouldBeLost) {
   EXPECT_EQ(FirstLine(u"B"), u"' mine");
 }
 
+TEST_F(Reloading, OpensAProjectAgainWhoseFileChangedWhenTheUserWantsIt) {
+  AnswerAll(QMessageBox::Yes);
+  folder_.Write("P.vbp", "Type=Exe\r\nModule=A; A.bas\r\nName=\"Q\"\r\n");
+  ASSERT_TRUE(QTest::qWaitFor(
+      [&] {
+        const auto& all = window_->Root()->Projects().All();
+        return all.size() == 1 && all.front()->PlainName() == u"Q";
+      },
+      PatienceMs));
+  EXPECT_EQ(window_->Root()->Active()->Components().All().size(), 1U);
+  EXPECT_EQ(asked_.size(), 1);
+  EXPECT_EQ(defaults_.value(0), QMessageBox::Yes);
+}
+
+TEST_F(Reloading, KeepsAProjectWithUnsavedWorkByDefault) {
+  Code(u"A").Editor().insertAt(QStringLiteral("'"), 0, 0);
+  AnswerAll(QMessageBox::No);
+  folder_.Write("P.vbp", "Type=Exe\r\nModule=A; A.bas\r\nName=\"Q\"\r\n");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return asked_.size() == 1; }, PatienceMs));
+  EXPECT_EQ(defaults_.value(0), QMessageBox::No);
+  QTest::qWait(500);
+  EXPECT_EQ(asked_.size(), 1) << asked_.join(u'|').toStdString();
+  EXPECT_EQ(window_->Root()->Active()->PlainName(), u"P");
+}
+
 TEST_F(Reloading, WaitsWhileABoxIsOpenAndAsksOneQuestionAtATime) {
   Component(u"A")->Module()->InsertLines(1, u"' mine");
   int open = 0, most = 0;

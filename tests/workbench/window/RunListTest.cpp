@@ -21,20 +21,24 @@ class Runs : public InWindow {
     ASSERT_TRUE(window_->OpenFile(QString::fromStdString((folder_.Path() / "P.vbp").string())));
     Code(u"A");
   }
-  void Format() {
+  void Format() { Run("frmFormatText", u"Code Formatter", "ComModule", "btmRun"); }
+  void RemoveHandlers() {
+    Run("frmRemoveErrorHandlerCode", u"Remove Error Handler Code", "ComRemoveFrom", "btmBegin");
+  }
+  /// Goes over the whole project with the dialog of a command.
+  void Run(const char* form, StringView command, const char* scopes, const char* button) {
     bool ran = false;
-    When([] { return OpenForm("frmFormatText"); },
+    When([=] { return OpenForm(form); },
          [&](FormWindow* dialog) {
-           auto* const scope = In<QComboBox>(dialog, "ComModule");
+           auto* const scope = In<QComboBox>(dialog, scopes);
            const int index = scope->findText(QStringLiteral("Current Project   [P]"));
            scope->setCurrentIndex(index);
            emit scope->activated(index);
-           Press(dialog, "btmRun");
+           Press(dialog, button);
            ran = true;
          });
-    ASSERT_TRUE(window_->ClickCommand(u"Tessel", {u"Code Formatter"}));
-    ASSERT_TRUE(
-        QTest::qWaitFor([&] { return ran && OpenForm("frmFormatText") == nullptr; }, PatienceMs));
+    ASSERT_TRUE(window_->ClickCommand(u"Tessel", {String(command)}));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return ran && OpenForm(form) == nullptr; }, PatienceMs));
     QTest::qWait(50);
   }
   [[nodiscard]] QTreeWidget& List() const {
@@ -107,6 +111,21 @@ TEST_F(Runs, ShowNoListWhenLayoutAloneIsOtherwise) {
   Format();
   EXPECT_FALSE(IsShown());
   EXPECT_TRUE(window_->statusBar()->currentMessage().contains(QStringLiteral("layout")));
+}
+
+TEST_F(Runs, OfTheErrorHandlersAreListedAndTakenBackToo) {
+  Open("Sub A()\r\n    GoTo 10\r\n10  x = 1\r\nEnd Sub\r\n");
+  const String before = Text(u"A");
+  RemoveHandlers();
+  ASSERT_TRUE(IsShown());
+  ASSERT_EQ(List().topLevelItemCount(), 1);
+  EXPECT_EQ(List().topLevelItem(0)->text(0), QStringLiteral("P - A"));
+  EXPECT_TRUE(List().topLevelItem(0)->text(2).contains(QStringLiteral("line number 10")))
+      << List().topLevelItem(0)->text(2).toStdString();
+  EXPECT_NE(Text(u"A"), before);
+  Press(window_.get(), "takeBackRun");
+  EXPECT_EQ(Text(u"A"), before);
+  EXPECT_FALSE(IsShown());
 }
 
 TEST_F(Runs, AreNotMadeOfOtherToolsEdits) {

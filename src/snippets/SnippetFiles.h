@@ -1,0 +1,39 @@
+// The folder tree that a snippet library is kept in as text files: how it is read.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "snippets/RecordText.h"
+
+namespace tessel {
+
+/// Keeps the order of a folder's entries and the names of its folders; one entry a line, the name
+/// behind a tab.
+inline constexpr const char* SnippetOrderFile = "_order.txt";
+inline constexpr const char* SnippetExtension = ".snippet";
+
+/// A line of an order file: the entry and, for a folder, the name of its node.
+struct SnippetEntry {
+  std::filesystem::path File;
+  String Name;
+};
+/// The entries of a folder's order file; none without one. Fails with a text that names the file.
+[[nodiscard]] std::vector<SnippetEntry> ReadSnippetOrder(const std::filesystem::path& folder);
+
+/// A folder with what is in it, or a record.
+struct SnippetFileNode {
+  std::optional<NamedFragment> Record;
+  String Name;
+  std::vector<SnippetFileNode> Children;
+};
+/// All folders and records below a folder: those of its order file first, then the others by name.
+/// Links to folders aren't followed. Fails with a text that names file and line.
+[[nodiscard]] std::vector<SnippetFileNode> ReadSnippetFiles(const std::filesystem::path& folder);
+
+/// The bytes of a file. Fails with a text that names it.
+[[nodiscard]] std::string ReadSnippetBytes(const std::filesystem::path& file);
+
+}  // namespace tessel

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Draws the workbench with three windows of the large sample at scale 1, 1.5 and 2, light and dark, into screenshots/.
+#   tools/window-pictures.sh [BUILD]     BUILD is a build's folder; default build/release
+set -euo pipefail
+cd "$(dirname "$0")/.."
+program=${1:-build/release}/hosts/tessel-workbench
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cp -r samples/ledger "$work/ledger"
+
+for scheme in light dark; do
+  for scale in 1 1.5 2; do
+    # Each picture shows the same desktop: the screen has more points at a higher scale.
+    python3 - "$scale" >"$work/screens.json" <<'SCREENS'
+import json, sys
+scale = float(sys.argv[1])
+print(json.dumps({"screens": [{"name": "s", "x": 0, "y": 0, "width": int(1120 * scale), "height": int(760 * scale),
+                               "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]}))
+SCREENS
+    mkdir -p "$work/state"
+    printf '[window]\ncolors=%d\n' "$([ $scheme = dark ] && echo 2 || echo 1)" >"$work/state/workbench.ini"
+    QT_QPA_PLATFORM="offscreen:configfile=$work/screens.json" QT_SCALE_FACTOR=$scale "$program" \
+      --data "$work/program" --registry "$work/state/settings" \
+      --screenshot "screenshots/workbench-$scheme-$scale.png" "$work/ledger/Ledger.vbp"
+    rm -rf "$work/state"
+  done
+done
+
+# Few colours make small files.
+if command -v pngquant >/dev/null; then pngquant --force --ext .png --skip-if-larger 64 screenshots/workbench-*.png; fi
