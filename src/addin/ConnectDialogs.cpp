@@ -134,7 +134,9 @@ void Connect::ShowGetFromVbCode() {
   ShowGuarded(u"Connect.ShowGetFromVbCode", GetFromVbCode, ShowStyle::Modal);
 }
 
-void Connect::HideGetFromVbCode() { HideDialog(u"Connect.HideGetFromVbCode", GetFromVbCode, true); }
+void Connect::HideGetFromVbCode() {
+  HideDialog(u"Connect.HideGetFromVbCode", GetFromVbCode, Refresh::Once);
+}
 
 void Connect::MenuFastGetFromVbCode_Click() {
   ShowGetFromVbCode();
@@ -145,7 +147,9 @@ void Connect::ShowStoreToVbCode() {
   ShowGuarded(u"Connect.ShowStoreToVbCode", StoreToVbCode, ShowStyle::Modal);
 }
 
-void Connect::HideStoreToVbCode() { HideDialog(u"Connect.HideStoreToVbCode", StoreToVbCode, true); }
+void Connect::HideStoreToVbCode() {
+  HideDialog(u"Connect.HideStoreToVbCode", StoreToVbCode, Refresh::Once);
+}
 
 void Connect::ShowRemoveErrorHandlerCode() {
   ShowGuarded(u"Connect.ShowRemoveErrorHandlerCode", RemoveErrorHandlerCode, ShowStyle::Modal,

@@ -54,7 +54,7 @@ void frmSettings::Arrange() {
       Column(
           {Item(fgTableControl, 1), Row({Item(btmAddControl), Item(btmDeleteControl), Space()})}),
       Column({Item(chkAutoPosition), Space()})};
-  SetLayout(Column({Row({Item(List1), Tabs(VSIndexTab1, std::move(pages))}, 1),
+  SetLayout(Column({Row({Item(List1, 1), Tabs(VSIndexTab1, std::move(pages), 2)}, 1),
                     Row({Item(btmHelp), Space(), Item(btmSave), Item(btmExit), Item(btmCancel)})}));
 }
 

@@ -11,6 +11,11 @@
 #include "hosts/workbench/platform/Text.h"
 
 namespace tessel::workbench {
+namespace {
+
+constexpr int MostColumns = 20;
+
+}  // namespace
 
 ListBoxView::ListBoxView(forms::ListBox& box, ViewHost& host)
     : ControlView(box, host), box_(box), widget_(new QListWidget) {
@@ -32,6 +37,10 @@ void ListBoxView::Update() {
     for (const String& text : shown_) items.append(ToQt(text));
     widget_->clear();
     widget_->addItems(items);
+    // Short items are never cut off; long ones are scrolled.
+    const int wanted = widget_->sizeHintForColumn(0) + 2 * widget_->frameWidth();
+    widget_->setMinimumWidth(
+        std::min(wanted, MostColumns * widget_->fontMetrics().averageCharWidth()));
   }
   widget_->setCurrentRow(box_.ListIndex());
   if (const auto* const list = dynamic_cast<const forms::PopupList*>(&box_)) ShowSize(list->Height);
