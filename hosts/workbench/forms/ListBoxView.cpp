@@ -2,6 +2,7 @@
 
 #include <QCursor>
 #include <QFontMetrics>
+#include <QSignalBlocker>
 #include <QStyle>
 #include <algorithm>
 
@@ -15,10 +16,21 @@ namespace {
 
 constexpr int MostColumns = 20;
 
+/// The arrival of the focus makes no row current that nobody has chosen.
+class UnchosenList : public QListWidget {
+ protected:
+  void focusInEvent(QFocusEvent* event) override {
+    const bool chosen = currentIndex().isValid();
+    const QSignalBlocker quiet(this);
+    QListWidget::focusInEvent(event);
+    if (!chosen) selectionModel()->clearCurrentIndex();
+  }
+};
+
 }  // namespace
 
 ListBoxView::ListBoxView(forms::ListBox& box, ViewHost& host)
-    : ControlView(box, host), box_(box), widget_(new QListWidget) {
+    : ControlView(box, host), box_(box), widget_(new UnchosenList) {
   widget_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   QObject::connect(widget_, &QListWidget::currentRowChanged, widget_, [this](int row) {
     if (row >= 0) Act([this, row] { forms::user::Pick(box_, row); });

@@ -151,7 +151,7 @@ void MainWindow::AddLineCommands(QMenu& edit) {
              inLines([](CodeEditor& editor) { editor.CommentBlock(true); }));
   AddCommand(edit, tr("Unc&omment Block"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_U),
              inLines([](CodeEditor& editor) { editor.CommentBlock(false); }));
-  AddCommand(edit, tr("List &Members"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Space),
+  AddCommand(edit, tr("L&ist Members"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Space),
              inLines([this](CodeEditor&) { ListMembers(); }));
   QMenu* const marks = edit.addMenu(tr("&Bookmarks"));
   AddCommand(*marks, tr("&Toggle Bookmark"), QKeySequence(Qt::CTRL | Qt::Key_B),

@@ -464,6 +464,14 @@ TEST_F(ListAtAPlace, TheKeysPickARow) {
   EXPECT_EQ(list_->ItemMenu, u"Entry1");
 }
 
+TEST_F(ListAtAPlace, NoRowIsChosenUntilTheUserChoosesOne) {
+  Show([&](FormWindow&) {
+    EXPECT_TRUE(Rows().hasFocus());
+    QTest::keyClick(&Rows(), Qt::Key_Escape);
+  });
+  EXPECT_EQ(list_->ItemMenu, u"");
+}
+
 TEST_F(ListAtAPlace, ADoubleClickPicksARow) {
   Show([&](FormWindow&) {
     const QPoint row = Rows().visualItemRect(Rows().item(2)).center();
