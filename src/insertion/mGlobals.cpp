@@ -100,7 +100,11 @@ bool InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, St
     if (!components) return;
     auto component = FindComponent(run, components, componentName);
     if (!component) component = AddComponent(run, components, componentName, newComponentType);
-    const auto module = run([&] { return Need(component).CodeModule(); });
+    const auto module = run([&] {
+      auto found = Need(component).CodeModule();
+      if (!found) throw vb::RuntimeFailure(vb::ObjectNotSet);  // such as a related document
+      return found;
+    });
     if (!module) return;
     ShowPane(run, module);
     const int line = run([&] {

@@ -35,7 +35,7 @@ TEST_F(Workbench, ShowsTheBarAsTheAddinBuiltIt) {
   EXPECT_TRUE(format->isEnabled());
   QAction* const snippets = BarAction(QStringLiteral("Snippet Manager"));
   ASSERT_NE(snippets, nullptr);
-  EXPECT_FALSE(snippets->isEnabled());
+  EXPECT_TRUE(snippets->isEnabled());
   QAction* const popup = BarAction(QStringLiteral("Tessel"));
   ASSERT_NE(popup, nullptr);
   ASSERT_NE(popup->menu(), nullptr);
