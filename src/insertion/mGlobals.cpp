@@ -64,6 +64,34 @@ void ShowPane(const Statements& run, const std::shared_ptr<host::CodeModule>& mo
   if (blank) ResumeNext(remove);
 }
 
+/// Puts a text into a component at the place of a mode, and the caret on it. `inserted` tells that
+/// the text is in, also where what follows fails.
+void InsertText(const Statements& run, const ComponentPtr& component, StringView text, int mode,
+                int caretOffset, bool& inserted) {
+  const auto module = run([&] {
+    auto found = Need(component).CodeModule();
+    if (!found) throw vb::RuntimeFailure(vb::ObjectNotSet);  // such as a related document
+    return found;
+  });
+  if (!module) return;
+  ShowPane(run, module);
+  const int line = run([&] {
+    return (mode == EndOfDeclarations ? module->CountOfDeclarationLines()
+                                      : module->CountOfLines()) +
+           1;
+  });
+  if (line < 1) return;
+  StringView placed = run([&] { return blanklines::FollowedByOne(text, *module, line); });
+  if (placed.empty()) placed = text;
+  run([&] {
+    module->InsertLines(line, placed);
+    inserted = true;
+  });
+  const int caret = line + caretOffset;
+  run([&] { Need(module->CodePane()).SetTopLine(std::max(1, caret)); });
+  run([&] { Need(module->CodePane()).SetSelection({caret, 1, caret, 1}); });
+}
+
 /// Calls `visit` for each component of the active project.
 template <class Visit>
 void ForEachComponent(const Statements& run, host::VBProject& project, Visit&& visit) {
@@ -92,34 +120,28 @@ bool InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, St
     if (gErrorHandler) gErrorHandler->CallStackPushLiteral(Name);
     return false;
   }
-  bool done = false;
+  bool inserted = false;
   Routine(Name, [&](const Statements& run) {
     const auto project = run([&] { return Need(vbe).ActiveVBProject(); });
     if (!project) return;
     const auto components = run([&] { return Need(project).VBComponents(); });
     if (!components) return;
-    auto component = FindComponent(run, components, componentName);
-    if (!component) component = AddComponent(run, components, componentName, newComponentType);
-    const auto module = run([&] {
-      auto found = Need(component).CodeModule();
-      if (!found) throw vb::RuntimeFailure(vb::ObjectNotSet);  // such as a related document
-      return found;
-    });
-    if (!module) return;
-    ShowPane(run, module);
-    const int line = run([&] {
-      return (mode == EndOfDeclarations ? Need(module).CountOfDeclarationLines()
-                                        : Need(module).CountOfLines()) +
-             1;
-    });
-    if (line < 1) return;
-    run([&] { Need(module).InsertLines(line, blanklines::FollowedByOne(text, *module, line)); });
-    const int caret = line + caretOffset;
-    run([&] { Need(Need(module).CodePane()).SetTopLine(std::max(1, caret)); });
-    run([&] { Need(Need(module).CodePane()).SetSelection({caret, 1, caret, 1}); });
-    done = true;
+    const auto known = FindComponent(run, components, componentName);
+    const auto component =
+        known ? known : AddComponent(run, components, componentName, newComponentType);
+    // A component that was made for a text that it doesn't get would be in the way of the next try.
+    const auto takeOut = [&] {
+      if (!known && !inserted) ResumeNext([&] { Need(components).Remove(component); });
+    };
+    try {
+      InsertText(run, component, text, mode, caretOffset, inserted);
+    } catch (const RoutineAborted&) {
+      takeOut();
+      throw;
+    }
+    takeOut();
   });
-  return done;
+  return inserted;
 }
 
 String GetProjectComponent(const VbePtr& vbInstance, int mode) {

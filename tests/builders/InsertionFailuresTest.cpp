@@ -81,6 +81,13 @@ Played Play(const Fill& fill, std::size_t nth, StringView answer) {
   return played;
 }
 
+/// The text with one blank line where several follow each other.
+String OneBlankLine(String text) {
+  const StringView two = u"\r\n\r\n\r\n";
+  while (text.find(two) != String::npos) text = vb::Replace(text, two, u"\r\n\r\n");
+  return text;
+}
+
 /// The text is in whole or not at all, once; only a run that went through
 /// closes the dialog; Retry gives what no failure would have given.
 template <class Dialog, class Fill>
@@ -108,11 +115,13 @@ void ExpectWhole(const Fill& fill) {
         EXPECT_EQ(played.Texts, clean.Texts);
         EXPECT_TRUE(played.Closed);
       }
-      if (answer == u"btnAbort" && played.Reports > 0) {
-        EXPECT_FALSE(played.Closed);
-      }
       const String& module = played.Texts.at(u"M");
-      EXPECT_TRUE(module == before.Texts.at(u"M") || module == clean.Texts.at(u"M"))
+      if (answer == u"btnAbort" && played.Reports > 0) {
+        EXPECT_EQ(played.Closed, module == clean.Texts.at(u"M"))
+            << "what is in would go in a second time, what isn't would be lost";
+      }
+      // An ignored look at what stands below costs blank lines too many, never the text.
+      EXPECT_TRUE(module == before.Texts.at(u"M") || OneBlankLine(module) == clean.Texts.at(u"M"))
           << vb::ToUtf8(module);
     }
   }
@@ -150,7 +159,10 @@ TEST(InsertionFailures, NoBaseClassIsMadeBehindAClassThatWasGivenUp) {
         continue;
       }
       if (played.Reports == 0) continue;  // a look-up that passes over failures
-      EXPECT_FALSE(played.Closed);
+      EXPECT_EQ(played.Closed, played.Texts == clean.Texts);
+      for (const auto& [name, text] : played.Texts) {
+        EXPECT_FALSE(text.empty()) << "a class without its text: " << vb::ToUtf8(name);
+      }
       EXPECT_LE(played.Texts.count(u"Branch"), played.Texts.count(u"BranchS"));
       for (const auto& [name, text] : played.Texts) {
         EXPECT_TRUE(name == u"M" || name == u"Order" || name == u"BranchS" || name == u"Branch")
