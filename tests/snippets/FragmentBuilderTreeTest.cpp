@@ -271,6 +271,32 @@ TEST_F(ManagerTree, SettingsBeyondWhatThereIsAreLeftAlone) {
   EXPECT_EQ(Dialog->C1TCodeObject.CurrTab(), 0);
 }
 
+TEST_F(ManagerTree, TheGridShowsWhatTheTableHoldsWhenNothingCanBeWritten) {
+  Fill();
+  Open();
+  Go(u"A");
+  {
+    const test::Reader reader(*Libraries.At(u"Marlow"));
+    Press(&Manager::btmAddFolder);
+    EXPECT_EQ(Tree().RowAt(2).Data, 0) << "a row without a node";
+    EXPECT_THROW(Edit(2, u"x"), vb::Failure) << "which can't be edited";
+    Row(1);
+    Answer(MessageAnswer::Yes);
+    Press(&Manager::btmDeleteFolder);
+    EXPECT_EQ(Tree().TextMatrix(1, 0), u"A");
+    Press(&Manager::btmEditFolder);
+    Edit(1, u"renamed");
+    EXPECT_EQ(Tree().TextMatrix(1, 0), u"A");
+  }
+  Reopen();
+  EXPECT_EQ(Rows(), Filled);
+  Go(u"A");
+  Answer(MessageAnswer::Yes);
+  Press(&Manager::btmDeleteFolder);
+  EXPECT_EQ(Rows(), "User Database\n B\n  b1\n");
+  ExpectGridIsTheTable();
+}
+
 // Drops
 
 class ManagerDrops : public ManagerTree {
