@@ -173,7 +173,9 @@ void frmFragmentBuilder::DropFiles(int row, const std::vector<String>& files) {
     if (files.empty() || row < 0 || row >= fgTree.Rows()) return;
     const RowKey key = SplitRowKey(fgTree.RowAt(row).CellData, 1);
     if (key.Flags[0] != FolderKind) return;
-    const auto taken = run([&] { return mFunctions::TakeDroppedComponent(files.front()); });
+    const auto project = run([&] { return VBInstance ? VBInstance->ActiveVBProject() : nullptr; });
+    const auto taken =
+        run([&] { return mFunctions::TakeDroppedComponent(files.front(), project); });
     if (!taken) return;
     run([&] { MakeCurrent(row); });
     if (AddFolder(key.Connection, RecordKind, taken->Name, taken->ClassObj) > 0) {

@@ -352,6 +352,10 @@ TEST_F(ManagerDrops, WhatIsNoComponentAndWhatFallsOnARecordAddsNothing) {
   Drop(RowOf(u"a1"), module);
   Drop(0, Folder().Write("note.tmp", "nothing of the kind"));
   Drop(0, Folder().Write("m.bas", "Attribute VB_Name = \"m\"\r\n"));
+  Drop(0, Folder().Write("text.tmp", "x = \"Attribute VB_Name = \"\"m\"\"\"\r\n"));
+  Drop(0, Folder().Write("bare.tmp", "Attribute VB_Name = \"m\""));
+  Drop(0, Folder().Write("tab.tmp", "Attribute VB_Name = \"m\tn\"\r\n"));
+  Drop(0, Folder().Write("plain.tmp", "VERSION 1.0 CLASS\r\nAttribute VB_Name = \"c\"\r\n"));
   forms::user::Drop(Tree(), 0, {});
   EXPECT_EQ(Rows(), Filled);
   ExpectGridIsTheTable();
