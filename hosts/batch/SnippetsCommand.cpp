@@ -12,6 +12,7 @@
 #include "hosts/batch/JetFile.h"
 #include "hosts/batch/JetImport.h"
 #include "hosts/batch/SnippetLibrary.h"
+#include "hosts/workspace/CodePages.h"
 #include "snippets/ObjectFiles.h"
 #include "snippets/ObjectRecords.h"
 #include "snippets/SnippetFolder.h"
@@ -81,25 +82,34 @@ void Find(CSQLTree& tree, const std::vector<std::string>& given, std::ostream& o
   }
 }
 
-/// UTF-8; what isn't is taken for the code page of the old systems.
-String TextOf(const std::string& bytes) {
+/// In `codePage`, or when that is 0 UTF-8; what isn't is taken for the code page of the old
+/// systems.
+String TextOf(const std::string& bytes, int codePage) {
   constexpr int CodePage = 1252;
+  if (codePage != 0) return workspace::Decode(bytes, codePage);
   const String text = vb::FromUtf8(bytes);
   return text.find(u'\xFFFD') == String::npos ? text : vb::TextOfBytes(bytes, CodePage);
 }
 
 /// A component's file as an object, anything else as a text. A form without a companion is one.
 ListFragment ReadFragment(const SnippetsRequest& request, std::istream& in) {
+  if (request.CodePage != 0 && !workspace::IsKnownCodePage(request.CodePage)) {
+    Fail("there is no code page " + std::to_string(request.CodePage));
+  }
   ListFragment fragment;
   if (request.File == "-") {
-    fragment.Text = TextOf(ReadAll(in));
+    fragment.Text = TextOf(ReadAll(in), request.CodePage);
   } else {
     const String path = fs::absolute(request.File).u16string();
-    fragment = mFunctions::FragmentOfFile(path, [](StringView file, bool companion) {
-      if (companion && !fs::exists(fs::path(file))) return String();
-      return mFunctions::GetFile(file);
+    fragment = mFunctions::FragmentOfFile(path, [&](StringView file, bool companion) {
+      if (companion) return fs::exists(fs::path(file)) ? mFunctions::GetFile(file) : String();
+      const std::string bytes = ReadFile(request.File);
+      return workspace::Decode(
+          bytes, request.CodePage != 0 ? request.CodePage : workspace::GuessCodePage({bytes}));
     });
-    if (fragment.ClassObj.empty()) fragment.Text = TextOf(ReadFile(request.File));
+    if (fragment.ClassObj.empty()) {
+      fragment.Text = TextOf(ReadFile(request.File), request.CodePage);
+    }
   }
   fragment.TextUserNotes = vb::FromUtf8(request.Notes);
   return fragment;
@@ -227,6 +237,8 @@ CLI::App* SnippetsCommand::Declare(CLI::App& program) {
       ->required();
   added->add_option("--name", Request.Name, "name of the record")->default_str("the file's");
   added->add_option("--notes", Request.Notes, "notes of the record");
+  added->add_option("--code-page", Request.CodePage, "code page of the file")
+      ->default_str("guessed");
   folder(added);
   add("export", "Write all records to a folder, one file each", SnippetsVerb::Export)
       ->add_option("folder", Request.File, "made when needed")

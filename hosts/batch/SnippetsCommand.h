@@ -24,6 +24,7 @@ struct SnippetsRequest {
   std::string Folder;              ///< to add or import into, "/" between names; empty: the top
   std::string Notes;
   std::string File;   ///< to add ("-": standard input), to import, or the folder to export to
+  int CodePage = 0;   ///< of the file to add; 0: guessed
   bool Look = false;  ///< check without mending
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "foundation/ServiceClass.h"
+#include "platform/Platform.h"
 
 namespace tessel {
 
@@ -17,6 +18,14 @@ constexpr ServiceClass Service{u"cConnectReestr", NotInitialized, ComponentFailu
 
 void Need(const std::shared_ptr<CAppSettings>& settings) {
   if (!settings) throw Service.Own(NotInitialized, u"Object not properly initialized");
+}
+
+/// Whether the list was ever written; a store that can't be read is a failure, not an empty list.
+bool HasKey(const CAppSettings& settings, StringView name) {
+  const String key = settings.MainBranch() + u"\\" + settings.CompanyName() + u"\\" +
+                     settings.AppName() + u"\\" + String(name);
+  const auto root = static_cast<platform::RootKey>(settings.RootKey());
+  return platform::Current().Registry().ValueNames(root, key).has_value();
 }
 
 }  // namespace
@@ -38,13 +47,8 @@ void cConnectReestr::SetKeyName(StringView value) {
 std::optional<std::vector<RegisteredConnection>> cConnectReestr::GetAllConnect() const {
   return Service.Guard([&]() -> std::optional<std::vector<RegisteredConnection>> {
     Need(appSettings_);
-    std::vector<String> names;
-    // A key that was never written holds no names.
-    try {
-      names = appSettings_->GetAllKeys(keyName_);
-    } catch (const vb::Failure&) {
-      return std::nullopt;
-    }
+    if (!HasKey(*appSettings_, keyName_)) return std::nullopt;
+    std::vector<String> names = appSettings_->GetAllKeys(keyName_);
     if (names.empty()) return std::nullopt;
     std::vector<RegisteredConnection> rows;
     for (String& name : names) {

@@ -49,7 +49,8 @@ bool cConnectionMDB::CheckStructureMDB() const {
   for (const SnippetTable& table : NeededTables) {
     try {
       store::Recordset records;
-      records.Open(table.Statement, mConnectMDB);
+      // Whether the columns are there shows without reading any row of a large library.
+      records.Open(String(table.Statement) + u" WHERE 1 = 0", mConnectMDB);
     } catch (...) {
       Report(vb::CurrentFailure().Description() + u"\r\nFile: " + FileName + u"\r\nTable: " +
              String(table.Name));

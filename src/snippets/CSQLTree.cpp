@@ -97,7 +97,7 @@ std::int32_t CSQLTree::LeftOfNew(std::int32_t parentID, std::int32_t beforeID, s
 std::int32_t CSQLTree::AddNode(StringView name, std::int32_t parentID, std::int32_t beforeID,
                                std::int32_t afterID, std::int32_t root) {
   std::int32_t added = 0;
-  Operate([&] {
+  const bool done = Operate([&] {
     const std::int32_t left = LeftOfNew(parentID, beforeID, afterID, root);
     if (left <= 0) return;
     Run(commands_->cmdGapLeft, {2, left});
@@ -111,7 +111,8 @@ std::int32_t CSQLTree::AddNode(StringView name, std::int32_t parentID, std::int3
     records_.Update();
     added = LongOf(records_, u"ID");
   });
-  return added;
+  // A number that was undone with its row is nobody's.
+  return done ? added : 0;
 }
 
 void CSQLTree::DeleteNode(std::int32_t id) {
@@ -208,6 +209,14 @@ TreeNodes CSQLTree::GetNodesForParent(std::int32_t parentID) {
                      {}});
   }
   return nodes;
+}
+
+std::optional<String> CSQLTree::NameOfNode(std::int32_t id) {
+  store::Recordset records;
+  if (Open(records, u"SELECT Name FROM " + tableName_ + u" WHERE ID = " + vb::Str(id)).Eof()) {
+    return std::nullopt;
+  }
+  return store::ToText(records.Field(u"Name"));
 }
 
 String CSQLTree::GetNameRootTree() {

@@ -79,6 +79,8 @@ class CSQLTree {
   [[nodiscard]] TreeNodes GetNodesAndList();
   /// Direct children, in the order of their numbers.
   [[nodiscard]] TreeNodes GetNodesForParent(std::int32_t parentID);
+  /// The node's name as the table has it; nothing for a missing node.
+  [[nodiscard]] std::optional<String> NameOfNode(std::int32_t id);
   /// Caption of the top; "User Database" when it has none.
   [[nodiscard]] String GetNameRootTree();
 
@@ -125,9 +127,9 @@ class CSQLTree {
   void MoveBeside(std::int32_t id, bool down, std::int32_t root);
   void MoveLeft(std::int32_t id, std::int32_t root);
   void MoveRight(std::int32_t id, std::int32_t root);
-  /// Runs an operation as one transaction and passes over its failure.
+  /// Runs an operation as one transaction and passes over its failure; true when it was committed.
   template <class Body>
-  void Operate(Body&& body);
+  bool Operate(Body&& body);
   template <class Body>
   void Move(Body&& body);
 

@@ -165,6 +165,9 @@ void frmFragmentBuilder::InsertSelectedTextInComponent(StringView text) {
     const int line = run([&] { return pane->GetSelection().StartLine; });
     const auto module = run([&] { return pane->CodeModule(); });
     if (line > 0 && module) run([&] { module->InsertLines(line, text); });
+    const auto window = run([&] { return VBInstance->MainWindow(); });
+    const platform::WindowHandle main = run([&] { return window ? window->HWnd() : 0; });
+    if (main != 0) run([&] { platform::Current().Windows().SetFocus(main); });
   });
 }
 

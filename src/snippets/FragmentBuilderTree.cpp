@@ -110,6 +110,12 @@ void frmFragmentBuilder::AfterEdit(int row, int col) {
     const RowKey key = SplitRowKey(fgTree.RowAt(row).CellData, 1);
     const auto id = static_cast<std::int32_t>(fgTree.RowAt(row).Data);
     run([&] { TreeOf(key.Connection).UpdateNodeName(id, fgTree.TextMatrix(row, col)); });
+    // Another process may have kept it from being written: the row shows what the table holds.
+    run([&] {
+      if (const auto name = TreeOf(key.Connection).NameOfNode(id)) {
+        fgTree.SetTextMatrix(row, col, *name);
+      }
+    });
   });
 }
 
@@ -121,7 +127,11 @@ void frmFragmentBuilder::DeleteFolder(StringView connection) {
     const String question = u"Are you sure to delete folder '" +
                             fgTree.TextMatrix(row, CaptionColumn) + u"' and subfolders?";
     if (!run([&] { return Confirm(question); })) return;
-    run([&] { TreeOf(connection).DeleteNode(id); });
+    const bool gone = run([&] {
+      TreeOf(connection).DeleteNode(id);
+      return !TreeOf(connection).NameOfNode(id);
+    });
+    if (!gone) return;
     run([&] { fgTree.RemoveItems(row, fgTree.EndOf(row) - row); });
     run([&] { MakeCurrent(std::min(row, fgTree.Rows() - 1)); });
   });
@@ -163,7 +173,9 @@ void frmFragmentBuilder::DropFiles(int row, const std::vector<String>& files) {
     if (files.empty() || row < 0 || row >= fgTree.Rows()) return;
     const RowKey key = SplitRowKey(fgTree.RowAt(row).CellData, 1);
     if (key.Flags[0] != FolderKind) return;
-    const auto taken = run([&] { return mFunctions::TakeDroppedComponent(files.front()); });
+    const auto project = run([&] { return VBInstance ? VBInstance->ActiveVBProject() : nullptr; });
+    const auto taken =
+        run([&] { return mFunctions::TakeDroppedComponent(files.front(), project); });
     if (!taken) return;
     run([&] { MakeCurrent(row); });
     if (AddFolder(key.Connection, RecordKind, taken->Name, taken->ClassObj) > 0) {

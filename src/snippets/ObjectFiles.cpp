@@ -1,5 +1,6 @@
 #include "snippets/ObjectFiles.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "foundation/CFile.h"
@@ -88,7 +89,7 @@ String CompanionPath(StringView path, StringView extension) {
 bool IsFileName(StringView name) {
   return !name.empty() && name != u"." && name != u".." &&
          name.find_first_of(u"\\/:\"<>|?*") == StringView::npos &&
-         name.find(u'\0') == StringView::npos;
+         std::none_of(name.begin(), name.end(), [](char16_t unit) { return unit < u' '; });
 }
 
 int CheckVBAorVBForm(StringView text) {

@@ -21,7 +21,7 @@ void PutFile(StringView path, StringView text,
 /// The file beside a component's with another extension, in whatever case it is written; the plain
 /// name when there is none.
 [[nodiscard]] String CompanionPath(StringView path, StringView extension);
-/// True for a name that stays in the folder that it is written to.
+/// True for a name without control characters that stays in the folder that it is written to.
 [[nodiscard]] bool IsFileName(StringView name);
 
 /// 0 for the head of a form of this environment, 2 for that of its MDI form, 1 for any other.

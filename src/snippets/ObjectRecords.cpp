@@ -19,7 +19,8 @@ constexpr ObjectClass Classes[] = {{u"BAS", u"Module", 115, u"BAS", u"", false},
                                    {u"DSR", u"ActiveX Designer", 113, u"DSR", u"", false},
                                    {u"PAG", u"Property Page", 119, u"PAG", u"", false}};
 
-constexpr StringView NameKey = u"Attribute VB_Name", ExposedKey = u"Attribute VB_Exposed";
+constexpr StringView NameKey = u"Attribute VB_Name", NameMark = u"Attribute VB_Name = ",
+                     ExposedKey = u"Attribute VB_Exposed";
 /// The line break behind a key is looked for from here on: the length of the shorter one.
 constexpr std::size_t KeyLength = 17;
 /// What `CheckVBAorVBForm` answers for an MDI form and for a form of another editor.
@@ -47,15 +48,29 @@ std::size_t HeadLength(StringView text, StringView key) {
   return vb::InStr(found + KeyLength, text, u"\n");
 }
 
-/// The text between two marks of a head, without "=" and quotes.
+/// Without "=", quotes and the blanks around it.
+String Bare(StringView value) {
+  const String bare = vb::Replace(vb::Replace(value, u"=", u""), u"\"", u"");
+  return String(vb::Trim(bare));
+}
+
+/// Where the line with a component's name begins; elsewhere its key is a part of some text.
+std::size_t NameLine(StringView text) {
+  std::size_t at = text.find(NameMark);
+  while (at != StringView::npos && at > 0 && text[at - 1] != u'\n' && text[at - 1] != u'\r') {
+    at = text.find(NameMark, at + 1);
+  }
+  return at;
+}
+
+/// The text between two marks of a head, as `Bare` gives it.
 String ValueBehind(StringView text, StringView mark, StringView end) {
   const std::size_t found = vb::InStr(text, mark);
   if (found == 0) return {};
   const std::size_t start = found + mark.size();
   const std::size_t stop = start > text.size() ? 0 : vb::InStr(start, text, end);
   const StringView value = stop == 0 ? vb::Mid(text, start) : vb::Mid(text, start, stop - start);
-  const String bare = vb::Replace(vb::Replace(value, u"=", u""), u"\"", u"");
-  return String(vb::Trim(bare));
+  return Bare(value);
 }
 
 }  // namespace
@@ -115,26 +130,19 @@ void ImportRecordFileObjectToTblList(const CSQLTrees& trees, StringView nameConn
   });
 }
 
-std::optional<DroppedComponent> TakeDroppedComponent(StringView path) {
-  if (vb::InStr(NameOf(path).Extension, u"TMP") == 0) return std::nullopt;
-  String text = GetFile(path);
-  const std::size_t key = vb::InStr(text, NameKey);
-  if (key == 0) return std::nullopt;
-  DroppedComponent taken;
-  taken.Name = ValueBehind(text, NameKey, u"\r\n");
-  if (!IsFileName(taken.Name)) return std::nullopt;
-  const String head = text.substr(0, key - 1);
-  taken.Folder = GetTempFolder();
+namespace {
+
+/// Writes the component under its own name into its folder.
+void WriteDropped(DroppedComponent& taken, StringView path, String text, StringView head,
+                  const std::shared_ptr<host::VBProject>& project) {
   CreateFolderPath(taken.Folder);
   EmptyFolder(taken.Folder);
   const String file = taken.Folder + u"\\" + taken.Name;
   if (head.empty() || vb::InStr(head, u"CLASS", vb::Compare::Text) > 0) {
-    taken.ClassObj = head.empty() ? u"BAS" : u"CLS";
     taken.Path = file + (head.empty() ? u".Bas" : u".cls");
     CopyFileSafe(taken.Path, path);
-    return taken;
+    return;
   }
-  taken.ClassObj = u"FRM";
   taken.Path = file + u".frm";
   const String companion = ValueBehind(head, u"OleObjectBlob", u":");
   if (!companion.empty()) {
@@ -142,8 +150,30 @@ std::optional<DroppedComponent> TakeDroppedComponent(StringView path) {
     ResumeNext([&] { CopyFileSafe(file + u".frx", source); });
     text = vb::Replace(text, companion, taken.Name + u".frx");
   }
-  PutFile(taken.Path, text);
-  return taken;
+  PutFile(taken.Path, text, project);
+}
+
+}  // namespace
+
+std::optional<DroppedComponent> TakeDroppedComponent(
+    StringView path, const std::shared_ptr<host::VBProject>& project) {
+  if (vb::InStr(NameOf(path).Extension, u"TMP") == 0) return std::nullopt;
+  const String text = GetFile(path, project);
+  const std::size_t key = NameLine(text);
+  if (key == String::npos) return std::nullopt;
+  const StringView behind = StringView(text).substr(key + NameMark.size());
+  DroppedComponent taken;
+  taken.Name = Bare(behind.substr(0, behind.find_first_of(u"\r\n")));
+  if (!IsFileName(taken.Name)) return std::nullopt;
+  taken.Folder = GetTempFolder();
+  WriteDropped(taken, path, text, StringView(text).substr(0, key), project);
+  // A companion that is missing is told when the record takes it.
+  taken.ClassObj = FragmentOfFile(taken.Path, [&](StringView file, bool companion) {
+                     return companion ? String() : GetFile(file, project);
+                   }).ClassObj;
+  if (!taken.ClassObj.empty()) return taken;
+  RemoveFolder(taken.Folder);
+  return std::nullopt;
 }
 
 }  // namespace mFunctions

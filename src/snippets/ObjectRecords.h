@@ -53,9 +53,11 @@ struct DroppedComponent {
   /// Its file below a temporary folder, which the caller removes.
   String Path, Folder;
 };
-/// Takes a dropped temporary file ("tmp" in its extension) apart; nothing when it is no component.
-/// A form that names no companion, or whose companion is gone, comes without one.
-[[nodiscard]] std::optional<DroppedComponent> TakeDroppedComponent(StringView path);
+/// Takes a dropped temporary file ("tmp" in its extension) apart, in the code page of `project`;
+/// nothing when it is no component. A form that names no companion, or whose companion is gone,
+/// comes without one.
+[[nodiscard]] std::optional<DroppedComponent> TakeDroppedComponent(
+    StringView path, const std::shared_ptr<host::VBProject>& project = nullptr);
 
 }  // namespace mFunctions
 }  // namespace tessel

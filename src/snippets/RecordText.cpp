@@ -1,6 +1,8 @@
 #include "snippets/RecordText.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "vb/CodePages.h"
@@ -61,6 +63,38 @@ String Escaped(StringView text) {
     } else {
       out += u"\\u";
       for (const unsigned shift : {12U, 8U, 4U, 0U}) out += Hex[unit >> shift & 15U];
+    }
+  }
+  return out;
+}
+
+/// Nothing for a text with an escape that there isn't; `why` tells what is wrong with it.
+std::optional<String> WithoutEscapes(StringView text, StringView& why) {
+  String out;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text[at] != u'\\') {
+      out += text[at];
+      continue;
+    }
+    const char16_t sign = ++at < text.size() ? text[at] : u'\0';
+    if (sign == u'\\') {
+      out += u'\\';
+    } else if (sign == u'r' || sign == u'n') {
+      out += sign == u'r' ? u'\r' : u'\n';
+    } else if (sign == u'u' && at + 4 < text.size()) {
+      unsigned unit = 0;
+      for (int digits = 0; digits < 4; ++digits) {
+        const std::size_t digit = Hex.find(text[++at]);
+        if (digit == StringView::npos) {
+          why = u"\"\\u\" takes four hexadecimal digits";
+          return std::nullopt;
+        }
+        unit = unit << 4U | static_cast<unsigned>(digit);
+      }
+      out += static_cast<char16_t>(unit);
+    } else {
+      why = u"behind \"\\\" stands \"\\\", \"r\", \"n\" or \"u\" with four digits";
+      return std::nullopt;
     }
   }
   return out;
@@ -234,30 +268,10 @@ class Reader {
   }
 
   [[nodiscard]] String Unescaped(StringView text) const {
-    String out;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-      if (text[at] != u'\\') {
-        out += text[at];
-        continue;
-      }
-      const char16_t sign = ++at < text.size() ? text[at] : u'\0';
-      if (sign == u'\\') {
-        out += u'\\';
-      } else if (sign == u'r' || sign == u'n') {
-        out += sign == u'r' ? u'\r' : u'\n';
-      } else if (sign == u'u' && at + 4 < text.size()) {
-        unsigned unit = 0;
-        for (int digits = 0; digits < 4; ++digits) {
-          const std::size_t digit = Hex.find(text[++at]);
-          if (digit == StringView::npos) Fail(u"\"\\u\" takes four hexadecimal digits");
-          unit = unit << 4U | static_cast<unsigned>(digit);
-        }
-        out += static_cast<char16_t>(unit);
-      } else {
-        Fail(u"behind \"\\\" stands \"\\\", \"r\", \"n\" or \"u\" with four digits");
-      }
-    }
-    return out;
+    StringView why;
+    auto plain = WithoutEscapes(text, why);
+    if (!plain) Fail(why);
+    return std::move(*plain);
   }
 
   StringView file_;
@@ -274,6 +288,13 @@ std::string WriteRecordText(const NamedFragment& record) { return Writer().Write
 
 NamedFragment ReadRecordText(std::string_view bytes, StringView file) {
   return Reader(bytes, file).Read();
+}
+
+String EscapedName(StringView name) { return Escaped(name); }
+
+String UnescapedName(StringView line) {
+  StringView why;
+  return WithoutEscapes(line, why).value_or(String(line));
 }
 
 }  // namespace tessel

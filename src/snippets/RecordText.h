@@ -23,4 +23,9 @@ struct NamedFragment {
 /// vb::Failure that names `file` and the line.
 [[nodiscard]] NamedFragment ReadRecordText(std::string_view bytes, StringView file);
 
+/// A name as one line of such a file: line ends and what a text file can't hold stand as escapes.
+[[nodiscard]] String EscapedName(StringView name);
+/// The name again; a line that isn't written that way is the name itself.
+[[nodiscard]] String UnescapedName(StringView line);
+
 }  // namespace tessel

@@ -23,7 +23,7 @@ std::vector<SnippetEntry> EntriesOf(const fs::path& folder) {
   for (const auto& entry : fs::directory_iterator(folder)) others.insert(entry.path().filename());
   for (const fs::path& name : others) {
     if (!listed.contains(name) && name.native().front() != fs::path(".").native().front()) {
-      entries.push_back({name, {}});
+      entries.push_back({name, std::nullopt});
     }
   }
   return entries;
@@ -51,7 +51,8 @@ std::vector<SnippetEntry> ReadSnippetOrder(const fs::path& folder) {
     const fs::path entry{String(line.substr(0, tab))};
     // An entry that leads out of the folder is none of an export's.
     if (entry.empty() || entry.filename() != entry || entry == ".." || entry == ".") continue;
-    entries.push_back({entry, tab == StringView::npos ? String() : String(line.substr(tab + 1))});
+    entries.push_back({entry, std::nullopt});
+    if (tab != StringView::npos) entries.back().Name = UnescapedName(line.substr(tab + 1));
   }
   return entries;
 }
@@ -61,8 +62,8 @@ std::vector<SnippetFileNode> ReadSnippetFiles(const fs::path& folder) {
   for (const SnippetEntry& entry : EntriesOf(folder)) {
     const fs::path path = folder / entry.File;
     if (fs::is_directory(path) && !fs::is_symlink(path)) {
-      const String name = entry.Name.empty() ? entry.File.u16string() : entry.Name;
-      nodes.push_back({std::nullopt, name, ReadSnippetFiles(path)});
+      nodes.push_back(
+          {std::nullopt, entry.Name.value_or(entry.File.u16string()), ReadSnippetFiles(path)});
     } else if (path.extension() == SnippetExtension) {
       NamedFragment record = ReadRecordText(ReadSnippetBytes(path), path.u16string());
       String name = record.Name;

@@ -18,7 +18,8 @@ inline constexpr const char* SnippetExtension = ".snippet";
 /// A line of an order file: the entry and, for a folder, the name of its node.
 struct SnippetEntry {
   std::filesystem::path File;
-  String Name;
+  /// Nothing where the line names none; a name may be empty.
+  std::optional<String> Name;
 };
 /// The entries of a folder's order file; none without one. Fails with a text that names the file.
 [[nodiscard]] std::vector<SnippetEntry> ReadSnippetOrder(const std::filesystem::path& folder);

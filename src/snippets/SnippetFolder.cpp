@@ -27,7 +27,11 @@ std::string FileNameOf(const String& name) {
   constexpr std::size_t Longest = 100;
   const std::string text = vb::ToUtf8(name);
   std::string file;
-  for (const char sign : text) {
+  const auto isInside = [](char unit) {
+    return (static_cast<unsigned char>(unit) & 0xC0U) == 0x80U;
+  };
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const char sign = text[at];
     const auto unit = static_cast<unsigned char>(sign);
     const bool hidden = file.empty() && (sign == '.' || sign == '_' || sign == ' ');
     if (unit < ' ' || hidden || Refused.find(sign) != std::string_view::npos) {
@@ -36,7 +40,7 @@ std::string FileNameOf(const String& name) {
       file += sign;
     }
     // The whole name stands in the file, so a long one may be cut, but not within a character.
-    if (file.size() >= Longest && (unit < 0x80)) break;
+    if (file.size() >= Longest && (at + 1 == text.size() || !isInside(text[at + 1]))) break;
   }
   while (!file.empty() && (file.back() == ' ' || file.back() == '.')) file.back() = '_';
   return file.empty() ? "%20" : file;
@@ -89,7 +93,7 @@ class Exporter {
   void OpenFolder(const TreeNode& node) {
     Folder& parent = open_.back();
     const std::string file = parent.Names.Take(node.Name, "");
-    Note(parent, file, u"\t" + vb::Replace(vb::Replace(node.Name, u"\r", u" "), u"\n", u" "));
+    Note(parent, file, u"\t" + EscapedName(node.Name));
     Folder folder;
     folder.Path = parent.Path / file;
     fs::create_directories(folder.Path);
@@ -161,19 +165,18 @@ class Importer {
   explicit Importer(CSQLTree& tree) : tree_(tree), batch_(tree.Connection()) {}
 
   void Enter(const std::vector<SnippetFileNode>& nodes, std::int32_t parent, const String& path) {
+    std::vector<std::int32_t> known = Known(nodes, parent);
     // New folders enter at the front: the last one goes first.
-    std::vector<std::int32_t> folders(nodes.size());
     for (std::size_t at = nodes.size(); at-- > 0;) {
-      if (nodes[at].Record) continue;
-      folders[at] = batch_.Child(parent, nodes[at].Name, FolderKind);
-      if (folders[at] == 0) folders[at] = batch_.Add(nodes[at].Name, parent, FolderKind);
+      if (nodes[at].Record || known[at] != 0) continue;
+      known[at] = batch_.Add(nodes[at].Name, parent, FolderKind);
     }
     for (std::size_t at = 0; at < nodes.size(); ++at) {
       const String own = path + nodes[at].Name;
       if (nodes[at].Record) {
-        EnterRecord(*nodes[at].Record, parent, own);
+        EnterRecord(*nodes[at].Record, known[at], parent, own);
       } else {
-        Enter(nodes[at].Children, folders[at], own + u"/");
+        Enter(nodes[at].Children, known[at], own + u"/");
       }
     }
   }
@@ -183,16 +186,30 @@ class Importer {
   std::vector<ImportedSnippet> Done;
 
  private:
-  void EnterRecord(const NamedFragment& record, std::int32_t parent, const String& path) {
-    std::int32_t id = batch_.Child(parent, record.Name, RecordKind);
-    // Of two records of one name in the folder the second is no newer text of the first.
-    if (id != 0 && !entered_.insert(id).second) id = 0;
+  /// For each entry the node of the library that it is a newer text of, 0 for none. Each node is
+  /// that of one entry only, so siblings of one name stay as many as they are; a name in the same
+  /// case goes ahead of one in another. Folders are counted from the end, where the oldest stands.
+  std::vector<std::int32_t> Known(const std::vector<SnippetFileNode>& nodes, std::int32_t parent) {
+    std::vector<std::int32_t> known(nodes.size());
+    for (const bool exact : {true, false}) {
+      for (std::size_t step = 0; step < 2 * nodes.size(); ++step) {
+        const bool records = step < nodes.size();
+        const std::size_t at = records ? step : 2 * nodes.size() - 1 - step;
+        if (nodes[at].Record.has_value() != records || known[at] != 0) continue;
+        known[at] =
+            batch_.TakeChild(parent, nodes[at].Name, records ? RecordKind : FolderKind, exact);
+      }
+    }
+    return known;
+  }
+
+  void EnterRecord(const NamedFragment& record, std::int32_t id, std::int32_t parent,
+                   const String& path) {
     const bool known = id != 0;
     if (known) {
       tree_.Connection()->Execute(u"DELETE FROM List WHERE Id = " + vb::Str(id));
     } else {
       id = batch_.Add(record.Name, parent, RecordKind);
-      entered_.insert(id);
     }
     tree_.UpdateListFragment(id, record.Fragment);
     Done.push_back({path, known});
@@ -200,7 +217,6 @@ class Importer {
 
   CSQLTree& tree_;
   TreeBatch batch_;
-  std::set<std::int32_t> entered_;
 };
 
 }  // namespace

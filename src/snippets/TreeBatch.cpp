@@ -40,25 +40,28 @@ void TreeBatch::Read() {
     if (!open.empty()) {
       Node& parent = nodes_[open.back()];
       parent.Children.push_back(at);
-      Enter(parent, at, store::ToText(records.Cell(row, 1)));
+      String name = store::ToText(records.Cell(row, 1));
+      parent.ByName[{vb::LCase(name), nodes_[at].Kind}].emplace(nodes_[at].ID, std::move(name));
     }
     open.push_back(at);
   }
   if (nodes_.empty()) Fail(u"The tree has no top");
 }
 
-void TreeBatch::Enter(Node& parent, std::size_t child, StringView name) {
-  const Node& node = nodes_[child];
-  const auto [known, fresh] = parent.ByName.try_emplace({vb::LCase(name), node.Kind}, node.ID);
-  if (!fresh) known->second = std::min(known->second, node.ID);
-}
-
-std::int32_t TreeBatch::Child(std::int32_t folder, StringView name, std::int32_t kind) const {
+std::int32_t TreeBatch::TakeChild(std::int32_t folder, StringView name, std::int32_t kind,
+                                  bool exact) {
   const auto place = places_.find(folder);
   if (place == places_.end()) return 0;
-  const auto& children = nodes_[place->second].ByName;
-  const auto found = children.find({vb::LCase(name), kind});
-  return found == children.end() ? 0 : found->second;
+  auto& names = nodes_[place->second].ByName;
+  const auto alike = names.find({vb::LCase(name), kind});
+  if (alike == names.end()) return 0;
+  const auto found =
+      std::find_if(alike->second.begin(), alike->second.end(),
+                   [&](const auto& child) { return !exact || child.second == name; });
+  if (found == alike->second.end()) return 0;
+  const std::int32_t id = found->first;
+  alike->second.erase(found);
+  return id;
 }
 
 std::int32_t TreeBatch::Add(StringView name, std::int32_t folder, std::int32_t kind) {
@@ -83,7 +86,6 @@ std::int32_t TreeBatch::Add(StringView name, std::int32_t folder, std::int32_t k
   } else {
     parent.Children.push_back(at);
   }
-  Enter(parent, at, name);
   return id;
 }
 

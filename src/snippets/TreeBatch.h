@@ -17,9 +17,10 @@ class TreeBatch {
   /// Fails when the tree's numbers are damaged.
   explicit TreeBatch(const std::shared_ptr<store::Connection>& connection);
 
-  /// The direct child of a folder by kind and by name in any case, of several the oldest; 0 for
-  /// none.
-  [[nodiscard]] std::int32_t Child(std::int32_t folder, StringView name, std::int32_t kind) const;
+  /// A direct child of a folder by kind and name, `exact` or in any case, of several the oldest; 0
+  /// for none. Each child is answered once, and nodes that were added here never are.
+  [[nodiscard]] std::int32_t TakeChild(std::int32_t folder, StringView name, std::int32_t kind,
+                                       bool exact);
   /// Adds a node as `CSQLTree::AddNode` would: a folder comes first below its parent, a record
   /// last. Fails when the parent is no folder.
   std::int32_t Add(StringView name, std::int32_t folder, std::int32_t kind);
@@ -30,11 +31,11 @@ class TreeBatch {
   struct Node {
     std::int32_t ID = 0, Kind = FolderKind, Lft = 0, Rgt = 0;
     std::deque<std::size_t> Children{};
-    std::map<std::pair<String, std::int32_t>, std::int32_t> ByName{};
+    /// By name in lower case and kind: the numbers of the children that have it, and their names.
+    std::map<std::pair<String, std::int32_t>, std::map<std::int32_t, String>> ByName{};
   };
 
   void Read();
-  void Enter(Node& parent, std::size_t child, StringView name);
 
   std::shared_ptr<store::Connection> connection_;
   store::Recordset added_;

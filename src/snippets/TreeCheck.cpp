@@ -14,6 +14,7 @@ struct Node {
   std::int64_t ID = 0;
   String Name;
   std::optional<std::int64_t> Lft, Rgt;
+  /// As it stands in the file it may be neither of the two kinds.
   std::int64_t Root = FolderKind;
   std::vector<std::size_t> Children;
   /// The numbers that it should have.
@@ -22,6 +23,9 @@ struct Node {
   [[nodiscard]] bool HasSpan() const { return Lft && Rgt && *Lft < *Rgt; }
   [[nodiscard]] String Title() const { return vb::Str(ID) + u" \"" + Name + u"\""; }
 };
+
+/// What a node without a number for its kind is read as.
+constexpr std::int64_t NoKind = -1;
 
 std::optional<std::int64_t> NumberOf(const store::Value& value) {
   const auto* const number = std::get_if<std::int64_t>(&value);
@@ -36,6 +40,7 @@ class Check {
     store::Transaction transaction(*connection_);
     ReadNodes();
     AdoptRows();
+    MendKinds();
     Place();
     Number();
     CheckNumbers();
@@ -58,7 +63,7 @@ class Check {
       node.Name = store::ToText(records.Cell(row, 1));
       node.Lft = NumberOf(records.Cell(row, 2));
       node.Rgt = NumberOf(records.Cell(row, 3));
-      node.Root = NumberOf(records.Cell(row, 4)).value_or(FolderKind);
+      node.Root = NumberOf(records.Cell(row, 4)).value_or(NoKind);
       if (node.ID == TopID) {
         top = true;
         nodes_.front() = std::move(node);
@@ -92,6 +97,41 @@ class Check {
       adopted_.insert(node.ID);
       nodes_.push_back(std::move(node));
     }
+  }
+
+  /// The top is a folder, and so is what has nodes inside it or nothing to show as a record.
+  void MendKinds() {
+    if (nodes_.front().Root != FolderKind) {
+      findings_.push_back(u"The top was no folder");
+      WriteKind(nodes_.front(), FolderKind);
+    }
+    const std::vector<bool> holds = Holders();
+    for (std::size_t at = 1; at < nodes_.size(); ++at) {
+      Node& node = nodes_[at];
+      if (node.Root == FolderKind || node.Root == RecordKind) continue;
+      const bool record = !holds[at] && rows_.contains(node.ID);
+      findings_.push_back(node.Title() + u" was neither folder nor record; it is a " +
+                          (record ? u"record now" : u"folder now"));
+      WriteKind(node, record ? RecordKind : FolderKind);
+    }
+  }
+
+  /// For each node whether another begins inside it.
+  [[nodiscard]] std::vector<bool> Holders() const {
+    std::vector<bool> holds(nodes_.size());
+    std::optional<std::int64_t> next;
+    for (std::size_t at = nodes_.size(); at-- > 1;) {
+      const Node& node = nodes_[at];
+      if (!node.HasSpan()) continue;
+      holds[at] = next && *next < *node.Rgt;
+      next = node.Lft;
+    }
+    return holds;
+  }
+
+  void WriteKind(Node& node, std::int64_t kind) {
+    node.Root = kind;
+    Change(u"UPDATE Tree SET Root = @Root WHERE ID = @Id", {kind, node.ID});
   }
 
   /// Gives each node its folder: the innermost one whose span reaches it.
@@ -163,7 +203,7 @@ class Check {
 
   void AddRows() {
     for (const Node& node : nodes_) {
-      if (node.Root == FolderKind || rows_.contains(node.ID)) continue;
+      if (node.ID == TopID || node.Root == FolderKind || rows_.contains(node.ID)) continue;
       findings_.push_back(u"The record " + node.Title() + u" had no contents");
       Change(u"INSERT INTO List (Id) VALUES (@Id)", {node.ID});
     }

@@ -27,13 +27,16 @@ inline void Run(store::Command& command, std::initializer_list<std::int32_t> num
 }
 
 template <class Body>
-void CSQLTree::Operate(Body&& body) {
+bool CSQLTree::Operate(Body&& body) {
+  bool done = false;
   ResumeNext([&] {
     if (!commands_ || !connection_) return;
     store::Transaction transaction(*connection_);
     body();
     transaction.Commit();
+    done = true;
   });
+  return done;
 }
 
 }  // namespace tessel

@@ -283,8 +283,11 @@ void frmStoreToVbCode::RenameNode(int row) {
   Routine(u"frmStoreToVbCode.fgTreeNext_AfterEdit", [&](const Statements& run) {
     const forms::GridRow node = fgTreeNext.RowAt(row);
     run([&] {
-      TreeOf(SplitRowKey(node.CellData, Flags).Connection)
-          .UpdateNodeName(static_cast<std::int32_t>(node.Data), node.Cells.front());
+      CSQLTree& tree = TreeOf(SplitRowKey(node.CellData, Flags).Connection);
+      const auto id = static_cast<std::int32_t>(node.Data);
+      tree.UpdateNodeName(id, node.Cells.front());
+      // Another process may have kept it from being written: the row shows what the table holds.
+      if (const auto name = tree.NameOfNode(id)) fgTreeNext.SetTextMatrix(row, TreeColumn, *name);
     });
   });
 }
@@ -301,10 +304,13 @@ void frmStoreToVbCode::DeleteFolder() {
              platform::MessageAnswer::Yes;
     });
     if (!agreed) return;
-    run([&] {
-      TreeOf(SplitRowKey(folder.CellData, Flags).Connection)
-          .DeleteNode(static_cast<std::int32_t>(folder.Data));
+    const bool gone = run([&] {
+      CSQLTree& tree = TreeOf(SplitRowKey(folder.CellData, Flags).Connection);
+      const auto id = static_cast<std::int32_t>(folder.Data);
+      tree.DeleteNode(id);
+      return !tree.NameOfNode(id);
     });
+    if (!gone) return;
     fgTreeNext.RemoveItems(row, fgTreeNext.EndOf(row) - row);
     fgTreeNext.Select(std::min(row, fgTreeNext.Rows() - 1), TreeColumn);
     EnableBtmEditAndDelete();

@@ -22,6 +22,17 @@ std::int32_t AddRecord(CSQLTree& tree, StringView caption, std::int32_t parentID
   return record;
 }
 
+/// Fails when the chosen folder can't take it, as one that is gone can't.
+std::int32_t AddGroupFolder(CSQLTree& tree, StringView title, std::int32_t parentID) {
+  const std::int32_t folder = tree.AddNode(title, parentID, 0, 0, FolderKind);
+  if (folder == 0) {
+    throw vb::Failure(vb::InvalidCall,
+                      u"The folder \"" + String(title) + u"\" can't be added to the library",
+                      u"Tessel");
+  }
+  return folder;
+}
+
 }  // namespace
 
 void frmStoreToVbCode::RunStoreToVbCode(const String& connection, std::int32_t parentID,
@@ -47,10 +58,11 @@ void frmStoreToVbCode::RunStoreToVbCode(const String& connection, std::int32_t p
       for (const Chosen& one : chosen) {
         if (one.Key.Type != static_cast<int>(group.Type)) continue;
         if (folder == 0) {
-          folder = run([&] {
-            return TreeOf(connection).AddNode(group.FolderTitle, parentID, 0, 0, FolderKind);
-          });
+          folder =
+              run([&] { return AddGroupFolder(TreeOf(connection), group.FolderTitle, parentID); });
         }
+        // Without its folder the group would go to the top, where nobody wants it.
+        if (folder == 0) break;
         AddNewPointInTree(connection, one.Caption, folder, one.Key);
       }
     }

@@ -67,6 +67,24 @@ TEST_F(Snippets, AddsShowsAndListsRecords) {
   EXPECT_EQ(out_.str(), "73\tBasics/First/Hello\n");
 }
 
+TEST_F(Snippets, AComponentIsReadInItsOwnCodePage) {
+  const std::string name = "\xCC\xEE\xE4\xF3\xEB\xFC",
+                    plain = "\xD0\x9C\xD0\xBE\xD0\xB4\xD1\x83\xD0\xBB\xD1\x8C";
+  folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\n'" + name + " " + name + "\r\n");
+  EXPECT_EQ(Run({"add", Path("M.bas")}), Done);
+  EXPECT_EQ(Run({"add", Path("M.bas"), "--name", "West", "--code-page", "1252"}), Done);
+  EXPECT_EQ(Run({"show", "M"}), Done);
+  EXPECT_EQ(out_.str(), "Attribute VB_Name = \"M\"\r\n'" + plain + " " + plain + "\r\n");
+  EXPECT_EQ(Run({"show", "West"}), Done);
+  EXPECT_NE(out_.str().find("\xC3\x8C\xC3\xAE"), std::string::npos);
+  folder_.Write("t.txt", name);
+  EXPECT_EQ(Run({"add", Path("t.txt"), "--code-page", "1251"}), Done);
+  EXPECT_EQ(Run({"show", "t"}), Done);
+  EXPECT_EQ(out_.str(), plain);
+  EXPECT_EQ(Run({"add", Path("t.txt"), "--code-page", "7"}), Failed);
+  EXPECT_EQ(err_.str(), "tessel: there is no code page 7\n");
+}
+
 TEST_F(Snippets, NamesWhatIsMissing) {
   EXPECT_EQ(Run({"show", "99"}), Failed);
   EXPECT_EQ(err_.str(), "tessel: there is no record 99 (list and find name them)\n");

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "connections/cConnectReestr.h"
 #include "connections/cConnectionMDBs.h"
 #include "store/Seeds.h"
@@ -87,6 +89,45 @@ TEST_F(Connections, OpensASnippetDatabaseAndSaysWhatIsMissing) {
   EXPECT_EQ(message.Style, 0);
   connection.NameConnect = u"PersonalMarlow";
   EXPECT_TRUE(connection.OpenConnection()) << "its structure is not checked";
+}
+
+TEST_F(Connections, TheCheckOfTheColumnsReadsNoRow) {
+  store::WriteStandardDatabases(folder_.Path(), platform::Current().Files());
+  cConnectionMDB connection;
+  connection.NameConnect = u"UserConnect1";
+  connection.FileName = (folder_.Path() / "VBCode.MDB").u16string();
+  ASSERT_TRUE(connection.OpenConnection());
+  // Reading a row of this table fails.
+  connection.mConnectMDB->Execute(u"ALTER TABLE List RENAME TO Kept");
+  connection.mConnectMDB->Execute(
+      u"CREATE VIEW List AS SELECT abs(-9223372036854775807 - 1) AS Id, Text, TitleObj, TextObj, "
+      u"CompObj, NameObj, ClassObj, TextUserNotes FROM Kept");
+  EXPECT_TRUE(connection.OpenConnection());
+  EXPECT_TRUE(services_.DesktopService.Messages.empty());
+}
+
+TEST_F(Connections, AListThatCantBeReadIsNoEmptyList) {
+  struct Unreadable : memory::MemoryRegistry {
+    std::optional<std::vector<String>> ValueNames(platform::RootKey, StringView) override {
+      throw vb::Failure(vb::InvalidCall, u"the store is locked", u"Tessel");
+    }
+  };
+  struct Platform : memory::MemoryPlatform {
+    platform::Registry& Registry() override { return Own; }
+    Unreadable Own;
+  } services;
+  const platform::ScopedPlatform scope(services);
+  for (const auto& ask :
+       {std::function<void()>([&] { static_cast<void>(list_.GetAllConnect()); }),
+        std::function<void()>([&] { static_cast<void>(list_.AddNewConnection(u"a")); })}) {
+    try {
+      ask();
+      ADD_FAILURE() << "a failure is expected";
+    } catch (const vb::Failure& failure) {
+      EXPECT_EQ(static_cast<std::uint32_t>(failure.Number()), 0x80044514U);
+      EXPECT_EQ(failure.Description(), u"cConnectReestr component failure");
+    }
+  }
 }
 
 TEST_F(Connections, AFileThatCantBeOpenedShowsWhy) {

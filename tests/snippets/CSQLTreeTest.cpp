@@ -312,6 +312,22 @@ TEST_F(Tree, AnOperationWhoseStatementFailsIsUndoneAsAWhole) {
   EXPECT_EQ(test::Unsound(RowsOf(connection_)), "");
 }
 
+TEST_F(Tree, AnOperationThatCantBeCommittedIsUndoneAndGivesNoNumber) {
+  const int folder = Folder();
+  const auto before = RowsOf(connection_);
+  {
+    const test::Reader reader(*connection_);
+    EXPECT_EQ(Folder(), 0);
+    EXPECT_EQ(Record(folder), 0);
+    tree_->DeleteNode(folder);
+    tree_->UpdateNodeName(folder, u"x");
+    EXPECT_EQ(tree_->NameOfNode(folder), u"F");
+  }
+  EXPECT_EQ(RowsOf(connection_), before);
+  EXPECT_NE(Folder(), 0) << "the next one goes through";
+  EXPECT_EQ(tree_->NameOfNode(999), std::nullopt);
+}
+
 TEST_F(Tree, AMoveThatWouldLoseANodeIsUndone) {
   const int outer = Folder(), folder = Folder(outer);
   Record(folder);

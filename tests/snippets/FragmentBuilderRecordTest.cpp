@@ -216,6 +216,8 @@ TEST_F(ManagerRecord, TheSelectedTextGoesAheadOfTheSelectedLine) {
   forms::user::SelectText(Dialog->RicCodeObjectFragmentBuilder, 0, 12);
   Press(&Manager::btmInsertSelected);
   EXPECT_EQ(Services.Text(u"Module1"), u"Sub A()\r\nPublic Value\r\nEnd Sub\r\n");
+  EXPECT_EQ(Services.Environment.OwnWindows().Focus(),
+            Services.Environment.VBE()->MainWindow()->HWnd());
   EXPECT_TRUE(Dialog->RicCodeObjectFragmentBuilder.HasFocus());
   Page(CodePage);
   forms::user::SelectText(Code(), 0, 5);

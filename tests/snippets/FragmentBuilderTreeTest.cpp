@@ -271,6 +271,32 @@ TEST_F(ManagerTree, SettingsBeyondWhatThereIsAreLeftAlone) {
   EXPECT_EQ(Dialog->C1TCodeObject.CurrTab(), 0);
 }
 
+TEST_F(ManagerTree, TheGridShowsWhatTheTableHoldsWhenNothingCanBeWritten) {
+  Fill();
+  Open();
+  Go(u"A");
+  {
+    const test::Reader reader(*Libraries.At(u"Marlow"));
+    Press(&Manager::btmAddFolder);
+    EXPECT_EQ(Tree().RowAt(2).Data, 0) << "a row without a node";
+    EXPECT_THROW(Edit(2, u"x"), vb::Failure) << "which can't be edited";
+    Row(1);
+    Answer(MessageAnswer::Yes);
+    Press(&Manager::btmDeleteFolder);
+    EXPECT_EQ(Tree().TextMatrix(1, 0), u"A");
+    Press(&Manager::btmEditFolder);
+    Edit(1, u"renamed");
+    EXPECT_EQ(Tree().TextMatrix(1, 0), u"A");
+  }
+  Reopen();
+  EXPECT_EQ(Rows(), Filled);
+  Go(u"A");
+  Answer(MessageAnswer::Yes);
+  Press(&Manager::btmDeleteFolder);
+  EXPECT_EQ(Rows(), "User Database\n B\n  b1\n");
+  ExpectGridIsTheTable();
+}
+
 // Drops
 
 class ManagerDrops : public ManagerTree {
@@ -326,6 +352,10 @@ TEST_F(ManagerDrops, WhatIsNoComponentAndWhatFallsOnARecordAddsNothing) {
   Drop(RowOf(u"a1"), module);
   Drop(0, Folder().Write("note.tmp", "nothing of the kind"));
   Drop(0, Folder().Write("m.bas", "Attribute VB_Name = \"m\"\r\n"));
+  Drop(0, Folder().Write("text.tmp", "x = \"Attribute VB_Name = \"\"m\"\"\"\r\n"));
+  Drop(0, Folder().Write("bare.tmp", "Attribute VB_Name = \"m\""));
+  Drop(0, Folder().Write("tab.tmp", "Attribute VB_Name = \"m\tn\"\r\n"));
+  Drop(0, Folder().Write("plain.tmp", "VERSION 1.0 CLASS\r\nAttribute VB_Name = \"c\"\r\n"));
   forms::user::Drop(Tree(), 0, {});
   EXPECT_EQ(Rows(), Filled);
   ExpectGridIsTheTable();

@@ -288,7 +288,9 @@ TEST_F(Objects, ADroppedTemporaryFileIsTakenApart) {
   EXPECT_EQ(GetFile(module->Path), u"Attribute VB_Name = \"M\"\r\n'code\r\n");
   mFunctions::RemoveFolder(module->Folder);
 
-  folder_.Write("c.tmp1", "VERSION 1.0 CLASS\r\nAttribute VB_Name = \"C\"\r\n");
+  folder_.Write("c.tmp1",
+                "VERSION 1.0 CLASS\r\nAttribute VB_Name = \"C\"\r\nAttribute VB_Exposed = "
+                "False\r\n");
   const auto type = mFunctions::TakeDroppedComponent(Path("c.tmp1"));
   ASSERT_TRUE(type.has_value());
   EXPECT_EQ(type->ClassObj, u"CLS");
@@ -315,11 +317,51 @@ TEST_F(Objects, ADroppedFormBringsItsCompanionUnderItsOwnName) {
   mFunctions::RemoveFolder(form->Folder);
 }
 
+TEST_F(Objects, ADroppedComponentIsReadInTheCodePageOfItsProject) {
+  OpenProject(1251);
+  const auto project = Vbe()->ActiveVBProject();
+  const std::string name = "\xCC\xEE\xE4\xF3\xEB\xFC";
+  const String plain = u"\x041C\x043E\x0434\x0443\x043B\x044C";
+  for (const std::string& head : {std::string(), std::string("VERSION 1.0 CLASS\r\n"),
+                                  std::string("VERSION 5.00\r\nBegin VB.Form ") + name +
+                                      " \r\n OleObjectBlob = \"V.tmx\":0\r\n"}) {
+    const std::string bytes = head + "Attribute VB_Name = \"" + name +
+                              "\"\r\nAttribute VB_Exposed = False\r\n'" + name + "\r\n";
+    folder_.Write("d.tmp", bytes);
+    folder_.Write("V.tmx", AllBytes());
+    const auto taken = mFunctions::TakeDroppedComponent(Path("d.tmp"), project);
+    ASSERT_TRUE(taken.has_value());
+    EXPECT_EQ(taken->Name, plain);
+    const int id = tree_->AddNode(taken->Name, 1, 0, 0, RecordKind);
+    mFunctions::ImportRecordFileObjectToTblList(trees_, u"Marlow", taken->Path, id, project);
+    EXPECT_EQ(tree_->GetRecordsetFromList(id).NameObj, plain);
+    EXPECT_TRUE(tree_->GetRecordsetFromList(id).TextObj.ends_with(u"'" + plain + u"\r\n"));
+    EXPECT_EQ(GetFile(taken->Path).size(), head.find("Form") == std::string::npos
+                                               ? bytes.size()
+                                               : bytes.size() + name.size() - 1);
+    mFunctions::RemoveFolder(taken->Folder);
+  }
+}
+
+TEST_F(Objects, TheNameOfADroppedComponentEndsWithItsLine) {
+  for (const char* const end : {"\r\n", "\n"}) {
+    folder_.Write("m.tmp",
+                  "Attribute VB_Name = \"M\"" + std::string(end) + "'Attribute VB_Name = \n");
+    const auto taken = mFunctions::TakeDroppedComponent(Path("m.tmp"));
+    ASSERT_TRUE(taken.has_value());
+    EXPECT_EQ(taken->Name, u"M");
+    mFunctions::RemoveFolder(taken->Folder);
+  }
+}
+
 TEST_F(Objects, AnythingElseThatIsDroppedIsIgnored) {
   folder_.Write("a.bas", "Attribute VB_Name = \"M\"\r\n");
   folder_.Write("b.tmp", "nothing of the kind");
   folder_.Write("c.tmp", "Attribute VB_Name = \"..\\x\"\r\n");
-  for (const char* const name : {"a.bas", "b.tmp", "c.tmp"}) {
+  folder_.Write("d.tmp", "s = \"Attribute VB_Name = \"\"M\"\"\"\r\n");
+  folder_.Write("e.tmp", "Attribute VB_Name = \"M\x01\"\r\n");
+  folder_.Write("f.tmp", "VERSION 1.0 CLASS\r\nAttribute VB_Name = \"M\"\r\n");
+  for (const char* const name : {"a.bas", "b.tmp", "c.tmp", "d.tmp", "e.tmp", "f.tmp"}) {
     EXPECT_FALSE(mFunctions::TakeDroppedComponent(Path(name)).has_value()) << name;
   }
 }

@@ -27,6 +27,22 @@ inline std::shared_ptr<store::Connection> OpenDatabase(const std::filesystem::pa
   return connection;
 }
 
+/// Another process that reads a library for as long as it lives: what is changed meanwhile can't be
+/// committed. `waiting` gives up at once then.
+class Reader {
+ public:
+  explicit Reader(store::Connection& waiting)
+      : connection_(OpenDatabase(std::filesystem::path(waiting.DataSource))) {
+    waiting.Execute(u"PRAGMA busy_timeout = 1");
+    connection_->Execute(u"BEGIN");
+    rows_.Open(u"SELECT ID FROM Tree", connection_);
+  }
+
+ private:
+  std::shared_ptr<store::Connection> connection_;
+  store::Recordset rows_;
+};
+
 inline std::shared_ptr<CSQLTree> OpenTree(const std::shared_ptr<store::Connection>& connection) {
   auto tree = std::make_shared<CSQLTree>();
   tree->SetConnection(connection);

@@ -58,10 +58,61 @@ TEST_F(Library, GoesIntoAFolderAndComesBackTheSame) {
   const auto imported = ImportSnippets(*copy, folder_.Path() / "out", 1);
   EXPECT_EQ(imported.size(), 5U);
   EXPECT_EQ(test::Unsound(test::RowsOf(copy->Connection())), "");
-  // Names alike but for case are one folder: the library finds them in any case.
-  auto wanted = Contents(*tree_);
-  wanted.erase(std::find(wanted.begin(), wanted.end(), "A/"));
-  EXPECT_EQ(Contents(*copy), wanted);
+  EXPECT_EQ(Contents(*copy), Contents(*tree_));
+}
+
+TEST_F(Library, NamesOfFoldersComeBackToTheUnit) {
+  const String names[] = {u"",          u"a\r\nb", u"a\\nb", u"\xD800",
+                          u"tab\there", u"twice",  u"twice", u"Twice"};
+  for (const String& name : names) {
+    const int folder = tree_->AddNode(name, 1, 0, 0, FolderKind);
+    Record(*tree_, folder, u"in", name);
+  }
+  ExportSnippets(*tree_, folder_.Path() / "out");
+  const auto copy = New("b.mdb");
+  ImportSnippets(*copy, folder_.Path() / "out", 1);
+  const auto kept = PathsOf(*tree_), came = PathsOf(*copy);
+  ASSERT_EQ(came.size(), kept.size());
+  for (std::size_t at = 0; at < kept.size(); ++at) EXPECT_EQ(came[at].Path, kept[at].Path);
+  // Each goes into its own once more.
+  for (const ImportedSnippet& one : ImportSnippets(*tree_, folder_.Path() / "out", 1)) {
+    EXPECT_TRUE(one.Replaced) << vb::ToUtf8(one.Path);
+  }
+  EXPECT_EQ(Contents(*tree_), Contents(*copy));
+  EXPECT_EQ(test::Unsound(test::RowsOf(tree_->Connection())), "");
+}
+
+TEST_F(Library, AFolderInTheSameCaseGoesAheadOfOneInAnother) {
+  const int upper = tree_->AddNode(u"TEXTS", 1, 0, 0, FolderKind);
+  const int lower = tree_->AddNode(u"texts", 1, 0, 0, FolderKind);
+  folder_.Write("in/texts/a.snippet", "Name: a\nText:\n    1\n");
+  ImportSnippets(*tree_, folder_.Path() / "in", 1);
+  EXPECT_EQ(tree_->GetNodesForParent(lower)->size(), 1U);
+  EXPECT_FALSE(tree_->GetNodesForParent(upper).has_value());
+}
+
+TEST_F(Library, AnOlderExportsNamesAreReadAsTheyStand) {
+  folder_.Write("in/_order.txt", "F\tC:\\Documents\n");
+  folder_.Write("in/F/a.snippet", "Name: a\nText:\n    1\n");
+  ImportSnippets(*tree_, folder_.Path() / "in", 1);
+  EXPECT_EQ(Contents(*tree_).front(), "C:\\Documents/");
+}
+
+TEST_F(Library, ALongNameInAnyScriptIsCutBetweenCharacters) {
+  const String cyrillic(130, u'\x0431'), wide = vb::Repeat(60, u'\x3042') + u"\xD83D\xDE00";
+  for (const String& name : {cyrillic, cyrillic + u"2", wide + wide}) {
+    Record(*tree_, tree_->AddNode(name, 1, 0, 0, FolderKind), name, name);
+  }
+  for (const fs::path& file : ExportSnippets(*tree_, folder_.Path() / "out")) {
+    for (const fs::path& part : file) {
+      EXPECT_LT(part.string().size(), 120U);
+      EXPECT_EQ(part.string().find("\xEF\xBF\xBD"), std::string::npos);
+      EXPECT_EQ(vb::ToUtf8(vb::FromUtf8(part.string())), part.string());
+    }
+  }
+  const auto copy = New("b.mdb");
+  ImportSnippets(*copy, folder_.Path() / "out", 1);
+  EXPECT_EQ(Contents(*copy), Contents(*tree_));
 }
 
 TEST_F(Library, AnExportOfTheSameLibraryChangesNoFileAndDropsWhatIsGone) {

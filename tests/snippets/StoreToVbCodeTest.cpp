@@ -463,6 +463,38 @@ TEST_F(StoreToSnippets, AFolderThatAnotherProcessTookKeepsNothing) {
   Expected = Texts();
 }
 
+TEST_F(StoreToSnippets, AFolderThatAnotherProcessTookKeepsNoGroupEither) {
+  OpenModules();
+  const auto folder = main_->AddNode(u"Texts", TopID, 0, 0, FolderKind);
+  const auto dialog = OpenSecondPage();
+  user::Check(dialog->chkCreateClasses, 1);
+  user::SelectRow(dialog->fgTreeNext, 1, 0);
+  main_->DeleteNode(folder);
+  Services.DesktopService.Answers.assign(1, MessageAnswer::Ignore);
+  user::Press(dialog->btmNext);
+  EXPECT_EQ(Library(u"Marlow"), "");
+  EXPECT_TRUE(test::ListIdsOf(main_->Connection()).empty());
+  ASSERT_EQ(Texts().size(), 1U) << "one for the group";
+  EXPECT_NE(Texts()[0].find("The folder \"Modules\" can't be added"), std::string::npos);
+  Expected = Texts();
+}
+
+TEST_F(StoreToSnippets, TheFoldersShownAreThoseOfTheTableWhenNothingCanBeWritten) {
+  OpenModules();
+  static_cast<void>(main_->AddNode(u"Texts", TopID, 0, 0, FolderKind));
+  const auto dialog = OpenSecondPage();
+  const test::Reader reader(*Libraries.At(u"Marlow"));
+  user::SelectRow(dialog->fgTreeNext, 1, 0);
+  Services.DesktopService.Answers.assign(1, MessageAnswer::Yes);
+  user::Press(dialog->btmDeleteFolder);
+  user::EditCell(dialog->fgTreeNext, 1, 0, u"renamed");
+  EXPECT_EQ(dialog->fgTreeNext.TextMatrix(1, 0), u"Texts");
+  user::Press(dialog->btmAddFolder);
+  EXPECT_EQ(dialog->fgTreeNext.RowAt(2).Data, 0) << "a row without a node";
+  Expected = Texts();
+  EXPECT_EQ(Expected.size(), 1U) << "the question";
+}
+
 // Both ways
 
 TEST_F(StoreToSnippets, WhatWasStoredComesBackTheSameIntoAnotherProject) {

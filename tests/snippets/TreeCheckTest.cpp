@@ -89,6 +89,28 @@ TEST_F(Checking, WhatStandsBelowARecordGoesToItsFolder) {
   EXPECT_EQ(Order(), (std::vector<int>{1, 71, 72, 73, 74}));
 }
 
+TEST_F(Checking, NodesOfNoKindBecomeWhatTheyHold) {
+  Break(u"UPDATE Tree SET Root = NULL WHERE ID = 72");
+  Break(u"UPDATE Tree SET Root = 7 WHERE ID = 71");
+  Break(u"UPDATE Tree SET Root = 'x' WHERE ID = 74");
+  Break(u"DELETE FROM List WHERE Id = 74");
+  EXPECT_EQ(Mend(), (Found{u"71 \"folder\" was neither folder nor record; it is a folder now",
+                           u"72 \"a\" was neither folder nor record; it is a record now",
+                           u"74 \"last\" was neither folder nor record; it is a folder now"}));
+  std::string kinds;
+  for (const auto& row : test::RowsOf(connection_)) kinds += std::to_string(row.Root);
+  EXPECT_EQ(kinds, "11001");
+  EXPECT_EQ(Order(), (std::vector<int>{1, 71, 72, 73, 74}));
+}
+
+TEST_F(Checking, TheTopIsAFolder) {
+  for (const StringView kind : {u"0", u"NULL", u"5"}) {
+    Break(u"UPDATE Tree SET Root = " + String(kind) + u" WHERE ID = 1");
+    EXPECT_EQ(Mend(), Found{u"The top was no folder"});
+    EXPECT_EQ(test::ListIdsOf(connection_), (std::vector<int>{72, 73, 74})) << "none for the top";
+  }
+}
+
 TEST_F(Checking, RecordsWithoutRowsAndRowsWithoutRecordsComeTogether) {
   Break(u"DELETE FROM List WHERE Id = 72");
   Break(u"DELETE FROM Tree WHERE ID = 73");
@@ -113,9 +135,9 @@ TEST_F(Checking, AnyDamageIsMendedAndNoNodeIsLost) {
   for (int round = 0; round < 200; ++round) {
     for (const int id : {1, 71, 72, 73, 74}) {
       Break(u"UPDATE Tree SET lft = " + number() + u", rgt = " + number() + u", Root = " +
-            vb::Str(random() % 2) + u" WHERE ID = " + vb::Str(id == 1 && round % 2 == 0 ? 0 : id));
+            (random() % 5 == 0 ? number() : vb::Str(random() % 2)) + u" WHERE ID = " +
+            vb::Str(id == 1 && round % 2 == 0 ? 0 : id));
     }
-    Break(u"UPDATE Tree SET Root = 1 WHERE ID = 1");
     Mend();
     auto ids = Order();
     std::sort(ids.begin(), ids.end());
