@@ -11,6 +11,22 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+/// Text that stands in one line of code: a line end in it would end the line that it belongs to.
+String OneLine(const Json& json, const std::string& where) {
+  String text = vb::FromUtf8(json.get<std::string>());
+  constexpr char16_t LastControl = 0x1F, Delete = 0x7F, NextLine = 0x85;
+  for (const char16_t one : text) {
+    if (one <= LastControl || one == Delete || one == NextLine || one == u'\u2028' ||
+        one == u'\u2029') {
+      throw vb::Failure(vb::InvalidCall,
+                        vb::FromUtf8(where + " holds a line end, a tab or another control "
+                                             "character"),
+                        u"Tessel");
+    }
+  }
+  return text;
+}
+
 /// One record on its way from JSON to choices. Each field is taken once; what is left over is a
 /// field that the builder doesn't know.
 class Fields {
@@ -27,7 +43,7 @@ class Fields {
   void Text(const char* name, String& value) {
     if (const Json* const found = Take(name)) {
       if (!found->is_string()) Fail(Quoted(name) + " is no text");
-      value = vb::FromUtf8(found->get<std::string>());
+      value = OneLine(*found, where_ + " " + Quoted(name));
     }
   }
   void Flag(const char* name, bool& value) {
@@ -95,7 +111,7 @@ void ReadScope(Fields& fields, String& accessibility, String& fixed) {
 
 /// A finished text, or an object with the fields of the Argument Builder.
 String ReadArgument(const Json& json, const std::string& where) {
-  if (json.is_string()) return vb::FromUtf8(json.get<std::string>());
+  if (json.is_string()) return OneLine(json, where);
   Fields fields(json, where);
   builders::ArgumentChoices choices;
   String passing;
@@ -117,7 +133,7 @@ String ReadArgument(const Json& json, const std::string& where) {
 
 /// A finished text, or an object with the fields of an enum's member.
 String ReadMember(const Json& json, const std::string& where, const String& prefix) {
-  if (json.is_string()) return prefix + vb::FromUtf8(json.get<std::string>());
+  if (json.is_string()) return prefix + OneLine(json, where);
   Fields fields(json, where);
   builders::EnumMemberChoices choices;
   choices.Prefix = prefix;

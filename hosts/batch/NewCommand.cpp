@@ -1,5 +1,6 @@
 #include "hosts/batch/NewCommand.h"
 
+#include <algorithm>
 #include <iostream>
 #include <iterator>
 #include <set>
@@ -9,7 +10,9 @@
 #include "hosts/batch/BuilderRecords.h"
 #include "hosts/batch/Command.h"
 #include "hosts/batch/Inputs.h"
+#include "hosts/batch/NewTarget.h"
 #include "hosts/batch/PersonalDatabase.h"
+#include "hosts/editing/Declarations.h"
 #include "hosts/files/AtomicFile.h"
 #include "hosts/workspace/Workspace.h"
 #include "insertion/BlankLines.h"
@@ -68,9 +71,25 @@ void FindPrefixes(std::vector<BuilderRecord>& records) {
   }
 }
 
+/// The language takes no longer lines.
+void CheckLines(const String& name, const ModuleText& text) {
+  constexpr std::size_t MostCharacters = 1023;
+  for (const String* const lines : {&text.Declarations, &text.Members}) {
+    for (const String& line : vb::Split(*lines, vb::CrLf)) {
+      if (line.size() <= MostCharacters) continue;
+      Fail(name + u": a line would have " + vb::Str(static_cast<int>(line.size())) +
+           u" characters, more than " + vb::Str(static_cast<int>(MostCharacters)) + u": " +
+           line.substr(0, 40) + u"...");
+    }
+  }
+}
+
 void Check(const std::vector<BuilderRecord>& records) {
   for (const BuilderRecord& record : records) {
     if (const String fault = FaultOf(record); !fault.empty()) Fail(NameOf(record) + u": " + fault);
+    ModuleText text;
+    std::visit([&](const auto& choices) { Add(text, choices); }, record);
+    CheckLines(NameOf(record), text);
   }
 }
 
@@ -83,21 +102,51 @@ std::vector<BuilderRecord> ReadRecords(const NewRequest& request, std::istream& 
   return ReadBuilderRecords(json, "standard input", request.Kind);
 }
 
-/// Puts records into the active project of a workspace.
+/// Whether the name of what is declared may not be that of something else in the module.
+bool StandsAlone(editing::DeclaredKind kind) {
+  switch (kind) {
+    case editing::DeclaredKind::Field:
+    case editing::DeclaredKind::Value:
+    case editing::DeclaredKind::Parameter:
+    case editing::DeclaredKind::Local:
+    case editing::DeclaredKind::Label:
+      return false;
+    default:
+      return true;
+  }
+}
+
+bool IsCollection(const BuilderRecord& record) {
+  return std::holds_alternative<CollectionChoices>(record);
+}
+
+/// Puts records into the projects of a workspace.
 class Inserter {
  public:
-  Inserter(const workspace::Workspace& environment, String component)
-      : vbe_(environment.VBE()), component_(std::move(component)) {}
+  Inserter(const workspace::Workspace& environment, const NewRequest& request)
+      : target_(environment, request.NewComponent),
+        vbe_(environment.VBE()),
+        component_(vb::FromUtf8(request.Component)) {}
 
   void Insert(const std::vector<BuilderRecord>& records) {
+    const auto first = std::find_if_not(records.begin(), records.end(), IsCollection);
+    if (first == records.end() && !component_.empty()) {
+      Fail(u"--component is not for collections: they make classes of their own");
+    }
+    for (const BuilderRecord& record : records) {
+      if (const auto* const choices = std::get_if<CollectionChoices>(&record)) {
+        MakeClasses(*choices);
+      }
+    }
+    if (first == records.end()) return;
+    Choose(*first);
     ModuleText text;
     for (const BuilderRecord& record : records) {
-      if (const auto* const collection = std::get_if<CollectionChoices>(&record)) {
-        MakeClasses(*collection);
-        continue;
-      }
-      if (component_.empty()) Fail(NameOf(record) + u": --component says where it goes");
+      if (IsCollection(record)) continue;
       Refuse(NameOf(record));
+      if (const auto* const property = std::get_if<PropertyChoices>(&record)) {
+        Refuse(builders::VariableOf(*property));
+      }
       std::visit([&](const auto& choices) { Add(text, choices); }, record);
     }
     Into(component_, text.Declarations, mGlobals::EndOfDeclarations, host::vbext_ct_StdModule);
@@ -105,7 +154,25 @@ class Inserter {
   }
 
  private:
+  /// Finds the component of all records that aren't collections and the names that it has.
+  void Choose(const BuilderRecord& first) {
+    if (component_.empty()) component_ = target_.OnlyComponent();
+    if (component_.empty()) Fail(NameOf(first) + u": --component says where it goes");
+    const auto component = target_.Choose(component_);
+    if (!component) return;
+    const auto module = ModuleOf(component_);
+    if (const auto table = mFunctions::AllNameProcedures(module, u"")) {
+      for (const Member& member : *table) names_.insert(vb::UCase(member.Name));
+    }
+    model::CodeModule& code = *component->Module();
+    for (const editing::Declared& declared :
+         editing::ReadDeclarations(code.Buffer(), 1, code.Index().CountOfDeclarationLines())) {
+      if (StandsAlone(declared.Kind)) names_.insert(vb::UCase(declared.Name));
+    }
+  }
+
   void MakeClasses(const CollectionChoices& choices) {
+    target_.ChooseBeside(choices.BaseClass);
     if (mGlobals::CheckComponentName(vbe_, choices.ClassName)) {
       Fail(mFunctions::MessageText(8, choices.ClassName));
     }
@@ -141,24 +208,15 @@ class Inserter {
 
   /// Names that the component has already, or that two records share, would not compile.
   void Refuse(const String& name) {
-    if (!members_) members_ = Members();
-    if (!members_->insert(vb::UCase(name)).second) {
+    if (!names_.insert(vb::UCase(name)).second) {
       Fail(component_ + u" has a member " + name + u" already");
     }
   }
-  [[nodiscard]] std::set<String> Members() const {
-    std::set<String> names;
-    const auto module = ModuleOf(component_);
-    if (!module) return names;
-    if (const auto table = mFunctions::AllNameProcedures(module, u"")) {
-      for (const Member& member : *table) names.insert(vb::UCase(member.Name));
-    }
-    return names;
-  }
 
+  NewTarget target_;
   std::shared_ptr<host::VBE> vbe_;
   String component_;
-  std::optional<std::set<String>> members_;
+  std::set<String> names_;  // in upper case
 };
 
 void Print(const std::vector<BuilderRecord>& records, std::ostream& out) {
@@ -187,9 +245,10 @@ void Carry(const NewRequest& request, std::istream& in, std::ostream& out, std::
   for (const String& notice : environment.TakeNotices()) {
     err << "tessel: " << paths.In(vb::ToBytes(notice)) << '\n';
   }
-  // A component that can't be read may have the name that is to be given.
-  for (const workspace::Problem& problem : environment.Problems()) throw problem;
-  Inserter(environment, vb::FromUtf8(request.Component)).Insert(records);
+  for (const workspace::Problem& problem : environment.Problems()) {
+    err << "tessel: " << paths.In(problem.what()) << '\n';
+  }
+  Inserter(environment, request).Insert(records);
   for (const auto& file : environment.Save()) out << paths.Of(file) << '\n';
 }
 

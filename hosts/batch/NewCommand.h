@@ -18,7 +18,8 @@ struct NewRequest {
   std::string From;    ///< JSON file with one record or a list, "-" for standard input
   std::string Record;  ///< the record that the options make, as JSON; empty with `From`
   std::filesystem::path Into;  ///< project, group or component file; empty: print the text
-  std::string Component;       ///< that the text goes into; made when the project lacks it
+  std::string Component;       ///< that the text goes into; empty: the only one of a component file
+  bool NewComponent = false;   ///< the component is made when the project lacks it
   int CodePage = 0;
   std::filesystem::path Data;  ///< the program's directory, whose types count; empty: the user's
 };

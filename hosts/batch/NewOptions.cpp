@@ -70,6 +70,25 @@ void AddOption(CLI::App& command, const OptionRow& row, const Record& record) {
   }
 }
 
+/// Where the records come from and where their text goes.
+void AddPlaces(CLI::App& command, NewRequest& request) {
+  command.add_option("--from", request.From,
+                     "a JSON file with one record or a list of them; - for standard input");
+  command.add_option("--into", request.Into,
+                     "write into this project, group or component file; without it the text is "
+                     "printed");
+  command.add_option("--code-page", request.CodePage, "code page of the files; guessed without it");
+  command.add_option("--data", request.Data, "take the types of this program's directory");
+}
+
+/// A collection has no use for it: it makes classes of its own.
+void AddComponent(CLI::App& command, NewRequest& request) {
+  command.add_option("--component", request.Component,
+                     "the component it goes into; of a component file its own without it");
+  command.add_flag("--new-component", request.NewComponent,
+                   "make the component as a module when it isn't there");
+}
+
 void AddKind(CLI::App& app, NewRequest& request, const char* name, char letter, const char* help) {
   auto* const command = app.add_subcommand(name, help);
   const auto record = std::make_shared<Json>(Json::object());
@@ -78,16 +97,8 @@ void AddKind(CLI::App& app, NewRequest& request, const char* name, char letter, 
       AddOption(*command, row, record);
     }
   }
-  command->add_option("--from", request.From,
-                      "a JSON file with one record or a list of them; - for standard input");
-  command->add_option("--into", request.Into,
-                      "write into this project, group or component file; without it the text is "
-                      "printed");
-  command->add_option("--component", request.Component,
-                      "the component it goes into; made as a module when it isn't there");
-  command->add_option("--code-page", request.CodePage,
-                      "code page of the files; guessed without it");
-  command->add_option("--data", request.Data, "take the types of this program's directory");
+  AddPlaces(*command, request);
+  if (letter != Collection) AddComponent(*command, request);
   command->callback([&request, record, name] {
     request.Kind = name;
     if (!request.From.empty() && !record->empty()) {
@@ -101,7 +112,14 @@ void AddKind(CLI::App& app, NewRequest& request, const char* name, char letter, 
 
 void AddNew(CLI::App& app, NewRequest& request) {
   auto* const added = app.add_subcommand("new", "Write procedures, properties, classes, enums");
-  added->require_subcommand(1);
+  added->require_subcommand(0, 1);
+  AddPlaces(*added, request);
+  AddComponent(*added, request);
+  added->callback([added, &request] {
+    if (added->get_subcommands().empty() && request.From.empty()) {
+      throw CLI::RequiredError("A kind, or --from with records that name theirs,");
+    }
+  });
   AddKind(*added, request, "procedure", Procedure, "A Sub or Function");
   AddKind(*added, request, "property", Property, "A member variable and its Property procedures");
   AddKind(*added, request, "collection", Collection, "A class around a Collection of one class");

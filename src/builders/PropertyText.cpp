@@ -34,7 +34,7 @@ class Parts {
         kind + choices_.Name + u"(ByVal " + choices_.Prefix + TypeOf(choices_.ValueType) + u")",
         Variable() + u" = " + choices_.Prefix);
   }
-  [[nodiscard]] String Variable() const { return choices_.MemberVariable + choices_.Name; }
+  [[nodiscard]] String Variable() const { return VariableOf(choices_); }
 
  private:
   [[nodiscard]] String Part(StringView label, StringView head, StringView body) const {
@@ -58,6 +58,8 @@ PropertyText GeneratorTextProperty(const PropertyChoices& choices) {
   text.Body += parts.Take();
   return text;
 }
+
+String VariableOf(const PropertyChoices& choices) { return choices.MemberVariable + choices.Name; }
 
 std::optional<Complaint> CheckField(const PropertyChoices& choices) {
   if (auto complaint = CheckName({u"txtName", u"Name"}, choices.Name)) return complaint;

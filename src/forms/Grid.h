@@ -126,6 +126,9 @@ class Grid : public Control {
   [[nodiscard]] bool Redraw() const { return redraw_; }
 
   Designed<std::vector<int>> ColumnWidths{this};  ///< in characters; empty: by content
+  /// The last column takes the room that is left, and all others have their widths; else the widest
+  /// takes it.
+  Designed<bool> LastColumnStretches{this};
   static constexpr int TwipsOfCharacter = 120;
   /// Characters that a width in twips holds, rounded.
   [[nodiscard]] static constexpr int CharactersOf(int twips) {

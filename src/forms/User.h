@@ -16,7 +16,8 @@ namespace tessel::forms::user {
 // the control is disabled or hidden, when it is of a kind that knows no such action, or when the
 // item, row or text isn't there. The form stays alive for the length of the call.
 
-/// Text box, editable combo box, rich text (the plain text is replaced).
+/// Text box, editable combo box, rich text (the plain text is replaced). Where there is one line
+/// alone, line ends and tabs become blanks.
 void Type(Control& control, StringView text);
 /// Combo box and list box, by text (exact, else without regard to case) or by index.
 void Pick(Control& control, StringView text);

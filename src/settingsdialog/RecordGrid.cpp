@@ -18,6 +18,7 @@ void RecordGrid::Open(StringView statement, std::span<const Column> columns) {
     grid_.SetColTicks(NameColumn + at, column.Ticks);
     widths.push_back(forms::Grid::CharactersOf(column.Width));
   }
+  grid_.LastColumnStretches = true;
   grid_.ColumnWidths = widths;
   if (!gConnectionMDBs) throw vb::RuntimeFailure(vb::ObjectNotSet);
   records_.Open(statement, gConnectionMDBs->item(SharedConnection)->mConnectMDB);

@@ -145,15 +145,205 @@ TEST_F(NewCommand, ACollectionMakesItsClassAndTheBaseClassThatIsMissing) {
   EXPECT_EQ(Err, "tessel: The \"BranchS\" component already exits in this project.\n");
 }
 
-TEST_F(NewCommand, AComponentThatIsMissingIsMadeAsAModule) {
+TEST_F(NewCommand, AComponentThatIsMissingIsMadeAsAModuleWhenAskedFor) {
   const fs::path project = Project();
-  ASSERT_EQ(
-      Run({"enum", "--name", "E", "--member", "A", "--into", project, "--component", "modNew"}), 0)
-      << Err;
+  std::vector<std::string> words{"enum",   "--name",         "E",           "--member", "A",
+                                 "--into", project.string(), "--component", "modNew"};
+  EXPECT_EQ(Run(words), 2);
+  EXPECT_EQ(Err, "tessel: modNew isn't there; --new-component makes it as a module\n");
+  EXPECT_FALSE(fs::exists(project.parent_path() / "modNew.bas"));
+  words.emplace_back("--new-component");
+  ASSERT_EQ(Run(words), 0) << Err;
   EXPECT_EQ(files::ReadFile(project.parent_path() / "modNew.bas"),
             "Attribute VB_Name = \"modNew\"\r\nPublic Enum E\r\n   A\r\nEnd Enum\r\n");
   EXPECT_EQ(Run({"enum", "--name", "F", "--member", "A", "--into", project}), 2);
   EXPECT_EQ(Err, "tessel: F: --component says where it goes\n");
+  for (const char* const name : {"mod New", "mod-New", "9mod", "a\tb"}) {
+    words[8] = name;
+    EXPECT_EQ(Run(words), 2);
+    EXPECT_EQ(Err, std::string("tessel: ") + name + " can't be the name of a component\n");
+  }
+}
+
+TEST_F(NewCommand, ACollectionTakesNoComponent) {
+  EXPECT_THROW(Run({"collection", "--base-class", "Branch", "--component", "Account"}),
+               CLI::ParseError);
+  Input = R"([{"kind": "collection", "base-class": "Branch"}])";
+  EXPECT_EQ(Run({"--from", "-", "--into", Project(), "--component", "Account"}), 2);
+  EXPECT_EQ(Err, "tessel: --component is not for collections: they make classes of their own\n");
+}
+
+TEST_F(NewCommand, AComponentFileHasItsOwnComponent) {
+  const fs::path file = File("MA.bas", "Attribute VB_Name = \"modA\"\r\nSub A()\r\nEnd Sub\r\n");
+  ASSERT_EQ(Run({"enum", "--name", "E", "--member", "A", "--into", file}), 0) << Err;
+  EXPECT_EQ(files::ReadFile(file),
+            "Attribute VB_Name = \"modA\"\r\nPublic Enum E\r\n   A\r\nEnd Enum\r\n\r\n"
+            "Sub A()\r\nEnd Sub\r\n");
+  EXPECT_EQ(Run({"enum", "--name", "F", "--member", "A", "--into", file, "--component", "modB",
+                 "--new-component"}),
+            2);
+  EXPECT_EQ(Err, "tessel: modB isn't there, and a new one needs a project\n");
+}
+
+TEST_F(NewCommand, RecordsNameTheirOwnKinds) {
+  Input = R"([{"kind": "enum", "name": "E", "members": ["A"]},
+              {"kind": "property", "name": "Count", "type": "Long"},
+              {"kind": "procedure", "name": "Run"}])";
+  ASSERT_EQ(Run({"--from", "-"}), 0) << Err;
+  EXPECT_TRUE(
+      Out.starts_with("Public Enum E\r\n   A\r\nEnd Enum\r\n\r\nPrivate lCount As Long\r\n"))
+      << Out;
+  EXPECT_NE(Out.find("Public Sub Run ()\r\n"), std::string::npos) << Out;
+  Input = R"([{"name": "E"}])";
+  EXPECT_EQ(Run({"--from", "-"}), 2);
+  EXPECT_EQ(Err,
+            "tessel: standard input: record 1 needs a \"kind\": procedure, property, collection or "
+            "enum\n");
+  EXPECT_THROW(Run({}), CLI::ParseError);
+}
+
+// Texts that would be more than one line
+
+TEST_F(NewCommand, ALineEndInATextIsRefusedByField) {
+  EXPECT_EQ(Run({"procedure", "--name", "A", "--description", "one\ntwo"}), 2);
+  EXPECT_EQ(Err,
+            "tessel: the options: the record \"description\" holds a line end, a tab or another "
+            "control character\n");
+  for (const char* const record :
+       {R"({"kind": "procedure", "name": "A\tB"})", R"({"kind": "enum", "author": "a\r\nb"})",
+        R"({"kind": "procedure", "arguments": ["A\r\nB"]})",
+        R"({"kind": "procedure", "arguments": [{"name": "A", "default": "1\nEnd"}]})",
+        R"({"kind": "enum", "name": "E", "members": ["A\nB"]})",
+        R"({"kind": "enum", "name": "E", "members": [{"name": "A", "value": "1\u2028"}]})"}) {
+    Input = record;
+    EXPECT_EQ(Run({"--from", "-"}), 2) << record;
+    EXPECT_NE(Err.find("holds a line end"), std::string::npos) << Err;
+    EXPECT_EQ(Out, "");
+  }
+}
+
+TEST_F(NewCommand, ALineThatIsTooLongIsRefused) {
+  const std::string longest(1023 - std::string("' Description: ").size(), 'd');
+  EXPECT_EQ(Run({"procedure", "--name", "A", "--description", longest}), 0) << Err;
+  EXPECT_EQ(Run({"procedure", "--name", "A", "--description", longest + "d"}), 2);
+  EXPECT_EQ(Err.substr(0, Err.find(": '")),
+            "tessel: A: a line would have 1024 characters, more than 1023");
+}
+
+// What the module has already
+
+TEST_F(NewCommand, ANameThatIsDeclaredInTheModuleIsRefused) {
+  const std::string before =
+      "Attribute VB_Name = \"modA\"\r\nPrivate lCount As Long, Other\r\nPublic Const Limit = 1\r\n"
+      "Private Type Pair\r\n  First As Long\r\nEnd Type\r\nPrivate Enum Color\r\n  Red\r\nEnd "
+      "Enum\r\n"
+      "Private Declare Sub Sleep Lib \"kernel32\" (ByVal Time As Long)\r\nPublic Shown As "
+      "String\r\n"
+      "Sub A()\r\nDim Local1\r\nEnd Sub\r\n";
+  const fs::path file = File("MA.bas", before);
+  for (const char* const name :
+       {"LCOUNT", "other", "Limit", "Pair", "Color", "Sleep", "Shown", "A"}) {
+    EXPECT_EQ(Run({"procedure", "--name", name, "--into", file}), 2) << name;
+    EXPECT_EQ(Err, std::string("tessel: modA has a member ") + name + " already\n");
+  }
+  EXPECT_EQ(Run({"property", "--name", "Count", "--type", "Long", "--into", file}), 2);
+  EXPECT_EQ(Err, "tessel: modA has a member lCount already\n") << "the property's variable";
+  EXPECT_EQ(files::ReadFile(file), before);
+  for (const char* const name : {"First", "Red2", "Time", "Local1"}) {
+    EXPECT_EQ(Run({"procedure", "--name", name, "--into", file}), 0) << Err;
+  }
+}
+
+// Which project and which component
+
+class NewInGroup : public NewCommand {
+ protected:
+  void Project2(const std::string& name, const std::vector<std::string>& modules) {
+    std::string entries = "Type=Exe\r\n";
+    for (const std::string& module : modules) {
+      const std::string vbName = module.substr(module.size() - 2);
+      entries += "Module=" + vbName + "; " + module + ".bas\r\n";
+      File(module + ".bas", "Attribute VB_Name = \"" + vbName + "\"\r\n");
+    }
+    File(name + ".vbp", entries + "Name=\"" + name + "\"\r\n");
+  }
+  int Into(const std::string& file, std::vector<std::string> more) {
+    std::vector<std::string> words{"enum",
+                                   "--name",
+                                   "E",
+                                   "--member",
+                                   "A",
+                                   "--into",
+                                   fs::path(fs::path(folder_.Path()) / file).string()};
+    words.insert(words.end(), more.begin(), more.end());
+    return Run(words);
+  }
+  [[nodiscard]] std::string Path(const std::string& name) const {
+    return (fs::path(folder_.Path()) / name).string();
+  }
+  void Group() { File("G.vbg", "VBGROUP 5.0\r\nStartupProject=P1.vbp\r\nProject=P2.vbp\r\n"); }
+};
+
+TEST_F(NewInGroup, TheComponentIsFoundInWhicheverProjectHasIt) {
+  Project2("P1", {"MA"});
+  Project2("P2", {"MB"});
+  Group();
+  ASSERT_EQ(Into("G.vbg", {"--component", "mb"}), 0) << Err;
+  EXPECT_EQ(Out, Path("MB.bas") + "\n");
+  EXPECT_EQ(files::ReadFile(Path("MA.bas")), "Attribute VB_Name = \"MA\"\r\n");
+}
+
+TEST_F(NewInGroup, SeveralOfOneNameAreRefusedWithTheirFiles) {
+  Project2("P1", {"xMM"});
+  Project2("P2", {"yMM"});
+  Group();
+  EXPECT_EQ(Into("G.vbg", {"--component", "MM"}), 2);
+  EXPECT_EQ(Err, "tessel: MM is the name of several components:\n  " + Path("xMM.bas") + "\n  " +
+                     Path("yMM.bas") + "\n");
+  Project2("P3", {"xMM", "yMM"});
+  EXPECT_EQ(Into("P3.vbp", {"--component", "MM"}), 2) << "also in one project";
+  EXPECT_NE(Err.find("is the name of several components"), std::string::npos);
+  EXPECT_EQ(files::ReadFile(Path("xMM.bas")), "Attribute VB_Name = \"MM\"\r\n");
+}
+
+TEST_F(NewInGroup, AFileThatTwoProjectsShareIsOneComponent) {
+  Project2("P1", {"MA"});
+  Project2("P2", {"MA"});
+  Group();
+  EXPECT_EQ(Into("G.vbg", {"--component", "MA"}), 0) << Err;
+}
+
+TEST_F(NewInGroup, ANewComponentNeedsOneProject) {
+  Project2("P1", {"MA"});
+  Project2("P2", {"MB"});
+  Group();
+  EXPECT_EQ(Into("G.vbg", {"--component", "MC", "--new-component"}), 2);
+  EXPECT_EQ(Err,
+            "tessel: MC would be new, and the group has 2 projects: --into must name the project's "
+            "file\n");
+  EXPECT_EQ(Into("P2.vbp", {"--component", "MC", "--new-component"}), 0) << Err;
+}
+
+TEST_F(NewInGroup, ACollectionStandsBesideTheClassOfItsItems) {
+  Project2("P1", {"MA"});
+  Project2("P2", {"MB"});
+  Group();
+  ASSERT_EQ(Run({"collection", "--base-class", "MB", "--into", Path("G.vbg")}), 0) << Err;
+  EXPECT_NE(files::ReadFile(Path("P2.vbp")).find("Class=MBS;"), std::string::npos);
+  EXPECT_EQ(Run({"collection", "--base-class", "Order", "--into", Path("G.vbg")}), 2);
+  EXPECT_NE(Err.find("the group has 2 projects"), std::string::npos) << Err;
+}
+
+TEST_F(NewInGroup, AComponentThatCannotBeReadStopsOnlyNewOnes) {
+  Project2("P1", {"MA", "MB"});
+  fs::remove(Path("MB.bas"));
+  EXPECT_EQ(Into("P1.vbp", {"--component", "MA"}), 0) << Err;
+  EXPECT_EQ(Out, Path("MA.bas") + "\n");
+  EXPECT_NE(Err.find("MB.bas"), std::string::npos) << "the problem is told: " << Err;
+  EXPECT_EQ(Into("P1.vbp", {"--component", "MB", "--new-component"}), 2);
+  EXPECT_NE(Err.find("tessel: MB can't be read\n"), std::string::npos) << Err;
+  EXPECT_EQ(Into("P1.vbp", {"--component", "MC", "--new-component"}), 2);
+  EXPECT_NE(Err.find("tessel: MC is not made: "), std::string::npos) << Err;
 }
 
 }  // namespace

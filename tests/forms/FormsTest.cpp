@@ -274,6 +274,16 @@ TEST_F(Forms, AHandlerMayKeepTheFocus) {
   EXPECT_EQ(form_->ActiveControl(), &form_->txt);
 }
 
+TEST_F(Forms, AFieldOfOneLineHasNoLineEnds) {
+  user::Type(form_->txt, u"a\r\nb\nc\rd\te");
+  EXPECT_EQ(form_->txt.Text(), u"a b c d e");
+  form_->txt.MultiLine = true;
+  user::Type(form_->txt, u"a\r\nb\tc");
+  EXPECT_EQ(form_->txt.Text(), u"a\r\nb\tc");
+  form_->txt.SetText(u"by\r\ncode");
+  EXPECT_EQ(form_->txt.Text(), u"by\r\ncode");
+}
+
 TEST_F(Forms, RefuseWhatAUserCouldNotDo) {
   form_->chk.SetEnabled(false);
   Refuses([&] { user::Check(form_->chk, 1); }, u"Control \"chk\" is disabled");

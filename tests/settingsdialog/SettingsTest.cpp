@@ -353,6 +353,8 @@ TEST_F(Settings, TheTablesStandInTheirGridsByName) {
   EXPECT_EQ(dialog_->fgTableControl.Ticked(1, EnableColumn), true);
   EXPECT_EQ(dialog_->fgTable.ColumnWidths->at(NameColumn), 17) << "2000 twips";
   EXPECT_EQ(dialog_->fgTableControl.ColumnWidths->at(NameColumn), 12) << "1400 twips";
+  EXPECT_TRUE(dialog_->fgTable.LastColumnStretches) << "so the name's stays what it is";
+  EXPECT_TRUE(dialog_->fgTableControl.LastColumnStretches);
 }
 
 TEST_F(Settings, AnEditedCellIsInTheTableWithoutSave) {

@@ -31,6 +31,7 @@ class GridModel : public QAbstractItemModel {
   /// Column that carries outline and picture.
   [[nodiscard]] int TreeColumn() const;
   [[nodiscard]] bool HasOutline() const { return outline_; }
+  [[nodiscard]] bool LastColumnStretches() const { return grid_.LastColumnStretches; }
   [[nodiscard]] bool HasHeading() const { return fixedRows_ > 0; }
   /// The rows that have others below them.
   [[nodiscard]] const std::vector<int>& Parents() const { return parents_; }

@@ -76,7 +76,7 @@ void GridTable::ShowColumns(const std::vector<int>& chars, const std::vector<boo
   ApplyWidths();
 }
 
-/// The widest column takes the room that is left.
+/// The widest column takes the room that is left, unless the last one is to.
 void GridTable::ApplyWidths() {
   const int count = grid_.columnCount();
   header()->setStretchLastSection(false);
@@ -87,11 +87,13 @@ void GridTable::ApplyWidths() {
     header()->setSectionHidden(col, !Shows(col));
     pixels.push_back(Shows(col) ? PixelsOf(col) : 0);
   }
-  const auto widest = std::max_element(pixels.begin(), pixels.end()) - pixels.begin();
+  const auto stretched = grid_.LastColumnStretches()
+                             ? count - 1
+                             : std::max_element(pixels.begin(), pixels.end()) - pixels.begin();
   for (int col = 0; col < count; ++col) {
-    header()->setSectionResizeMode(col,
-                                   col == widest ? QHeaderView::Stretch : QHeaderView::Interactive);
-    if (col != widest) header()->resizeSection(col, pixels[static_cast<std::size_t>(col)]);
+    header()->setSectionResizeMode(
+        col, col == stretched ? QHeaderView::Stretch : QHeaderView::Interactive);
+    if (col != stretched) header()->resizeSection(col, pixels[static_cast<std::size_t>(col)]);
   }
   updateGeometry();
 }

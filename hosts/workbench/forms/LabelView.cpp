@@ -11,7 +11,10 @@ constexpr int ParagraphColumns = 56;
 }  // namespace
 
 LabelView::LabelView(forms::Label& label, ViewHost& host)
-    : ControlView(label, host), label_(label), widget_(new WrappedLabel) {
+    : ControlView(label, host),
+      label_(label),
+      widget_(new WrappedLabel),
+      hasKey_(label.Caption().find(u'&') != String::npos) {
   widget_->setTextFormat(Qt::PlainText);
 }
 

@@ -12,6 +12,8 @@ class LabelView : public ControlView {
  public:
   LabelView(forms::Label& label, ViewHost& host);
   [[nodiscard]] QWidget* Widget() const override;
+  /// Whether the label was made with an access key; an "&" that comes later is one to be read.
+  [[nodiscard]] bool HasKey() const { return hasKey_; }
   /// The control that the label's access key leads to.
   void LeadTo(QWidget* widget);
   /// The label stands in a line of its own: a long text is broken.
@@ -23,6 +25,7 @@ class LabelView : public ControlView {
  private:
   forms::Label& label_;
   WrappedLabel* widget_;
+  bool hasKey_;
 };
 
 }  // namespace tessel::workbench

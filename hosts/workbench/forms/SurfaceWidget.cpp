@@ -126,6 +126,7 @@ void SurfaceWidget::LinkKeys() {
   for (const auto& view : views_->All()) {
     view->FocusWidget()->installEventFilter(this);
     if (auto* const label = dynamic_cast<LabelView*>(view.get())) {
+      if (!label->HasKey()) continue;
       ControlView* const next = views_->NextWithFocus(*view);
       if (next != nullptr) label->LeadTo(next->FocusWidget());
     } else if (view->Model().TakesFocus()) {

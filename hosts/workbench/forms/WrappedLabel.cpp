@@ -19,17 +19,20 @@ void WrappedLabel::ShowText(const QString& text) {
 
 void WrappedLabel::Measure() {
   if (!wordWrap()) return;
-  const int line = fontMetrics().size(Qt::TextShowMnemonic, text()).width();
+  const int line = fontMetrics().size(TextFlags(), text()).width();
   const int wanted = std::min(line, columns_ * fontMetrics().averageCharWidth());
   setMinimumWidth(std::max(wanted, LongestWord()));
   setMinimumHeight(std::max(0, heightForWidth(std::max(width(), minimumWidth()))));
 }
 
+/// Without a control that it leads to, the label shows every "&".
+int WrappedLabel::TextFlags() const { return buddy() != nullptr ? Qt::TextShowMnemonic : 0; }
+
 /// Width of what can't be broken.
 int WrappedLabel::LongestWord() const {
   int width = 0;
   for (const QString& word : text().split(u' ')) {
-    width = std::max(width, fontMetrics().size(Qt::TextShowMnemonic, word).width());
+    width = std::max(width, fontMetrics().size(TextFlags(), word).width());
   }
   return width;
 }

@@ -18,6 +18,7 @@ class WrappedLabel : public QLabel {
 
  private:
   void Measure();
+  [[nodiscard]] int TextFlags() const;
   [[nodiscard]] int LongestWord() const;
   int columns_ = 0;
 };

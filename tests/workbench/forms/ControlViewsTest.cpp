@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -24,6 +25,14 @@ namespace tessel::workbench {
 namespace {
 
 using Events = std::vector<String>;
+
+/// A label that shows what is typed.
+class ResultForm : public forms::Form {
+ public:
+  ResultForm() : Form("frmResult", u"Result") {}
+  forms::Label lblResult{this, "lblResult", {.Caption = u"nn_"}};
+  forms::TextBox txtName{this, "txtName"};
+};
 
 class Views : public testing::Test {
  protected:
@@ -63,6 +72,17 @@ TEST_F(Views, ATextThatAHandlerBoundsIsPutBackAtOnce) {
   line.selectAll();
   QTest::keyClicks(&line, QStringLiteral("9"));
   EXPECT_EQ(line.text(), QStringLiteral("40"));
+}
+
+TEST_F(Views, LinesThatArePastedBecomeOneLine) {
+  auto& line = Find<QLineEdit>("txtName");
+  for (int time = 0; time < 2; ++time) {
+    line.selectAll();
+    QGuiApplication::clipboard()->setText(QStringLiteral("one\r\ntwo\tthree"));
+    line.paste();
+    EXPECT_EQ(form_->txtName.Text(), u"one two three");
+    EXPECT_EQ(line.text(), QStringLiteral("one two three")) << "also over the same text";
+  }
 }
 
 TEST_F(Views, TheTextOfTheModelReachesTheField) {
@@ -266,6 +286,18 @@ TEST_F(Views, ALabelFollowsTheModel) {
   form_->lblName.SetCaption(u"Other & more");
   test::Desk::Turn();
   EXPECT_EQ(Find<QLabel>("lblName").text(), QStringLiteral("Other & more"));
+}
+
+TEST_F(Views, AnAmpersandThatCodePutsIntoALabelIsNoAccessKey) {
+  const auto form = std::make_shared<ResultForm>();
+  desk_.Open(*form);
+  form->lblResult.SetCaption(u"Color = &HFF");
+  test::Desk::Turn();
+  const auto& label = desk_.Find<QLabel>(*form, "lblResult");
+  EXPECT_EQ(label.buddy(), nullptr) << "the label would show it as a line below the H";
+  EXPECT_EQ(label.text(), QStringLiteral("Color = &HFF"));
+  EXPECT_NE(Find<QLabel>("lblName").buddy(), nullptr) << "one that was made with a key keeps it";
+  form->Unload();
 }
 
 TEST_F(Views, EnabledVisibleAndToolTipFollowTheModel) {

@@ -524,6 +524,17 @@ TEST_F(GridOfForm, ColumnWidthsAreInCharacters) {
   EXPECT_GE(Table().header()->sectionSize(1), 30 * Table().fontMetrics().averageCharWidth());
 }
 
+TEST_F(GridOfForm, TheLastColumnTakesTheRoomThatIsLeftWhereTheGridSaysSo) {
+  Grid().SetCols(3);
+  Grid().ColumnWidths = {3, 30, 5};
+  Grid().LastColumnStretches = true;
+  test::Desk::Turn();
+  const QHeaderView& header = *Table().header();
+  EXPECT_EQ(header.sectionResizeMode(1), QHeaderView::Interactive);
+  EXPECT_EQ(header.sectionResizeMode(2), QHeaderView::Stretch);
+  EXPECT_LT(header.sectionSize(1), 34 * Table().fontMetrics().averageCharWidth());
+}
+
 TEST_F(GridOfForm, AWidthThatTheUserDragsIsKept) {
   Grid().ColumnWidths = {10, 12, 40};
   Grid().SetTextMatrix(1, 1, u"x");

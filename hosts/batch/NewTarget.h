@@ -1,0 +1,40 @@
+// The component and the project that the text of tessel new goes into.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "hosts/model/Vbe.h"
+#include "hosts/workspace/Workspace.h"
+
+namespace tessel::batch {
+
+/// Looks in all projects of a workspace. What it chooses lies in the active project from then on.
+/// Failures are vb::Failure that name the component, and the files where it stands.
+class NewTarget {
+ public:
+  /// `environment` must outlive this. `mayMake`: a component that isn't there is to be made.
+  NewTarget(const workspace::Workspace& environment, bool mayMake);
+
+  /// The component of that name, in whichever project it stands; null for one that is to be made.
+  /// Fails when several have the name, when none has it and none may be made, and when it can't be
+  /// told where one is to be made or whether its name is free.
+  [[nodiscard]] std::shared_ptr<model::VBComponent> Choose(StringView name);
+  /// Chooses the project that the classes of a collection go to: that of the class of its items,
+  /// else the only one. Fails as `Choose` does.
+  void ChooseBeside(StringView baseClass);
+  /// Name of the component of a component file; empty for projects.
+  [[nodiscard]] String OnlyComponent() const;
+
+ private:
+  using ComponentPtr = std::shared_ptr<model::VBComponent>;
+  [[nodiscard]] ComponentPtr Find(StringView name);
+  void ChooseOnlyProject(StringView name);
+  void NeedAllRead(StringView name) const;
+
+  const workspace::Workspace& environment_;
+  std::shared_ptr<model::Vbe> vbe_;
+  bool mayMake_;
+};
+
+}  // namespace tessel::batch
