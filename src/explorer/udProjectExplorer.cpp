@@ -108,6 +108,7 @@ void udProjectExplorer::UserDocument_Show() {
     if (cTreeVBA_) run([&] { Position(2); });
     ButtonEnabled();
   });
+  outrun_ = outrun_ || WasOutrun();
   ClearMarks();
 }
 
@@ -175,6 +176,7 @@ void udProjectExplorer::Reading(const std::function<void()>& work) {
 void udProjectExplorer::cTreeVBA_Tree(std::int32_t kind, std::int32_t argument) {
   if (busy_ || reading_) {
     noticed_ = noticed_ || reading_;
+    outrun_ = outrun_ || busy_;
     return ClearMarks();
   }
   {
@@ -207,7 +209,19 @@ void udProjectExplorer::HandleNotice(const Statements& run, std::int32_t kind,
       CodeMayDiffer(run);
       break;
   }
+  const bool outrun = std::exchange(outrun_, false) || WasOutrun();
+  if (kind != 0 && outrun) {
+    if (!ProjectsMayDiffer(run)) return SelectRowTree(0);
+    argument = 2;
+  }
   Position(argument);
+}
+
+/// A change of the projects or a click on a designer found another notice on its way and gave up;
+/// its mark is all that tells of it.
+bool udProjectExplorer::WasOutrun() const {
+  return cTreeVBA_ && (!cTreeVBA_->RunEventsProject() ||
+                       (!cTreeVBA_->RunEventsComponent() && !cTreeVBA_->RunEventsCode()));
 }
 
 /// False when no component is selected: all is made anew then, and there is none to go to.

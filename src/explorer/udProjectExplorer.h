@@ -94,6 +94,7 @@ class udProjectExplorer : public GuardedDocument {
   [[nodiscard]] bool ProjectsMayDiffer(const Statements& run);
   void ComponentsMayDiffer(const Statements& run);
   void CodeMayDiffer(const Statements& run);
+  [[nodiscard]] bool WasOutrun() const;
   void Reading(const std::function<void()>& work);
   void Reload();
   void ClearMarks();
@@ -162,6 +163,7 @@ class udProjectExplorer : public GuardedDocument {
   bool busy_ = false;     // a jump of our own
   bool reading_ = false;  // a reload or a notice is under way
   bool noticed_ = false;  // one more came meanwhile
+  bool outrun_ = false;   // the marks of a notice that gave up were cleared ahead of the next one
 };
 
 }  // namespace tessel

@@ -94,7 +94,9 @@ void udProjectExplorer::fgTree_DblClick() {
     const String line = fgTree.TextMatrix(row, explorer::LineColumn);
     if (member.empty()) return;
     if (before_) chosen_ = IdentityOf(row);
+    const bool outrun = WasOutrun();  // ahead of the windows that the jump opens
     PositionProcedure(project, component, member, line.empty() ? 0 : vb::CLng(line));
+    outrun_ = outrun_ || outrun;
     ClearMarks();
   });
   busy_ = before;

@@ -105,6 +105,27 @@ TEST_F(ExplorerChannel, HidesByItsMenuAndTheBuilderOpensFromIt) {
   EXPECT_EQ(replies[6]["value"], "0");
 }
 
+TEST_F(ExplorerChannel, AComponentThatComesOrGoesBehindAKeyIsNotLost) {
+  const auto replies = Play(R"({"do":"caret","component":"modMain","line":1,"column":1}
+{"do":"advance","ms":1000}
+{"do":"set-text","component":"modMain","text":"Sub A()\r\nEnd Sub\r\n"}
+{"do":"add-component","type":1,"name":"modNew"}
+{"do":"advance","ms":1000}
+{"do":"form","form":"udProjectExplorer"}
+{"do":"caret","component":"modMain","line":1,"column":1}
+{"do":"advance","ms":1000}
+{"do":"set-text","component":"modMain","text":"Sub A()\r\nEnd Sub\r\n\r\n"}
+{"do":"remove-component","component":"modNew"}
+{"do":"double-click","form":"udProjectExplorer","control":"fgTree","row":2}
+{"do":"advance","ms":1000}
+{"do":"form","form":"udProjectExplorer"}
+)");
+  EXPECT_EQ(Captions(replies[5]), (std::vector<std::string>{"Shop", "Modules", "modMain", "A",
+                                                            "modNew", "Forms", "frmMain", "C"}));
+  EXPECT_EQ(Captions(replies[12]),
+            (std::vector<std::string>{"Shop", "Modules", "modMain", "A", "Forms", "frmMain", "C"}));
+}
+
 TEST_F(ExplorerChannel, OpensByItselfAsTheSettingsSay) {
   const auto replies = Play(R"({"do":"disconnect"}
 {"do":"connect"}

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QPushButton>
+
 #include "hosts/workbench/designer/DesignerView.h"
 #include "hosts/workbench/designer/Toolbox.h"
 #include "hosts/workbench/window/Settings.h"
@@ -102,6 +104,24 @@ TEST_P(Painted, HandlesStandOutFromTheForm) {
     }
   }
   EXPECT_GT(strong, 50) << "points of eight handles that differ from what is below them";
+}
+
+TEST_P(Painted, AFilterThatIsDownIsToldFromOneThatIsUp) {
+  OpenSample();
+  ASSERT_TRUE(window_->ClickCommand(u"Tessel", {u"Project Explorer"}));
+  QApplication::processEvents();
+  auto* const button = window_->findChild<QPushButton*>(QStringLiteral("btnMethod"));
+  ASSERT_NE(button, nullptr);
+  ASSERT_TRUE(button->isChecked());
+  const auto face = [&] { return QColor(button->grab().toImage().pixel(button->width() / 2, 4)); };
+  const QColor down = face();
+  button->click();
+  QApplication::processEvents();
+  ASSERT_FALSE(button->isChecked());
+  const QColor up = face();
+  EXPECT_GT(std::abs(down.red() - up.red()) + std::abs(down.green() - up.green()) +
+                std::abs(down.blue() - up.blue()),
+            50);
 }
 
 TEST_P(Painted, LineNumbersCanBeRead) {
