@@ -9,6 +9,7 @@
 #include "builders/frmProcedureBuilder.h"
 #include "builders/frmPropertyBuilder.h"
 #include "forms/User.h"
+#include "foundation/CAppSettings.h"
 #include "foundation/CErrorHandler.h"
 #include "scanning/mFunctions.h"
 #include "support/FakeConnect.h"
@@ -199,6 +200,25 @@ TEST(NamesOfBuilders, AClassNameThatTheHostRefusesLeavesNoClassBehind) {
     EXPECT_EQ(played.Texts.size(), 2U) << vb::ToUtf8(name);
     EXPECT_FALSE(played.Closed);
   }
+}
+
+TEST(FontsOfBuilders, ThePreviewHasTheFontThatWasKept) {
+  test::World world;
+  const test::SharedDatabase database;
+  gErrorHandler = std::make_shared<CErrorHandler>();
+  gAppSettings = std::make_shared<CAppSettings>();
+  gAppSettings->Init(u"Norvane", u"Tessel");
+  gAppSettings->SaveSetting(u"Font settings\\RicViewEnumBuilder", u"Name", u"Terminal");
+  gAppSettings->SaveSetting(u"Font settings\\RicViewEnumBuilder", u"Size", u"14");
+  const auto root = std::make_shared<ClosingConnect>();
+  const auto dialog = std::make_shared<frmEnumBuilder>();
+  dialog->VBInstance = world.Environment.VBE();
+  test::Attach(*dialog, root);
+  dialog->Load();
+  EXPECT_EQ(dialog->Part.Preview.Font->Name, u"Terminal");
+  EXPECT_EQ(dialog->Part.Preview.Font->Size, 14);
+  dialog->Unload();
+  gAppSettings.reset();
 }
 
 }  // namespace

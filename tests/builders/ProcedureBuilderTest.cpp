@@ -150,6 +150,45 @@ TEST_F(ProcedureBuilder, AnArgumentBehindAnOptionalOneIsRefusedAndSelected) {
   EXPECT_EQ(Control(form, "ListProcedureArguments").at("focus"), true);
 }
 
+TEST_F(ProcedureBuilder, AParamArrayThatIsNotTheLastIsRefusedAndSelected) {
+  Begin();
+  Press("btmAdd");
+  Check("chkParamArray", 1);
+  Press("btmOK");
+  AddArgument("B", false);
+  Press("btmOK");
+  Answer("OK");
+  Form();
+  const Json form = Play();
+  EXPECT_EQ(MessageOf(Replies[Replies.size() - 3]),
+            "The meaning \"ParamArray\" must be the last in the list of parameters");
+  EXPECT_EQ(Control(form, "ListProcedureArguments").at("list-index"), 0);
+  EXPECT_EQ(Control(form, "ListProcedureArguments").at("focus"), true);
+}
+
+TEST_F(ProcedureBuilder, AFunctionWithoutAReturnTypeIsRefused) {
+  Setting("ComTypeProcedure", "Function");
+  Setting("ComReturnValueTypeProcedure", "NoSuchType");
+  Begin();
+  Press("btmOK");
+  Answer("OK");
+  Form();
+  const Json form = Play();
+  EXPECT_EQ(MessageOf(Replies[Replies.size() - 3]),
+            "It is required to fill in the filed: \"Return Value Type\"");
+  EXPECT_EQ(Control(form, "ComReturnValueType").at("focus"), true);
+}
+
+TEST_F(ProcedureBuilder, LinesTypedIntoAFieldOfOneLineStayOneLine) {
+  Begin("Option Explicit\r\n");
+  Check("chkHeader", 0);
+  Type("txtDescription", "one\r\nKill \"x\"");
+  Press("btmOK");
+  Text("Module1");
+  const std::string text = Play().at("text");
+  EXPECT_NE(text.find("' Description: one Kill \"x\"\r\n"), std::string::npos) << text;
+}
+
 TEST_F(ProcedureBuilder, BadNamesAreRefusedAndKeepTheFocus) {
   const std::vector<std::pair<std::string, std::string>> cases{
       {"1abc", "Number can not be the first symbol in the name, field: \"Name\""},
