@@ -7,6 +7,17 @@
 #include "hosts/workbench/platform/Text.h"
 
 namespace tessel::workbench {
+namespace {
+
+/// The first time it stands there it takes half of its side; later the user's own height holds.
+void GiveRoomOnceShown(QMainWindow& window, QDockWidget* dock) {
+  const auto give = [&window, dock](bool visible) {
+    if (visible) window.resizeDocks({dock}, {window.height() / 2}, Qt::Vertical);
+  };
+  QObject::connect(dock, &QDockWidget::visibilityChanged, &window, give, Qt::SingleShotConnection);
+}
+
+}  // namespace
 
 ToolWindowDocks::ToolWindowDocks(QMainWindow& window, QtDesktop& desktop, ToolWindows toolWindows)
     : window_(window), desktop_(desktop), toolWindows_(std::move(toolWindows)) {}
@@ -69,7 +80,10 @@ void ToolWindowDocks::Make(const model::ToolWindow& toolWindow) {
   dock->setWidget(content);
   dock->installEventFilter(this);
   dock->hide();
-  if (!window_.restoreDockWidget(dock)) window_.addDockWidget(Qt::RightDockWidgetArea, dock);
+  if (!window_.restoreDockWidget(dock)) {
+    window_.addDockWidget(Qt::RightDockWidgetArea, dock);
+    GiveRoomOnceShown(window_, dock);
+  }
   content->Refresh();
   docks_.push_back({toolWindow.Frame, toolWindow.Document, dock, content});
 }

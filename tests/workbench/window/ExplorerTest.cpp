@@ -59,6 +59,21 @@ TEST_F(ExplorerDock, OpensByItsCommandAndLeavesTheKeysToTheCode) {
   EXPECT_GT(Tree()->model()->rowCount(), 0);
 }
 
+TEST_F(ExplorerDock, HasRoomForItsRowsTheFirstTimeAndKeepsTheUsersHeight) {
+  window_->resize(1000, 800);
+  window_->show();
+  Show();
+  EXPECT_GT(Dock()->height(), window_->height() / 3);
+  window_->resizeDocks({Dock()}, {210}, Qt::Vertical);
+  Settle();
+  const int own = Dock()->height();
+  EXPECT_LT(own, window_->height() / 3);
+  Dock()->close();
+  Settle();
+  Show();
+  EXPECT_NEAR(Dock()->height(), own, 40);
+}
+
 TEST_F(ExplorerDock, StandsLeftRightOrFloatsAndIsThereAgainAfterARestart) {
   Show();
   window_->addDockWidget(Qt::LeftDockWidgetArea, Dock());
