@@ -9,6 +9,7 @@
 #include "hosts/batch/NewCommand.h"
 #include "hosts/memory/UnattendedPlatform.h"
 #include "hosts/workspace/Workspace.h"
+#include "store/Seeds.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -29,6 +30,12 @@ void WriteProject(const test::TemporaryFolder& folder) {
   folder.Write("P.vbp", "Type=Exe\r\nModule=M; M.bas\r\nName=\"P\"\r\n");
 }
 
+/// The types of the program are looked up among those that are delivered.
+void WriteProgram(const test::TemporaryFolder& folder) {
+  memory::UnattendedPlatform services;
+  store::WriteStandardDatabases(folder.Path() / "data" / "Data", services.Files());
+}
+
 void Insert(const test::TemporaryFolder& folder, const std::string& list) {
   std::istringstream in(list);
   std::ostringstream out, err;
@@ -44,6 +51,7 @@ void Insert(const test::TemporaryFolder& folder, const std::string& list) {
 void NewProperties(benchmark::State& state) {
   const std::string list = ListOf(state.range(0));
   const test::TemporaryFolder folder;
+  WriteProgram(folder);
   for (auto _ : state) {
     state.PauseTiming();
     WriteProject(folder);
@@ -63,6 +71,7 @@ BENCHMARK(NewProperties)
 
 void ReadAndWriteTheirProject(benchmark::State& state) {
   const test::TemporaryFolder folder;
+  WriteProgram(folder);
   WriteProject(folder);
   Insert(folder, ListOf(state.range(0)));
   memory::UnattendedPlatform services;

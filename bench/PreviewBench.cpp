@@ -12,6 +12,7 @@
 #include "builders/CollectionText.h"
 #include "builders/PropertyText.h"
 #include "builders/frmClassBuilder.h"
+#include "hosts/model/Environment.h"
 #include "presentation/mCodeConverter.h"
 #include "support/SharedDatabase.h"
 #include "workbench/forms/Desk.h"
@@ -63,7 +64,10 @@ int main(int count, char** arguments) {
   QApplication application(count, arguments);
   test::Desk desk;
   const test::SharedDatabase database;
+  model::Environment environment(desk.Services);
+  environment.NewProject(u"Project1", host::vbext_pt_StandardExe);
   const auto form = std::make_shared<frmClassBuilder>();
+  form->VBInstance = environment.VBE();
   desk.Open(*form);
   QWidget& window = desk.Window(*form);
   auto& name = desk.Find<QWidget>(*form, "txtCollectionClassName");
