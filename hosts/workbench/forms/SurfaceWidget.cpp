@@ -137,6 +137,7 @@ void SurfaceWidget::LinkKeys() {
 }
 
 void SurfaceWidget::Detach() {
+  if (!kept_) kept_ = surface_.lock();
   surface_.reset();
   changed_.clear();
   focusMoved_ = nullptr;

@@ -75,6 +75,7 @@ class SurfaceWidget : public QWidget, public forms::View, private ViewHost {
   [[nodiscard]] bool FilterKey(ControlView& view, QKeyEvent& event);
 
   std::weak_ptr<forms::Surface> surface_;
+  std::shared_ptr<forms::Surface> kept_;  // timers of the widgets read it to their end
   ActionGate& gate_;
   QWidget* content_ = nullptr;
   QPointer<QMenuBar> menuBar_;
