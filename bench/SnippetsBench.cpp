@@ -4,16 +4,39 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
-#include "snippets/CSQLTree.h"
+#include "foundation/CErrorHandler.h"
+#include "hosts/memory/UnattendedPlatform.h"
+#include "hosts/workspace/Workspace.h"
+#include "snippets/OpenLibraries.h"
 #include "snippets/SnippetDatabase.h"
 #include "snippets/SnippetFolder.h"
 #include "snippets/SnippetSearch.h"
+#include "snippets/frmFragmentBuilder.h"
+#include "snippets/frmGetFromVbCode.h"
+#include "snippets/frmStoreToVbCode.h"
 
 namespace {
 
 using namespace tessel;
 
 constexpr int Nodes = 100000, Levels = 5, Fan = 10;
+
+/// What everything else is measured by: all rows of a statement, nothing kept.
+void ReadPlainly(sqlite3* db, const char* sql) {
+  sqlite3_stmt* statement = nullptr;
+  sqlite3_prepare_v2(db, sql, -1, &statement, nullptr);
+  const int columns = sqlite3_column_count(statement);
+  while (sqlite3_step(statement) == SQLITE_ROW) {
+    for (int column = 0; column < columns; ++column) {
+      if (sqlite3_column_type(statement, column) == SQLITE_INTEGER) {
+        benchmark::DoNotOptimize(sqlite3_column_int64(statement, column));
+      } else {
+        benchmark::DoNotOptimize(sqlite3_column_text(statement, column));
+      }
+    }
+  }
+  sqlite3_finalize(statement);
+}
 
 /// The database, made once: four levels of folders with ten children each, then records.
 class Library {
@@ -47,14 +70,25 @@ class Library {
     for (int at = 0; at < children && count_ < Nodes; ++at) Add(level + 1);
     insert_.Execute({std::int64_t{id}, String(u"Node ") + vb::Str(id), std::int64_t{left},
                      std::int64_t{++number_}, std::int64_t{record ? RecordKind : FolderKind}});
-    if (record) list_.Execute({std::int64_t{id}, String(1000, u'x')});
+    if (record) AddRecord(id);
+  }
+
+  /// One in ten stores an object.
+  void AddRecord(int id) {
+    const bool object = id % 10 == 0;
+    const auto text = [&](StringView value) {
+      return object ? store::Value(String(value)) : store::Value(store::Null{});
+    };
+    list_.Execute(
+        {std::int64_t{id}, String(1000, u'x'), text(u"Module" + vb::Str(id)), text(u"BAS")});
   }
 
   test::TemporaryFolder folder_;
   int count_ = 0, number_ = 0;
   store::Command insert_{
       nullptr, u"INSERT INTO Tree (ID, Name, lft, rgt, Root) VALUES (@a, @b, @c, @d, @e)"};
-  store::Command list_{nullptr, u"INSERT INTO List (Id, Text) VALUES (@a, @b)"};
+  store::Command list_{nullptr,
+                       u"INSERT INTO List (Id, Text, NameObj, ClassObj) VALUES (@a, @b, @c, @d)"};
 };
 
 Library& Large() {
@@ -62,32 +96,66 @@ Library& Large() {
   return library;
 }
 
-/// What everything else is measured by.
 void ReadTreePlainly(benchmark::State& state) {
-  Library& large = Large();
+  Large();
   for (auto _ : state) {
-    sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v2(large.Connection->Handle(),
-                       "SELECT ID, Name, lft, rgt FROM Tree ORDER BY lft", -1, &statement, nullptr);
-    while (sqlite3_step(statement) == SQLITE_ROW) {
-      benchmark::DoNotOptimize(sqlite3_column_int64(statement, 0));
-      benchmark::DoNotOptimize(sqlite3_column_text(statement, 1));
-      benchmark::DoNotOptimize(sqlite3_column_int64(statement, 2));
-      benchmark::DoNotOptimize(sqlite3_column_int64(statement, 3));
-    }
-    sqlite3_finalize(statement);
+    ReadPlainly(Large().Connection->Handle(), "SELECT ID, Name, lft, rgt FROM Tree ORDER BY lft");
   }
 }
 BENCHMARK(ReadTreePlainly)->Unit(benchmark::kMillisecond);
 
-/// As a dialog does: the recordset of the tree, then its listing. At most 6 times the plain read.
-void LoadTree(benchmark::State& state) {
+/// The add-in with that library as its only one, and no project.
+class Desk {
+ public:
+  Desk() {
+    gErrorHandler = std::make_shared<CErrorHandler>();
+    auto connection = std::make_shared<cConnectionMDB>();
+    connection->NameConnect = u"Marlow";
+    connection->mConnectMDB = Large().Connection;
+    gConnectionMDBs->Add(connection, connection->NameConnect);
+  }
+  ~Desk() { gErrorHandler.reset(); }
+  Desk(const Desk&) = delete;
+  Desk& operator=(const Desk&) = delete;
+
+  template <class Dialog>
+  std::shared_ptr<Dialog> Make() {
+    auto dialog = std::make_shared<Dialog>();
+    dialog->VBInstance = workspace_.VBE();
+    return dialog;
+  }
+
+ private:
+  memory::UnattendedPlatform services_;
+  platform::ScopedPlatform scope_{services_};
+  test::OpenLibraries libraries_;
+  workspace::Workspace workspace_{services_};
+};
+
+/// From the dialog's first line to its rows: the recordset of the tree, its listing, the grid. At
+/// most 6 times the plain read.
+template <class Dialog>
+void LoadDialog(benchmark::State& state, forms::Grid Dialog::*grid) {
+  Desk desk;
   for (auto _ : state) {
-    const auto tree = test::OpenTree(Large().Connection);
-    benchmark::DoNotOptimize(tree->GetNodesAndList());
+    state.PauseTiming();
+    const auto dialog = desk.Make<Dialog>();
+    state.ResumeTiming();
+    dialog->Load();
+    state.PauseTiming();
+    if (((*dialog).*grid).Rows() < Nodes) state.SkipWithError("the tree is not in the dialog");
+    dialog->Unload();
+    state.ResumeTiming();
   }
 }
-BENCHMARK(LoadTree)->Unit(benchmark::kMillisecond);
+void LoadSnippetManager(benchmark::State& state) { LoadDialog(state, &frmFragmentBuilder::fgTree); }
+BENCHMARK(LoadSnippetManager)->Unit(benchmark::kMillisecond);
+void LoadInsertSnippet(benchmark::State& state) { LoadDialog(state, &frmGetFromVbCode::fgTree); }
+BENCHMARK(LoadInsertSnippet)->Unit(benchmark::kMillisecond);
+void LoadStoreToSnippets(benchmark::State& state) {
+  LoadDialog(state, &frmStoreToVbCode::fgTreeNext);
+}
+BENCHMARK(LoadStoreToSnippets)->Unit(benchmark::kMillisecond);
 
 void ListNodes(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(Large().Tree->GetNodes());
@@ -191,17 +259,8 @@ std::shared_ptr<CSQLTree> Records() {
 void ReadRecordsPlainly(benchmark::State& state) {
   const auto tree = Records();
   for (auto _ : state) {
-    sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v2(tree->Connection()->Handle(),
-                       "SELECT Id, TextUserNotes, Text, TextObj, NameObj FROM List ORDER BY Id", -1,
-                       &statement, nullptr);
-    while (sqlite3_step(statement) == SQLITE_ROW) {
-      benchmark::DoNotOptimize(sqlite3_column_int64(statement, 0));
-      for (const int column : {1, 2, 3, 4}) {
-        benchmark::DoNotOptimize(sqlite3_column_text16(statement, column));
-      }
-    }
-    sqlite3_finalize(statement);
+    ReadPlainly(tree->Connection()->Handle(),
+                "SELECT Id, TextUserNotes, Text, TextObj, NameObj FROM List ORDER BY Id");
   }
 }
 BENCHMARK(ReadRecordsPlainly)->Unit(benchmark::kMillisecond);

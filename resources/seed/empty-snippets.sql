@@ -20,6 +20,9 @@ CREATE TABLE List (
   TextUserNotes TEXT
 );
 
+-- What the trees show of a record, so that a load need not read the texts beside it.
+CREATE INDEX ListObjects ON List (Id, NameObj, ClassObj);
+
 CREATE TABLE NameMDB (Name VARCHAR(50));
 
 INSERT INTO NameMDB (Name) VALUES ('User Database');

@@ -1,8 +1,10 @@
 #include "snippets/CSQLTree.h"
 
-#include <unordered_map>
+#include <algorithm>
 
 #include "snippets/TreeCommands.h"
+#include "store/RowStream.h"
+#include "store/StoredText.h"
 
 namespace tessel {
 namespace {
@@ -174,18 +176,28 @@ TreeNodes CSQLTree::GetNodesAndList() {
       tableName_ +
       u" as K2 WHERE K2.lft BETWEEN K1.lft AND K1.rgt GROUP BY K2.ID, K2.Name, K2.Root, K2.lft "
       u"ORDER BY K2.lft");
-  if (!nodes) return nodes;
-  std::unordered_map<std::int32_t, TreeNode*> places;
-  for (TreeNode& node : *nodes) places.emplace(node.ID, &node);
-  store::Recordset list;
-  static_cast<void>(Open(list, u"SELECT Id, NameObj, ClassObj From List ORDER BY Id"));
-  for (std::size_t row = 0; row < list.RecordCount(); ++row) {
-    const auto place = places.find(store::ToLong(list.Cell(row, 0)));
-    if (place == places.end()) continue;
-    place->second->NameObj = store::ToText(list.Cell(row, 1));
-    place->second->ClassObj = store::ToText(list.Cell(row, 2));
-  }
+  if (nodes) AddObjects(*nodes);
   return nodes;
+}
+
+/// Nodes and rows of List are walked side by side, both in the order of their numbers.
+void CSQLTree::AddObjects(std::vector<TreeNode>& nodes) const {
+  std::vector<std::pair<std::int32_t, std::size_t>> places;
+  places.reserve(nodes.size());
+  for (std::size_t at = 0; at < nodes.size(); ++at) places.emplace_back(nodes[at].ID, at);
+  std::sort(places.begin(), places.end());
+  auto place = places.begin();
+  store::RowStream list(u"SELECT Id, NameObj, ClassObj From List ORDER BY Id", connection_);
+  while (list.Next()) {
+    const std::string_view name = list.StoredText(1), kind = list.StoredText(2);
+    if (name.empty() && kind.empty()) continue;
+    const std::int64_t id = list.Whole(0);
+    while (place != places.end() && place->first < id) ++place;
+    if (place == places.end()) return;
+    if (place->first != id) continue;
+    nodes[place->second].NameObj = store::FromStored(name);
+    nodes[place->second].ClassObj = store::FromStored(kind);
+  }
 }
 
 TreeNodes CSQLTree::GetNodesForParent(std::int32_t parentID) {

@@ -119,6 +119,7 @@ class CSQLTree {
   void Refresh();
   [[nodiscard]] store::Recordset& Open(store::Recordset& records, StringView statement) const;
   [[nodiscard]] TreeNodes ListNodes(StringView statement);
+  void AddObjects(std::vector<TreeNode>& nodes) const;
   [[nodiscard]] std::int32_t LeftOfNew(std::int32_t parentID, std::int32_t beforeID,
                                        std::int32_t afterID, std::int32_t root);
   [[nodiscard]] NodeLevel ReadNeighbour(StringView statement, StringView level, StringView id);

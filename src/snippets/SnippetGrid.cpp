@@ -60,16 +60,23 @@ class Loader {
 
  private:
   void AddRows(StringView connection, const String& caption, const TreeNodes& nodes) {
-    Add({connection, {TopID, caption, TopLevel, FolderKind, {}, {}}, true});
-    if (!nodes) return;
-    const bool here = choice_.Connection.empty() || choice_.Connection == connection;
-    for (const TreeNode& node : *nodes) {
-      const int row = Add({connection, node, false});
-      if (here && chosen_ < 0 && node.ID == choice_.Node) chosen_ = row;
+    std::vector<forms::GridRow> rows;
+    rows.reserve(nodes ? nodes->size() + 1 : 1);
+    const TreeNode top{TopID, caption, TopLevel, FolderKind, {}, {}};
+    rows.push_back(RowOf({connection, top, true}));
+    if (nodes) {
+      const bool here = choice_.Connection.empty() || choice_.Connection == connection;
+      for (const TreeNode& node : *nodes) {
+        if (here && chosen_ < 0 && node.ID == choice_.Node) {
+          chosen_ = grid_.Rows() + static_cast<int>(rows.size());
+        }
+        rows.push_back(RowOf({connection, node, false}));
+      }
     }
+    grid_.AddRows(std::move(rows));
   }
 
-  int Add(const SnippetRow& row) {
+  forms::GridRow RowOf(const SnippetRow& row) {
     forms::GridRow entry;
     entry.Cells.reserve(static_cast<std::size_t>(std::max(1, grid_.Cols())));
     entry.Cells.push_back(row.Node.Name);
@@ -80,7 +87,7 @@ class Loader {
     entry.Bold = row.Top;
     if (shape_.Fill) shape_.Fill(row, entry);
     entry.Collapsed = !collapsed_.empty() && collapsed_.contains(IdentityOf(entry));
-    return grid_.AddRow(std::move(entry));
+    return entry;
   }
 
   void Show(int row) {
@@ -105,8 +112,13 @@ std::int32_t PictureOf(const TreeNode& node) {
 }
 
 String JoinRowKey(StringView connection, std::initializer_list<int> flags) {
-  String key(connection);
-  for (const int flag : flags) key += u"." + vb::Str(flag);
+  String key;
+  key.reserve(connection.size() + 2 * flags.size());
+  key += connection;
+  for (const int flag : flags) {
+    key += u'.';
+    key += vb::Str(flag);
+  }
   return key;
 }
 

@@ -1,112 +1,190 @@
 #include "snippets/SnippetSearch.h"
 
 #include <algorithm>
-#include <unordered_map>
 
-#include "store/Command.h"
+#include "store/RowStream.h"
+#include "store/StoredText.h"
 
 namespace tessel {
 namespace {
 
 /// What a word is worth by where it stands.
 constexpr int IsName = 100, StartsName = 60, InName = 40, InPath = 15, InNotes = 10, InText = 4;
-/// Records that are read at a time, so that a large library needs no room of its size.
-constexpr StringView Batch = u"500";
 
 bool Holds(StringView text, StringView word) {
   return vb::InStr(text, word, vb::Compare::Text) > 0;
 }
 
-struct Texts {
-  const String &Notes, &Text, &Code, &Object;
+/// What is looked for, in each form that the search needs.
+struct Word {
+  String Text;
+  store::StoredWord Stored;
+  /// A word that may lie across the end of a folder's name.
+  bool Crosses;
 };
 
-/// The cell's own text; texts are long, so they aren't copied.
-const String& TextOf(const store::Value& cell) {
-  static const String None;
-  const auto* const text = std::get_if<String>(&cell);
-  return text == nullptr ? None : *text;
-}
-
-/// 0 when the word stands nowhere.
-int ScoreOf(const SnippetPath& one, const Texts& texts, StringView word) {
-  if (vb::SameText(one.Node.Name, word)) return IsName;
-  if (vb::StartsWithText(one.Node.Name, word)) return StartsName;
-  if (Holds(one.Node.Name, word)) return InName;
-  if (Holds(one.Path, word)) return InPath;
-  if (Holds(texts.Notes, word)) return InNotes;
-  return Holds(texts.Text, word) || Holds(texts.Code, word) || Holds(texts.Object, word) ? InText
-                                                                                         : 0;
-}
-
-int ScoreOf(const SnippetPath& one, const Texts& texts, const std::vector<String>& words) {
-  int score = 0;
-  for (const String& word : words) {
-    const int worth = ScoreOf(one, texts, word);
-    if (worth == 0) return 0;
-    score += worth;
+/// The nodes of a library, each with the path of what it lies in.
+class Walk {
+ public:
+  /// The path ahead of the name of the next node in the order of the tree.
+  StringView Enter(const TreeNode& node) {
+    depth_ = static_cast<std::size_t>(std::max(node.lvl, 2));
+    lengths_.resize(std::max(lengths_.size(), depth_));
+    path_.resize(lengths_[depth_ - 1]);
+    if (depth_ > 2) path_ += u'/';
+    const std::size_t folder = path_.size();
+    path_ += node.Name;
+    lengths_.resize(depth_);
+    lengths_.push_back(path_.size());
+    return StringView(path_).substr(0, folder);
   }
-  return score;
-}
+  [[nodiscard]] const String& Path() const { return path_; }
+  [[nodiscard]] std::size_t Depth() const { return depth_; }
+
+ private:
+  String path_;
+  // Behind the top, which has the depth 1.
+  std::vector<std::size_t> lengths_{0, 0};
+  std::size_t depth_ = 0;
+};
+
+/// The texts of one row of List, as they are stored.
+struct Texts {
+  std::string_view Notes, Text, Code, Object;
+};
+
+class Search {
+ public:
+  Search(CSQLTree& tree, const std::vector<String>& words) : tree_(tree) {
+    for (const String& word : words) {
+      words_.push_back({word, store::StoredWord(word), vb::InStr(word, u"/") > 0});
+    }
+    ReadNodes(tree.GetNodes().value_or(std::vector<TreeNode>()));
+  }
+
+  std::vector<SnippetHit> Run() {
+    store::RowStream rows(u"SELECT Id, TextUserNotes, Text, TextObj, NameObj FROM List ORDER BY Id",
+                          tree_.Connection());
+    while (rows.Next()) {
+      Look(rows.Whole(0),
+           {rows.StoredText(1), rows.StoredText(2), rows.StoredText(3), rows.StoredText(4)});
+    }
+    return Ranked();
+  }
+
+ private:
+  struct Folder {
+    String Path;
+    /// Whether it holds each of the words.
+    std::vector<bool> Holds;
+  };
+  struct Entry {
+    String Name;
+    std::size_t Folder;
+  };
+  struct Hit {
+    std::int32_t ID;
+    std::size_t Entry;
+    int Score;
+  };
+
+  void ReadNodes(std::vector<TreeNode> nodes) {
+    Walk walk;
+    constexpr std::size_t Unknown = ~std::size_t{0};
+    /// Number of the folder that the nodes of each depth lie in.
+    std::vector<std::size_t> folders;
+    for (TreeNode& node : nodes) {
+      const StringView path = walk.Enter(node);
+      folders.resize(std::max(folders.size(), walk.Depth() + 1), Unknown);
+      std::size_t& folder = folders[walk.Depth()];
+      if (folder == Unknown) {
+        folder = folders_.size();
+        folders_.push_back(FolderOf(path));
+      }
+      places_.emplace_back(node.ID, entries_.size());
+      entries_.push_back({std::move(node.Name), folder});
+      folders.resize(walk.Depth() + 1);
+    }
+    std::sort(places_.begin(), places_.end());
+    next_ = places_.begin();
+  }
+
+  [[nodiscard]] Folder FolderOf(StringView path) const {
+    Folder folder{String(path), {}};
+    for (const Word& word : words_) folder.Holds.push_back(Holds(path, word.Text));
+    return folder;
+  }
+
+  /// Rows come by rising numbers, and so do the places.
+  void Look(std::int64_t id, const Texts& texts) {
+    while (next_ != places_.end() && next_->first < id) ++next_;
+    if (next_ == places_.end() || next_->first != id) return;
+    int score = 0;
+    for (std::size_t word = 0; word < words_.size(); ++word) {
+      const int worth = ScoreOf(entries_[next_->second], texts, word);
+      if (worth == 0) return;
+      score += worth;
+    }
+    if (score > 0) hits_.push_back({next_->first, next_->second, score});
+  }
+
+  /// 0 when the word stands nowhere.
+  [[nodiscard]] int ScoreOf(const Entry& one, const Texts& texts, std::size_t at) const {
+    const Word& word = words_[at];
+    if (vb::SameText(one.Name, word.Text)) return IsName;
+    if (vb::StartsWithText(one.Name, word.Text)) return StartsName;
+    if (Holds(one.Name, word.Text)) return InName;
+    if (folders_[one.Folder].Holds[at] || (word.Crosses && Holds(PathOf(one), word.Text))) {
+      return InPath;
+    }
+    if (word.Stored.IsIn(texts.Notes)) return InNotes;
+    for (const std::string_view text : {texts.Text, texts.Code, texts.Object}) {
+      if (word.Stored.IsIn(text)) return InText;
+    }
+    return 0;
+  }
+
+  [[nodiscard]] String PathOf(const Entry& one) const {
+    return folders_[one.Folder].Path + one.Name;
+  }
+
+  std::vector<SnippetHit> Ranked() {
+    std::sort(hits_.begin(), hits_.end(), [](const Hit& one, const Hit& other) {
+      return one.Score != other.Score ? one.Score > other.Score : one.Entry < other.Entry;
+    });
+    std::vector<SnippetHit> ranked;
+    for (const Hit& hit : hits_) ranked.push_back({hit.ID, PathOf(entries_[hit.Entry]), hit.Score});
+    return ranked;
+  }
+
+  CSQLTree& tree_;
+  std::vector<Word> words_;
+  std::vector<Folder> folders_;
+  /// In the order of the tree.
+  std::vector<Entry> entries_;
+  /// Number of a node and its entry, by rising numbers.
+  using Places = std::vector<std::pair<std::int32_t, std::size_t>>;
+  Places places_;
+  Places::const_iterator next_;
+  std::vector<Hit> hits_;
+};
 
 }  // namespace
 
 std::vector<SnippetPath> PathsOf(CSQLTree& tree) {
   std::vector<SnippetPath> paths;
-  // Behind the top, which has the depth 1.
-  std::vector<std::size_t> lengths{0, 0};
-  String path;
+  Walk walk;
   const TreeNodes nodes = tree.GetNodesAndList();
   if (!nodes) return paths;
   for (const TreeNode& node : *nodes) {
-    const auto depth = static_cast<std::size_t>(std::max(node.lvl, 2));
-    lengths.resize(std::max(lengths.size(), depth));
-    path.resize(lengths[depth - 1]);
-    path += (depth > 2 ? u"/" : u"") + node.Name;
-    lengths.resize(depth);
-    lengths.push_back(path.size());
-    paths.push_back({node, path});
+    walk.Enter(node);
+    paths.push_back({node, walk.Path()});
   }
   return paths;
 }
 
 std::vector<SnippetHit> FindSnippets(CSQLTree& tree, const std::vector<String>& words) {
-  std::vector<SnippetHit> hits;
-  const auto paths = PathsOf(tree);
-  std::unordered_map<std::int32_t, std::size_t> places;
-  for (std::size_t at = 0; at < paths.size(); ++at) places.emplace(paths[at].Node.ID, at);
-  std::vector<std::size_t> order;
-  store::Command batch(tree.Connection(),
-                       u"SELECT TOP " + String(Batch) +
-                           u" Id, TextUserNotes, Text, TextObj, NameObj FROM List WHERE Id > @Id "
-                           u"ORDER BY Id");
-  store::Recordset rows;
-  std::int64_t last = 0;
-  for (;;) {
-    rows.Open(batch, {last});
-    if (rows.RecordCount() == 0) break;
-    for (std::size_t row = 0; row < rows.RecordCount(); ++row) {
-      const auto cell = [&](std::size_t column) -> const String& {
-        return TextOf(rows.Cell(row, column));
-      };
-      last = store::ToLong(rows.Cell(row, 0));
-      const auto place = places.find(static_cast<std::int32_t>(last));
-      if (place == places.end()) continue;
-      const SnippetPath& one = paths[place->second];
-      const int score = ScoreOf(one, {cell(1), cell(2), cell(3), cell(4)}, words);
-      if (score == 0) continue;
-      hits.push_back({one.Node.ID, one.Path, score});
-      order.push_back(place->second);
-    }
-  }
-  std::vector<std::size_t> ranks(hits.size());
-  for (std::size_t at = 0; at < ranks.size(); ++at) ranks[at] = at;
-  std::sort(ranks.begin(), ranks.end(), [&](std::size_t a, std::size_t b) {
-    return hits[a].Score != hits[b].Score ? hits[a].Score > hits[b].Score : order[a] < order[b];
-  });
-  std::vector<SnippetHit> sorted;
-  for (const std::size_t at : ranks) sorted.push_back(std::move(hits[at]));
-  return sorted;
+  return Search(tree, words).Run();
 }
 
 }  // namespace tessel

@@ -63,7 +63,8 @@ void Connection::Open() {
   CheckFile(file);
   sqlite3* opened = nullptr;
   const std::string name = vb::ToUtf8(file.u16string());
-  const int result = sqlite3_open_v2(name.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+  const int result =
+      sqlite3_open_v2(name.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   db_ = opened;
   try {
     if (result != SQLITE_OK) throw engine::Error(db_, name);
@@ -79,7 +80,10 @@ void Connection::Open() {
 
 void Connection::OpenMemory(std::string_view statements) {
   Close();
-  if (sqlite3_open(":memory:", &db_) != SQLITE_OK) throw engine::Error(db_, "in memory");
+  constexpr int Flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+  if (sqlite3_open_v2(":memory:", &db_, Flags, nullptr) != SQLITE_OK) {
+    throw engine::Error(db_, "in memory");
+  }
   Prepare();
   engine::Run(db_, std::string(statements));
 }

@@ -19,7 +19,7 @@ enum class CursorLocation { Server = 2, Client = 3 };
 
 /// A connection to one SQLite file. Foreign keys are on; a lock of another process is waited for up
 /// to 15 s. The statements of the system go through `TranslateStatement` first, and text compares
-/// and sorts without regard to case.
+/// and sorts without regard to case. One thread at a time uses a connection and what stands on it.
 class Connection {
  public:
   Connection() = default;

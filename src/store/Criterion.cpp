@@ -117,10 +117,10 @@ class Criterion::Parser {
 Criterion::Criterion(StringView text, const ColumnOf& columnOf)
     : any_(Parser(text, columnOf).Parse()) {}
 
-bool Criterion::Fits(const Value* cells) const {
+bool Criterion::Fits(const std::function<Value(std::size_t)>& cellOf) const {
   return std::any_of(any_.begin(), any_.end(), [&](const std::vector<Comparison>& all) {
     return std::all_of(all.begin(), all.end(),
-                       [&](const Comparison& one) { return Compare(one, cells[one.Column]); });
+                       [&](const Comparison& one) { return Compare(one, cellOf(one.Column)); });
   });
 }
 

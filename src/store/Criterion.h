@@ -19,8 +19,8 @@ class Criterion {
   /// Fails with `StoreFailure` and the text when it can't be read.
   Criterion(StringView text, const ColumnOf& columnOf);
 
-  /// `cells` are the cells of one row.
-  [[nodiscard]] bool Fits(const Value* cells) const;
+  /// `cellOf` answers the cell of a column.
+  [[nodiscard]] bool Fits(const std::function<Value(std::size_t)>& cellOf) const;
 
  private:
   enum class Operator { Equal, Unequal, Less, LessEqual, Greater, GreaterEqual, Like };

@@ -1,6 +1,6 @@
 #include "store/Engine.h"
 
-#include <cstring>
+#include "store/StoredText.h"
 
 namespace tessel::store::engine {
 namespace {
@@ -9,15 +9,6 @@ bool IsTruthColumn(sqlite3_stmt* statement, int column) {
   const char* declared = sqlite3_column_decltype(statement, column);
   return declared != nullptr &&
          (sqlite3_stricmp(declared, "BOOLEAN") == 0 || sqlite3_stricmp(declared, "YESNO") == 0);
-}
-
-/// First byte of a lone surrogate, and how many bytes it has.
-constexpr unsigned char HalfLead = 0xED;
-constexpr std::size_t HalfBytes = 3;
-
-bool IsHalf(char16_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
-bool IsPair(StringView text) {
-  return text.size() > 1 && text[0] < 0xDC00 && text[1] >= 0xDC00 && text[1] <= 0xDFFF;
 }
 
 struct Binder {
@@ -86,55 +77,34 @@ RowReader::RowReader(sqlite3_stmt* statement) : statement_(statement) {
 }
 
 Value RowReader::Column(int column) const {
-  switch (sqlite3_column_type(statement_, column)) {
+  CellTable cells;
+  Add(cells, column);
+  return cells.At(0);
+}
+
+void RowReader::AddTo(CellTable& cells, int columns) const {
+  for (int column = 0; column < columns; ++column) Add(cells, column);
+}
+
+/// One look-up of the cell answers all that is asked about it.
+void RowReader::Add(CellTable& cells, int column) const {
+  sqlite3_value* const value = sqlite3_column_value(statement_, column);
+  switch (sqlite3_value_type(value)) {
     case SQLITE_NULL:
-      return Null{};
+      return cells.AddNull();
     case SQLITE_INTEGER: {
-      const std::int64_t number = sqlite3_column_int64(statement_, column);
-      if (truth_[static_cast<std::size_t>(column)]) return number != 0;
-      return number;
+      const std::int64_t number = sqlite3_value_int64(value);
+      if (truth_[static_cast<std::size_t>(column)]) return cells.AddTruth(number != 0);
+      return cells.AddWhole(number);
     }
     case SQLITE_FLOAT:
-      return sqlite3_column_double(statement_, column);
+      return cells.AddNumber(sqlite3_value_double(value));
     default: {
-      const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement_, column));
-      const auto length = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column));
-      return bytes == nullptr ? String() : FromStored({bytes, length});
+      const auto* const bytes = static_cast<const char*>(sqlite3_value_blob(value));
+      const auto length = static_cast<std::size_t>(sqlite3_value_bytes(value));
+      return cells.AddText(bytes == nullptr ? std::string_view() : std::string_view(bytes, length));
     }
   }
-}
-
-std::string ToStored(StringView text) {
-  std::string bytes;
-  std::size_t done = 0;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    if (!IsHalf(text[at])) continue;
-    if (IsPair(text.substr(at))) {
-      ++at;
-      continue;
-    }
-    bytes += vb::ToUtf8(text.substr(done, at - done));
-    bytes += {static_cast<char>(HalfLead), static_cast<char>(0x80U | (text[at] >> 6U & 0x3FU)),
-              static_cast<char>(0x80U | (text[at] & 0x3FU))};
-    done = at + 1;
-  }
-  return done == 0 ? vb::ToUtf8(text) : bytes + vb::ToUtf8(text.substr(done));
-}
-
-String FromStored(std::string_view bytes) {
-  String text;
-  std::size_t done = 0;
-  for (std::size_t at = bytes.find(static_cast<char>(HalfLead)); at != std::string_view::npos;
-       at = bytes.find(static_cast<char>(HalfLead), at + 1)) {
-    if (bytes.size() - at < HalfBytes) break;
-    const auto second = static_cast<unsigned char>(bytes[at + 1]);
-    const auto third = static_cast<unsigned char>(bytes[at + 2]);
-    if (second < 0xA0 || second > 0xBF || third < 0x80 || third > 0xBF) continue;
-    text += vb::FromUtf8(bytes.substr(done, at - done));
-    text += static_cast<char16_t>(0xD000U | (second & 0x3FU) << 6U | (third & 0x3FU));
-    done = at + HalfBytes;
-  }
-  return done == 0 ? vb::FromUtf8(bytes) : text + vb::FromUtf8(bytes.substr(done));
 }
 
 void Bind(sqlite3* db, sqlite3_stmt* statement, int parameter, const Value& value) {

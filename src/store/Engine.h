@@ -5,9 +5,9 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "store/CellTable.h"
 #include "store/Connection.h"
 
 namespace tessel::store::engine {
@@ -34,8 +34,12 @@ class RowReader {
   explicit RowReader(sqlite3_stmt* statement);
   [[nodiscard]] int Count() const { return static_cast<int>(truth_.size()); }
   [[nodiscard]] Value Column(int column) const;
+  /// Adds the first `columns` cells of the row.
+  void AddTo(CellTable& cells, int columns) const;
 
  private:
+  void Add(CellTable& cells, int column) const;
+
   sqlite3_stmt* statement_;
   std::vector<bool> truth_;
 };
@@ -51,11 +55,6 @@ class Resetting {
  private:
   sqlite3_stmt* statement_;
 };
-
-/// Text as it is stored: UTF-8, where a lone surrogate has three bytes of its own. All units come
-/// back as they went in.
-[[nodiscard]] std::string ToStored(StringView text);
-[[nodiscard]] String FromStored(std::string_view bytes);
 
 /// Binds a parameter, counted from 1.
 void Bind(sqlite3* db, sqlite3_stmt* statement, int parameter, const Value& value);

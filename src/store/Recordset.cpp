@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "store/Criterion.h"
+#include "store/OpenSpans.h"
 #include "store/PreparedCommand.h"
 #include "store/RecordsetSource.h"
 
@@ -50,24 +51,47 @@ void Recordset::Load(std::unique_ptr<Source> source, sqlite3_stmt* statement) {
   ReadColumns(statement);
   const engine::RowReader row(statement);
   const auto columns = static_cast<int>(names_.size());
+  const bool numbered = row.Count() > columns;
   for (; more; more = engine::Step(db, statement)) {
-    for (int column = 0; column < columns; ++column) cells_.push_back(row.Column(column));
-    rowIds_.push_back(origins_.empty() ? 0 : sqlite3_column_int64(statement, columns));
+    row.AddTo(cells_, columns);
+    rowIds_.push_back(numbered ? sqlite3_column_int64(statement, columns) : 0);
   }
   deleted_.assign(rowIds_.size(), false);
+  if (source_->Translation.SpanCount) CountSpans(*source_->Translation.SpanCount);
   open_ = true;
   ShowRows();
 }
 
-/// The last column of rows that can be written back is the row's number and is not shown.
+/// The last column of rows that can be written back, and of those that have spans, is the row's
+/// number and is not shown.
 void Recordset::ReadColumns(sqlite3_stmt* statement) {
-  const bool numbered = !source_->Translation.Table.empty();
+  const bool writable = !source_->Translation.Table.empty();
+  const bool numbered = writable || source_->Translation.SpanCount;
   const int columns = sqlite3_column_count(statement) - (numbered ? 1 : 0);
   for (int column = 0; column < columns; ++column) {
     names_.push_back(vb::FromUtf8(sqlite3_column_name(statement, column)));
-    if (!numbered) continue;
+    if (!writable) continue;
     const char* const origin = sqlite3_column_origin_name(statement, column);
     origins_.emplace_back(origin == nullptr ? "" : origin);
+  }
+}
+
+/// The rows stand in the order of their left numbers, and `column` has the right ones. Rows of one
+/// left number cover each other; what nothing covers, not even itself, is no row.
+void Recordset::CountSpans(std::size_t column) {
+  OpenSpans open;
+  for (std::size_t row = 0; row < rowIds_.size();) {
+    const std::int64_t left = rowIds_[row];
+    std::size_t end = row;
+    for (; end < rowIds_.size() && rowIds_[end] == left; ++end) {
+      const Value right = CellOf(end, column);
+      const auto* const number = std::get_if<std::int64_t>(&right);
+      open.Step(left, number != nullptr, number == nullptr ? 0 : *number);
+    }
+    for (; row < end; ++row) {
+      cells_.SetWhole(PlaceOf(row, column), static_cast<std::int64_t>(open.Count()));
+      deleted_[row] = open.Count() == 0;
+    }
   }
 }
 
@@ -75,7 +99,7 @@ void Recordset::Clear() {
   open_ = false;
   names_.clear();
   origins_.clear();
-  cells_.clear();
+  cells_.Clear();
   rowIds_.clear();
   deleted_.clear();
   shown_.clear();
@@ -103,7 +127,9 @@ void Recordset::ShowRows() {
     show([](std::size_t) { return true; });
   } else {
     const Criterion criterion(filter_, [&](StringView name) { return ColumnOf(name); });
-    show([&](std::size_t row) { return criterion.Fits(RowOf(row)); });
+    show([&](std::size_t row) {
+      return criterion.Fits([&](std::size_t column) { return CellOf(row, column); });
+    });
   }
 }
 
@@ -167,7 +193,10 @@ void Recordset::Find(StringView criterion, std::size_t skip, bool forward) {
   const std::size_t count = shown_.size();
   // Beyond the first row lies the number behind all others.
   std::size_t at = forward ? position_ + skip : position_ - skip;
-  while (at < count && !wanted.Fits(RowOf(shown_[at]))) at += forward ? 1 : std::size_t{0} - 1;
+  const auto fits = [&](std::size_t row) {
+    return wanted.Fits([&](std::size_t column) { return CellOf(row, column); });
+  };
+  while (at < count && !fits(shown_[at])) at += forward ? 1 : std::size_t{0} - 1;
   before_ = !forward && at >= count;
   position_ = before_ ? 0 : std::min(at, count);
 }
@@ -186,16 +215,24 @@ std::size_t Recordset::CurrentRow() const {
   return shown_[position_];
 }
 
-const Value& Recordset::Field(StringView name) const {
+Value Recordset::Field(StringView name) const {
   const std::size_t column = ColumnOf(name);
-  return RowOf(CurrentRow())[column];
+  return CellOf(CurrentRow(), column);
 }
 
-const Value& Recordset::Cell(std::size_t row, std::size_t column) const {
+std::size_t Recordset::ShownPlace(std::size_t row, std::size_t column) const {
   if (row >= shown_.size() || column >= names_.size()) {
     FailRecordset(NoCurrentRow, u"There is no such record or field");
   }
-  return RowOf(shown_[row])[column];
+  return PlaceOf(shown_[row], column);
+}
+
+Value Recordset::Cell(std::size_t row, std::size_t column) const {
+  return cells_.At(ShownPlace(row, column));
+}
+
+std::string_view Recordset::StoredText(std::size_t row, std::size_t column) const {
+  return cells_.StoredText(ShownPlace(row, column));
 }
 
 }  // namespace tessel::store

@@ -7,14 +7,16 @@
 #include <string>
 #include <vector>
 
+#include "store/CellTable.h"
 #include "store/Command.h"
 
 namespace tessel::store {
 
-/// Holds a copy of all rows. Changed fields of the current row are pending until `Update` or until
-/// the row is left; `Update` writes them to the row's table, and fails when another writer has
-/// changed or deleted that row since it was read. A query over one table can be updated, unless it
-/// is distinct, grouped, limited, a union or has aggregates.
+/// Holds a copy of all rows, sixteen bytes for each field and the texts as they are stored. Changed
+/// fields of the current row are pending until `Update` or until the row is left; `Update` writes
+/// them to the row's table, and fails when another writer has changed or deleted that row since it
+/// was read. A query over one table can be updated, unless it is distinct, grouped, limited, a
+/// union or has aggregates.
 ///
 /// The current row can be missing: at both ends, and where it was deleted. Reading or changing
 /// fails with 3021 then.
@@ -70,10 +72,13 @@ class Recordset {
   [[nodiscard]] const std::vector<String>& FieldNames() const { return names_; }
   /// Field of the current row, by name without regard to case. Fails with 3265 (no such field) or
   /// 3021 (no current row).
-  [[nodiscard]] const Value& Field(StringView name) const;
+  [[nodiscard]] Value Field(StringView name) const;
   /// Field `column` (from 0) of row `row`, pending changes included.
-  [[nodiscard]] const Value& Cell(std::size_t row, std::size_t column) const;
-  void SetField(StringView name, Value value);
+  [[nodiscard]] Value Cell(std::size_t row, std::size_t column) const;
+  /// The same for a text, as it is stored; empty for any other value. Holds until the recordset
+  /// changes.
+  [[nodiscard]] std::string_view StoredText(std::size_t row, std::size_t column) const;
+  void SetField(StringView name, const Value& value);
   [[nodiscard]] bool IsPending() const { return adding_ || !pending_.empty(); }
   /// Writes the pending changes of the current row. A new row then has its number and the table's
   /// own values.
@@ -96,12 +101,16 @@ class Recordset {
   void Load(std::unique_ptr<Source> source, sqlite3_stmt* statement);
   void Clear();
   void ReadColumns(sqlite3_stmt* statement);
+  void CountSpans(std::size_t column);
   void ShowRows();
   [[nodiscard]] std::size_t ColumnOf(StringView name) const;
   [[nodiscard]] std::size_t CurrentRow() const;
-  [[nodiscard]] const Value* RowOf(std::size_t row) const { return &cells_[row * names_.size()]; }
-  [[nodiscard]] Value& CellOf(std::size_t row, std::size_t column) {
-    return cells_[row * names_.size() + column];
+  [[nodiscard]] std::size_t PlaceOf(std::size_t row, std::size_t column) const {
+    return row * names_.size() + column;
+  }
+  [[nodiscard]] std::size_t ShownPlace(std::size_t row, std::size_t column) const;
+  [[nodiscard]] Value CellOf(std::size_t row, std::size_t column) const {
+    return cells_.At(PlaceOf(row, column));
   }
   void Leave();
   void NeedTable() const;
@@ -117,7 +126,7 @@ class Recordset {
   /// The columns' names in their table; empty for a column that is worked out.
   std::vector<std::string> origins_;
   /// All rows one behind the other; deleted ones keep their place.
-  std::vector<Value> cells_;
+  CellTable cells_;
   std::vector<std::int64_t> rowIds_;
   std::vector<bool> deleted_;
   /// Rows that the filter lets through.

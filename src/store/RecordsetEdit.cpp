@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "store/RecordsetSource.h"
+#include "store/StoredText.h"
 
 namespace tessel::store {
 namespace {
@@ -28,7 +29,7 @@ void Recordset::NeedTable() const {
   if (origins_.empty()) FailRecordset(StoreFailure, u"The records of this query can't be changed");
 }
 
-void Recordset::SetField(StringView name, Value value) {
+void Recordset::SetField(StringView name, const Value& value) {
   const std::size_t column = ColumnOf(name);
   const std::size_t row = CurrentRow();
   NeedTable();
@@ -36,11 +37,10 @@ void Recordset::SetField(StringView name, Value value) {
     FailRecordset(StoreFailure,
                   u"The field " + names_[column] + u" is worked out and can't be changed");
   }
-  Value& cell = CellOf(row, column);
   const bool known = std::any_of(pending_.begin(), pending_.end(),
                                  [&](const Pending& one) { return one.Column == column; });
-  if (!known) pending_.push_back({column, cell});
-  cell = std::move(value);
+  if (!known) pending_.push_back({column, CellOf(row, column)});
+  cells_.Set(PlaceOf(row, column), value);
 }
 
 void Recordset::Update() {
@@ -80,7 +80,7 @@ void Recordset::UpdateRow() {
   CancelUpdate();
   FailRecordset(StoreFailure,
                 u"The record was changed or deleted by another user since it was read: " +
-                    engine::FromStored(source_->Translation.Table));
+                    FromStored(source_->Translation.Table));
 }
 
 void Recordset::AddNew() {
@@ -90,7 +90,7 @@ void Recordset::AddNew() {
   shown_.push_back(rowIds_.size());
   rowIds_.push_back(0);
   deleted_.push_back(false);
-  cells_.insert(cells_.end(), names_.size(), Null{});
+  for (std::size_t column = 0; column < names_.size(); ++column) cells_.AddNull();
   position_ = shown_.size() - 1;
   before_ = gone_ = false;
   adding_ = true;
@@ -129,14 +129,14 @@ void Recordset::ReadRowAgain(std::size_t row) {
   if (!engine::Step(db, statement.get())) return;
   const engine::RowReader reader(statement.get());
   for (int column = 0; column < reader.Count(); ++column) {
-    CellOf(row, static_cast<std::size_t>(column)) = reader.Column(column);
+    cells_.Set(PlaceOf(row, static_cast<std::size_t>(column)), reader.Column(column));
   }
 }
 
 void Recordset::CancelUpdate() {
   if (!IsPending()) return;
   const std::size_t row = CurrentRow();
-  for (const Pending& one : pending_) CellOf(row, one.Column) = one.Before;
+  for (const Pending& one : pending_) cells_.Set(PlaceOf(row, one.Column), one.Before);
   pending_.clear();
   if (!adding_) return;
   RemoveCurrent();
@@ -174,7 +174,7 @@ void Recordset::Delete() {
   if (sqlite3_changes(db) == 0) {
     FailRecordset(StoreFailure,
                   u"The record was changed or deleted by another user since it was read: " +
-                      engine::FromStored(source_->Translation.Table));
+                      FromStored(source_->Translation.Table));
   }
   transaction.Commit();
   RemoveCurrent();

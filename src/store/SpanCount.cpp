@@ -1,27 +1,12 @@
 #include "store/SpanCount.h"
 
-#include <functional>
 #include <new>
-#include <queue>
-#include <vector>
 
 #include "store/Engine.h"
+#include "store/OpenSpans.h"
 
 namespace tessel::store {
 namespace {
-
-/// The ends of the spans that were begun at or ahead of the present point and reach it.
-class OpenSpans {
- public:
-  void Step(std::int64_t left, bool ends, std::int64_t right) {
-    while (!ends_.empty() && ends_.top() < left) ends_.pop();
-    if (ends && right >= left) ends_.push(right);
-  }
-  [[nodiscard]] std::size_t Count() const { return ends_.size(); }
-
- private:
-  std::priority_queue<std::int64_t, std::vector<std::int64_t>, std::greater<>> ends_;
-};
 
 /// The engine keeps a pointer for each run of the function.
 OpenSpans*& SpansOf(sqlite3_context* context) {

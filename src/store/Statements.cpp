@@ -4,6 +4,7 @@
 
 #include "store/Engine.h"
 #include "store/SelectShape.h"
+#include "store/StoredText.h"
 #include "store/TextColumns.h"
 #include "store/TreeListings.h"
 
@@ -145,21 +146,21 @@ void OrderByEntry(std::vector<Piece>& pieces, const Schema& schema, Translation&
   Insert(pieces, shape->End, (shape->Ordered ? u", " : u" ORDER BY ") + number + u" ");
   if (shape->Limited) return;
   Insert(pieces, shape->From, u", " + number + u" ");
-  translation.Table = engine::ToStored(shape->Table.Text);
+  translation.Table = ToStored(shape->Table.Text);
 }
 
 }  // namespace
 
 Translation TranslateStatement(StringView statement, const Schema& schema) {
   std::vector<Piece> pieces = CutStatement(statement);
-  ReplaceTreeListing(pieces);
-  pieces = Translator(std::move(pieces)).Translate();
   Translation translation;
+  translation.SpanCount = ReplaceTreeListing(pieces);
+  pieces = Translator(std::move(pieces)).Translate();
   CollateTextColumns(pieces, schema);
-  OrderByEntry(pieces, schema, translation);
+  if (!translation.SpanCount) OrderByEntry(pieces, schema, translation);
   String text;
   for (const Piece& piece : pieces) text += piece.Text;
-  translation.Sql = engine::ToStored(text);
+  translation.Sql = ToStored(text);
   return translation;
 }
 

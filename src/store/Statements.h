@@ -1,6 +1,7 @@
 // The system's statements in the words of the engine.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "store/Schema.h"
@@ -15,6 +16,10 @@ struct Translation {
   /// be written back. Otherwise the result has one column more than was asked for, the last: the
   /// row's number.
   std::string Table;
+  /// Of the listing of a nested set: the column that the reader of the rows has to fill with the
+  /// number of rows that cover each row. Till then it has the right numbers; the left ones, by
+  /// which the rows are sorted, are one column more, the last. Rows that nothing covers are none.
+  std::optional<std::size_t> SpanCount;
 };
 
 /// Translates what the engine reads otherwise than the statements mean it: "SELECT TOP n" (also

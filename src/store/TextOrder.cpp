@@ -4,6 +4,7 @@
 #include <new>
 
 #include "store/Engine.h"
+#include "store/StoredText.h"
 
 namespace tessel::store {
 namespace {
@@ -22,7 +23,7 @@ int CompareStored(std::string_view left, std::string_view right) {
   for (std::size_t at = 0; at < shorter; ++at) {
     const unsigned char mine = Small(left[at]), theirs = Small(right[at]);
     if (mine >= FirstBeyondAscii || theirs >= FirstBeyondAscii) {
-      return vb::StrComp(engine::FromStored(left.substr(at)), engine::FromStored(right.substr(at)));
+      return vb::StrComp(FromStored(left.substr(at)), FromStored(right.substr(at)));
     }
     if (mine != theirs) return mine - theirs;
   }

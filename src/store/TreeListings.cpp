@@ -9,15 +9,14 @@ namespace {
 /// `T_` stands for a table, `N1_` and `N2_` for a number or a parameter.
 struct Listing {
   StringView Known, Linear;
+  std::optional<std::size_t> SpanCount = std::nullopt;
 };
 constexpr Listing Listings[] = {
     // All nodes with their depth.
     {u"SELECT K2.ID, K2.Name, Count(*) AS lvl, K2.Root FROM T_ AS K1, T_ AS K2 "
      u"WHERE K2.lft Between K1.lft And K1.rgt "
      u"GROUP BY K2.ID, K2.Name, K2.Root, K2.lft ORDER BY K2.lft",
-     u"SELECT ID, Name, lvl, Root FROM (SELECT ID, Name, "
-     u"SpanCount(lft, rgt) OVER (ORDER BY lft) AS lvl, Root, lft FROM T_ ORDER BY lft) "
-     u"WHERE lvl > 0"},
+     u"SELECT ID, Name, rgt AS lvl, Root, lft FROM T_ WHERE lft IS NOT NULL ORDER BY lft", 2},
     // The nodes below one node, with their depth below it.
     {u"SELECT K2.ID, K2.Name, COUNT(*) AS lvl FROM T_ as K1, T_ as K2, T_ as K3 "
      u"WHERE (K2.lft BETWEEN K1.lft AND K1.rgt) AND (K1.lft BETWEEN K3.lft AND K3.rgt) "
@@ -84,12 +83,13 @@ std::vector<Piece> WithoutBlanks(const std::vector<Piece>& pieces) {
 struct CutListing {
   std::vector<Piece> Known;
   StringView Linear;
+  std::optional<std::size_t> SpanCount;
 };
 const std::vector<CutListing>& CutListings() {
   static const std::vector<CutListing> all = [] {
     std::vector<CutListing> cut;
     for (const Listing& one : Listings) {
-      cut.push_back({WithoutBlanks(CutStatement(one.Known)), one.Linear});
+      cut.push_back({WithoutBlanks(CutStatement(one.Known)), one.Linear, one.SpanCount});
     }
     return cut;
   }();
@@ -132,7 +132,7 @@ class Matcher {
 
 }  // namespace
 
-void ReplaceTreeListing(std::vector<Piece>& pieces) {
+std::optional<std::size_t> ReplaceTreeListing(std::vector<Piece>& pieces) {
   const std::vector<Piece> given = WithoutBlanks(pieces);
   for (const CutListing& listing : CutListings()) {
     Found found;
@@ -143,8 +143,9 @@ void ReplaceTreeListing(std::vector<Piece>& pieces) {
         piece.Text = place->second;
       }
     }
-    return;
+    return listing.SpanCount;
   }
+  return std::nullopt;
 }
 
 }  // namespace tessel::store

@@ -1,5 +1,7 @@
 #include "store/Value.h"
 
+#include <utility>
+
 #include "vb/Failure.h"
 #include "vb/Numbers.h"
 
@@ -11,7 +13,7 @@ struct AsText {
   String operator()(bool value) const { return value ? u"True" : u"False"; }
   String operator()(std::int64_t value) const { return vb::Str(value); }
   String operator()(double value) const { return vb::NumberText(value); }
-  String operator()(const String& value) const { return value; }
+  String operator()(String& value) const { return std::move(value); }
 };
 
 struct AsLong {
@@ -36,7 +38,7 @@ struct AsBoolean {
 
 }  // namespace
 
-String ToText(const Value& value) { return std::visit(AsText{}, value); }
+String ToText(Value value) { return std::visit(AsText{}, value); }
 std::int32_t ToLong(const Value& value) { return std::visit(AsLong{}, value); }
 bool ToBoolean(const Value& value) { return std::visit(AsBoolean{}, value); }
 bool IsNull(const Value& value) { return std::holds_alternative<Null>(value); }

@@ -17,7 +17,7 @@ struct Null {
 using Value = std::variant<Null, bool, std::int64_t, double, String>;
 
 /// The value as text: "" for Null, "True"/"False" for a truth value.
-[[nodiscard]] String ToText(const Value& value);
+[[nodiscard]] String ToText(Value value);
 /// The value as a 32-bit number; Null and empty text are 0, True is -1. Fails with 13 or 6.
 [[nodiscard]] std::int32_t ToLong(const Value& value);
 /// Null is false, a number is true unless 0, text by "True"/"False" or its number. Fails with 13.

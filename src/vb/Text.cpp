@@ -41,7 +41,9 @@ constexpr std::size_t None = StringView::npos;
 /// Index of `what` at or behind `from`, npos if absent.
 std::size_t FindText(StringView text, StringView what, std::size_t from) {
   if (what.empty()) return from <= text.size() ? from : None;
-  const char16_t first = Fold(what.front()), capital = Upper(first);
+  const char16_t first = Fold(what.front());
+  // Of some letters the capital is that of another letter.
+  const char16_t capital = Fold(Upper(first)) == first ? Upper(first) : first;
   for (std::size_t at = from; at + what.size() <= text.size(); ++at) {
     const char16_t unit = text[at];
     // Most units are neither: that is told without folding.
@@ -112,6 +114,31 @@ void AppendUtf8(std::string& out, char32_t point) {
     byte(0x80 | ((point >> 12) & 0x3F));
     byte(0x80 | ((point >> 6) & 0x3F));
     byte(0x80 | (point & 0x3F));
+  }
+}
+
+/// How many bytes from `from` on are plain ASCII.
+std::size_t AsciiLength(std::string_view bytes, std::size_t from) {
+  constexpr std::size_t Block = 16;
+  const char* const all = bytes.data();
+  std::size_t at = from;
+  // A fixed number of bytes without a jump between them is looked at as one.
+  for (; at + Block <= bytes.size(); at += Block) {
+    unsigned char any = 0;
+    for (std::size_t next = 0; next < Block; ++next) {
+      any |= static_cast<unsigned char>(all[at + next]);
+    }
+    if (any >= 0x80) break;
+  }
+  while (at < bytes.size() && static_cast<unsigned char>(all[at]) < 0x80) ++at;
+  return at - from;
+}
+
+void AppendAscii(String& text, std::string_view bytes) {
+  const std::size_t before = text.size();
+  text.resize(before + bytes.size());
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    text[before + at] = static_cast<unsigned char>(bytes[at]);
   }
 }
 
@@ -253,13 +280,14 @@ String Repeat(std::ptrdiff_t count, char16_t unit) {
 
 String FromUtf8(std::string_view bytes) {
   String result;
-  result.reserve(bytes.size());
-  const auto* at = reinterpret_cast<const utf8proc_uint8_t*>(bytes.data());
-  auto left = static_cast<utf8proc_ssize_t>(bytes.size());
-  while (left > 0) {
+  std::size_t plain = AsciiLength(bytes, 0);
+  if (plain < bytes.size()) result.reserve(bytes.size());
+  AppendAscii(result, bytes.substr(0, plain));
+  for (std::size_t at = plain; at < bytes.size();) {
+    const auto* const rest = reinterpret_cast<const utf8proc_uint8_t*>(bytes.data() + at);
     utf8proc_int32_t point = 0;
-    utf8proc_ssize_t used = *at < 0x80 ? 1 : utf8proc_iterate(at, left, &point);
-    if (*at < 0x80) point = *at;
+    utf8proc_ssize_t used =
+        utf8proc_iterate(rest, static_cast<utf8proc_ssize_t>(bytes.size() - at), &point);
     if (used <= 0) {
       used = 1;
       point = Replacement;
@@ -270,8 +298,10 @@ String FromUtf8(std::string_view bytes) {
     } else {
       result += static_cast<char16_t>(point);
     }
-    at += used;
-    left -= used;
+    at += static_cast<std::size_t>(used);
+    plain = AsciiLength(bytes, at);
+    AppendAscii(result, bytes.substr(at, plain));
+    at += plain;
   }
   return result;
 }
@@ -281,6 +311,10 @@ std::string ToUtf8(StringView text) {
   result.reserve(text.size());
   for (std::size_t at = 0; at < text.size(); ++at) {
     char32_t point = text[at];
+    if (point < 0x80) {
+      result += static_cast<char>(point);
+      continue;
+    }
     if (IsHigh(text[at]) && at + 1 < text.size() && IsLow(text[at + 1])) {
       point = 0x10000 + ((point - 0xD800) << 10) + (text[at + 1] - 0xDC00U);
       ++at;

@@ -2,6 +2,8 @@
 // disconnection.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <string>
 

@@ -207,6 +207,27 @@ TEST_F(Library, FindsRecordsThatHoldEveryWordTheBestFirst) {
   EXPECT_TRUE(paths({u"split", u"absent"}).empty());
 }
 
+TEST_F(Library, FindsInTheFoldersOnTheWayAndAcrossTheirNames) {
+  const int outer = tree_->AddNode(u"Outer", 1, 0, 0, FolderKind);
+  const int inner = tree_->AddNode(u"Inner", outer, 0, 0, FolderKind);
+  Record(*tree_, inner, u"Deep", u"");
+  Record(*tree_, outer, u"Flat", u"the text says Inner");
+  Record(*tree_, 1, u"Top", u"outer/inner, too");
+  const auto found = [&](const String& word) {
+    std::vector<std::pair<String, int>> hits;
+    for (const SnippetHit& hit : FindSnippets(*tree_, {word})) {
+      hits.emplace_back(hit.Path, hit.Score);
+    }
+    return hits;
+  };
+  using Hits = std::vector<std::pair<String, int>>;
+  EXPECT_EQ(found(u"inner"), (Hits{{u"Outer/Inner/Deep", 15}, {u"Outer/Flat", 4}, {u"Top", 4}}));
+  EXPECT_EQ(found(u"outer"), (Hits{{u"Outer/Inner/Deep", 15}, {u"Outer/Flat", 15}, {u"Top", 4}}));
+  EXPECT_EQ(found(u"ER/in"), (Hits{{u"Outer/Inner/Deep", 15}, {u"Top", 4}}));
+  EXPECT_EQ(found(u"r/d"), (Hits{{u"Outer/Inner/Deep", 15}}));
+  EXPECT_EQ(found(u"/Flat"), (Hits{{u"Outer/Flat", 15}}));
+}
+
 TEST_F(Library, FindsThroughALibraryOfMoreThanOneBatch) {
   store::Transaction transaction(*tree_->Connection());
   for (int at = 0; at < 1100; ++at) Record(*tree_, 1, u"r" + vb::Str(at), u"needle");

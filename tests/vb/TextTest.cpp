@@ -16,6 +16,10 @@ TEST(InStr, CountsFromOneAndAnswersZero) {
   EXPECT_EQ(InStr(u"aBc", u"b"), 0U);
   EXPECT_EQ(InStr(u"aBc", u"b", Compare::Text), 2U);
   EXPECT_EQ(InStr(u"\u0416x", u"\u0436X", Compare::Text), 1U);
+  // The capital of the dotless i is that of the plain one: the two letters are none the less
+  // others.
+  EXPECT_EQ(InStr(u"Ix", u"\u0131x", Compare::Text), 0U);
+  EXPECT_EQ(InStr(u"\u0131x", u"\u0131X", Compare::Text), 1U);
   EXPECT_THROW(static_cast<void>(InStr(0, u"a", u"a")), Failure);
   EXPECT_EQ(InStrRev(u"a_b_c", u"_"), 4U);
 }
@@ -59,6 +63,18 @@ TEST(Utf8, GoesBothWaysAndMarksDamage) {
                      "a"),
             u"\uFFFDa");
   EXPECT_EQ(ToUtf8(String(1, char16_t{0xD800})), "\xEF\xBF\xBD");
+}
+
+TEST(Utf8, LongRunsOfPlainLettersKeepTheirPlaces) {
+  const String other = u"\u00E9\u20AC\xD83D\xDE00";
+  for (std::size_t ahead = 0; ahead < 40; ++ahead) {
+    String text;
+    for (std::size_t at = 0; at < ahead; ++at) text += static_cast<char16_t>(u'a' + at % 26);
+    const String whole = text + other + text + other;
+    EXPECT_EQ(FromUtf8(ToUtf8(text)), text);
+    EXPECT_EQ(FromUtf8(ToUtf8(whole)), whole);
+    EXPECT_EQ(FromUtf8(ToUtf8(text) + "\xC3" + ToUtf8(text)), text + u"\uFFFD" + text);
+  }
 }
 
 TEST(FormatDateTime, HasAFixedForm) {
