@@ -12,6 +12,7 @@
 #include "hosts/batch/JetFile.h"
 #include "hosts/batch/JetImport.h"
 #include "hosts/batch/SnippetLibrary.h"
+#include "hosts/files/AtomicFile.h"
 #include "hosts/workspace/CodePages.h"
 #include "snippets/ObjectFiles.h"
 #include "snippets/ObjectRecords.h"
@@ -166,6 +167,34 @@ void Import(CSQLTree& tree, const SnippetsRequest& request, std::ostream& out) {
   out << told.str();
 }
 
+/// What killed exports left in a folder and those below it.
+void RemoveStraysBelow(const fs::path& folder) {
+  files::RemoveStrays(folder);
+  std::error_code error;
+  fs::recursive_directory_iterator entry(folder, error), end;
+  for (; !error && entry != end; entry.increment(error)) {
+    if (!entry->is_directory(error) || entry->is_symlink(error)) continue;
+    // Of version control and the like.
+    if (entry->path().filename().string().front() == '.') {
+      entry.disable_recursion_pending();
+    } else {
+      files::RemoveStrays(entry->path());
+    }
+  }
+}
+
+void Export(CSQLTree& tree, const fs::path& folder, std::ostream& out) {
+  RemoveStraysBelow(folder);
+  const auto done = ExportSnippets(
+      tree, folder,
+      [](const fs::path& file, const std::string& bytes) { files::WriteFile(file, bytes); });
+  for (const fs::path& file : done.Written) out << (folder / file).string() << '\n';
+  for (const fs::path& file : done.Removed) {
+    out << "removed " << (folder / file).string() << '\n';
+  }
+  for (const fs::path& file : done.Kept) out << "kept " << (folder / file).string() << '\n';
+}
+
 int Check(CSQLTree& tree, bool look, std::ostream& out) {
   const auto found = CheckTree(tree.Connection(), !look);
   for (const String& one : found) out << vb::ToUtf8(one) << '\n';
@@ -190,9 +219,7 @@ int Carry(const SnippetsRequest& request, const Streams& streams) {
       Add(*tree, request, streams);
       break;
     case SnippetsVerb::Export:
-      for (const fs::path& file : ExportSnippets(*tree, request.File)) {
-        streams.Out << (fs::path(request.File) / file).string() << '\n';
-      }
+      Export(*tree, request.File, streams.Out);
       break;
     case SnippetsVerb::Import:
       Import(*tree, request, streams.Out);

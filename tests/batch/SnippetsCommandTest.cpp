@@ -138,6 +138,29 @@ TEST_F(Snippets, AnExportedFolderIsImported) {
   EXPECT_EQ(out_.str(), "73\tTeam/\n74\t  F/\n75\t    One\n71\tF/\n72\t  One\n");
 }
 
+TEST_F(Snippets, AnExportNamesWhatItRemovesAndWhatItKeeps) {
+  Run({"add", "-", "--name", "One", "--folder", "F"}, "text");
+  Run({"export", Path("out")});
+  folder_.Write("out/mine.snippet", "Name: mine\n");
+  test::OpenTree(test::OpenDatabase(library_))->DeleteNode(71);
+  EXPECT_EQ(Run({"export", Path("out")}), Done);
+  EXPECT_EQ(out_.str(),
+            "removed " + Path("out/F/One.snippet") + "\nkept " + Path("out/mine.snippet") + "\n");
+}
+
+TEST_F(Snippets, AnExportClearsWhatAKilledOneLeft) {
+  Run({"add", "-", "--name", "One", "--folder", "F/G"}, "text");
+  Run({"export", Path("out")});
+  for (const char* const file : {"out/.tessel-0badcafe.tmp", "out/F/G/.tessel-1badcafe.tmp"}) {
+    folder_.Write(file, "half");
+  }
+  folder_.Write("out/.git/.tessel-2badcafe.tmp", "not ours");
+  EXPECT_EQ(Run({"export", Path("out")}), Done);
+  EXPECT_FALSE(fs::exists(Path("out/.tessel-0badcafe.tmp")));
+  EXPECT_FALSE(fs::exists(Path("out/F/G/.tessel-1badcafe.tmp")));
+  EXPECT_TRUE(fs::exists(Path("out/.git/.tessel-2badcafe.tmp")));
+}
+
 TEST_F(Snippets, AnEditorsSnippetsAreImported) {
   folder_.Write("vb.code-snippets",
                 "// made by hand\n{\n  \"For loop\": {\n    \"prefix\": [\"for\", \"loop\"],\n"
