@@ -11,6 +11,7 @@
 #include "hosts/batch/EditorSnippets.h"
 #include "hosts/batch/JetFile.h"
 #include "hosts/batch/JetImport.h"
+#include "hosts/batch/LibraryFailure.h"
 #include "hosts/batch/SnippetLibrary.h"
 #include "hosts/files/AtomicFile.h"
 #include "hosts/workspace/CodePages.h"
@@ -132,6 +133,7 @@ void Add(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams)
     Fail("the record needs --name");
   std::ostringstream told;
   store::Transaction transaction(*tree.Connection());
+  CheckLibraryWritable(tree);
   AddRecord(tree, FolderAt(tree, vb::FromUtf8(request.Folder)), vb::FromUtf8(name), fragment, told);
   transaction.Commit();
   streams.Out << told.str();
@@ -141,6 +143,7 @@ void Import(CSQLTree& tree, const SnippetsRequest& request, std::ostream& out) {
   // Nothing is told of before it is done.
   std::ostringstream told;
   store::Transaction transaction(*tree.Connection());
+  CheckLibraryWritable(tree);
   const String folder = vb::FromUtf8(request.Folder);
   if (fs::is_directory(request.File)) {
     for (const ImportedSnippet& one : ImportSnippets(tree, request.File, FolderAt(tree, folder))) {
@@ -201,31 +204,28 @@ int Check(CSQLTree& tree, bool look, std::ostream& out) {
   return look && !found.empty() ? WouldChange : Done;
 }
 
-int Carry(const SnippetsRequest& request, const Streams& streams) {
-  const auto tree = OpenLibrary(request.Library, request.Data, request.Settings);
-  BatchPlatform services(TabWidth);
-  const platform::ScopedPlatform scope(services);
+int Carry(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams) {
   switch (request.Verb) {
     case SnippetsVerb::List:
-      List(*tree, streams.Out);
+      List(tree, streams.Out);
       break;
     case SnippetsVerb::Show:
-      Show(*tree, request.Record, streams.Out);
+      Show(tree, request.Record, streams.Out);
       break;
     case SnippetsVerb::Find:
-      Find(*tree, request.Words, streams.Out);
+      Find(tree, request.Words, streams.Out);
       break;
     case SnippetsVerb::Add:
-      Add(*tree, request, streams);
+      Add(tree, request, streams);
       break;
     case SnippetsVerb::Export:
-      Export(*tree, request.File, streams.Out);
+      Export(tree, request.File, streams.Out);
       break;
     case SnippetsVerb::Import:
-      Import(*tree, request, streams.Out);
+      Import(tree, request, streams.Out);
       break;
     case SnippetsVerb::Check:
-      return Check(*tree, request.Look, streams.Out);
+      return Check(tree, request.Look, streams.Out);
   }
   return Done;
 }
@@ -284,7 +284,14 @@ CLI::App* SnippetsCommand::Declare(CLI::App& program) {
 
 int SnippetsCommand::Run(const Streams& streams) {
   try {
-    return Carry(Request, streams);
+    const auto tree = OpenLibrary(Request.Library, Request.Data, Request.Settings);
+    BatchPlatform services(TabWidth);
+    const platform::ScopedPlatform scope(services);
+    try {
+      return Carry(*tree, Request, streams);
+    } catch (const vb::Failure& failure) {
+      throw Explained(failure, *tree);
+    }
   } catch (...) {
     streams.Err << "tessel: " << vb::CurrentFailure().what() << '\n';
     return Failed;

@@ -200,6 +200,50 @@ TEST_F(Snippets, ChecksAndMendsALibrary) {
   EXPECT_EQ(out_.str(), "");
 }
 
+TEST_F(Snippets, ALibraryThatCannotBeWrittenIsNamedWithTheCause) {
+  Run({"add", "-", "--name", "One"}, "x");
+  std::string bytes = folder_.Read("lib.mdb");
+  // A file of a later version of the format is read and never written.
+  constexpr std::size_t WriteVersion = 18;
+  bytes[WriteVersion] = 3;
+  folder_.Write("lib.mdb", bytes);
+  folder_.Write("a.code-snippets", "{\"good\": {\"body\": \"x\"}}");
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"add", "-", "--name", "Two"},
+        {"add", "-", "--name", "Two", "--folder", "New"},
+        {"import", Path("a.code-snippets")}}) {
+    EXPECT_EQ(Run(words, "x"), Failed);
+    EXPECT_EQ(err_.str(),
+              "tessel: " + Path("lib.mdb") + ": the file can't be written, it is read-only\n");
+  }
+  EXPECT_EQ(folder_.Read("lib.mdb"), bytes);
+}
+
+TEST_F(Snippets, ADamagedLibraryIsNamedAndNoStatementIsShown) {
+  Run({"add", "-", "--name", "One"}, "x");
+  const std::string whole = folder_.Read("lib.mdb");
+  constexpr std::size_t Page = 4096;
+  int told = 0;
+  for (std::size_t at = Page; at < whole.size(); at += Page) {
+    std::string bytes = whole;
+    bytes.replace(at, Page, Page, '\x7f');
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"list"},
+                                                  {"show", "One"},
+                                                  {"find", "x"},
+                                                  {"check"},
+                                                  {"export", Path("out")},
+                                                  {"add", "-", "--name", "Two"}}) {
+      folder_.Write("lib.mdb", bytes);
+      if (Run(words, "x") != Failed) continue;
+      ++told;
+      EXPECT_EQ(err_.str(),
+                "tessel: " + Path("lib.mdb") + ": the file is damaged; take it from a copy\n")
+          << words.front() << " with page " << at / Page;
+    }
+  }
+  EXPECT_GE(told, 12);
+}
+
 TEST_F(Snippets, AFullDeviceOrAReadOnlyLibraryIsTold) {
   Run({"add", "-", "--name", "One"}, "x");
   EXPECT_EQ(Run({"export", "/dev/null/out"}), Failed);
