@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "forms/Controls.h"
@@ -142,6 +143,8 @@ class frmFragmentBuilder : public ToolForm {
   std::shared_ptr<CSQLTrees> trees_;
   /// The record on show, so that a change of page needs no reading.
   ListFragment record_;
+  /// Its connection and number.
+  std::pair<String, std::int32_t> shown_;
 };
 
 }  // namespace tessel
