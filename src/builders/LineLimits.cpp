@@ -53,6 +53,7 @@ const FieldText* Culprit(StringView line, const FieldTexts& fields) {
 }  // namespace
 
 void AddComment(FieldTexts& fields, const HeaderChoices& comment) {
+  fields.reserve(fields.size() + 3);
   fields.push_back({u"txtDescription", u"Description", comment.Description});
   fields.push_back({{}, u"Author", comment.Author});
   fields.push_back({{}, u"DateTime", comment.DateTime});
