@@ -6,6 +6,7 @@
 #include "platform/Platform.h"
 #include "projectmodel/ProjectTables.h"
 #include "scanning/mFunctions.h"
+#include "snippets/ColumnSizes.h"
 #include "snippets/GridWidths.h"
 #include "snippets/SnippetGrid.h"
 
@@ -289,6 +290,8 @@ void frmStoreToVbCode::RenameNode(int row) {
       // Another process may have kept it from being written: the row shows what the table holds.
       if (const auto name = tree.NameOfNode(id)) fgTreeNext.SetTextMatrix(row, TreeColumn, *name);
     });
+    // Last, since the answer may end the routine.
+    run([&] { CheckNodeName(node.Cells.front()); });
   });
 }
 
