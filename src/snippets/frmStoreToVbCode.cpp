@@ -285,7 +285,7 @@ void frmStoreToVbCode::RenameNode(int row) {
       if (const auto name = tree.NameOfNode(id)) fgTreeNext.SetTextMatrix(row, TreeColumn, *name);
     });
     // Last, since the answer may end the routine.
-    run([&] { CheckNodeName(node.Cells.front()); });
+    run([&] { CheckNodeName(String(node.Cells.front())); });
   });
 }
 
