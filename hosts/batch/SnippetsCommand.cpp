@@ -15,6 +15,8 @@
 #include "hosts/batch/SnippetLibrary.h"
 #include "hosts/files/AtomicFile.h"
 #include "hosts/workspace/CodePages.h"
+#include "hosts/workspace/Companions.h"
+#include "snippets/ColumnSizes.h"
 #include "snippets/ObjectFiles.h"
 #include "snippets/ObjectRecords.h"
 #include "snippets/SnippetFolder.h"
@@ -119,10 +121,31 @@ ListFragment ReadFragment(const SnippetsRequest& request, std::istream& in) {
 
 void AddRecord(CSQLTree& tree, std::int32_t folder, const String& name,
                const ListFragment& fragment, std::ostream& out) {
+  CheckNodeName(name);
   const std::int32_t id = tree.AddNode(name, folder, 0, 0, RecordKind);
   if (id == 0) Fail("\"" + vb::ToUtf8(name) + "\" can't be added to the library");
   tree.UpdateListFragment(id, fragment);
   out << "added " << id << '\t' << vb::ToUtf8(name) << '\n';
+}
+
+/// A library keeps the binary file of a form and of a user document; what other kinds draw from one
+/// doesn't come in.
+void TellOfLostCompanions(const std::string& file, const ListFragment& fragment,
+                          std::ostream& err) {
+  if (fragment.ClassObj.empty()) return;
+  const ObjectClass* const known = ClassOfObject(fragment.ClassObj);
+  const fs::path path = fs::absolute(file);
+  const fs::path kept = known == nullptr || fragment.CompObj.empty()
+                            ? fs::path()
+                            : fs::path(path.stem().u16string() + u"." + String(known->Companion));
+  const std::string bytes = ReadFile(file);
+  for (const auto& one : workspace::CompanionsOf(bytes, path, workspace::GuessCodePage({bytes}))) {
+    const fs::path name = one.File.filename();
+    if (vb::SameText(name.u16string(), kept.u16string())) continue;
+    err << "tessel: " << file << ": its pictures and texts lie in " << name.string()
+        << ", which a library doesn't keep with " << vb::ToUtf8(fragment.ClassObj)
+        << " objects; keep that file beside the project\n";
+  }
 }
 
 void Add(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams) {
@@ -137,6 +160,7 @@ void Add(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams)
   AddRecord(tree, FolderAt(tree, vb::FromUtf8(request.Folder)), vb::FromUtf8(name), fragment, told);
   transaction.Commit();
   streams.Out << told.str();
+  TellOfLostCompanions(request.File, fragment, streams.Err);
 }
 
 void Import(CSQLTree& tree, const SnippetsRequest& request, std::ostream& out) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <set>
 
+#include "snippets/ColumnSizes.h"
 #include "snippets/SnippetFiles.h"
 #include "snippets/SnippetSearch.h"
 #include "snippets/TreeBatch.h"
@@ -174,6 +175,7 @@ std::int32_t ChildNamed(CSQLTree& tree, std::int32_t parent, StringView name, bo
 }
 
 std::int32_t Added(CSQLTree& tree, StringView name, std::int32_t parent, std::int32_t kind) {
+  CheckNodeName(name);
   const std::int32_t id = tree.AddNode(name, parent, 0, 0, kind);
   if (id == 0) {
     throw vb::Failure(vb::InvalidCall, u"\"" + String(name) + u"\" can't be added to the library",
@@ -227,6 +229,7 @@ class Importer {
 
   void EnterRecord(const NamedFragment& record, std::int32_t id, std::int32_t parent,
                    const String& path) {
+    CheckObject(record.Fragment);
     const bool known = id != 0;
     if (known) {
       tree_.Connection()->Execute(u"DELETE FROM List WHERE Id = " + vb::Str(id));

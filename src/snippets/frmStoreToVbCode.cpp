@@ -6,6 +6,8 @@
 #include "platform/Platform.h"
 #include "projectmodel/ProjectTables.h"
 #include "scanning/mFunctions.h"
+#include "snippets/ColumnSizes.h"
+#include "snippets/GridTicks.h"
 #include "snippets/GridWidths.h"
 #include "snippets/SnippetGrid.h"
 
@@ -17,7 +19,6 @@ enum Page : int { FirstPage = 0, NextPage = 1 };
 /// Flags behind the connection in the cell data of a row of folders.
 enum Flag : std::size_t { TopFlag = 0, KindFlag = 1, Flags = 2 };
 
-constexpr StringView True = u"True", False = u"False";
 constexpr StringView NextCaption = u"Next >>", RunCaption = u"Run";
 constexpr int ChooseNodeMessage = 14;
 constexpr int ProjectLevel = 1, GroupLevel = 2, ComponentLevel = 3;
@@ -149,7 +150,7 @@ void frmStoreToVbCode::AddProject(const Statements& run, int position) {
       if (!titled) fgTreeBack.AddRow(RowOf(group.Title, GroupLevel, picture));
       titled = true;
       forms::GridRow row = RowOf(one.Name, ComponentLevel, picture);
-      row.Cells[TickColumn] = False;
+      row.Cells[TickColumn] = Unticked;
       row.CellData = JoinComponentKey({position, one.Position, one.Type});
       fgTreeBack.AddRow(std::move(row));
     }
@@ -189,12 +190,7 @@ void frmStoreToVbCode::RunLoadNext() {
 }
 
 std::vector<int> frmStoreToVbCode::TickedRows() const {
-  std::vector<int> rows;
-  for (int row = fgTreeBack.FixedRows(); row < fgTreeBack.Rows(); ++row) {
-    if (fgTreeBack.RowAt(row).CellData.empty()) continue;
-    if (fgTreeBack.TextMatrix(row, TickColumn) == True) rows.push_back(row);
-  }
-  return rows;
+  return tessel::TickedRows(fgTreeBack, TickColumn);
 }
 
 void frmStoreToVbCode::EnablebtmNext() {
@@ -219,10 +215,7 @@ void frmStoreToVbCode::EnableBtmEditAndDelete() {
 
 void frmStoreToVbCode::TickAll(StringView routine, bool ticked) {
   Routine(routine, [&] {
-    for (int row = fgTreeBack.FixedRows(); row < fgTreeBack.Rows(); ++row) {
-      if (fgTreeBack.RowAt(row).CellData.empty()) continue;
-      fgTreeBack.SetTextMatrix(row, TickColumn, ticked ? True : False);
-    }
+    TickRows(fgTreeBack, TickColumn, ticked);
     EnablebtmNext();
   });
 }
@@ -291,6 +284,8 @@ void frmStoreToVbCode::RenameNode(int row) {
       // Another process may have kept it from being written: the row shows what the table holds.
       if (const auto name = tree.NameOfNode(id)) fgTreeNext.SetTextMatrix(row, TreeColumn, *name);
     });
+    // Last, since the answer may end the routine.
+    run([&] { CheckNodeName(String(node.Cells.front())); });
   });
 }
 

@@ -85,6 +85,27 @@ TEST_F(Snippets, AComponentIsReadInItsOwnCodePage) {
   EXPECT_EQ(err_.str(), "tessel: there is no code page 7\n");
 }
 
+TEST_F(Snippets, ACompanionThatTheLibraryDoesNotKeepIsTold) {
+  const auto text = [](const std::string& kind, const std::string& companion) {
+    return "VERSION 5.00\r\nBegin VB." + kind + " One \r\n   Picture = \"" + companion +
+           "\":0000\r\nEnd\r\nAttribute VB_Name = \"One\"\r\nAttribute VB_Exposed = False\r\n";
+  };
+  for (const char* const file : {"One.ctx", "One.pgx", "One.frx"}) folder_.Write(file, "pictures");
+  const auto told = [&](const std::string& file, const std::string& bytes) {
+    folder_.Write(file, bytes);
+    EXPECT_EQ(Run({"add", Path(file)}), Done);
+    return err_.str();
+  };
+  EXPECT_EQ(told("One.ctl", text("UserControl", "One.ctx")),
+            "tessel: " + Path("One.ctl") +
+                ": its pictures and texts lie in One.ctx, which a library doesn't keep with CTL "
+                "objects; keep that file beside the project\n");
+  EXPECT_NE(told("One.pag", text("PropertyPage", "One.pgx")).find("One.pgx"), std::string::npos);
+  EXPECT_EQ(told("One.frm", text("Form", "One.frx")), "");
+  EXPECT_NE(told("One.frm", text("MDIForm", "One.frx")).find("One.frx"), std::string::npos);
+  EXPECT_EQ(told("Two.ctl", text("UserControl", "gone.ctx")), "");
+}
+
 TEST_F(Snippets, NamesWhatIsMissing) {
   EXPECT_EQ(Run({"show", "99"}), Failed);
   EXPECT_EQ(err_.str(), "tessel: there is no record 99 (list and find name them)\n");
@@ -198,6 +219,26 @@ TEST_F(Snippets, ChecksAndMendsALibrary) {
   EXPECT_EQ(out_.str(), "71 \"One\" stood outside the top\n");
   EXPECT_EQ(Run({"check"}), Done);
   EXPECT_EQ(out_.str(), "");
+}
+
+TEST_F(Snippets, ANameThatTheColumnCannotHoldIsRefusedAndNeverCut) {
+  const std::string name(255, 'n'), longer = name + "n";
+  EXPECT_EQ(Run({"add", "-", "--name", name}, "x"), Done);
+  folder_.Write("in/a.snippet", "Name: " + longer + "\nText:\n    1\n");
+  folder_.Write("object/a.snippet", "Name: a\nObject: " + longer + "\nClass: BAS\n");
+  folder_.Write("a.code-snippets", "{\"" + longer + "\": {\"body\": \"x\"}}");
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"add", "-", "--name", longer},
+        {"add", "-", "--name", "x", "--folder", longer},
+        {"import", Path("in")},
+        {"import", Path("object")},
+        {"import", Path("a.code-snippets")}}) {
+    EXPECT_EQ(Run(words, "x"), Failed);
+    EXPECT_NE(err_.str().find(" has at most "), std::string::npos) << err_.str();
+    EXPECT_NE(err_.str().find("nnn...\" has 256"), std::string::npos) << err_.str();
+  }
+  EXPECT_EQ(Run({"list"}), Done);
+  EXPECT_EQ(out_.str(), "71\t" + name + "\n");
 }
 
 TEST_F(Snippets, ALibraryThatCannotBeWrittenIsNamedWithTheCause) {

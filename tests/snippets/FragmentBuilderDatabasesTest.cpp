@@ -187,6 +187,19 @@ TEST_F(ManagerDatabases, AReadOnlyOneIsShownAndKeepsWhatItHolds) {
   EXPECT_EQ(Rows(), "User Database\n Kept\n Record\n");
 }
 
+TEST_F(ManagerDatabases, TheFirstEntryOfAnEmptyListIsTheFirstNumber) {
+  Open();
+  gAppSettings->DeleteSetting(u"Connect MDB", u"");
+  EXPECT_FALSE(gConnectReestr->GetAllConnect().has_value());
+  NewDatabase("own.mdb");
+  EXPECT_EQ(Registered(), "UserConnect1 ");
+  EXPECT_EQ(Rows(), "User Database\nUser Database\n");
+  Row(1);
+  gAppSettings->DeleteSetting(u"Connect MDB", u"");
+  File(u"CLOSECURRENTDATABASE");
+  EXPECT_EQ(Rows(), "User Database\n") << "what isn't registered any more closes as well";
+}
+
 /// Something that keeps a database from being written, and its end.
 struct WriteFault {
   const char* What;
