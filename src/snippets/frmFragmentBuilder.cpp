@@ -199,6 +199,7 @@ void frmFragmentBuilder::Form_Unload() {
     }
     trees_.reset();
     record_ = {};
+    shown_ = {};
   });
 }
 

@@ -55,8 +55,9 @@ void frmStoreToVbCode::Arrange() {
   Layout first =
       forms::Column({Item(fgTreeBack, 1), Row({Space(), Item(btmSelectAll), Item(btmSelectNone)})});
   Layout next =
-      forms::Column({Row({Item(btmAddFolder), Item(btmEditFolder), Item(btmDeleteFolder), Space()}),
-                     Item(fgTreeNext, 1), Item(chkCreateClasses)});
+      forms::Column({Item(fgTreeNext, 1),
+                     Row({Item(btmAddFolder), Item(btmEditFolder), Item(btmDeleteFolder), Space()}),
+                     Item(chkCreateClasses)});
   SetLayout(forms::Column(
       {Tabs(C1TFirstNext, {first, next}),
        Row({Item(btmHelp), Space(), Item(btmBask), Item(btmNext), Item(btmCancel)})}));
