@@ -195,6 +195,7 @@ void Workspace::Show(const std::vector<ProjectPtr>& loaded) {
   vbe_->OwnHook()->Tell(&model::Observer::ProjectsChanged);
   vbe_->Activate(loaded.front()->Project());
   for (const auto& open : loaded) vbe_->OwnEvents().ProjectAdded(open->Project());
+  vbe_->OwnWindows().ShowProperties();
 }
 
 std::vector<Workspace::ProjectPtr> Workspace::Load(const fs::path& file, int codePage,
@@ -320,6 +321,7 @@ std::vector<fs::path> Workspace::SaveProjectAs(const std::shared_ptr<model::VBPr
   project->File = TextOf(file);
   std::erase(projects_, known);
   projects_.push_back(open);
+  vbe_->OwnWindows().ShowProperties();
   return written;
 }
 
@@ -367,6 +369,7 @@ void Workspace::Reload(const host::VBComponent& given) {
   component->SetStorage(fresh);
   if (tree) component->AddDesigner(std::move(tree));
   vbe_->OwnHook()->Tell(&model::Observer::DesignerChanged, *component);
+  vbe_->OwnWindows().ShowProperties();
 }
 
 fs::path Workspace::FileOf(const host::VBComponent& component) const {

@@ -128,6 +128,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   [[nodiscard]] FindGround GroundOfFind();
   void ConnectDesigner(DesignerView& view);
   void WindowActivated();
+  [[nodiscard]] bool IsTurnedToWindow() const;
   void ShowProperties(const std::shared_ptr<model::VBComponent>& component,
                       const std::vector<model::DesignerNode*>& nodes);
   void ShowProjects();

@@ -215,6 +215,7 @@ bool ProjectFiles::MaySaveChanges(const Projects& projects) {
 
 void ProjectFiles::CloseUnasked(Projects projects) {
   questions_.Guard([&] {
+    const model::Windows::OneTurn once(vbe_->OwnWindows());
     for (const auto& project : projects) workspace_.Close(project);
   });
   projects.clear();  // windows of theirs see that they are gone
