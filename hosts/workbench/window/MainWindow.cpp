@@ -22,6 +22,7 @@ constexpr int PlaceDelayMs = 80, StateDelayMs = 400;
 /// What was on the screen longer than twice this long survives a crash.
 constexpr int KeepDelayMs = 4000;
 constexpr int MessageMs = 8000;
+constexpr int LeastDockHeight = 60;  // pixels
 
 constexpr int DarkLimit = 128;
 constexpr QSize ProposedSize(1280, 840);
@@ -283,6 +284,8 @@ void MainWindow::AddDock(const QString& caption, const QString& name, QWidget* c
 }
 
 void MainWindow::AddDock(QDockWidget* dock, Qt::DockWidgetArea area) {
+  // A small screen holds several of them, one above the other.
+  dock->widget()->setMinimumHeight(LeastDockHeight);
   addDockWidget(area, dock);
   docks_.push_back(dock);
 }

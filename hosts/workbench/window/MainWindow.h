@@ -65,6 +65,8 @@ class MainWindow : public QMainWindow, private model::Observer {
   /// Clicks a command of a bar by its captions, as the user does; false when it isn't there or is
   /// greyed.
   bool ClickCommand(StringView bar, const std::vector<String>& path);
+  /// Brings the dock of a tool window's document to the user and gives a control of it the keys.
+  void GiveKeysTo(StringView document, StringView control);
   [[nodiscard]] ProjectFiles& Files() { return files_; }
   /// The windows of code and designers.
   [[nodiscard]] ChildWindows& Children() { return *children_; }

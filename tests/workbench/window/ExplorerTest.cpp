@@ -2,6 +2,7 @@
 
 #include <QDockWidget>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTreeView>
 
 #include "explorer/udProjectExplorer.h"
@@ -133,6 +134,51 @@ TEST_F(ExplorerDock, TheKeyPutsTheSelectionOnTheMemberAtTheCaret) {
   EXPECT_EQ(grid.TextMatrix(grid.Row(), 0), members[1].Name);
   EXPECT_EQ(Tree()->currentIndex().data().toString(), ToQt(members[1].Name));
   EXPECT_TRUE(code.Editor().hasFocus());
+}
+
+TEST_F(ExplorerDock, AnotherKeyOpensItAndGoesToTheLineForFinding) {
+  CodeWindow& code = Code(u"modText");
+  code.Editor().setFocus();
+  for (const char* const where : {"closed", "open", "floating"}) {
+    QTest::keyClick(&code.Editor(), Qt::Key_E, Qt::ControlModifier | Qt::ShiftModifier);
+    ASSERT_NE(Dock(), nullptr) << where;
+    EXPECT_TRUE(Dock()->isVisible()) << where;
+    EXPECT_TRUE(In<QLineEdit>(Dock(), "txtFind")->hasFocus()) << where;
+    if (where == std::string_view("open")) Dock()->setFloating(true);
+    Settle();
+    window_->activateWindow();
+    code.Editor().setFocus();
+  }
+}
+
+TEST_F(ExplorerDock, ShiftF10OpensThePopUpOfTheRow) {
+  Show();
+  const int row = RowOf(u"modText");
+  forms::user::SelectRow(Document()->fgTree, row, 0);
+  Settle();
+  bool seen = false;
+  QTimer::singleShot(50, qApp, [&] {
+    auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    seen = true;
+    menu->close();
+  });
+  Tree()->setFocus();
+  QTest::keyClick(Tree(), Qt::Key_F10, Qt::ShiftModifier);
+  QTest::qWait(100);
+  EXPECT_TRUE(seen);
+  EXPECT_EQ(Document()->fgTree.Row(), row);
+}
+
+TEST_F(ExplorerDock, LeavesALowWindowAsLowAsItIs) {
+  window_->resize(692, 414);
+  Settle();
+  const int height = window_->height();
+  Show();
+  Settle();
+  ASSERT_TRUE(Dock()->isVisible());
+  EXPECT_EQ(window_->height(), height);
+  EXPECT_LE(height, 450);
 }
 
 TEST_F(ExplorerDock, TypingAboveTheTreeNarrowsItAndEscapeGivesItBack) {
