@@ -11,7 +11,9 @@
 #include "hosts/batch/EditorSnippets.h"
 #include "hosts/batch/JetFile.h"
 #include "hosts/batch/JetImport.h"
+#include "hosts/batch/LibraryFailure.h"
 #include "hosts/batch/SnippetLibrary.h"
+#include "hosts/files/AtomicFile.h"
 #include "hosts/workspace/CodePages.h"
 #include "snippets/ObjectFiles.h"
 #include "snippets/ObjectRecords.h"
@@ -131,6 +133,7 @@ void Add(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams)
     Fail("the record needs --name");
   std::ostringstream told;
   store::Transaction transaction(*tree.Connection());
+  CheckLibraryWritable(tree);
   AddRecord(tree, FolderAt(tree, vb::FromUtf8(request.Folder)), vb::FromUtf8(name), fragment, told);
   transaction.Commit();
   streams.Out << told.str();
@@ -140,6 +143,7 @@ void Import(CSQLTree& tree, const SnippetsRequest& request, std::ostream& out) {
   // Nothing is told of before it is done.
   std::ostringstream told;
   store::Transaction transaction(*tree.Connection());
+  CheckLibraryWritable(tree);
   const String folder = vb::FromUtf8(request.Folder);
   if (fs::is_directory(request.File)) {
     for (const ImportedSnippet& one : ImportSnippets(tree, request.File, FolderAt(tree, folder))) {
@@ -166,39 +170,62 @@ void Import(CSQLTree& tree, const SnippetsRequest& request, std::ostream& out) {
   out << told.str();
 }
 
+/// What killed exports left in a folder and those below it.
+void RemoveStraysBelow(const fs::path& folder) {
+  files::RemoveStrays(folder);
+  std::error_code error;
+  fs::recursive_directory_iterator entry(folder, error), end;
+  for (; !error && entry != end; entry.increment(error)) {
+    if (!entry->is_directory(error) || entry->is_symlink(error)) continue;
+    // Of version control and the like.
+    if (entry->path().filename().string().front() == '.') {
+      entry.disable_recursion_pending();
+    } else {
+      files::RemoveStrays(entry->path());
+    }
+  }
+}
+
+void Export(CSQLTree& tree, const fs::path& folder, std::ostream& out) {
+  RemoveStraysBelow(folder);
+  const auto done = ExportSnippets(
+      tree, folder,
+      [](const fs::path& file, const std::string& bytes) { files::WriteFile(file, bytes); });
+  for (const fs::path& file : done.Written) out << (folder / file).string() << '\n';
+  for (const fs::path& file : done.Removed) {
+    out << "removed " << (folder / file).string() << '\n';
+  }
+  for (const fs::path& file : done.Kept) out << "kept " << (folder / file).string() << '\n';
+}
+
 int Check(CSQLTree& tree, bool look, std::ostream& out) {
   const auto found = CheckTree(tree.Connection(), !look);
   for (const String& one : found) out << vb::ToUtf8(one) << '\n';
   return look && !found.empty() ? WouldChange : Done;
 }
 
-int Carry(const SnippetsRequest& request, const Streams& streams) {
-  const auto tree = OpenLibrary(request.Library, request.Data, request.Settings);
-  BatchPlatform services(TabWidth);
-  const platform::ScopedPlatform scope(services);
+int Carry(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams) {
   switch (request.Verb) {
     case SnippetsVerb::List:
-      List(*tree, streams.Out);
+      List(tree, streams.Out);
       break;
     case SnippetsVerb::Show:
-      Show(*tree, request.Record, streams.Out);
+      Show(tree, request.Record, streams.Out);
       break;
     case SnippetsVerb::Find:
-      Find(*tree, request.Words, streams.Out);
+      Find(tree, request.Words, streams.Out);
       break;
     case SnippetsVerb::Add:
-      Add(*tree, request, streams);
+      Add(tree, request, streams);
       break;
     case SnippetsVerb::Export:
-      for (const fs::path& file : ExportSnippets(*tree, request.File)) {
-        streams.Out << (fs::path(request.File) / file).string() << '\n';
-      }
+      Export(tree, request.File, streams.Out);
       break;
     case SnippetsVerb::Import:
-      Import(*tree, request, streams.Out);
+      Import(tree, request, streams.Out);
       break;
     case SnippetsVerb::Check:
-      return Check(*tree, request.Look, streams.Out);
+      return Check(tree, request.Look, streams.Out);
   }
   return Done;
 }
@@ -257,7 +284,14 @@ CLI::App* SnippetsCommand::Declare(CLI::App& program) {
 
 int SnippetsCommand::Run(const Streams& streams) {
   try {
-    return Carry(Request, streams);
+    const auto tree = OpenLibrary(Request.Library, Request.Data, Request.Settings);
+    BatchPlatform services(TabWidth);
+    const platform::ScopedPlatform scope(services);
+    try {
+      return Carry(*tree, Request, streams);
+    } catch (const vb::Failure& failure) {
+      throw Explained(failure, *tree);
+    }
   } catch (...) {
     streams.Err << "tessel: " << vb::CurrentFailure().what() << '\n';
     return Failed;

@@ -34,6 +34,11 @@ String Header(const HeaderWords& words, StringView name, const HeaderChoices& ch
   return text + Line(u"Description", width, choices.Description) + Rule(u'-');
 }
 
+String TextOf(const Complaint& complaint) {
+  if (complaint.Code == 0) return complaint.Message;
+  return mFunctions::MessageText(complaint.Code, complaint.Info1, complaint.Info2);
+}
+
 std::optional<int> NameFault(StringView name) {
   if (vb::IsNumeric(vb::Left(name, 1))) return 2;
   if (name.empty()) return 4;

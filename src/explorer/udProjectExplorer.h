@@ -128,6 +128,7 @@ class udProjectExplorer : public GuardedDocument {
   [[nodiscard]] String MemberKeyAtCaret(StringView component);
   void SelectItemTree(StringView project, StringView component, int member, std::int32_t argument);
   [[nodiscard]] int ReturnRowItemTreeProcedure(int component, StringView key) const;
+  [[nodiscard]] bool CellIs(int row, int col, StringView text) const;
   [[nodiscard]] int RowOfComponent(StringView project, StringView component) const;
   void SelectRowTree(int row);
   [[nodiscard]] std::shared_ptr<host::VBProject> ProjectOfCaption(StringView caption);

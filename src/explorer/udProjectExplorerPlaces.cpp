@@ -85,22 +85,24 @@ void udProjectExplorer::SelectItemTree(StringView project, StringView component,
 
 int udProjectExplorer::ReturnRowItemTreeProcedure(int component, StringView key) const {
   for (int row = component + 1; row < fgTree.EndOf(component); ++row) {
-    if (vb::SameText(fgTree.TextMatrix(row, explorer::KeyColumn), key)) return row;
+    if (CellIs(row, explorer::KeyColumn, key)) return row;
   }
   return -1;
 }
 
+/// Whether a cell holds a text, in any case.
+bool udProjectExplorer::CellIs(int row, int col, StringView text) const {
+  return fgTree.CellAt(row, col).Read([&](StringView cell) { return vb::SameText(cell, text); });
+}
+
 int udProjectExplorer::RowOfComponent(StringView project, StringView component) const {
-  const auto is = [&](int row, int col, StringView text) {
-    return vb::SameText(fgTree.TextMatrix(row, col), text);
-  };
   int row = 0;
-  while (row < fgTree.Rows() && !is(row, explorer::KeyColumn, project)) row = fgTree.EndOf(row);
+  while (row < fgTree.Rows() && !CellIs(row, explorer::KeyColumn, project)) row = fgTree.EndOf(row);
   if (row >= fgTree.Rows()) return -1;
   const int end = fgTree.EndOf(row);
   for (++row; row < end;) {
     const int level = fgTree.RowAt(row).Level;
-    if (level == explorer::ComponentLevel && is(row, explorer::ComponentColumn, component)) {
+    if (level == explorer::ComponentLevel && CellIs(row, explorer::ComponentColumn, component)) {
       return row;
     }
     row = level == explorer::GroupLevel ? row + 1 : fgTree.EndOf(row);
@@ -138,9 +140,9 @@ udProjectExplorer::Component udProjectExplorer::FindProjectConponent(StringView 
 
 void udProjectExplorer::ButtonEnabled() {
   const int row = fgTree.Row();
-  const StringView view = row >= 0 && row < fgTree.Rows()
-                              ? StringView(fgTree.TextMatrix(row, explorer::ViewColumn))
-                              : explorer::NothingToView;
+  const vb::SharedText view = row >= 0 && row < fgTree.Rows()
+                                  ? fgTree.CellAt(row, explorer::ViewColumn)
+                                  : explorer::NothingToView;
   btmCode.SetEnabled(view != explorer::NothingToView);
   btmObject.SetEnabled(view == explorer::CodeAndObject);
 }
@@ -149,10 +151,10 @@ void udProjectExplorer::ButtonEnabled() {
 String udProjectExplorer::IdentityOf(int row) const {
   if (row < 0 || row >= fgTree.Rows()) return {};
   const forms::GridRow& one = fgTree.RowAt(row);
-  const String& key = one.Cells[explorer::KeyColumn];
+  String key = one.Cells[explorer::KeyColumn];
   if (one.Level != explorer::MemberLevel) return key;
-  return one.Cells[explorer::GroupColumn] + u"\n" + one.Cells[explorer::ComponentColumn] + u"\n" +
-         key;
+  return String(one.Cells[explorer::GroupColumn]) + u"\n" +
+         String(one.Cells[explorer::ComponentColumn]) + u"\n" + key;
 }
 
 }  // namespace tessel

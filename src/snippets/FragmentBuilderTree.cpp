@@ -88,8 +88,9 @@ std::int32_t frmFragmentBuilder::AddFolder(StringView connection, int kind, Stri
     entry.Level = fgTree.RowAt(parent).Level + 1;
     entry.CellData = JoinRowKey(connection, {kind});
     entry.Picture = folder ? FolderPicture : PictureOfDropped(classObj);
-    added = run(
-        [&] { return TreeOf(connection).AddNode(entry.Cells.front(), CurrentID(), 0, 0, kind); });
+    added = run([&] {
+      return TreeOf(connection).AddNode(String(entry.Cells.front()), CurrentID(), 0, 0, kind);
+    });
     entry.Data = added;
     run([&] { fgTree.AddRow(std::move(entry), place); });
     run([&] { fgTree.ShowCell(place, CaptionColumn); });

@@ -34,8 +34,9 @@ frmGetFromVbCode::frmGetFromVbCode() : ToolForm("frmGetFromVbCode", u"Insert Sni
 void frmGetFromVbCode::Arrange() {
   using namespace forms;
   SetLayout(Column(
-      {Row({Item(btmExpand), Item(btmCollapse), Space(), Item(btmSelectAll), Item(btmSelectNone)}),
-       Item(fgTree, 1), Row({Item(btmHelp), Space(), Item(btmRun), Item(btmCancel)})}));
+      {Item(fgTree, 1),
+       Row({Item(btmExpand), Item(btmCollapse), Space(), Item(btmSelectAll), Item(btmSelectNone)}),
+       Row({Item(btmHelp), Space(), Item(btmRun), Item(btmCancel)})}));
 }
 
 void frmGetFromVbCode::Wire() {

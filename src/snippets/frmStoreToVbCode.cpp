@@ -55,8 +55,9 @@ void frmStoreToVbCode::Arrange() {
   Layout first =
       forms::Column({Item(fgTreeBack, 1), Row({Space(), Item(btmSelectAll), Item(btmSelectNone)})});
   Layout next =
-      forms::Column({Row({Item(btmAddFolder), Item(btmEditFolder), Item(btmDeleteFolder), Space()}),
-                     Item(fgTreeNext, 1), Item(chkCreateClasses)});
+      forms::Column({Item(fgTreeNext, 1),
+                     Row({Item(btmAddFolder), Item(btmEditFolder), Item(btmDeleteFolder), Space()}),
+                     Item(chkCreateClasses)});
   SetLayout(forms::Column(
       {Tabs(C1TFirstNext, {first, next}),
        Row({Item(btmHelp), Space(), Item(btmBask), Item(btmNext), Item(btmCancel)})}));
@@ -265,7 +266,8 @@ void frmStoreToVbCode::AddFolder() {
     entry.CellData = JoinRowKey(connection, {0, FolderKind});
     entry.Data = run([&] {
       return TreeOf(connection)
-          .AddNode(entry.Cells.front(), static_cast<std::int32_t>(parent.Data), 0, 0, FolderKind);
+          .AddNode(String(entry.Cells.front()), static_cast<std::int32_t>(parent.Data), 0, 0,
+                   FolderKind);
     });
     // One that could not be added shows as a row without a node, which takes nothing.
     fgTreeNext.AddRow(std::move(entry), row + 1);
@@ -285,7 +287,7 @@ void frmStoreToVbCode::RenameNode(int row) {
     run([&] {
       CSQLTree& tree = TreeOf(SplitRowKey(node.CellData, Flags).Connection);
       const auto id = static_cast<std::int32_t>(node.Data);
-      tree.UpdateNodeName(id, node.Cells.front());
+      tree.UpdateNodeName(id, String(node.Cells.front()));
       // Another process may have kept it from being written: the row shows what the table holds.
       if (const auto name = tree.NameOfNode(id)) fgTreeNext.SetTextMatrix(row, TreeColumn, *name);
     });
@@ -299,7 +301,8 @@ void frmStoreToVbCode::DeleteFolder() {
     const forms::GridRow folder = fgTreeNext.RowAt(row);
     const bool agreed = run([&] {
       return platform::Current().Boxes().ShowMessage(
-                 u"Are you sure to delete folder '" + folder.Cells.front() + u"' and subfolders?",
+                 u"Are you sure to delete folder '" + String(folder.Cells.front()) +
+                     u"' and subfolders?",
                  u"Tessel", platform::YesNo | platform::Question | platform::DefaultButton2) ==
              platform::MessageAnswer::Yes;
     });
