@@ -88,7 +88,7 @@ Json Click(Session& session, const Json& request) {
 }  // namespace
 
 const VerbTable& BarVerbs() {
-  static const VerbTable table{{"bars", {Bars, ""}}, {"click", {Click, "path"}}};
+  static const VerbTable table{{"bars", Bars}, {"click", Click}};
   return table;
 }
 

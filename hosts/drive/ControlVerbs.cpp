@@ -73,10 +73,10 @@ Json Controls(Session& session, const Json& request) {
 }  // namespace
 
 const VerbTable& ControlVerbs() {
-  static const VerbTable table{{"add-control", {AddControl, "component class name properties"}},
-                               {"rename-control", {RenameControl, "component name new-name index"}},
-                               {"remove-control", {RemoveControl, "component name index"}},
-                               {"controls", {Controls, "component"}}};
+  static const VerbTable table{{"add-control", AddControl},
+                               {"rename-control", RenameControl},
+                               {"remove-control", RemoveControl},
+                               {"controls", Controls}};
   return table;
 }
 

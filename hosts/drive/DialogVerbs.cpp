@@ -175,26 +175,26 @@ Json Answer(Session& session, const Json& request) {
 }  // namespace
 
 const VerbTable& DialogVerbs() {
-  static const VerbTable table{{"form", {Form, "form"}},
-                               {"type", {Type, "form control text"}},
-                               {"pick", {Pick, "form control text index"}},
-                               {"check", {Check, "form control value row"}},
-                               {"press", {Press, "form control item row col"}},
-                               {"page", {Page, "form control index"}},
-                               {"row", {Row, "form control row col"}},
-                               {"edit", {Edit, "form control row col text"}},
-                               {"expand", {OnRow<user::Expand>, "form control row"}},
-                               {"collapse", {OnRow<user::Collapse>, "form control row"}},
-                               {"double-click", {OnRow<user::DoubleClick>, "form control row"}},
-                               {"right-click", {OnRow<user::RightClick>, "form control row"}},
-                               {"select-text", {SelectText, "form control start length"}},
-                               {"focus", {Focus, "form control"}},
-                               {"key", {Key, "form control ascii"}},
-                               {"drop", {Drop, "form control row files"}},
-                               {"spin", {Spin, "form control value"}},
-                               {"menu", {Menu, "form item"}},
-                               {"close", {Close, "form"}},
-                               {"answer", {Answer, "form button text file files font"}}};
+  static const VerbTable table{{"form", Form},
+                               {"type", Type},
+                               {"pick", Pick},
+                               {"check", Check},
+                               {"press", Press},
+                               {"page", Page},
+                               {"row", Row},
+                               {"edit", Edit},
+                               {"expand", OnRow<user::Expand>},
+                               {"collapse", OnRow<user::Collapse>},
+                               {"double-click", OnRow<user::DoubleClick>},
+                               {"right-click", OnRow<user::RightClick>},
+                               {"select-text", SelectText},
+                               {"focus", Focus},
+                               {"key", Key},
+                               {"drop", Drop},
+                               {"spin", Spin},
+                               {"menu", Menu},
+                               {"close", Close},
+                               {"answer", Answer}};
   return table;
 }
 

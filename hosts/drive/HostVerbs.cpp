@@ -88,15 +88,15 @@ Json Message(Session& session, const Json& request) {
 }  // namespace
 
 const VerbTable& HostVerbs() {
-  static const VerbTable table{{"select-component", {SelectComponent, "component"}},
-                               {"text", {Text, "component"}},
-                               {"set-text", {SetText, "component text"}},
-                               {"caret", {Caret, "component line column end-line end-column"}},
-                               {"close-pane", {ClosePane, "component"}},
-                               {"pane", {Pane, ""}},
-                               {"members", {Members, "component"}},
-                               {"windows", {Windows, ""}},
-                               {"message", {Message, "window message wparam lparam"}}};
+  static const VerbTable table{{"select-component", SelectComponent},
+                               {"text", Text},
+                               {"set-text", SetText},
+                               {"caret", Caret},
+                               {"close-pane", ClosePane},
+                               {"pane", Pane},
+                               {"members", Members},
+                               {"windows", Windows},
+                               {"message", Message}};
   return table;
 }
 

@@ -75,11 +75,11 @@ Json Quit(Session& session, const Json&) {
 }  // namespace
 
 const VerbTable& LifeVerbs() {
-  static const VerbTable table{{"connect", {Connect, ""}},
-                               {"disconnect", {Disconnect, ""}},
-                               {"quit", {Quit, ""}},
-                               {"run", {RunHandler, "handler"}},
-                               {"context-menu", {ContextMenu, "component x y items"}}};
+  static const VerbTable table{{"connect", Connect},
+                               {"disconnect", Disconnect},
+                               {"quit", Quit},
+                               {"run", RunHandler},
+                               {"context-menu", ContextMenu}};
   return table;
 }
 

@@ -160,19 +160,18 @@ Json Reload(Session& session, const Json& request) {
 }  // namespace
 
 const VerbTable& ProjectVerbs() {
-  static const VerbTable table{
-      {"open", {Open, "file code-page"}},
-      {"new-project", {NewProject, "name type"}},
-      {"activate-project", {ActivateProject, "project"}},
-      {"remove-project", {RemoveProject, "project"}},
-      {"close-project", {RemoveProject, "project"}},
-      {"add-component", {AddComponent, "type name text project"}},
-      {"remove-component", {RemoveComponent, "component name project"}},
-      {"rename-component", {RenameComponent, "component name new-name project"}},
-      {"projects", {Projects, ""}},
-      {"save", {Save, "overwrite"}},
-      {"save-as", {SaveAs, "component project file overwrite"}},
-      {"reload", {Reload, "component"}}};
+  static const VerbTable table{{"open", Open},
+                               {"new-project", NewProject},
+                               {"activate-project", ActivateProject},
+                               {"remove-project", RemoveProject},
+                               {"close-project", RemoveProject},
+                               {"add-component", AddComponent},
+                               {"remove-component", RemoveComponent},
+                               {"rename-component", RenameComponent},
+                               {"projects", Projects},
+                               {"save", Save},
+                               {"save-as", SaveAs},
+                               {"reload", Reload}};
   return table;
 }
 

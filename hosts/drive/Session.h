@@ -7,7 +7,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "addin/Connect.h"
 #include "hosts/drive/Channel.h"
@@ -107,12 +106,8 @@ class Session {
   drive::Channel channel_;
 };
 
-/// A verb's work, fields of the request in, fields of the reply out, and the names of the fields
-/// that it reads, with blanks between them.
-struct Verb {
-  Json (*Carry)(Session& session, const Json& request);
-  std::string_view Fields;
-};
+/// A verb's work: fields of the request in, fields of the reply out.
+using Verb = Json (*)(Session& session, const Json& request);
 using VerbTable = std::map<std::string, Verb, std::less<>>;
 
 // The verbs by theme; each table stands in the file of its name.

@@ -142,14 +142,10 @@ Json Journal(Session& session, const Json&) {
 }  // namespace
 
 const VerbTable& SurroundingVerbs() {
-  static const VerbTable table{{"advance", {Advance, "ms"}},
-                               {"setting", {Setting, "section key value"}},
-                               {"settings", {AllSettings, "section"}},
-                               {"query", {Query, "connection sql"}},
-                               {"connections", {Connections, ""}},
-                               {"call-stack", {CallStack, ""}},
-                               {"fail-next", {FailNext, "operation number description"}},
-                               {"journal", {Journal, ""}}};
+  static const VerbTable table{{"advance", Advance},         {"setting", Setting},
+                               {"settings", AllSettings},    {"query", Query},
+                               {"connections", Connections}, {"call-stack", CallStack},
+                               {"fail-next", FailNext},      {"journal", Journal}};
   return table;
 }
 

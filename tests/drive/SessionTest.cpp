@@ -47,20 +47,6 @@ const std::string Start =
     R"({"do":"add-component","type":1,"name":"M","text":"Sub A()\r\nx = 1\r\nEnd Sub"})"
     "\n";
 
-TEST_F(Drive, RefusesAFieldThatAVerbDoesNotHaveAndDoesNothing) {
-  const auto replies = Play(Start + R"({"do":"set-text","component":"M","project":"P2","text":"x"}
-{"do":"text","component":"M","project":"P2"}
-{"do":"members","component":"M","project":null}
-{"do":"text","component":"M"}
-{"do":"advance","ms":1,"form":"frmFormatText"}
-)");
-  ASSERT_EQ(replies.size(), 8U);
-  for (const std::size_t refused : {3U, 4U, 5U, 7U}) EXPECT_FALSE(replies[refused]["ok"]);
-  EXPECT_EQ(replies[3]["error"], R"("set-text" has no field "project")");
-  EXPECT_EQ(replies[7]["error"], R"("advance" has no field "form")");
-  EXPECT_EQ(replies[6]["text"], "Sub A()\r\nx = 1\r\nEnd Sub");
-}
-
 TEST_F(Drive, AnswersAsSoonAsAModalDialogWaits) {
   const auto replies = Play(Start + R"({"do":"click","path":["Tessel","Tessel","Code Formatter"]}
 {"do":"press","control":"btmRun"}
@@ -402,9 +388,9 @@ TEST_F(Drive, ASaveLeavesAFileThatChangedOutsideUnlessItMayOverwriteIt) {
   session.Run();
   folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\n' theirs\r\n");
   const auto save = ProjectVerbs().find("save")->second;
-  EXPECT_THROW(save.Carry(session, Json::object()), vb::Failure);
+  EXPECT_THROW(save(session, Json::object()), vb::Failure);
   EXPECT_NE(folder_.Read("M.bas").find("' theirs"), std::string::npos);
-  EXPECT_EQ(save.Carry(session, {{"overwrite", true}})["files"].size(), 1U);
+  EXPECT_EQ(save(session, {{"overwrite", true}})["files"].size(), 1U);
   EXPECT_NE(folder_.Read("M.bas").find("' mine"), std::string::npos);
 }
 
