@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "snippets/ColumnSizes.h"
 #include "snippets/TreeCommands.h"
 #include "store/RowStream.h"
 #include "store/StoredText.h"
@@ -100,6 +101,7 @@ std::int32_t CSQLTree::AddNode(StringView name, std::int32_t parentID, std::int3
                                std::int32_t afterID, std::int32_t root) {
   std::int32_t added = 0;
   const bool done = Operate([&] {
+    CheckNodeName(name);
     const std::int32_t left = LeftOfNew(parentID, beforeID, afterID, root);
     if (left <= 0) return;
     Run(commands_->cmdGapLeft, {2, left});
@@ -134,6 +136,7 @@ void CSQLTree::DeleteNode(std::int32_t id) {
 
 bool CSQLTree::UpdateNodeName(std::int32_t id, StringView name) {
   Operate([&] {
+    CheckNodeName(name);
     Refresh();
     if (records_.RecordCount() == 0) return;
     records_.MoveFirst();

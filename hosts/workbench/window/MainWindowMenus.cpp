@@ -208,6 +208,8 @@ void MainWindow::BuildViewMenu() {
              [this] { ShowDock(QStringLiteral("project")); });
   AddCommand(*view, tr("Properties &Window"), QKeySequence(Qt::Key_F4),
              [this] { ShowDock(QStringLiteral("properties")); });
+  AddCommand(*view, tr("Project &Explorer"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E),
+             [this] { FindInExplorer(*this); });
   AddCommand(*view, tr("Toolbo&x"), {}, [this] { ShowDock(QStringLiteral("toolbox")); });
   QMenu* const bars = view->addMenu(tr("&Toolbars"));
   connect(bars, &QMenu::aboutToShow, this, [this, bars] {
@@ -228,6 +230,16 @@ void MainWindow::ShowDock(const QString& name) {
     dock->raise();
     dock->widget()->setFocus(Qt::ShortcutFocusReason);
   }
+}
+
+void MainWindow::GiveKeysTo(StringView document, StringView control) {
+  toolWindows_.Follow();
+  QDockWidget* const dock = toolWindows_.DockOf(document);
+  if (dock == nullptr) return;
+  dock->raise();
+  if (dock->isFloating()) dock->activateWindow();
+  auto* const widget = dock->findChild<QWidget*>(ToQt(control));
+  if (widget != nullptr) widget->setFocus(Qt::ShortcutFocusReason);
 }
 
 void MainWindow::BuildWindowMenu() {
