@@ -41,11 +41,13 @@ void ReadPlainly(sqlite3* db, const char* sql) {
 /// The database, made once: four levels of folders with ten children each, then records.
 class Library {
  public:
-  Library() {
+  enum class Age { New, Older };
+  explicit Library(Age age) {
     const auto file = folder_.Path() / "large.mdb";
     test::WriteEmptyDatabase(file);
     Connection = test::OpenDatabase(file);
     Connection->Execute(u"PRAGMA synchronous = 0");
+    if (age == Age::Older) Connection->Execute(u"DROP INDEX ListObjects");
     insert_.ActiveConnection = list_.ActiveConnection = Connection;
     Connection->Execute(u"DELETE FROM Tree");
     store::Transaction transaction(*Connection);
@@ -92,7 +94,13 @@ class Library {
 };
 
 Library& Large() {
-  static Library library;
+  static Library library(Library::Age::New);
+  return library;
+}
+
+/// A library that was made ahead of the index over the objects.
+Library& LargeAndOlder() {
+  static Library library(Library::Age::Older);
   return library;
 }
 
@@ -104,14 +112,14 @@ void ReadTreePlainly(benchmark::State& state) {
 }
 BENCHMARK(ReadTreePlainly)->Unit(benchmark::kMillisecond);
 
-/// The add-in with that library as its only one, and no project.
+/// The add-in with one library, and no project.
 class Desk {
  public:
-  Desk() {
+  explicit Desk(const Library& library) {
     gErrorHandler = std::make_shared<CErrorHandler>();
     auto connection = std::make_shared<cConnectionMDB>();
     connection->NameConnect = u"Marlow";
-    connection->mConnectMDB = Large().Connection;
+    connection->mConnectMDB = library.Connection;
     gConnectionMDBs->Add(connection, connection->NameConnect);
   }
   ~Desk() { gErrorHandler.reset(); }
@@ -135,8 +143,8 @@ class Desk {
 /// From the dialog's first line to its rows: the recordset of the tree, its listing, the grid. At
 /// most 6 times the plain read.
 template <class Dialog>
-void LoadDialog(benchmark::State& state, forms::Grid Dialog::*grid) {
-  Desk desk;
+void LoadDialog(benchmark::State& state, const Library& library, forms::Grid Dialog::*grid) {
+  Desk desk(library);
   for (auto _ : state) {
     state.PauseTiming();
     const auto dialog = desk.Make<Dialog>();
@@ -148,14 +156,22 @@ void LoadDialog(benchmark::State& state, forms::Grid Dialog::*grid) {
     state.ResumeTiming();
   }
 }
-void LoadSnippetManager(benchmark::State& state) { LoadDialog(state, &frmFragmentBuilder::fgTree); }
+void LoadSnippetManager(benchmark::State& state) {
+  LoadDialog(state, Large(), &frmFragmentBuilder::fgTree);
+}
 BENCHMARK(LoadSnippetManager)->Unit(benchmark::kMillisecond);
-void LoadInsertSnippet(benchmark::State& state) { LoadDialog(state, &frmGetFromVbCode::fgTree); }
+void LoadInsertSnippet(benchmark::State& state) {
+  LoadDialog(state, Large(), &frmGetFromVbCode::fgTree);
+}
 BENCHMARK(LoadInsertSnippet)->Unit(benchmark::kMillisecond);
 void LoadStoreToSnippets(benchmark::State& state) {
-  LoadDialog(state, &frmStoreToVbCode::fgTreeNext);
+  LoadDialog(state, Large(), &frmStoreToVbCode::fgTreeNext);
 }
 BENCHMARK(LoadStoreToSnippets)->Unit(benchmark::kMillisecond);
+void LoadSnippetManagerOfOlderLibrary(benchmark::State& state) {
+  LoadDialog(state, LargeAndOlder(), &frmFragmentBuilder::fgTree);
+}
+BENCHMARK(LoadSnippetManagerOfOlderLibrary)->Unit(benchmark::kMillisecond);
 
 void ListNodes(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(Large().Tree->GetNodes());

@@ -27,7 +27,9 @@ class Undrawn {
 };
 
 /// Tells the rows of all databases apart.
-String IdentityOf(const forms::GridRow& row) { return String(row.CellData) + u"#" + vb::Str(row.Data); }
+String IdentityOf(const forms::GridRow& row) {
+  return String(row.CellData) + u"#" + vb::Str(row.Data);
+}
 
 std::unordered_set<String> CollapsedRows(const forms::Grid& grid) {
   std::unordered_set<String> collapsed;

@@ -17,7 +17,13 @@ RowStream::RowStream(StringView statement, const std::shared_ptr<Connection>& co
   statement_.reset(engine::Prepare(db, translation.Sql).release());
 }
 
-bool RowStream::Next() { return engine::Step(engine::Need(connection_.get()), statement_.get()); }
+bool RowStream::Next() {
+  if (!statement_) return false;
+  if (engine::Step(engine::Need(connection_.get()), statement_.get())) return true;
+  // A further step would begin anew.
+  statement_.reset();
+  return false;
+}
 
 std::int64_t RowStream::Whole(int column) const {
   const bool whole = sqlite3_column_type(statement_.get(), column) == SQLITE_INTEGER;

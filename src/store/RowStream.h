@@ -21,7 +21,7 @@ class RowStream {
 
   /// Goes to the next row; false behind the last one. Fails with `StoreFailure`.
   [[nodiscard]] bool Next();
-  /// Columns count from 0. Text and Null read as 0.
+  /// Only while there is a row. Columns count from 0. Text and Null read as 0.
   [[nodiscard]] std::int64_t Whole(int column) const;
   /// A text as it is stored, empty for any other value. Holds until the next row.
   [[nodiscard]] std::string_view StoredText(int column) const;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "snippets/SnippetDatabase.h"
 
 namespace tessel {
@@ -156,6 +158,35 @@ TEST_F(Tree, ListsNodesWithDepthAndObjects) {
   EXPECT_EQ(*tree_->GetNodesAndList(),
             (std::vector<TreeNode>{{folder, u"Folder", 2, 1, {}, {}},
                                    {record, u"Record", 3, 0, u"Form1", u"FRM"}}));
+}
+
+TEST_F(Tree, ALibraryWithoutTheIndexOfObjectsListsTheSame) {
+  const int folder = Folder();
+  for (const StringView name : {u"Form1", u"", u"\u0416", u"Form2"}) {
+    const int record = Record(folder);
+    if (record % 2 == 0) Record();
+    tree_->UpdateListFragment(record, {.Text = String(10000, u'x'),
+                                       .TitleObj = {},
+                                       .TextObj = {},
+                                       .CompObj = {},
+                                       .NameObj = String(name),
+                                       .ClassObj = name.empty() ? u"" : u"FRM",
+                                       .TextUserNotes = {}});
+  }
+  Record();
+  const auto listed = tree_->GetNodesAndList();
+  EXPECT_EQ(std::count_if(listed->begin(), listed->end(),
+                          [](const TreeNode& node) { return node.ClassObj == u"FRM"; }),
+            3);
+  connection_->Execute(u"DROP INDEX ListObjects");
+  EXPECT_EQ(tree_->GetNodesAndList(), listed);
+}
+
+TEST_F(Tree, ANewLibraryListsItsObjectsWithoutItsTexts) {
+  store::Recordset plan;
+  plan.Open(u"EXPLAIN QUERY PLAN SELECT Id, NameObj, ClassObj From List ORDER BY Id", connection_);
+  ASSERT_EQ(plan.RecordCount(), 1U);
+  EXPECT_EQ(store::ToText(plan.Field(u"detail")), u"SCAN List USING COVERING INDEX ListObjects");
 }
 
 TEST_F(Tree, ChildrenComeInTheOrderOfTheirNumbers) {
