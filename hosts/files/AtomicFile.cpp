@@ -93,8 +93,7 @@ void KeepOwner(int handle, const struct stat& before) {
 /// A temporary file beside its target, held until it is renamed or removed.
 class Replacement {
  public:
-  explicit Replacement(const fs::path& target)
-      : target_(target), beside_(OwnNameIn(FolderOf(target), TemporaryEnding)), file_(Open()) {}
+  explicit Replacement(const fs::path& target) : target_(target), file_(Open()) {}
   ~Replacement() {
     if (!beside_.empty()) unlink(beside_.c_str());
   }
@@ -133,12 +132,22 @@ class Replacement {
   }
 
  private:
-  [[nodiscard]] int Open() const {
+  [[nodiscard]] int Open() {
     Step("write", target_);
-    const int handle = open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (handle < 0) Fail(target_, "cannot be written", errno);
-    flock(handle, LOCK_EX | LOCK_NB);
-    return handle;
+    for (;;) {
+      beside_ = OwnNameIn(FolderOf(target_), TemporaryEnding);
+      const int handle = open(beside_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+      if (handle < 0) Fail(target_, "cannot be written", errno);
+      if (Keeps(handle)) return handle;
+      close(handle);
+    }
+  }
+
+  /// False when a process that sweeps strays away came between the making of the file and its hold.
+  [[nodiscard]] bool Keeps(int handle) const {
+    if (flock(handle, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
+    struct stat about {};
+    return lstat(beside_.c_str(), &about) == 0 || errno != ENOENT;
   }
 
   fs::path target_, beside_;
