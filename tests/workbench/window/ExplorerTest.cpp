@@ -1,11 +1,14 @@
 // The Explorer in a dock of the window.
 
 #include <QDockWidget>
+#include <QHelpEvent>
 #include <QLineEdit>
+#include <QToolTip>
 #include <QTreeView>
 
 #include "explorer/udProjectExplorer.h"
 #include "forms/User.h"
+#include "hosts/workbench/window/ExplorerCommands.h"
 #include "workbench/window/WindowFixture.h"
 
 namespace tessel::workbench {
@@ -16,12 +19,9 @@ class ExplorerDock : public InWindow {
   ExplorerDock() { OpenSample(); }
 
   std::shared_ptr<udProjectExplorer> Document() {
-    for (const auto& one : window_->Root()->OwnWindows().ToolWindows()) {
-      if (auto found = std::dynamic_pointer_cast<udProjectExplorer>(one.Document.lock())) {
-        return found;
-      }
-    }
-    throw std::runtime_error("no document");
+    auto found = ExplorerOf(*window_);
+    if (!found) throw std::runtime_error("no document");
+    return found;
   }
   QDockWidget* Dock() {
     for (QDockWidget* const dock : window_->findChildren<QDockWidget*>()) {
@@ -148,6 +148,43 @@ TEST_F(ExplorerDock, TypingAboveTheTreeNarrowsItAndEscapeGivesItBack) {
   Settle();
   EXPECT_EQ(Document()->fgTree.Rows(), rows);
   EXPECT_TRUE(line->text().isEmpty());
+}
+
+TEST_F(ExplorerDock, ANarrowDockBreaksTheLineOfButtonsAndTellsCutCaptionsByATip) {
+  Show();
+  window_->addDockWidget(Qt::LeftDockWidgetArea, Dock());
+  window_->resizeDocks({Dock()}, {40}, Qt::Horizontal);
+  Settle();
+  const QRect inside = Dock()->widget()->rect();
+  EXPECT_LT(inside.width(), 230) << "less than the buttons have side by side";
+  const auto place = [&](const char* name) {
+    auto* const button = In<QAbstractButton>(Dock(), name);
+    return QRect(button->mapTo(Dock()->widget(), QPoint(0, 0)), button->size());
+  };
+  EXPECT_GT(place("btmCode").top(), place("btnCollapse").bottom()) << "a second line";
+  for (const char* const name : {"btnCollapse", "btnRefresh", "btmObject", "btmCode"}) {
+    EXPECT_TRUE(inside.contains(place(name))) << name;
+  }
+  QTreeView& tree = *Tree();
+  tree.expandAll();
+  tree.setFixedWidth(90);
+  Settle();
+  const auto tip = [&](const QModelIndex& index) {
+    const QPoint middle = tree.visualRect(index).center();
+    QHelpEvent event(QEvent::ToolTip, middle, tree.viewport()->mapToGlobal(middle));
+    QApplication::sendEvent(tree.viewport(), &event);
+    return QToolTip::text();
+  };
+  const QModelIndex project = tree.model()->index(0, 0);
+  EXPECT_EQ(tip(project), project.data().toString());
+  tree.setFixedWidth(900);
+  Settle();
+  EXPECT_NE(tip(project), project.data().toString()) << "what is whole needs no tip";
+}
+
+TEST_F(ExplorerDock, TheLineAboveTheTreeSaysWhatItIsFor) {
+  Show();
+  EXPECT_EQ(In<QLineEdit>(Dock(), "txtFind")->placeholderText(), QStringLiteral("Find"));
 }
 
 TEST_F(ExplorerDock, WhatThePopUpAddsIsOpenedAndHasItsRow) {
