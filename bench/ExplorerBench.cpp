@@ -2,6 +2,9 @@
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
+#include <map>
+
+#include "CountedMemory.h"
 #include "explorer/udProjectExplorer.h"
 #include "foundation/CAppSettings.h"
 #include "hosts/memory/UnattendedPlatform.h"
@@ -23,19 +26,18 @@ String ModuleText(int members) {
   return text + u"\r\n";
 }
 
-/// Everything that stands behind a document, made once.
+/// Everything that stands behind a document.
 struct World {
-  World() {
+  explicit World(int components) : Count(components) {
     gAppSettings = std::make_shared<CAppSettings>();
     gAppSettings->Init(u"Norvane", u"Tessel");
-    gEventCODE = std::make_shared<clsEventCODE>();
-    gEventCODE->SetVBInstance(Environment.VBE());
+    Events->SetVBInstance(Environment.VBE());
     Environment.NewProject(u"Project1", host::vbext_pt_StandardExe);
     const String text = ModuleText(MembersEach);
-    for (int at = 0; at < Components; ++at) {
+    for (int at = 0; at < Count; ++at) {
       Environment.AddComponent(u"", host::vbext_ct_StdModule, u"Module" + vb::Str(at), text);
     }
-    for (int at = 0; at < Components; ++at) Read(at);  // the index of every module
+    for (int at = 0; at < Count; ++at) Read(at);  // the index of every module
   }
   MemberTable Read(int at) {
     return mFunctions::AllNameProcedures(
@@ -45,16 +47,19 @@ struct World {
     const auto document = std::make_shared<udProjectExplorer>();
     document->Initialize();
     document->VBInstance = Environment.VBE();
-    document->SetTreeVBA(gEventCODE);
+    document->SetTreeVBA(Events);
     return document;
   }
+  const int Count;
+  const std::shared_ptr<clsEventCODE> Events = std::make_shared<clsEventCODE>();
   memory::UnattendedPlatform Services;
   platform::ScopedPlatform Scope{Services};
   model::Environment Environment{Services};
 };
-World& TheWorld() {
-  static World world;
-  return world;
+/// One world for each number of components, made once.
+World& TheWorld(int components = Components) {
+  static std::map<int, World> worlds;
+  return worlds.try_emplace(components, components).first->second;
 }
 
 /// The peer of the next.
@@ -71,7 +76,7 @@ void FirstReadingAndRows(benchmark::State& state) {
   std::size_t before = 0, bytes = 0;
   for (auto _ : state) {
     state.PauseTiming();
-    const auto document = world.Document();
+    auto document = world.Document();
     before = mallinfo2().uordblks;
     state.ResumeTiming();
     document->Show();
@@ -80,24 +85,43 @@ void FirstReadingAndRows(benchmark::State& state) {
     state.counters["bytes a row"] =
         static_cast<double>(bytes) / static_cast<double>(document->fgTree.Rows());
     document->SetTreeVBA(nullptr);
+    document.reset();
     state.ResumeTiming();
   }
 }
 BENCHMARK(FirstReadingAndRows)->Unit(benchmark::kMillisecond);
 
+/// Beside the number of components: neither time nor memory may grow with it.
 void CaretMove(benchmark::State& state) {
-  World& world = TheWorld();
+  World& world = TheWorld(static_cast<int>(state.range(0)));
   const auto document = world.Document();
   document->Show();
   int line = 0;
-  for (auto _ : state) {
+  const auto move = [&] {
     line = line % (3 * MembersEach) + 1;
-    world.Environment.SetCaret(u"Module500", {line, 1, line, 1});
-    gEventCODE->RunTimerEventCode();
-  }
+    world.Environment.SetCaret(u"Module50", {line, 1, line, 1});
+    world.Events->RunTimerEventCode();
+  };
+  move();
+  const bench::Allocations before = bench::AllocationsSoFar();
+  for (auto _ : state) move();
+  const bench::Allocations after = bench::AllocationsSoFar();
+  const auto moves = static_cast<double>(state.iterations());
+  state.counters["allocations"] = static_cast<double>(after.Times - before.Times) / moves;
+  state.counters["bytes"] = static_cast<double>(after.Bytes - before.Bytes) / moves;
   document->SetTreeVBA(nullptr);
 }
-BENCHMARK(CaretMove)->Unit(benchmark::kMicrosecond);
+BENCHMARK(CaretMove)->Arg(100)->Arg(Components)->Unit(benchmark::kMicrosecond);
+
+/// A notice from a designer or of the projects: all components are compared, nothing has changed.
+void UnchangedProjects(benchmark::State& state) {
+  World& world = TheWorld(static_cast<int>(state.range(0)));
+  const auto document = world.Document();
+  document->Show();
+  for (auto _ : state) world.Events->RunTimerEventComponent();
+  document->SetTreeVBA(nullptr);
+}
+BENCHMARK(UnchangedProjects)->Arg(100)->Arg(Components)->Unit(benchmark::kMillisecond);
 
 /// Every second line of its 2,000 members has moved, one member came or went.
 void ChangedComponent(benchmark::State& state) {
@@ -117,7 +141,7 @@ void ChangedComponent(benchmark::State& state) {
     }
     there = !there;
     state.ResumeTiming();
-    gEventCODE->RunTimerEventCode();
+    world.Events->RunTimerEventCode();
   }
   document->SetTreeVBA(nullptr);
   world.Environment.SetText(u"Module500", ModuleText(MembersEach));

@@ -5,17 +5,14 @@
 // limit.
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QFontDatabase>
 #include <QProcess>
-#include <QTest>
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <functional>
 #include <vector>
 
 #include "GeneratedCode.h"
+#include "KeyTimes.h"
 #include "hosts/workbench/forms/WorkbenchPlatform.h"
 #include "hosts/workbench/platform/Pictures.h"
 #include "hosts/workbench/window/BasicLexer.h"
@@ -25,41 +22,10 @@
 namespace {
 
 using namespace tessel;
+using namespace tessel::bench;
 
 constexpr int Components = 1000, LinesEach = 1000, TypedLines = 20000, Keys = 3000, Starts = 7;
 constexpr double Limit = 1.3;
-
-/// Notes when a widget was painted first.
-class FirstPaint : public QObject {
- public:
-  explicit FirstPaint(QWidget& widget) { widget.installEventFilter(this); }
-
-  bool eventFilter(QObject*, QEvent* event) override {
-    Seen |= event->type() == QEvent::Paint;
-    return false;
-  }
-  void Wait() const {
-    while (!Seen) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  }
-  bool Seen = false;
-};
-
-double Milliseconds(const std::function<void()>& work) {
-  QElapsedTimer timer;
-  timer.start();
-  work();
-  return static_cast<double>(timer.nsecsElapsed()) / 1e6;
-}
-
-double Median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
-double Percentile99(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() * 99 / 100];
-}
 
 void WriteProject(const test::TemporaryFolder& folder) {
   std::string project = "Type=Exe\r\n";
@@ -122,25 +88,6 @@ double ProcessTime(const QStringList& arguments) {
   });
 }
 
-/// Time of each key from its event until its picture is painted.
-std::vector<double> TypingTimes(QsciScintilla& editor) {
-  std::vector<double> times;
-  static const QString Text = QStringLiteral("Result = Value + 1 ' note\n");
-  for (int key = 0; key < Keys; ++key) {
-    const QChar sign = Text[key % Text.size()];
-    FirstPaint painted(*editor.viewport());
-    times.push_back(Milliseconds([&] {
-      if (sign == u'\n') {
-        QTest::keyClick(&editor, Qt::Key_Return);
-      } else {
-        QTest::keyClick(&editor, sign.toLatin1());
-      }
-      painted.Wait();
-    }));
-  }
-  return times;
-}
-
 /// An editor with the same text and colours and nothing of ours behind it.
 std::vector<double> BareTyping(const std::string& code) {
   QsciScintilla editor;
@@ -155,7 +102,7 @@ std::vector<double> BareTyping(const std::string& code) {
   editor.show();
   editor.setCursorPosition(TypedLines / 2 + 1, 0);
   QApplication::processEvents();
-  return TypingTimes(editor);
+  return TypingTimes(editor, Keys);
 }
 
 std::vector<double> WorkbenchTyping() {
@@ -165,7 +112,7 @@ std::vector<double> WorkbenchTyping() {
   workbench::CodeWindow& code = world.Open("Long.bas", u"Long");
   code.Editor().setCursorPosition(TypedLines / 2 + 1, 0);
   QApplication::processEvents();
-  return TypingTimes(code.Editor());
+  return TypingTimes(code.Editor(), Keys);
 }
 
 bool Report(const char* what, double ours, const char* peer, double plain) {

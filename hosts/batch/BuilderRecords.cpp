@@ -3,7 +3,6 @@
 #include <functional>
 #include <nlohmann/json.hpp>
 
-#include "scanning/mFunctions.h"
 #include "vb/Failure.h"
 
 namespace tessel::batch {
@@ -12,39 +11,52 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 /// Text that stands in one line of code: a line end in it would end the line that it belongs to.
-String OneLine(const Json& json, const std::string& where) {
-  String text = vb::FromUtf8(json.get<std::string>());
+/// `where` says where it comes from, for a failure.
+template <class Where>
+String OneLine(const Json& json, const Where& where) {
+  String text = vb::FromUtf8(json.get_ref<const std::string&>());
   constexpr char16_t LastControl = 0x1F, Delete = 0x7F, NextLine = 0x85;
   for (const char16_t one : text) {
     if (one <= LastControl || one == Delete || one == NextLine || one == u'\u2028' ||
         one == u'\u2029') {
       throw vb::Failure(vb::InvalidCall,
-                        vb::FromUtf8(where + " holds a line end, a tab or another control "
-                                             "character"),
+                        vb::FromUtf8(where() + " holds a line end, a tab or another control "
+                                               "character"),
                         u"Tessel");
     }
   }
   return text;
 }
 
+/// Where a record comes from, in words only when something is wrong with it.
+struct Origin {
+  const std::string& Source;
+  std::size_t Record = 0;  ///< number in a list, from 1; 0: the source is the record
+  [[nodiscard]] std::string Words() const {
+    return Record == 0 ? Source : Source + ": record " + std::to_string(Record);
+  }
+};
+
 /// One record on its way from JSON to choices. Each field is taken once; what is left over is a
 /// field that the builder doesn't know.
 class Fields {
  public:
-  Fields(const Json& json, std::string where) : json_(json), where_(std::move(where)) {
+  Fields(const Json& json, Origin origin) : json_(json), origin_(origin) {
     if (!json.is_object()) Fail("is no object");
+    taken_.reserve(MostFields);
   }
 
   [[noreturn]] void Fail(const std::string& why) const {
-    throw vb::Failure(vb::InvalidCall, vb::FromUtf8(where_ + " " + why), u"Tessel");
+    throw vb::Failure(vb::InvalidCall, vb::FromUtf8(origin_.Words() + " " + why), u"Tessel");
   }
-  [[nodiscard]] std::string Where(const char* name) const { return where_ + "." + name; }
 
-  void Text(const char* name, String& value) {
-    if (const Json* const found = Take(name)) {
-      if (!found->is_string()) Fail(Quoted(name) + " is no text");
-      value = OneLine(*found, where_ + " " + Quoted(name));
-    }
+  /// Leaves `value` alone when the record has no such field, and answers whether it has.
+  bool Text(const char* name, String& value) {
+    const Json* const found = Take(name);
+    if (found == nullptr) return false;
+    if (!found->is_string()) Fail(Quoted(name) + " is no text");
+    value = OneLine(*found, [&] { return origin_.Words() + " " + Quoted(name); });
+    return true;
   }
   void Flag(const char* name, bool& value) {
     if (const Json* const found = Take(name)) {
@@ -54,8 +66,8 @@ class Fields {
   }
   /// A text that is one of `words`, in their spelling.
   void Word(const char* name, String& value, std::initializer_list<StringView> words) {
-    String text = value;
-    Text(name, text);
+    String text;
+    if (!Text(name, text)) return;
     for (const StringView word : words) {
       if (vb::SameText(word, text)) {
         value = word;
@@ -69,8 +81,9 @@ class Fields {
     const Json* const found = Take(name);
     if (found == nullptr) return;
     if (!found->is_array()) Fail(Quoted(name) + " is no list");
+    const std::string where = origin_.Words() + "." + name;
     std::size_t at = 0;
-    for (const Json& one : *found) item(one, Where(name) + "[" + std::to_string(at++) + "]");
+    for (const Json& one : *found) item(one, where + "[" + std::to_string(at++) + "]");
   }
   /// Fails for a field that nobody took.
   void Done() const {
@@ -82,6 +95,8 @@ class Fields {
   }
 
  private:
+  static constexpr std::size_t MostFields = 16;
+
   static std::string Quoted(const std::string& name) { return '"' + name + '"'; }
   const Json* Take(const char* name) {
     taken_.emplace_back(name);
@@ -90,8 +105,8 @@ class Fields {
   }
 
   const Json& json_;
-  std::string where_;
-  std::vector<std::string> taken_;
+  Origin origin_;
+  std::vector<std::string_view> taken_;  // of literals
 };
 
 void ReadComment(Fields& fields, builders::HeaderChoices& comment) {
@@ -109,10 +124,19 @@ void ReadScope(Fields& fields, String& accessibility, String& fixed) {
   if (isStatic) fixed = u"Static";
 }
 
+/// The text of an item, which is refused as its dialog would.
+template <class Choices>
+String TextOfItem(const Fields& fields, const Choices& choices) {
+  if (const auto complaint = builders::CheckField(choices)) {
+    fields.Fail(vb::ToUtf8(builders::TextOf(*complaint)));
+  }
+  return builders::GeneratorStrok(choices);
+}
+
 /// A finished text, or an object with the fields of the Argument Builder.
 String ReadArgument(const Json& json, const std::string& where) {
-  if (json.is_string()) return OneLine(json, where);
-  Fields fields(json, where);
+  if (json.is_string()) return OneLine(json, [&] { return where; });
+  Fields fields(json, {where});
   builders::ArgumentChoices choices;
   String passing;
   fields.Text("name", choices.Name);
@@ -125,26 +149,20 @@ String ReadArgument(const Json& json, const std::string& where) {
   fields.Done();
   choices.ByRef = passing == u"ByRef";
   choices.ByVal = passing == u"ByVal";
-  if (const auto complaint = builders::CheckField(choices)) {
-    fields.Fail(vb::ToUtf8(mFunctions::MessageText(complaint->Code, complaint->Info1)));
-  }
-  return builders::GeneratorStrok(choices);
+  return TextOfItem(fields, choices);
 }
 
 /// A finished text, or an object with the fields of an enum's member.
 String ReadMember(const Json& json, const std::string& where, const String& prefix) {
-  if (json.is_string()) return prefix + OneLine(json, where);
-  Fields fields(json, where);
+  if (json.is_string()) return prefix + OneLine(json, [&] { return where; });
+  Fields fields(json, {where});
   builders::EnumMemberChoices choices;
   choices.Prefix = prefix;
   fields.Text("prefix", choices.Prefix);
   fields.Text("name", choices.Name);
   fields.Text("value", choices.InitValue);
   fields.Done();
-  if (const auto complaint = builders::CheckField(choices)) {
-    fields.Fail(vb::ToUtf8(mFunctions::MessageText(complaint->Code, complaint->Info1)));
-  }
-  return builders::GeneratorStrok(choices);
+  return TextOfItem(fields, choices);
 }
 
 BuilderRecord ReadProcedure(Fields& fields) {
@@ -165,6 +183,10 @@ BuilderRecord ReadProperty(Fields& fields) {
   choices.LetSet = false;
   fields.Text("name", choices.Name);
   fields.Text("type", choices.ValueType);
+  // A variable says behind its name that it is an array, which no type does.
+  if (choices.ValueType.ends_with(u')')) {
+    fields.Fail("\"type\" can't be an array; a Variant holds one");
+  }
   ReadScope(fields, choices.Accessibility, choices.Static);
   fields.Text("prefix", choices.Prefix);
   choices.MemberVariable = choices.Prefix;
@@ -209,12 +231,12 @@ constexpr KindRow Kinds[] = {{u"procedure", ReadProcedure},
                              {u"collection", ReadCollection},
                              {u"enum", ReadEnum}};
 
-BuilderRecord ReadRecord(const Json& json, const std::string& where, const std::string& kind) {
-  Fields fields(json, where);
-  String named = vb::FromUtf8(kind);
+BuilderRecord ReadRecord(const Json& json, Origin origin, const String& kind) {
+  Fields fields(json, origin);
+  String named = kind;
   fields.Text("kind", named);
-  if (!kind.empty() && named != vb::FromUtf8(kind)) {
-    fields.Fail("is of the kind \"" + vb::ToUtf8(named) + "\", not \"" + kind + '"');
+  if (!kind.empty() && named != kind) {
+    fields.Fail("is of the kind \"" + vb::ToUtf8(named) + "\", not \"" + vb::ToUtf8(kind) + '"');
   }
   for (const KindRow& row : Kinds) {
     if (row.Name != named) continue;
@@ -236,14 +258,16 @@ std::vector<BuilderRecord> ReadBuilderRecords(const std::string& json, const std
     throw vb::Failure(vb::InvalidCall, vb::FromUtf8(source + ": no JSON: " + error.what()),
                       u"Tessel");
   }
+  const String wanted = vb::FromUtf8(kind);
   std::vector<BuilderRecord> records;
   if (!parsed.is_array()) {
-    records.push_back(ReadRecord(parsed, source + ": the record", kind));
+    const std::string only = source + ": the record";
+    records.push_back(ReadRecord(parsed, {only}, wanted));
     return records;
   }
+  records.reserve(parsed.size());
   for (const Json& one : parsed) {
-    records.push_back(
-        ReadRecord(one, source + ": record " + std::to_string(records.size() + 1), kind));
+    records.push_back(ReadRecord(one, {source, records.size() + 1}, wanted));
   }
   return records;
 }
@@ -251,8 +275,7 @@ std::vector<BuilderRecord> ReadBuilderRecords(const std::string& json, const std
 String FaultOf(const BuilderRecord& record) {
   const auto complaint =
       std::visit([](const auto& choices) { return builders::CheckField(choices); }, record);
-  if (!complaint) return {};
-  return mFunctions::MessageText(complaint->Code, complaint->Info1, complaint->Info2);
+  return complaint ? builders::TextOf(*complaint) : String();
 }
 
 const String& NameOf(const BuilderRecord& record) {

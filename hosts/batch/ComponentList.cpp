@@ -1,5 +1,6 @@
 #include "hosts/batch/ComponentList.h"
 
+#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
@@ -11,6 +12,13 @@ namespace {
 constexpr int TabWidth = 4;
 
 }  // namespace
+
+CLI::App* ListingCommand::DeclareListing(CLI::App& program, const char* name, const char* help) {
+  auto* const command = program.add_subcommand(name, help);
+  AddSelection(*command, Request, "projects, groups, component files or folders");
+  command->add_flag("--json", Json, "one JSON document");
+  return command;
+}
 
 void ForEachComponent(const Selection& request, Report& report, std::ostream& out,
                       const std::function<void(const ComponentRef&)>& visit) {

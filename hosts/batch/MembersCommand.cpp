@@ -1,12 +1,10 @@
 #include "hosts/batch/MembersCommand.h"
 
-#include <CLI/CLI.hpp>
 #include <iomanip>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <set>
 
-#include "hosts/batch/ComponentList.h"
 #include "hosts/drive/MemberJson.h"
 #include "scanning/mFunctions.h"
 
@@ -67,10 +65,7 @@ void Print(std::ostream& out, const ComponentRef& one, const Members& members) {
 }  // namespace
 
 CLI::App* MembersCommand::Declare(CLI::App& program) {
-  auto* const members = program.add_subcommand("members", "List the members of components");
-  AddSelection(*members, Request, "projects, groups, component files or folders");
-  members->add_flag("--json", Json, "one JSON document");
-  return members;
+  return DeclareListing(program, "members", "List the members of components");
 }
 
 int MembersCommand::Run(const Streams& streams) {

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "controlnaming/CSQLControlType.h"
-#include "hosts/batch/ComponentList.h"
 #include "hosts/batch/PersonalDatabase.h"
 
 namespace tessel::batch {
@@ -147,10 +146,8 @@ class NameCheck {
 }  // namespace
 
 CLI::App* NamesCommand::Declare(CLI::App& program) {
-  auto* const names = program.add_subcommand(
-      "names", "List the controls whose names lack the prefix of their class");
-  AddSelection(*names, Request, "projects, groups, component files or folders");
-  names->add_flag("--json", Json, "one JSON document");
+  auto* const names = DeclareListing(
+      program, "names", "List the controls whose names lack the prefix of their class");
   names->add_option("--data", Data, "take the prefixes of this program's directory")
       ->default_str("the user's, or the delivered ones");
   return names;

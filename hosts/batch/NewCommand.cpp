@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iostream>
 #include <iterator>
-#include <set>
+#include <unordered_set>
 
 #include "connections/CSQLDataType.h"
 #include "hosts/batch/BatchPlatform.h"
@@ -71,25 +71,9 @@ void FindPrefixes(std::vector<BuilderRecord>& records) {
   }
 }
 
-/// The language takes no longer lines.
-void CheckLines(const String& name, const ModuleText& text) {
-  constexpr std::size_t MostCharacters = 1023;
-  for (const String* const lines : {&text.Declarations, &text.Members}) {
-    for (const String& line : vb::Split(*lines, vb::CrLf)) {
-      if (line.size() <= MostCharacters) continue;
-      Fail(name + u": a line would have " + vb::Str(static_cast<int>(line.size())) +
-           u" characters, more than " + vb::Str(static_cast<int>(MostCharacters)) + u": " +
-           line.substr(0, 40) + u"...");
-    }
-  }
-}
-
 void Check(const std::vector<BuilderRecord>& records) {
   for (const BuilderRecord& record : records) {
     if (const String fault = FaultOf(record); !fault.empty()) Fail(NameOf(record) + u": " + fault);
-    ModuleText text;
-    std::visit([&](const auto& choices) { Add(text, choices); }, record);
-    CheckLines(NameOf(record), text);
   }
 }
 
@@ -149,8 +133,9 @@ class Inserter {
       }
       std::visit([&](const auto& choices) { Add(text, choices); }, record);
     }
-    Into(component_, text.Declarations, mGlobals::EndOfDeclarations, host::vbext_ct_StdModule);
-    Into(component_, text.Members, mGlobals::EndOfModule, host::vbext_ct_StdModule);
+    Into(component_, std::move(text.Declarations), mGlobals::EndOfDeclarations,
+         host::vbext_ct_StdModule);
+    Into(component_, std::move(text.Members), mGlobals::EndOfModule, host::vbext_ct_StdModule);
   }
 
  private:
@@ -184,9 +169,9 @@ class Inserter {
   }
 
   /// One blank line stands between what is there and what comes.
-  void Into(StringView component, const String& lines, mGlobals::InsertMode mode,
+  void Into(StringView component, String text, mGlobals::InsertMode mode,
             host::vbext_ComponentType type) {
-    String text(blanklines::WithoutLineEnds(lines));
+    text.resize(blanklines::WithoutLineEnds(text).size());
     if (text.empty()) return;
     if (const auto module = ModuleOf(component)) {
       const int count = module->CountOfLines();
@@ -216,7 +201,7 @@ class Inserter {
   NewTarget target_;
   std::shared_ptr<host::VBE> vbe_;
   String component_;
-  std::set<String> names_;  // in upper case
+  std::unordered_set<String> names_;  // in upper case
 };
 
 void Print(const std::vector<BuilderRecord>& records, std::ostream& out) {

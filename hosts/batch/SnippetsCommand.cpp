@@ -11,8 +11,12 @@
 #include "hosts/batch/EditorSnippets.h"
 #include "hosts/batch/JetFile.h"
 #include "hosts/batch/JetImport.h"
+#include "hosts/batch/LibraryFailure.h"
 #include "hosts/batch/SnippetLibrary.h"
+#include "hosts/files/AtomicFile.h"
 #include "hosts/workspace/CodePages.h"
+#include "hosts/workspace/Companions.h"
+#include "snippets/ColumnSizes.h"
 #include "snippets/ObjectFiles.h"
 #include "snippets/ObjectRecords.h"
 #include "snippets/SnippetFolder.h"
@@ -117,10 +121,31 @@ ListFragment ReadFragment(const SnippetsRequest& request, std::istream& in) {
 
 void AddRecord(CSQLTree& tree, std::int32_t folder, const String& name,
                const ListFragment& fragment, std::ostream& out) {
+  CheckNodeName(name);
   const std::int32_t id = tree.AddNode(name, folder, 0, 0, RecordKind);
   if (id == 0) Fail("\"" + vb::ToUtf8(name) + "\" can't be added to the library");
   tree.UpdateListFragment(id, fragment);
   out << "added " << id << '\t' << vb::ToUtf8(name) << '\n';
+}
+
+/// A library keeps the binary file of a form and of a user document; what other kinds draw from one
+/// doesn't come in.
+void TellOfLostCompanions(const std::string& file, const ListFragment& fragment,
+                          std::ostream& err) {
+  if (fragment.ClassObj.empty()) return;
+  const ObjectClass* const known = ClassOfObject(fragment.ClassObj);
+  const fs::path path = fs::absolute(file);
+  const fs::path kept = known == nullptr || fragment.CompObj.empty()
+                            ? fs::path()
+                            : fs::path(path.stem().u16string() + u"." + String(known->Companion));
+  const std::string bytes = ReadFile(file);
+  for (const auto& one : workspace::CompanionsOf(bytes, path, workspace::GuessCodePage({bytes}))) {
+    const fs::path name = one.File.filename();
+    if (vb::SameText(name.u16string(), kept.u16string())) continue;
+    err << "tessel: " << file << ": its pictures and texts lie in " << name.string()
+        << ", which a library doesn't keep with " << vb::ToUtf8(fragment.ClassObj)
+        << " objects; keep that file beside the project\n";
+  }
 }
 
 void Add(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams) {
@@ -131,15 +156,18 @@ void Add(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams)
     Fail("the record needs --name");
   std::ostringstream told;
   store::Transaction transaction(*tree.Connection());
+  CheckLibraryWritable(tree);
   AddRecord(tree, FolderAt(tree, vb::FromUtf8(request.Folder)), vb::FromUtf8(name), fragment, told);
   transaction.Commit();
   streams.Out << told.str();
+  TellOfLostCompanions(request.File, fragment, streams.Err);
 }
 
 void Import(CSQLTree& tree, const SnippetsRequest& request, std::ostream& out) {
   // Nothing is told of before it is done.
   std::ostringstream told;
   store::Transaction transaction(*tree.Connection());
+  CheckLibraryWritable(tree);
   const String folder = vb::FromUtf8(request.Folder);
   if (fs::is_directory(request.File)) {
     for (const ImportedSnippet& one : ImportSnippets(tree, request.File, FolderAt(tree, folder))) {
@@ -166,39 +194,62 @@ void Import(CSQLTree& tree, const SnippetsRequest& request, std::ostream& out) {
   out << told.str();
 }
 
+/// What killed exports left in a folder and those below it.
+void RemoveStraysBelow(const fs::path& folder) {
+  files::RemoveStrays(folder);
+  std::error_code error;
+  fs::recursive_directory_iterator entry(folder, error), end;
+  for (; !error && entry != end; entry.increment(error)) {
+    if (!entry->is_directory(error) || entry->is_symlink(error)) continue;
+    // Of version control and the like.
+    if (entry->path().filename().string().front() == '.') {
+      entry.disable_recursion_pending();
+    } else {
+      files::RemoveStrays(entry->path());
+    }
+  }
+}
+
+void Export(CSQLTree& tree, const fs::path& folder, std::ostream& out) {
+  RemoveStraysBelow(folder);
+  const auto done = ExportSnippets(
+      tree, folder,
+      [](const fs::path& file, const std::string& bytes) { files::WriteFile(file, bytes); });
+  for (const fs::path& file : done.Written) out << (folder / file).string() << '\n';
+  for (const fs::path& file : done.Removed) {
+    out << "removed " << (folder / file).string() << '\n';
+  }
+  for (const fs::path& file : done.Kept) out << "kept " << (folder / file).string() << '\n';
+}
+
 int Check(CSQLTree& tree, bool look, std::ostream& out) {
   const auto found = CheckTree(tree.Connection(), !look);
   for (const String& one : found) out << vb::ToUtf8(one) << '\n';
   return look && !found.empty() ? WouldChange : Done;
 }
 
-int Carry(const SnippetsRequest& request, const Streams& streams) {
-  const auto tree = OpenLibrary(request.Library, request.Data, request.Settings);
-  BatchPlatform services(TabWidth);
-  const platform::ScopedPlatform scope(services);
+int Carry(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams) {
   switch (request.Verb) {
     case SnippetsVerb::List:
-      List(*tree, streams.Out);
+      List(tree, streams.Out);
       break;
     case SnippetsVerb::Show:
-      Show(*tree, request.Record, streams.Out);
+      Show(tree, request.Record, streams.Out);
       break;
     case SnippetsVerb::Find:
-      Find(*tree, request.Words, streams.Out);
+      Find(tree, request.Words, streams.Out);
       break;
     case SnippetsVerb::Add:
-      Add(*tree, request, streams);
+      Add(tree, request, streams);
       break;
     case SnippetsVerb::Export:
-      for (const fs::path& file : ExportSnippets(*tree, request.File)) {
-        streams.Out << (fs::path(request.File) / file).string() << '\n';
-      }
+      Export(tree, request.File, streams.Out);
       break;
     case SnippetsVerb::Import:
-      Import(*tree, request, streams.Out);
+      Import(tree, request, streams.Out);
       break;
     case SnippetsVerb::Check:
-      return Check(*tree, request.Look, streams.Out);
+      return Check(tree, request.Look, streams.Out);
   }
   return Done;
 }
@@ -257,7 +308,14 @@ CLI::App* SnippetsCommand::Declare(CLI::App& program) {
 
 int SnippetsCommand::Run(const Streams& streams) {
   try {
-    return Carry(Request, streams);
+    const auto tree = OpenLibrary(Request.Library, Request.Data, Request.Settings);
+    BatchPlatform services(TabWidth);
+    const platform::ScopedPlatform scope(services);
+    try {
+      return Carry(*tree, Request, streams);
+    } catch (const vb::Failure& failure) {
+      throw Explained(failure, *tree);
+    }
   } catch (...) {
     streams.Err << "tessel: " << vb::CurrentFailure().what() << '\n';
     return Failed;

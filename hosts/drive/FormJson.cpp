@@ -18,11 +18,13 @@ Json TextList(const std::vector<String>& texts) {
 
 Json RowJson(const Grid& grid, int at) {
   const GridRow& row = grid.RowAt(at);
+  Json cells = Json::array();
+  for (int col = 0; col < grid.Cols(); ++col) cells.push_back(Utf8(grid.TextMatrix(at, col)));
   const auto tick = grid.TickColumnOf(at);
-  return {{"cells", TextList(row.Cells)},
+  return {{"cells", std::move(cells)},
           {"level", row.Level},
           {"data", row.Data},
-          {"cell-data", Utf8(row.CellData)},
+          {"cell-data", Utf8(String(row.CellData))},
           {"picture", row.Picture},
           {"collapsed", row.Collapsed},
           {"bold", row.Bold},

@@ -93,7 +93,10 @@ Json Session::Carry(const Json& request) {
 void Session::Connect() {
   if (connect_) Refuse("the add-in is connected already");
   connect_ = std::make_shared<tessel::Connect>();
-  connect_->OnRunEnded = [this](const RunResult& run) { TellRun(*this, run); };
+  connect_->OnRunEnded = [this](const RunResult& run) {
+    TellRun(*this, run);
+    if (!run.Touched.empty()) workspace_.ToolHasEdited();
+  };
   connect_->AddinInstance_OnConnection(workspace_.VBE());
   if (connect_) connect_->AddinInstance_OnStartupComplete();
 }

@@ -29,10 +29,12 @@ constexpr const char* Schema =
 
 std::string FoldedText(StringView text) { return vb::ToUtf8(vb::LCase(text)); }
 
-/// One opening of the file, for one call.
+/// One opening of the file, for one call; or the one that a group of changes has.
 class File {
  public:
-  File(const fs::path& path, bool create) : path_(path) {
+  File(const fs::path& path, bool create, sqlite3* group = nullptr)
+      : path_(path), db_(group), isGroups_(group != nullptr) {
+    if (isGroups_) return;
     if (create) {
       std::error_code error;
       fs::create_directories(path.parent_path(), error);
@@ -44,7 +46,7 @@ class File {
     if (create) Run("BEGIN IMMEDIATE");
     if (create) Run(Schema);
   }
-  ~File() { sqlite3_close_v2(db_); }
+  ~File() { Close(); }
   File(const File&) = delete;
   File& operator=(const File&) = delete;
 
@@ -53,17 +55,25 @@ class File {
   }
   [[noreturn]] void Fail() {
     const std::string why = db_ == nullptr ? "out of memory" : sqlite3_errmsg(db_);
-    sqlite3_close_v2(db_);
-    db_ = nullptr;
+    Close();
     throw vb::Failure(vb::PathFileAccess,
                       path_.u16string() + u": the settings can't be used: " + vb::FromUtf8(why),
                       u"Tessel");
   }
+  void Commit() {
+    if (!isGroups_) Run("COMMIT");
+  }
   [[nodiscard]] sqlite3* Handle() const { return db_; }
 
  private:
+  void Close() {
+    if (!isGroups_) sqlite3_close_v2(db_);
+    db_ = nullptr;
+  }
+
   fs::path path_;
   sqlite3* db_ = nullptr;
+  bool isGroups_ = false;
 };
 
 /// A statement with its parameters, stepped to its end by the caller.
@@ -151,7 +161,7 @@ struct BindValue {
 std::optional<RegistryValue> SqliteRegistry::GetValue(platform::RootKey root, StringView key,
                                                       StringView name) {
   if (!fs::exists(file_)) return std::nullopt;
-  File file(file_, false);
+  File file(file_, false, group_);
   Query query(file,
               "SELECT Value.Type, Value.Data FROM Key JOIN Value ON Value.KeyId = Key.Id WHERE "
               "Key.Root = ? AND Key.Folded = ? AND Value.Folded = ?");
@@ -162,7 +172,7 @@ std::optional<RegistryValue> SqliteRegistry::GetValue(platform::RootKey root, St
 
 void SqliteRegistry::SetValue(platform::RootKey root, StringView key, StringView name,
                               const RegistryValue& value) {
-  File file(file_, true);
+  File file(file_, true, group_);
   {
     Query make(file, "INSERT OR IGNORE INTO Key (Root, Folded, Path) VALUES (?, ?, ?)");
     make.Number(RootNumber(root)).Text(FoldedText(key)).Text(vb::ToUtf8(key)).Finish();
@@ -175,12 +185,12 @@ void SqliteRegistry::SetValue(platform::RootKey root, StringView key, StringView
     std::visit(BindValue{write}, value);
     write.Number(RootNumber(root)).Text(FoldedText(key)).Finish();
   }
-  file.Run("COMMIT");
+  file.Commit();
 }
 
 bool SqliteRegistry::DeleteKey(platform::RootKey root, StringView key) {
   if (!fs::exists(file_)) return false;
-  File file(file_, true);
+  File file(file_, true, group_);
   bool gone = false;
   {
     const std::string folded = FoldedText(key);
@@ -192,14 +202,14 @@ bool SqliteRegistry::DeleteKey(platform::RootKey root, StringView key) {
       gone = sqlite3_changes(file.Handle()) > 0;
     }
   }
-  file.Run("COMMIT");
+  file.Commit();
   return gone;
 }
 
 std::optional<std::vector<String>> SqliteRegistry::ValueNames(platform::RootKey root,
                                                               StringView key) {
   if (!fs::exists(file_)) return std::nullopt;
-  File file(file_, false);
+  File file(file_, false, group_);
   Query known(file, "SELECT Id FROM Key WHERE Root = ? AND Folded = ?");
   known.Number(RootNumber(root)).Text(FoldedText(key));
   if (!known.Step()) return std::nullopt;
@@ -208,6 +218,21 @@ std::optional<std::vector<String>> SqliteRegistry::ValueNames(platform::RootKey 
   std::vector<String> names;
   while (values.Step()) names.push_back(vb::FromUtf8(values.BytesAt(0)));
   return names;
+}
+
+void SqliteRegistry::Together(const std::function<void()>& changes) {
+  if (group_ != nullptr) return changes();
+  // Closed without a commit, it takes everything back.
+  File file(file_, true);
+  struct Group {
+    sqlite3*& Handle;
+    ~Group() { Handle = nullptr; }
+  };
+  {
+    const Group group{group_ = file.Handle()};
+    changes();
+  }
+  file.Commit();
 }
 
 }  // namespace tessel::linux_host

@@ -23,14 +23,18 @@ String Squeezed(StringView line) {
 bool SameClass(int kind, int other) { return (kind == VariableKind) == (other == VariableKind); }
 
 /// The attribute's line for an owner of another name.
+void Rename(HiddenLine& line, const String& owner) {
+  if (vb::SameText(line.Owner, owner)) return;
+  const std::size_t at = line.Text.find(line.Owner, StringView(u"Attribute").size());
+  if (at != String::npos) line.Text.replace(at, line.Owner.size(), owner);
+  line.Owner = owner;
+}
+
 void GiveTo(HiddenLine& line, const Declaration& owner) {
   line.Idle = false;
   line.Within = false;
   line.Kind = owner.Kind;
-  if (vb::SameText(line.Owner, owner.Name)) return;
-  const std::size_t at = line.Text.find(line.Owner, StringView(u"Attribute").size());
-  if (at != String::npos) line.Text.replace(at, line.Owner.size(), owner.Name);
-  line.Owner = owner.Name;
+  Rename(line, owner.Name);
 }
 
 /// Pairs those of one key: by their heads, then by what stands beside them, then in order.
@@ -67,6 +71,7 @@ int AttributeKeeper::Insert(int line, StringView text) {
   index_.Edited(line, 0, added);
   const bool follows = deletedCount_ > 0 && deletedAt_ == line;
   const int removed = follows ? deletedCount_ : -1;
+  if (removed == added) lines_.SetEnds(line, deletedEnds_);
   deletedCount_ = 0;
   if (!IsWatching()) return added;
   ShiftForInsert(line, added);
@@ -78,6 +83,7 @@ void AttributeKeeper::Delete(int first, int count) {
   std::vector<Ghost> gone;
   const bool watching = IsWatching();
   if (watching) gone = Collect(first, count);
+  deletedEnds_ = lines_.EndsOf(first, count);
   lines_.Delete(first, count);
   index_.Edited(first, count, 0);
   deletedAt_ = first;
@@ -88,6 +94,8 @@ void AttributeKeeper::Delete(int first, int count) {
 }
 
 int AttributeKeeper::Replace(int line, int count, StringView text) {
+  // What takes lines away and puts others in is one change, whoever does it.
+  if (count == 0 && deletedCount_ > 0 && deletedAt_ == line) return Insert(line, text);
   const std::vector<StringView> pieces = CutLines(text);
   const int all = static_cast<int>(pieces.size());
   const int most = std::min(count, all);
@@ -102,11 +110,13 @@ int AttributeKeeper::Replace(int line, int count, StringView text) {
   const bool watching = IsWatching();
   std::vector<Ghost> gone;
   if (watching && removed > 0) gone = Collect(at, removed);
+  const auto ends = removed == added ? lines_.EndsOf(at, removed) : std::vector<LineEnd>();
   if (removed > 0) lines_.Delete(at, removed);
   if (added > 0) {
     const auto* const begin = piece(same).data();
     const StringView last = piece(all - 1 - sameEnd);
     lines_.Insert(at, {begin, static_cast<std::size_t>(last.data() + last.size() - begin)});
+    lines_.SetEnds(at, ends);
   }
   if (removed + added > 0) index_.Edited(at, removed, added);
   deletedCount_ = 0;
@@ -127,6 +137,7 @@ AttributeKeeper::Ghost& AttributeKeeper::GhostOf(std::vector<Ghost>& gone, int l
     if (vb::SameText(at->Was.Name, hidden.Owner)) return *at;
   }
   Ghost ghost{{line, hidden.Owner, hidden.Kind}, KeyOf(hidden.Owner, hidden.Kind), {}, offset, {}};
+  ghost.Astray = !hidden.Idle;
   return *gone.insert(at, std::move(ghost));
 }
 
@@ -197,6 +208,7 @@ void AttributeKeeper::Reunite(const Change& change) {
     if (!atPlace) continue;
     (change.Removed >= 0 && ghost.Batch == batch_ ? justNow : here).push_back(&ghost);
   }
+  renamed_.clear();
   PairByName(justNow, candidates);
   PairByName(here, candidates);
   if (change.Removed >= 0) {
@@ -255,7 +267,7 @@ void AttributeKeeper::PairByName(const Ghosts& ghosts, Candidates& candidates) {
 void AttributeKeeper::PairRenamed(const Change& change, Candidates& candidates) {
   std::vector<Ghost*> left;
   for (Ghost& ghost : ghosts_) {
-    if (ghost.Batch == batch_ && !ghost.Gone) left.push_back(&ghost);
+    if (ghost.Batch == batch_ && !ghost.Gone && !ghost.Astray) left.push_back(&ghost);
   }
   std::vector<Candidate*> free;
   for (Candidate& one : candidates) {
@@ -271,7 +283,7 @@ void AttributeKeeper::PairRenamed(const Change& change, Candidates& candidates) 
       join(*left.front(), *free.front());
     return;
   }
-  if (!change.Replaced || change.Removed != change.Added) return;
+  if (change.Removed != change.Added) return;
   auto next = left.begin();
   for (Candidate* candidate : free) {
     const int offset = candidate->Is.Line - change.At;
@@ -284,7 +296,8 @@ void AttributeKeeper::PairRenamed(const Change& change, Candidates& candidates) 
   }
 }
 
-/// While its line is being written anew a declaration may be none for a moment.
+/// While its line is being written anew a declaration may be none for a moment. What hung on a
+/// line that didn't declare its owner goes on doing so.
 void AttributeKeeper::KeepOnLine(const Change& change, const Candidates& candidates) {
   for (Ghost& ghost : ghosts_) {
     if (ghost.Batch != batch_ || ghost.Gone || ghost.Lines.empty()) continue;
@@ -292,13 +305,15 @@ void AttributeKeeper::KeepOnLine(const Change& change, const Candidates& candida
     const bool declares = std::any_of(candidates.begin(), candidates.end(), [&](const auto& one) {
       return one.Is.Line == line && SameClass(one.Is.Kind, ghost.Was.Kind);
     });
-    if (declares) continue;
+    if (declares && !ghost.Astray) continue;
+    const auto renamed = renamed_.find(vb::LCase(ghost.Was.Name));
     HiddenLines hidden = lines_.HiddenAt(line);
     for (HiddenLine& one : ghost.Lines) {
-      one.Idle = true;
+      if (!ghost.Astray) one.Idle = true;
+      if (renamed != renamed_.end()) Rename(one, renamed->second);
       hidden.push_back(std::move(one));
     }
-    lines_.SetHidden(line, std::move(hidden));
+    Hang(line, std::move(hidden));
     ghost.Gone = true;
   }
 }
@@ -318,15 +333,21 @@ void AttributeKeeper::PairMoved(Candidates& candidates) {
 
 void AttributeKeeper::Attach(Ghost& ghost, const Declaration& to) {
   ghost.Gone = true;
+  if (!vb::SameText(ghost.Was.Name, to.Name))
+    renamed_.insert_or_assign(vb::LCase(ghost.Was.Name), to.Name);
   if (ghost.Lines.empty()) return;
   HiddenLines hidden = lines_.HiddenAt(to.Line);
   for (HiddenLine& one : ghost.Lines) {
     GiveTo(one, to);
     hidden.push_back(std::move(one));
   }
+  Hang(to.Line, std::move(hidden));
+}
+
+void AttributeKeeper::Hang(int line, HiddenLines hidden) {
   std::stable_sort(hidden.begin(), hidden.end(),
                    [](const HiddenLine& a, const HiddenLine& b) { return a.Order < b.Order; });
-  lines_.SetHidden(to.Line, std::move(hidden));
+  lines_.SetHidden(line, std::move(hidden));
 }
 
 void AttributeKeeper::Settle() {

@@ -1,6 +1,7 @@
-// Hidden attributes stay with their declarations through edits.
+// What a file has beside the text of its lines, attributes and line ends, stays through edits.
 #pragma once
 
+#include <unordered_map>
 #include <vector>
 
 #include "hosts/model/Declarations.h"
@@ -14,6 +15,7 @@ namespace tessel::model {
 /// that is inserted takes over from its predecessor: first from those of its name and kind that
 /// stood at this place, with the same head, with the same neighbours, then in order; else from the
 /// one that was changed in place, under its new name; else from one that was taken away elsewhere.
+/// Where as many lines come as went, they end as those did.
 class AttributeKeeper {
  public:
   /// Neither is owned; the index must be of these lines.
@@ -43,6 +45,7 @@ class AttributeKeeper {
     int Batch = 0;         // number of the edit that deleted it
     int From = 0, To = 0;  // the places ahead of these lines and between them are where it stood
     bool Gone = false;     // somebody took over
+    bool Astray = false;   // its lines hung on a line that didn't declare their owner
   };
   struct Candidate {
     Declaration Is;
@@ -71,6 +74,7 @@ class AttributeKeeper {
   void KeepOnLine(const Change& change, const Candidates& candidates);
   void PairMoved(Candidates& candidates);
   void Attach(Ghost& ghost, const Declaration& to);
+  void Hang(int line, HiddenLines hidden);
 
   LineBuffer& lines_;
   MemberIndex& index_;
@@ -79,6 +83,9 @@ class AttributeKeeper {
   int batch_ = 0;
   // The deletion that was the last edit; its count is 0 behind any other edit.
   int deletedAt_ = 0, deletedCount_ = 0;
+  std::vector<LineEnd> deletedEnds_;
+  // New names of those that were given one by the present edit, by their old ones in lower case.
+  std::unordered_map<String, String> renamed_;
 };
 
 }  // namespace tessel::model

@@ -92,10 +92,7 @@ void VBComponent::Activate() {
     return;
   }
   DesignerWindow().SetVisible(true);
-  if (const auto vbe = Environment()) {
-    vbe->Activate(Project());
-    vbe->Select(shared_from_this());
-  }
+  if (const auto vbe = Environment()) vbe->Select(shared_from_this());
   hook_->Tell(&Observer::DesignerShown, *this);
 }
 

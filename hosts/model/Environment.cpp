@@ -1,6 +1,9 @@
 #include "hosts/model/Environment.h"
-#include "forms/Document.h"
 
+#include <algorithm>
+
+#include "forms/Document.h"
+#include "hosts/model/ControlText.h"
 #include "hosts/model/UserInput.h"
 #include "hosts/model/Vbe.h"
 #include "vb/Failure.h"
@@ -43,10 +46,16 @@ CodeModule& ModuleAnywhere(Vbe& vbe, StringView name) {
   return *component->Module();
 }
 
-std::shared_ptr<Designer> DesignerOf(Vbe& vbe, StringView name) {
-  const auto component = ComponentAnywhere(vbe, name);
-  if (!component->OwnDesigner()) Missing(u"designer of", name);
-  return component->OwnDesigner();
+using Values = std::vector<std::pair<String, String>>;
+
+/// A new control shows its name, unless it is to show something else.
+Values WithText(StringView className, StringView name, Values values) {
+  const StringView property = TextPropertyOf(className);
+  const auto isThat = [&](const auto& one) { return vb::SameText(one.first, property); };
+  if (!property.empty() && std::none_of(values.begin(), values.end(), isThat)) {
+    values.emplace_back(property, name);
+  }
+  return values;
 }
 
 constexpr StringView Menus[] = {u"&File",    u"&Edit",   u"&View",  u"&Project", u"F&ormat",
@@ -228,29 +237,39 @@ std::shared_ptr<host::VBComponent> Environment::Component(StringView name) const
 std::shared_ptr<host::VBControl> Environment::AddControl(
     StringView component, StringView className, StringView name,
     const std::vector<std::pair<String, String>>& properties) {
-  auto control = DesignerOf(*vbe_, component)->AddControl(className, name, properties);
-  ClickDesigner(component);
+  const auto designer = TurnToDesigner(component);
+  auto control = designer->AddControl(className, name, WithText(className, name, properties));
+  ClickDesigner(*designer);
   return control;
 }
 
-/// Who works on a form has its designer open and clicks in it.
-void Environment::ClickDesigner(StringView component) {
+/// Ahead of what is done there: who hears of that asks for the active project.
+std::shared_ptr<Designer> Environment::TurnToDesigner(StringView component) {
   const auto owner = ComponentAnywhere(*vbe_, component);
+  if (!owner->OwnDesigner()) Missing(u"designer of", component);
+  vbe_->Select(owner);
+  return owner->OwnDesigner();
+}
+
+/// Who works on a form has its designer open and clicks in it.
+void Environment::ClickDesigner(const Designer& designer) {
+  const auto owner = designer.Component();
+  if (!owner || !owner->Project()) return;
   owner->MakeWindow();
   ClickChild(OwnWindows(), owner->DesignerHandle());
 }
 
 void Environment::RenameControl(StringView component, StringView name, StringView newName,
                                 int index) {
-  const auto designer = DesignerOf(*vbe_, component);
+  const auto designer = TurnToDesigner(component);
   designer->RenameControl(designer->Find(name, index), newName);
-  ClickDesigner(component);
+  ClickDesigner(*designer);
 }
 
 void Environment::RemoveControl(StringView component, StringView name, int index) {
-  const auto designer = DesignerOf(*vbe_, component);
+  const auto designer = TurnToDesigner(component);
   designer->TakeControl(*designer->Find(name, index)->Node());
-  ClickDesigner(component);
+  ClickDesigner(*designer);
 }
 
 String Environment::Text(StringView component) const {
@@ -278,6 +297,8 @@ void Environment::SetCaret(StringView component, const host::Selection& selectio
   OwnWindows().FocusMoved(pane->OwnWindow().Handle());
   Click(OwnWindows(), pane->OwnWindow().Handle());
 }
+
+void Environment::ToolHasEdited() { vbe_->OwnWindows().ShowProperties(); }
 
 void Environment::ClosePane(StringView component) {
   vbe_->ClosePane(ModuleAnywhere(*vbe_, component));

@@ -18,6 +18,7 @@ namespace tessel::model {
 
 class Vbe;
 class CodeModule;
+class Designer;
 class VBComponent;
 class VBProject;
 
@@ -67,6 +68,8 @@ class Environment {
   static void SetText(CodeModule& module, StringView text);
   /// Clicks into the pane: opens it, brings it to the front and selects.
   void SetCaret(StringView component, const host::Selection& selection);
+  /// A tool has changed code and lets the environment show its state anew.
+  void ToolHasEdited();
   /// Closes the pane; the one below it comes to the front.
   void ClosePane(StringView component);
 
@@ -90,7 +93,9 @@ class Environment {
   std::shared_ptr<Vbe> vbe_;
 
  private:
-  void ClickDesigner(StringView component);
+  /// The designer of a component that the user turns to.
+  [[nodiscard]] std::shared_ptr<Designer> TurnToDesigner(StringView component);
+  void ClickDesigner(const Designer& designer);
 };
 
 }  // namespace tessel::model

@@ -125,6 +125,35 @@ LineEnd LineBuffer::EndOf(int line) const {
   return blocks_[place.Block].LineEnds[static_cast<std::size_t>(place.Index)];
 }
 
+std::vector<LineEnd> LineBuffer::EndsOf(int first, int count) const {
+  std::vector<LineEnd> ends;
+  if (count < 1) return ends;
+  Place place = Find(first);
+  while (count > 0) {
+    const Block& block = blocks_[place.Block];
+    const int here = std::min(count, block.Count() - place.Index);
+    const auto begin = block.LineEnds.begin() + place.Index;
+    ends.insert(ends.end(), begin, begin + here);
+    count -= here;
+    place = {place.Block + 1, 0};
+  }
+  const bool plain =
+      std::all_of(ends.begin(), ends.end(), [&](LineEnd end) { return end == defaultEnd_; });
+  return plain ? std::vector<LineEnd>() : ends;
+}
+
+void LineBuffer::SetEnds(int first, const std::vector<LineEnd>& ends) {
+  if (ends.empty()) return;
+  Place place = Find(first);
+  for (std::size_t at = 0; at < ends.size(); place = {place.Block + 1, 0}) {
+    Block& block = blocks_[place.Block];
+    for (auto end = block.LineEnds.begin() + place.Index;
+         end != block.LineEnds.end() && at < ends.size(); ++end) {
+      *end = ends[at++];
+    }
+  }
+}
+
 String LineBuffer::Text(int first, int count) const {
   String text;
   for (int line = first; line < first + count; ++line) {

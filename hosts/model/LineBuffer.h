@@ -46,6 +46,11 @@ class LineBuffer {
   /// Inserts ahead of `line` (1 to Count() + 1). What stands behind the last line end of `text` is
   /// one more line, even when it is empty. Answers the number of lines.
   int Insert(int line, StringView text);
+  /// The ends of `count` lines from `first`, all of which must exist; nothing when all end as new
+  /// lines do.
+  [[nodiscard]] std::vector<LineEnd> EndsOf(int first, int count) const;
+  /// Lets the lines from `first` on, all of which must exist, end so.
+  void SetEnds(int first, const std::vector<LineEnd>& ends);
   /// Deletes lines, all of which must exist, with what hangs on them.
   void Delete(int first, int count);
 

@@ -61,7 +61,12 @@ Vbe::Vbe(platform::Platform& services)
       events_(std::make_shared<model::Events>(hook_)),
       windows_(std::make_shared<model::Windows>(hook_)),
       bars_(std::make_shared<model::CommandBars>(BarContext{hook_, &services, events_})),
-      projects_(std::make_shared<model::VBProjects>(hook_, this)) {}
+      projects_(std::make_shared<model::VBProjects>(hook_, this)) {
+  windows_->Table().ChildPressed = [this](std::intptr_t window) { DesignerPressed(window); };
+}
+
+/// Whoever holds a window holds the table.
+Vbe::~Vbe() { windows_->Table().ChildPressed = nullptr; }
 
 String Vbe::Version() {
   (*hook_)("VBE.Version");
@@ -113,10 +118,7 @@ void Vbe::BringToFront(const std::shared_ptr<CodePane>& pane) {
   std::erase(shown_, pane);
   shown_.push_back(pane);
   pane->OwnWindow().SetVisible(true);
-  if (const auto component = pane->Module()->Component()) {
-    Activate(component->Project());
-    Select(component);
-  }
+  if (const auto component = pane->Module()->Component()) Select(component);
   hook_->Tell(&Observer::PaneShown, pane);
 }
 
@@ -127,9 +129,19 @@ void Vbe::Activate(const std::shared_ptr<VBProject>& project) {
 }
 
 void Vbe::Select(const std::shared_ptr<VBComponent>& component) {
+  if (const auto project = component ? component->Project() : nullptr) Activate(project);
   if (selected_.lock() == component) return;
   selected_ = component;
   hook_->Tell(&Observer::ChoiceChanged);
+}
+
+/// A click on a form is one on its component.
+void Vbe::DesignerPressed(std::intptr_t window) {
+  for (const auto& project : projects_->All()) {
+    for (const auto& component : project->Components().All()) {
+      if (component->DesignerHandle() == window) return Select(component);
+    }
+  }
 }
 
 void Vbe::ClosePane(const CodeModule& module) {

@@ -37,6 +37,9 @@ class VBProjects : public host::VBProjects {
 class Vbe : public host::VBE, public std::enable_shared_from_this<Vbe> {
  public:
   explicit Vbe(platform::Platform& services);
+  ~Vbe() override;
+  Vbe(const Vbe&) = delete;
+  Vbe& operator=(const Vbe&) = delete;
 
   [[nodiscard]] String Version() override;
   [[nodiscard]] std::shared_ptr<host::VBProjects> VBProjects() override;
@@ -56,6 +59,7 @@ class Vbe : public host::VBE, public std::enable_shared_from_this<Vbe> {
   [[nodiscard]] std::shared_ptr<VBProject> Active() const { return active_.lock(); }
   [[nodiscard]] std::shared_ptr<VBComponent> Selected() const { return selected_.lock(); }
   void Activate(const std::shared_ptr<VBProject>& project);
+  /// The user turned to a component: its project becomes the active one with it. Null for none.
   void Select(const std::shared_ptr<VBComponent>& component);
 
   /// Who is told of changes from now on; null for nobody. Not owned.
@@ -70,6 +74,8 @@ class Vbe : public host::VBE, public std::enable_shared_from_this<Vbe> {
   [[nodiscard]] std::shared_ptr<Window> TakePane(const CodeModule& module);
 
  private:
+  void DesignerPressed(std::intptr_t window);
+
   Hook hook_;
   std::shared_ptr<model::Events> events_;
   std::shared_ptr<model::Windows> windows_;

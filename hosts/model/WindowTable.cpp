@@ -177,7 +177,7 @@ void WindowTable::SendWaiting() {
 
 std::intptr_t WindowTable::Send(const WindowMessage& message) {
   const auto found = hooks_.find(message.Window);
-  const std::intptr_t result = found == hooks_.end() ? 0 : Pass(found->second, message);
+  const std::intptr_t result = Pass(found == hooks_.end() ? Chain() : found->second, message);
   SendWaiting();
   return result;
 }
@@ -188,7 +188,15 @@ std::intptr_t WindowTable::Pass(Chain rest, const WindowMessage& message) {
     rest.pop_back();
     if (hook) return PassHook(*hook, std::move(rest), message);
   }
-  return 0;  // the window's own procedure
+  return OwnProcedure(message);
+}
+
+std::intptr_t WindowTable::OwnProcedure(const WindowMessage& message) const {
+  constexpr std::intptr_t LowWord = 0xFFFF;
+  const bool pressed = message.Number == platform::WM_ParentNotify &&
+                       (message.WParam & LowWord) == platform::WM_LButtonDown;
+  if (const auto tell = ChildPressed; tell && pressed) tell(message.Window);
+  return 0;
 }
 
 std::intptr_t WindowTable::PassHook(WindowHook& hook, Chain rest, const WindowMessage& message) {

@@ -20,8 +20,8 @@ struct WindowInfo {
   std::intptr_t Parent = 0;
 };
 
-/// Windows by their handles, in the order of their making. A window's own procedure does nothing
-/// and answers 0; what listens to it are the hooks.
+/// Windows by their handles, in the order of their making. A window's own procedure tells of a
+/// press in a child and answers 0; what else listens to it are the hooks.
 class WindowTable : public platform::Windows {
  public:
   using Handle = platform::WindowHandle;
@@ -51,6 +51,8 @@ class WindowTable : public platform::Windows {
   /// How posted messages reach their windows; at once when it isn't set. A host whose operations
   /// are not to be entered again from inside puts them off.
   std::function<void(std::function<void()> send)> Deliver;
+  /// The user pressed a child of a window.
+  std::function<void(Handle)> ChildPressed;
   /// Where a window stands, for an environment that draws its windows.
   std::function<std::optional<platform::WindowRectangle>(Handle)> PlaceOf;
   /// A tool wants a window to have the focus.
@@ -84,6 +86,7 @@ class WindowTable : public platform::Windows {
   [[nodiscard]] WindowInfo* InfoOf(Handle window);
   void TellParent(const WindowInfo& window, std::uint32_t event);
   std::intptr_t Pass(Chain rest, const platform::WindowMessage& message);
+  [[nodiscard]] std::intptr_t OwnProcedure(const platform::WindowMessage& message) const;
   std::intptr_t PassHook(platform::WindowHook& hook, Chain rest,
                          const platform::WindowMessage& message);
   /// Calls back unless a callback of the hook is under way.

@@ -84,7 +84,19 @@ std::shared_ptr<Window> Windows::CreateBelow(StringView className, StringView ca
   return std::make_shared<Window>(hook_, table_, table_->CreateUntold(className, caption, parent));
 }
 
+Windows::OneTurn::~OneTurn() {
+  if (--windows_.waiting_ > 0 || !std::exchange(windows_.turns_, false)) return;
+  try {
+    windows_.ShowProperties();
+  } catch (...) {  // whoever listens to windows keeps no operation from its end
+  }
+}
+
 void Windows::ShowProperties() {
+  if (waiting_ > 0) {
+    turns_ = true;
+    return;
+  }
   const auto field = table_->Create(u"Edit", {}, client_->Handle());
   table_->Destroy(field);
 }

@@ -65,6 +65,17 @@ class Windows : public host::Windows {
   /// The properties window turns to another object or shows a new value: it opens its field, a
   /// child of the client area, and puts it away.
   void ShowProperties();
+  /// While one lives, the properties window waits; behind the last it turns once, if it has to.
+  class OneTurn {
+   public:
+    explicit OneTurn(Windows& windows) : windows_(windows) { ++windows_.waiting_; }
+    ~OneTurn();
+    OneTurn(const OneTurn&) = delete;
+    OneTurn& operator=(const OneTurn&) = delete;
+
+   private:
+    Windows& windows_;
+  };
   /// The tool windows that are still held.
   [[nodiscard]] std::vector<ToolWindow> ToolWindows() const;
 
@@ -75,6 +86,8 @@ class Windows : public host::Windows {
   std::shared_ptr<WindowTable> table_;
   std::shared_ptr<Window> main_, client_, project_, properties_;
   std::vector<ToolWindow> toolWindows_;
+  int waiting_ = 0;
+  bool turns_ = false;  // behind the wait
 };
 
 }  // namespace tessel::model

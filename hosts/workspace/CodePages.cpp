@@ -199,6 +199,10 @@ bool IsKnownCodePage(int codePage) {
   return codePage == Utf8CodePage || IsDoubleByte(codePage) || vb::IsSingleByteCodePage(codePage);
 }
 
+bool IsAscii(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(), [](char unit) { return Byte(unit) < 0x80; });
+}
+
 String Decode(std::string_view bytes, int codePage) {
   if (codePage == Utf8CodePage) return vb::FromBytes(bytes);
   return DecodeByTable(bytes, TableOf(codePage));

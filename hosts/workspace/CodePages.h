@@ -16,6 +16,9 @@ inline constexpr int Utf8CodePage = 65001;
 /// Whether files of that code page can be read: 65001, 1250 to 1258, 874, 932, 936, 949, 950.
 [[nodiscard]] bool IsKnownCodePage(int codePage);
 
+/// Whether there is no byte above 127, so that every code page reads the same.
+[[nodiscard]] bool IsAscii(std::string_view bytes);
+
 /// Decodes. A byte that stands for no character, or for one that would be written otherwise, is
 /// kept as a lone surrogate (U+DC00 and the byte), so that `Encode` gives every input back.
 [[nodiscard]] String Decode(std::string_view bytes, int codePage);

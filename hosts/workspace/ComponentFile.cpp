@@ -176,6 +176,32 @@ void ComponentFile::SetCodePage(int codePage) {
   if (bom_ == 0) codePage_ = codePage;
 }
 
+bool ComponentFile::Suits(const model::VBComponent& component, int codePage) const {
+  if (bom_ > 0) return true;
+  if (codePage != codePage_ && !IsAscii(bytes_) &&
+      Decode(bytes_, codePage) != Decode(bytes_, codePage_)) {
+    return false;
+  }
+  if (!IsModified(component)) return true;
+  ComponentFile other = *this;
+  other.SetCodePage(codePage);
+  try {
+    static_cast<void>(other.Compose(component));
+    return true;
+  } catch (const vb::Failure&) {
+    return false;
+  }
+}
+
+bool ComponentFile::IsPlain(const model::VBComponent& component) const {
+  if (bom_ > 0) return true;
+  try {
+    return IsAscii(IsModified(component) ? Compose(component) : bytes_);
+  } catch (const vb::Failure&) {
+    return false;
+  }
+}
+
 std::shared_ptr<model::DesignerTree> ComponentFile::LoadDesigner() const {
   if (type_ == host::vbext_ct_StdModule || type_ == host::vbext_ct_ClassModule) return nullptr;
   if (headEnd_ == bom_) return nullptr;

@@ -55,6 +55,11 @@ class ComponentFile : public model::ComponentStorage {
   [[nodiscard]] bool HasByteOrderMark() const { return bom_ > 0; }
   void SetCodePage(int codePage);
   [[nodiscard]] int CodePage() const { return codePage_; }
+  /// Whether the component would be the same in another code page: the bytes that it is kept in,
+  /// and what was changed since.
+  [[nodiscard]] bool Suits(const model::VBComponent& component, int codePage) const;
+  /// Whether it holds nothing beyond ASCII, or says its code page itself.
+  [[nodiscard]] bool IsPlain(const model::VBComponent& component) const;
 
   /// The designer head; null for a component without one.
   [[nodiscard]] std::shared_ptr<model::DesignerTree> LoadDesigner() const;

@@ -41,10 +41,13 @@ std::shared_ptr<model::VBComponent> MakeComponent(const model::Hook& hook,
 }
 
 std::shared_ptr<model::VBComponent> ImportComponent(model::VBProject& project, StringView fileName,
-                                                    int codePage) {
+                                                    ProjectPage& page) {
   const fs::path path = fs::absolute(PathOf(vb::Replace(fileName, u"\\", u"/"))).lexically_normal();
-  const auto file = std::make_shared<ComponentFile>(path, files::ReadFile(path));
-  file->SetCodePage(codePage);
+  std::string bytes = files::ReadFile(path);
+  // What lies in the temporary folder was written for this project, in its page.
+  if (!IsTemporary(path)) page.Welcome(bytes, project);
+  const auto file = std::make_shared<ComponentFile>(path, std::move(bytes));
+  file->SetCodePage(page.Current());
   auto component = MakeComponent(project.OwnHook(), project.shared_from_this(), file);
   if (IsTemporary(path)) file->TakeOver();
   auto& components = project.Components();

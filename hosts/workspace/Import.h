@@ -5,6 +5,7 @@
 
 #include "hosts/model/Project.h"
 #include "hosts/workspace/ComponentFile.h"
+#include "hosts/workspace/ProjectPage.h"
 
 namespace tessel::workspace {
 
@@ -14,12 +15,12 @@ namespace tessel::workspace {
     const model::Hook& hook, const std::shared_ptr<model::VBProject>& project,
     const std::shared_ptr<ComponentFile>& file);
 
-/// Reads a component file in the project's code page and puts it into the project, under a free
-/// name where its own is taken. One that comes from the program's folder for temporary files is
-/// taken over: it has no file of its own until the user saves it. Fails with a vb::Failure that
+/// Reads a component file in the code page of its project and puts it into the project, under a
+/// free name where its own is taken. One that comes from the program's folder for temporary files
+/// is taken over: it has no file of its own until the user saves it. Fails with a vb::Failure that
 /// names the file; the project is as it was then.
 [[nodiscard]] std::shared_ptr<model::VBComponent> ImportComponent(model::VBProject& project,
                                                                   StringView fileName,
-                                                                  int codePage);
+                                                                  ProjectPage& page);
 
 }  // namespace tessel::workspace

@@ -104,7 +104,7 @@ void LoadedProject::LoadComponents(const std::shared_ptr<model::Vbe>& vbe) {
   };
   const std::string bytes = file_->Bytes();
   const fs::path folder = Folder();
-  const int likely = isChosen_ ? codePage_ : GuessCodePage({bytes});
+  const int likely = isChosen_ ? page_.Current() : GuessCodePage({bytes});
   std::vector<Read> all;
   std::vector<FilePtr> files;
   std::vector<std::string> names;
@@ -131,17 +131,18 @@ void LoadedProject::LoadComponents(const std::shared_ptr<model::Vbe>& vbe) {
   }
   if (!isChosen_) {
     const int ofNames = CodePageOfNames(folder, names, likely);
-    codePage_ = ofNames != 0 && ofNames != likely ? ofNames : GuessFor(files, bytes);
+    const bool byNames = ofNames != 0 && ofNames != likely;
+    page_ = ProjectPage(byNames ? ofNames : GuessFor(files, bytes), byNames);
   }
   const String name =
-      Decode(file_->Value("Name").value_or(file_->Path().stem().string()), codePage_);
+      Decode(file_->Value("Name").value_or(file_->Path().stem().string()), page_.Current());
   project_ = std::make_shared<model::VBProject>(vbe->OwnHook(), vbe, name, file_->Type());
   project_->File = TextOf(file_->Path());
   for (auto& [failure, read] : failed) AddProblem(failure, read.Entry, read.Path);
   for (const Read& one : all) {
     ComponentPtr component;
     if (one.File) {
-      one.File->SetCodePage(codePage_);
+      one.File->SetCodePage(page_.Current());
       try {
         component = MakeComponent(vbe->OwnHook(), project_, one.File);
       } catch (const vb::Failure& failure) {
@@ -163,7 +164,8 @@ void LoadedProject::AddProblem(const vb::Failure& failure, const ProjectEntry& e
   Problem problem(failure, file);
   problem.Project = project_;
   problem.Type = entry.Type;
-  problem.Component = entry.Name.empty() ? TextOf(file.stem()) : Decode(entry.Name, codePage_);
+  problem.Component =
+      entry.Name.empty() ? TextOf(file.stem()) : Decode(entry.Name, page_.Current());
   problems_.push_back(std::move(problem));
   named_.push_back(file);
 }
@@ -174,7 +176,7 @@ std::shared_ptr<LoadedProject> LoadedProject::LoadSingle(const std::shared_ptr<m
   const auto file = std::make_shared<ComponentFile>(path, std::move(bytes));
   const std::shared_ptr<LoadedProject> loaded(new LoadedProject(
       path.parent_path(), codePage != 0 ? codePage : GuessFor({file}, {}), codePage != 0));
-  file->SetCodePage(loaded->codePage_);
+  file->SetCodePage(loaded->page_.Current());
   loaded->project_ = std::make_shared<model::VBProject>(
       vbe->OwnHook(), vbe, vbe->Projects().FreeName(), host::vbext_pt_StandardExe);
   const auto component = MakeComponent(vbe->OwnHook(), loaded->project_, file);
@@ -187,6 +189,7 @@ std::shared_ptr<LoadedProject> LoadedProject::Found(
   const std::shared_ptr<LoadedProject> loaded(
       new LoadedProject(path.parent_path(), codePage != 0 ? codePage : 1252, codePage != 0));
   loaded->project_ = project;
+  loaded->page_.Fit(*project);
   const std::string text = std::string("Type=") + ProjectTypes[project->ProjectType] +
                            "\r\nStartup=\"(None)\"\r\nName=\"" +
                            loaded->InCodePage(project->PlainName()) +
@@ -211,7 +214,7 @@ std::shared_ptr<LoadedProject> LoadedProject::Found(
       imported->SetPath(*component, std::move(file));
     } else {
       component->SetStorage(
-          std::make_shared<ComponentFile>(std::move(file), *component, loaded->codePage_));
+          std::make_shared<ComponentFile>(std::move(file), *component, loaded->page_.Current()));
     }
   }
   return loaded;
@@ -225,12 +228,18 @@ void LoadedProject::Attach() {
   project_->OnRemoved = [weak](const ComponentPtr& component) {
     if (const auto self = weak.lock()) self->Removed(*component);
   };
-  const auto page = [weak] {
+  project_->Decoder = [weak](std::string_view bytes) {
     const auto self = weak.lock();
-    return self ? self->codePage_ : Utf8CodePage;
+    return self ? self->page_.TextOf(bytes, *self->project_) : Decode(bytes, Utf8CodePage);
   };
-  project_->Decoder = [page](std::string_view bytes) { return Decode(bytes, page()); };
-  project_->Encoder = [page](StringView text, std::size_t& at) { return Encode(text, page(), at); };
+  project_->Encoder = [weak](StringView text, std::size_t& at) {
+    const auto self = weak.lock();
+    return self ? self->page_.BytesOf(text, at, *self->project_) : Encode(text, Utf8CodePage, at);
+  };
+  page_.OwnBytes = [weak] {
+    const auto self = weak.lock();
+    return self && self->file_ ? self->file_->Bytes() : std::string();
+  };
   project_->Importer = [weak](StringView fileName) {
     const auto self = weak.lock();
     return self ? self->Import(fileName) : nullptr;
@@ -241,7 +250,7 @@ void LoadedProject::Attach() {
 void LoadedProject::Added(const ComponentPtr& component) {
   if (!component->Storage()) {
     component->SetStorage(
-        std::make_shared<ComponentFile>(FreePath(*component, {}), *component, codePage_));
+        std::make_shared<ComponentFile>(FreePath(*component, {}), *component, page_.Current()));
   } else if (const FilePtr file = FileOf(*component); file && file->IsNew()) {
     file->SetPath(*component, FreePath(*component, {}));
   }
@@ -262,7 +271,7 @@ void LoadedProject::Removed(const model::VBComponent& component) {
 void LoadedProject::FollowRemoved(const model::VBComponent& component, const String& name) {
   const auto names = [&](const char* key) {
     const auto value = file_->Value(key);
-    return value && vb::SameText(Decode(*value, codePage_), name);
+    return value && vb::SameText(Decode(*value, page_.Current()), name);
   };
   const auto& all = project_->Components().All();
   const auto find = [&](const auto& accept) {
@@ -284,7 +293,7 @@ void LoadedProject::FollowRemoved(const model::VBComponent& component, const Str
 }
 
 ComponentPtr LoadedProject::Import(StringView fileName) {
-  const auto component = ImportComponent(*project_, fileName, codePage_);
+  const auto component = ImportComponent(*project_, fileName, page_);
   const FilePtr file = FileOf(*component);
   if (file->IsNew()) {
     file->SetPath(*component, FreePath(*component, {}));
@@ -333,11 +342,11 @@ fs::path LoadedProject::FreePath(const model::VBComponent& component,
 
 std::string LoadedProject::InCodePage(StringView text) const {
   std::size_t at = 0;
-  auto bytes = Encode(text, codePage_, at);
+  auto bytes = Encode(text, page_.Current(), at);
   if (bytes) return *std::move(bytes);
   Fail(file_ ? file_->Path() : fs::path(),
        u"the character \"" + String(text.substr(at, 1)) + u"\" of \"" + String(text) +
-           u"\" is not in code page " + vb::Str(codePage_) + u"; nothing was written");
+           u"\" is not in code page " + vb::Str(page_.Current()) + u"; nothing was written");
 }
 
 /// The component's own line, and those that name it, say what it is called and where it is kept.
@@ -359,7 +368,7 @@ void LoadedProject::Follow(const model::VBComponent& component, ProjectFile& pro
     project.SetEntryName(entry.Id, InCodePage(name));
     for (const char* key : {"Startup", "IconForm"}) {
       const auto value = project.Value(key);
-      if (value && vb::SameText(Decode(*value, codePage_), entry.Name)) {
+      if (value && vb::SameText(Decode(*value, page_.Current()), entry.Name)) {
         project.SetValue(key, InCodePage(name));
       }
     }

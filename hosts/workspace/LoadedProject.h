@@ -13,6 +13,7 @@
 #include "hosts/model/Vbe.h"
 #include "hosts/workspace/ComponentFile.h"
 #include "hosts/workspace/ProjectFile.h"
+#include "hosts/workspace/ProjectPage.h"
 #include "vb/Failure.h"
 
 namespace tessel::workspace {
@@ -80,7 +81,7 @@ class LoadedProject : public std::enable_shared_from_this<LoadedProject> {
   using Entries = std::map<const model::VBComponent*, Entry>;
 
   LoadedProject(std::filesystem::path folder, int codePage, bool isChosen)
-      : folder_(std::move(folder)), codePage_(codePage), isChosen_(isChosen) {}
+      : folder_(std::move(folder)), page_(codePage, isChosen), isChosen_(isChosen) {}
   void LoadComponents(const std::shared_ptr<model::Vbe>& vbe);
   void AddProblem(const vb::Failure& failure, const ProjectEntry& entry,
                   const std::filesystem::path& file);
@@ -100,7 +101,7 @@ class LoadedProject : public std::enable_shared_from_this<LoadedProject> {
   std::filesystem::path folder_;
   std::shared_ptr<model::VBProject> project_;
   std::unique_ptr<ProjectFile> file_;
-  int codePage_;
+  ProjectPage page_;
   bool isChosen_;  // somebody said the code page
   Entries entries_;
   std::vector<std::filesystem::path> named_;        // by lines whose components aren't loaded

@@ -12,10 +12,6 @@ namespace fs = std::filesystem;
 
 constexpr int Pages[] = {Utf8CodePage, 932, 1252, 1251, 1250, 936, 949, 950, 1253, 1254, 1257};
 
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char unit) { return unit >= 0; });
-}
-
 fs::path NamedIn(const std::string& written, int page) { return PathOf(Decode(written, page)); }
 
 bool Exists(const fs::path& path) {

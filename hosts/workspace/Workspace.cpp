@@ -195,6 +195,7 @@ void Workspace::Show(const std::vector<ProjectPtr>& loaded) {
   vbe_->OwnHook()->Tell(&model::Observer::ProjectsChanged);
   vbe_->Activate(loaded.front()->Project());
   for (const auto& open : loaded) vbe_->OwnEvents().ProjectAdded(open->Project());
+  vbe_->OwnWindows().ShowProperties();
 }
 
 std::vector<Workspace::ProjectPtr> Workspace::Load(const fs::path& file, int codePage,
@@ -320,6 +321,7 @@ std::vector<fs::path> Workspace::SaveProjectAs(const std::shared_ptr<model::VBPr
   project->File = TextOf(file);
   std::erase(projects_, known);
   projects_.push_back(open);
+  vbe_->OwnWindows().ShowProperties();
   return written;
 }
 
@@ -332,13 +334,22 @@ void Workspace::SaveComponentAs(const host::VBComponent& component, const fs::pa
 
 /// A project that was never saved takes components in and gives them out, too.
 void Workspace::ProjectMade(model::VBProject& project) {
-  const int codePage = options_.CodePage != 0 ? options_.CodePage : DefaultCodePage;
+  const bool isChosen = options_.CodePage != 0;
+  const auto page =
+      std::make_shared<ProjectPage>(isChosen ? options_.CodePage : DefaultCodePage, isChosen);
   // The project holds these, so it is alive when they run.
-  project.Importer = [&project, codePage](StringView fileName) {
-    return ImportComponent(project, fileName, codePage);
+  project.Decoder = [&project, page](std::string_view bytes) {
+    return page->TextOf(bytes, project);
   };
-  project.Exporter = [codePage](model::VBComponent& component, StringView fileName) {
-    ComponentFile({}, component, codePage).SaveAs(component, fileName);
+  project.Encoder = [&project, page](StringView text, std::size_t& at) {
+    return page->BytesOf(text, at, project);
+  };
+  project.Importer = [&project, page](StringView fileName) {
+    return ImportComponent(project, fileName, *page);
+  };
+  project.Exporter = [&project, page](model::VBComponent& component, StringView fileName) {
+    page->Fit(project);
+    ComponentFile({}, component, page->Current()).SaveAs(component, fileName);
   };
 }
 
@@ -358,6 +369,7 @@ void Workspace::Reload(const host::VBComponent& given) {
   component->SetStorage(fresh);
   if (tree) component->AddDesigner(std::move(tree));
   vbe_->OwnHook()->Tell(&model::Observer::DesignerChanged, *component);
+  vbe_->OwnWindows().ShowProperties();
 }
 
 fs::path Workspace::FileOf(const host::VBComponent& component) const {

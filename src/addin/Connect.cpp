@@ -3,6 +3,7 @@
 #include "addin/Connect.h"
 
 #include <filesystem>
+#include <utility>
 
 #include "connections/OpenRegistered.h"
 #include "foundation/CAppSettings.h"
@@ -117,9 +118,10 @@ void Connect::AddinInstance_OnStartupComplete() {
 void Connect::ctrVBProjectsEvents_ItemAdded() {
   Run(u"Connect.ctrVBProjectsEvents_ItemAdded", [&] {
     if (!WindowIsWanted()) return;
-    explorerOpenedByUser_ = true;
+    // The user's own opening counts for good.
+    const bool before = std::exchange(explorerOpenedByUser_, true);
     ShowProjectExplorer();
-    explorerOpenedByUser_ = false;
+    explorerOpenedByUser_ = before;
   });
 }
 

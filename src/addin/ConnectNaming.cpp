@@ -142,6 +142,7 @@ void Connect::VBAUpdateControlName() {
     run([&] { Need(form).txtOldName.SetText(oldName); });
     if (names) run([&] { mFunctions::AddListInCombobox(Need(form).cmbNewName, *names); });
     run([&] { Need(form).Show(platform::ShowStyle::Modal); });
+    RefreshTreeExplorer(true);
   });
 }
 

@@ -1,6 +1,8 @@
 #include "builders/BuilderForm.h"
 
 #include "insertion/mGlobals.h"
+#include "platform/Platform.h"
+#include "presentation/mCodeConverter.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel {
@@ -17,15 +19,48 @@ bool BuilderForm::Accept(const std::optional<builders::Complaint>& complaint) {
       list->SetListIndex(complaint->Item);
     }
   }
-  return mFunctions::myBreak(complaint->Code, complaint->Info1, complaint->Info2);
+  if (complaint->Code != 0) {
+    return mFunctions::myBreak(complaint->Code, complaint->Info1, complaint->Info2);
+  }
+  platform::Current().Boxes().ShowMessage(complaint->Message, u"Tessel", platform::Exclamation);
+  return false;
 }
 
-void PreviewForm::WireLower(const Routines& routines, StringView helpTopic) {
+PreviewForm::PreviewForm(const BuilderKind& kind)
+    : BuilderForm(kind.Name, kind.Caption), kind_(kind) {
+  Icon = kind.Icon;
+  Border = forms::BorderStyle::Sizable;
+}
+
+void PreviewForm::View() {
+  Routine(kind_.View, [&] {
+    String code = Code();
+    // One change of a field may bring others, each of which comes here.
+    if (shown_ == code) return;
+    ShowCode(code);
+    shown_ = std::move(code);
+  });
+}
+
+void PreviewForm::ShowCode(StringView code) {
+  Lower->Preview.SetTextRTF(mCodeConverter::MakeRTF(code, Lower->Preview.Font->Charset));
+}
+
+void PreviewForm::Close() {
+  if (Connect != nullptr) ((*Connect.operator->()).*kind_.Hide)();
+}
+
+void PreviewForm::Form_Unload() {
+  shown_.reset();
+  Leave(kind_.Unload);
+}
+
+void PreviewForm::WireLower() {
   Follow(Lower->chkHeader, Lower->txtDescription);
-  Lower->btmOK.Click = Handler(routines.OK, [this](const Statements& run) { Finish(run); });
-  Lower->btmCancel.Click = Handler(routines.Cancel, [this] { Close(); });
+  Lower->btmOK.Click = Handler(kind_.OK, [this](const Statements& run) { Finish(run); });
+  Lower->btmCancel.Click = Handler(kind_.Cancel, [this] { Close(); });
   Lower->btmHelp.Click =
-      Handler(routines.Help, [helpTopic] { mGlobals::RunHelpFennick(helpTopic); });
+      Handler(kind_.Help, [topic = kind_.HelpTopic] { mGlobals::RunHelpFennick(topic); });
 }
 
 void PreviewForm::WireList(builders::ItemList& items, const ListRoutines& routines) {

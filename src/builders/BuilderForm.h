@@ -24,21 +24,33 @@ class BuilderForm : public ToolForm {
 /// Base of the builders: a preview that follows the fields, and text that goes into a component.
 class PreviewForm : public BuilderForm {
  protected:
-  using BuilderForm::BuilderForm;
+  /// What tells the builders apart. The names are those of their routines, literals.
+  struct BuilderKind {
+    std::string_view Name;
+    StringView Caption;
+    int Icon;
+    StringView OK, Cancel, Help, View, Unload;
+    StringView HelpTopic;
+    void (IConnect::*Hide)();  ///< how the root closes the dialog
+  };
+  /// `kind` must outlive the dialog.
+  explicit PreviewForm(const BuilderKind& kind);
 
-  /// Brings the preview up to date, as a routine of its own.
-  virtual void View() = 0;
+  /// The whole text as the fields stand.
+  [[nodiscard]] virtual String Code() const = 0;
+  /// Puts a text into the preview.
+  virtual void ShowCode(StringView code);
   /// What OK does, by statements of its handler.
   virtual void Finish(const Statements& run) = 0;
-  /// Closes the dialog by way of the root, if there is one.
-  virtual void Close() = 0;
 
-  /// Names of the handlers, literals.
-  struct Routines {
-    StringView OK, Cancel, Help;
-  };
+  /// Brings the preview up to date, as a routine of its own.
+  void View();
+  /// Closes the dialog by way of the root, if there is one.
+  void Close();
+  void Form_Unload() override;
+
   /// Lets the buttons do what they say, and the preview follow the comment.
-  void WireLower(const Routines& routines, StringView helpTopic);
+  void WireLower();
   struct ListRoutines {
     StringView Delete, MoveUp, MoveDown;
   };
@@ -80,6 +92,9 @@ class PreviewForm : public BuilderForm {
   builders::LowerPart* Lower = nullptr;
 
  private:
+  const BuilderKind& kind_;
+  /// What the preview shows; nothing ahead of the first time.
+  std::optional<String> shown_;
   void FollowOne(forms::CheckBox& box) {
     box.Click = [this] { View(); };
   }

@@ -1,5 +1,7 @@
 #include "builders/BuilderHeader.h"
 
+#include <algorithm>
+
 #include "scanning/mFunctions.h"
 #include "vb/Numbers.h"
 
@@ -14,6 +16,11 @@ String Line(StringView label, std::size_t width, StringView text) {
   String line = u"' " + String(label);
   line.resize(std::max(line.size(), width + 2), u' ');
   return line + u": " + String(text) + String(vb::CrLf);
+}
+
+bool IsPlain(char16_t unit) {
+  return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z') ||
+         (unit >= u'0' && unit <= u'9');
 }
 
 }  // namespace
@@ -34,10 +41,19 @@ String Header(const HeaderWords& words, StringView name, const HeaderChoices& ch
   return text + Line(u"Description", width, choices.Description) + Rule(u'-');
 }
 
+String TextOf(const Complaint& complaint) {
+  if (complaint.Code == 0) return complaint.Message;
+  return mFunctions::MessageText(complaint.Code, complaint.Info1, complaint.Info2);
+}
+
 std::optional<int> NameFault(StringView name) {
   if (vb::IsNumeric(vb::Left(name, 1))) return 2;
   if (name.empty()) return 4;
-  if (mFunctions::GetBadSymbols(name, mFunctions::BadNameSymbols)) return 3;
+  // Most names are letters and digits alone, and none of those is a bad symbol.
+  if (!std::all_of(name.begin(), name.end(), IsPlain) &&
+      mFunctions::GetBadSymbols(name, mFunctions::BadNameSymbols)) {
+    return 3;
+  }
   return std::nullopt;
 }
 

@@ -34,11 +34,14 @@ inline constexpr int FullHeaderLines = 6;
 
 /// Why a set of choices is refused.
 struct Complaint {
-  StringView Field;  ///< the field that is to get the focus, by the name of its control
-  int Code;          ///< number of the message
+  StringView Field{};  ///< the field that is to get the focus, by the name of its control
+  int Code = 0;        ///< number of the message; 0 where it has words of its own
   String Info1{}, Info2{};
-  int Item = -1;  ///< the item at fault where the field is a list, from 0
+  int Item = -1;     ///< the item at fault where the field is a list, from 0
+  String Message{};  ///< those words
 };
+/// What is told to the user.
+[[nodiscard]] String TextOf(const Complaint& complaint);
 
 /// A field that holds a name: the control's name, and the label that messages give it.
 struct NameField {

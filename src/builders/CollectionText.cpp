@@ -1,5 +1,7 @@
 #include "builders/CollectionText.h"
 
+#include "builders/LineLimits.h"
+
 namespace tessel::builders {
 namespace {
 
@@ -104,7 +106,14 @@ std::optional<Complaint> CheckField(const CollectionChoices& choices) {
           CheckName({u"txtCollectionClassName", u"Collection Class Name"}, choices.ClassName)) {
     return complaint;
   }
-  return CheckName({u"ComBaseClass", u"Base Class"}, choices.BaseClass);
+  if (auto complaint = CheckName({u"ComBaseClass", u"Base Class"}, choices.BaseClass)) {
+    return complaint;
+  }
+  FieldTexts fields{{u"txtCollectionClassName", u"Collection Class Name", choices.ClassName},
+                    {u"ComBaseClass", u"Base Class", choices.BaseClass},
+                    {{}, u"Prefix text Class", choices.VariablePrefix}};
+  AddComment(fields, choices.Comment);
+  return CheckLimitsOf(fields, [&] { return GeneratorTextClass(choices); });
 }
 
 String BaseClassText() { return u"Option Explicit" + String(vb::CrLf); }

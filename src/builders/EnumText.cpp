@@ -1,5 +1,7 @@
 #include "builders/EnumText.h"
 
+#include "builders/LineLimits.h"
+
 namespace tessel::builders {
 namespace {
 
@@ -42,7 +44,10 @@ std::optional<Complaint> CheckField(const EnumChoices& choices) {
   for (std::size_t at = 0; at < choices.Parameters.size(); ++at) {
     if (auto complaint = CheckItem(choices.Parameters[at], static_cast<int>(at))) return complaint;
   }
-  return std::nullopt;
+  FieldTexts fields{{u"txtName", u"Name", choices.Name}};
+  AddItems(fields, List, u"Members", choices.Parameters);
+  AddComment(fields, choices.Comment);
+  return CheckLimitsOf(fields, [&] { return GeneratorText(choices); });
 }
 
 int CaretOffset(const EnumChoices& choices) { return choices.Comment.Full ? FullHeaderLines : 0; }

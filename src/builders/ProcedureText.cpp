@@ -1,5 +1,7 @@
 #include "builders/ProcedureText.h"
 
+#include "builders/LineLimits.h"
+
 namespace tessel::builders {
 namespace {
 
@@ -51,7 +53,11 @@ std::optional<Complaint> CheckField(const ProcedureChoices& choices) {
   if (HasReturnValue(choices) && choices.ReturnValueType.empty()) {
     return Complaint{u"ComReturnValueType", 4, u"Return Value Type"};
   }
-  return std::nullopt;
+  FieldTexts fields{{u"txtName", u"Name", choices.Name},
+                    {u"ComReturnValueType", u"Return Value Type", choices.ReturnValueType}};
+  AddItems(fields, List, u"Arguments", choices.Arguments);
+  AddComment(fields, choices.Comment);
+  return CheckLimitsOf(fields, [&] { return GeneratorTextMethod(choices); });
 }
 
 int CaretOffset(const ProcedureChoices& choices) {

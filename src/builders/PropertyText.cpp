@@ -1,5 +1,7 @@
 #include "builders/PropertyText.h"
 
+#include "builders/LineLimits.h"
+
 namespace tessel::builders {
 namespace {
 
@@ -9,8 +11,10 @@ constexpr HeaderWords Words{u"Procedure", 13};
 constexpr StringView Label = u"Procedure    :";
 constexpr int DeclarationLines = 2;
 
-String Word(StringView word) { return word.empty() ? String() : String(word) + u" "; }
-String TypeOf(StringView type) { return type.empty() ? String() : u" As " + String(type); }
+/// Texts grow in place: a list may ask for thousands of properties.
+void Append(String& text, std::initializer_list<StringView> pieces) {
+  for (const StringView piece : pieces) text += piece;
+}
 
 /// Writes the parts of one property.
 class Parts {
@@ -18,44 +22,54 @@ class Parts {
   explicit Parts(const PropertyChoices& choices)
       : choices_(choices),
         header_(Header(Words, choices.Name, choices.Comment)),
-        scope_(Word(choices.Accessibility) + Word(choices.Static)),
+        as_(choices.ValueType.empty() ? u"" : u" As "),
         assign_(choices.LetSet ? u"    Set " : u"    ") {}
 
-  [[nodiscard]] String Get() const {
+  [[nodiscard]] String Declaration() const {
+    String text;
+    Append(text, {u"Private ", choices_.MemberVariable, choices_.Name, as_, choices_.ValueType,
+                  vb::CrLf, vb::CrLf});
+    return text;
+  }
+  void Get(String& text) const {
     // The comment says "Set" above a Get where objects are read, as it always has.
-    return Part(choices_.LetSet ? u"Property Set :" : u"Property Get :",
-                u"Property Get " + choices_.Name + u"()" + TypeOf(choices_.ValueType),
-                choices_.Name + u" = " + Variable());
+    Begin(text, choices_.LetSet ? u"Property Set :" : u"Property Get :");
+    Append(text, {u"Property Get ", choices_.Name, u"()", as_, choices_.ValueType, vb::CrLf,
+                  assign_, choices_.Name, u" = ", choices_.MemberVariable, choices_.Name, End});
   }
-  [[nodiscard]] String Take() const {
-    const String kind = choices_.LetSet ? u"Property Set " : u"Property Let ";
-    return Part(
-        kind + u":",
-        kind + choices_.Name + u"(ByVal " + choices_.Prefix + TypeOf(choices_.ValueType) + u")",
-        Variable() + u" = " + choices_.Prefix);
+  void Take(String& text) const {
+    Begin(text, choices_.LetSet ? u"Property Set :" : u"Property Let :");
+    Append(text, {choices_.LetSet ? u"Property Set " : u"Property Let ", choices_.Name, u"(ByVal ",
+                  choices_.Prefix, as_, choices_.ValueType, u")\r\n", assign_,
+                  choices_.MemberVariable, choices_.Name, u" = ", choices_.Prefix, End});
   }
-  [[nodiscard]] String Variable() const { return VariableOf(choices_); }
 
  private:
-  [[nodiscard]] String Part(StringView label, StringView head, StringView body) const {
-    const String end = String(vb::CrLf);
-    return vb::Replace(header_, Label, label) + scope_ + String(head) + end + assign_ +
-           String(body) + end + u"End Property" + end + end;
+  static constexpr StringView End = u"\r\nEnd Property\r\n\r\n";
+
+  void Begin(String& text, StringView label) const {
+    if (!header_.empty()) text += vb::Replace(header_, Label, label);
+    for (const StringView word :
+         {StringView(choices_.Accessibility), StringView(choices_.Static)}) {
+      if (!word.empty()) Append(text, {word, u" "});
+    }
   }
 
   const PropertyChoices& choices_;
-  String header_, scope_, assign_;
+  String header_;
+  StringView as_, assign_;
 };
 
 }  // namespace
 
 PropertyText GeneratorTextProperty(const PropertyChoices& choices) {
+  constexpr std::size_t UsualLength = 256;
   const Parts parts(choices);
   PropertyText text;
-  text.Declaration = u"Private " + parts.Variable() + TypeOf(choices.ValueType) + String(vb::CrLf) +
-                     String(vb::CrLf);
-  if (choices.Get) text.Body = parts.Get();
-  text.Body += parts.Take();
+  text.Declaration = parts.Declaration();
+  text.Body.reserve(UsualLength);
+  if (choices.Get) parts.Get(text.Body);
+  parts.Take(text.Body);
   return text;
 }
 
@@ -63,7 +77,19 @@ String VariableOf(const PropertyChoices& choices) { return choices.MemberVariabl
 
 std::optional<Complaint> CheckField(const PropertyChoices& choices) {
   if (auto complaint = CheckName({u"txtName", u"Name"}, choices.Name)) return complaint;
-  return CheckName({u"txtMemberVariable", u"Member Variable"}, choices.MemberVariable);
+  if (auto complaint =
+          CheckName({u"txtMemberVariable", u"Member Variable"}, choices.MemberVariable)) {
+    return complaint;
+  }
+  FieldTexts fields{{u"txtName", u"Name", choices.Name},
+                    {u"ComValueType", u"Value Type", choices.ValueType},
+                    {u"ComValueType", u"Value Type", choices.Prefix},
+                    {u"txtMemberVariable", u"Member Variable", choices.MemberVariable}};
+  AddComment(fields, choices.Comment);
+  return CheckLimitsOf(fields, [&] {
+    const PropertyText text = GeneratorTextProperty(choices);
+    return text.Declaration + text.Body;
+  });
 }
 
 int CaretOffset(const PropertyChoices& choices) {

@@ -1,14 +1,22 @@
 #include "builders/frmClassBuilder.h"
 
 #include "insertion/mGlobals.h"
-#include "presentation/mCodeConverter.h"
 #include "scanning/mFunctions.h"
 
 namespace tessel {
 
-frmClassBuilder::frmClassBuilder() : PreviewForm("frmClassBuilder", u"Create Collection Class") {
-  Icon = 102;
-  Border = forms::BorderStyle::Sizable;
+const frmClassBuilder::BuilderKind frmClassBuilder::Builder{"frmClassBuilder",
+                                                            u"Create Collection Class",
+                                                            102,
+                                                            u"frmClassBuilder.btmOK_Click",
+                                                            u"frmClassBuilder.btmCancel_Click",
+                                                            u"frmClassBuilder.btmHelp_Click",
+                                                            u"frmClassBuilder.ViewRTF",
+                                                            u"frmClassBuilder.Form_Unload",
+                                                            u"builders.htm",
+                                                            &IConnect::HideClassBuilder};
+
+frmClassBuilder::frmClassBuilder() : PreviewForm(Builder) {
   Lower = &Part;
   Arrange();
   Wire();
@@ -23,9 +31,7 @@ void frmClassBuilder::Arrange() {
 }
 
 void frmClassBuilder::Wire() {
-  WireLower({u"frmClassBuilder.btmOK_Click", u"frmClassBuilder.btmCancel_Click",
-             u"frmClassBuilder.btmHelp_Click"},
-            u"builders.htm");
+  WireLower();
   Follow(chkImplementsPublic, txtCollectionClassName);
   ComBaseClass.Click = [this] { ComBaseClass_Click_Change(); };
   ComBaseClass.Change = [this] { ComBaseClass_Click_Change(); };
@@ -68,12 +74,7 @@ void frmClassBuilder::ComBaseClass_Click_Change() {
   });
 }
 
-void frmClassBuilder::View() {
-  Routine(u"frmClassBuilder.ViewRTF", [&] {
-    Part.Preview.SetTextRTF(mCodeConverter::MakeRTF(builders::GeneratorTextClass(Choices()),
-                                                    Part.Preview.Font->Charset));
-  });
-}
+String frmClassBuilder::Code() const { return builders::GeneratorTextClass(Choices()); }
 
 void frmClassBuilder::Finish(const Statements& run) {
   const builders::CollectionChoices choices = Choices();
@@ -93,11 +94,5 @@ void frmClassBuilder::Finish(const Statements& run) {
   }
   run([&] { Close(); });
 }
-
-void frmClassBuilder::Close() {
-  if (Connect != nullptr) Connect->HideClassBuilder();
-}
-
-void frmClassBuilder::Form_Unload() { Leave(u"frmClassBuilder.Form_Unload"); }
 
 }  // namespace tessel

@@ -27,16 +27,15 @@ class frmClassBuilder : public PreviewForm {
 
  protected:
   void Form_Load() override;
-  void Form_Unload() override;
 
  private:
+  static const BuilderKind Builder;
   void Arrange();
   void Wire();
   void LoadParametr();
   void ComBaseClass_Click_Change();
-  void View() override;
+  [[nodiscard]] String Code() const override;
   void Finish(const Statements& run) override;
-  void Close() override;
   [[nodiscard]] builders::CollectionChoices Choices() const;
 };
 

@@ -5,8 +5,18 @@
 
 namespace tessel {
 
-frmEnumBuilder::frmEnumBuilder() : PreviewForm("frmEnumBuilder", u"Enum Builder") {
-  Border = forms::BorderStyle::Sizable;
+const frmEnumBuilder::BuilderKind frmEnumBuilder::Builder{"frmEnumBuilder",
+                                                          u"Enum Builder",
+                                                          0,
+                                                          u"frmEnumBuilder.btmOK_Click",
+                                                          u"frmEnumBuilder.btmCancel_Click",
+                                                          u"frmEnumBuilder.btmHelp_Click",
+                                                          u"frmEnumBuilder.ViewRTF",
+                                                          u"frmEnumBuilder.Form_Unload",
+                                                          u"Create_Enum.htm",
+                                                          &IConnect::HideEnum};
+
+frmEnumBuilder::frmEnumBuilder() : PreviewForm(Builder) {
   Lower = &Part;
   Arrange();
   Wire();
@@ -22,9 +32,7 @@ void frmEnumBuilder::Arrange() {
 }
 
 void frmEnumBuilder::Wire() {
-  WireLower({u"frmEnumBuilder.btmOK_Click", u"frmEnumBuilder.btmCancel_Click",
-             u"frmEnumBuilder.btmHelp_Click"},
-            u"Create_Enum.htm");
+  WireLower();
   Follow(Name.txtName, Access.ComAccessibility, Module.ComModule);
   WireList(ListParameters, {u"frmEnumBuilder.btmDel_Click", u"frmEnumBuilder.btmMoveUp_Click",
                             u"frmEnumBuilder.btmMoveDown_Click"});
@@ -59,10 +67,10 @@ void frmEnumBuilder::LoadParametr() {
   });
 }
 
-void frmEnumBuilder::View() {
-  Routine(u"frmEnumBuilder.ViewRTF", [&] {
-    mFunctions::ViewTextRichtextbox(Part.Preview, builders::GeneratorText(Choices()));
-  });
+String frmEnumBuilder::Code() const { return builders::GeneratorText(Choices()); }
+
+void frmEnumBuilder::ShowCode(StringView code) {
+  mFunctions::ViewTextRichtextbox(Part.Preview, code);
 }
 
 void frmEnumBuilder::Finish(const Statements& run) {
@@ -74,11 +82,5 @@ void frmEnumBuilder::Finish(const Statements& run) {
     run([&] { Close(); });
   }
 }
-
-void frmEnumBuilder::Close() {
-  if (Connect != nullptr) Connect->HideEnum();
-}
-
-void frmEnumBuilder::Form_Unload() { Leave(u"frmEnumBuilder.Form_Unload"); }
 
 }  // namespace tessel

@@ -21,15 +21,15 @@ class frmEnumBuilder : public PreviewForm {
 
  protected:
   void Form_Load() override;
-  void Form_Unload() override;
 
  private:
+  static const BuilderKind Builder;
   void Arrange();
   void Wire();
   void LoadParametr();
-  void View() override;
+  [[nodiscard]] String Code() const override;
+  void ShowCode(StringView code) override;
   void Finish(const Statements& run) override;
-  void Close() override;
   [[nodiscard]] builders::EnumChoices Choices() const;
 
   std::shared_ptr<frmParameterEnum> parameter_;

@@ -1,14 +1,22 @@
 #include "builders/frmProcedureBuilder.h"
 
 #include "insertion/mGlobals.h"
-#include "presentation/mCodeConverter.h"
 
 namespace tessel {
 
-frmProcedureBuilder::frmProcedureBuilder()
-    : PreviewForm("frmProcedureBuilder", u"Procedure Builder") {
-  Icon = 104;
-  Border = forms::BorderStyle::Sizable;
+const frmProcedureBuilder::BuilderKind frmProcedureBuilder::Builder{
+    "frmProcedureBuilder",
+    u"Procedure Builder",
+    104,
+    u"frmProcedureBuilder.btmOK_Click",
+    u"frmProcedureBuilder.btmCancel_Click",
+    u"frmProcedureBuilder.btmHelp_Click",
+    u"frmProcedureBuilder.ViewRTF",
+    u"frmProcedureBuilder.Form_Unload",
+    u"builders.htm",
+    &IConnect::HideProcedureBuilder};
+
+frmProcedureBuilder::frmProcedureBuilder() : PreviewForm(Builder) {
   Lower = &Part;
   Arrange();
   Wire();
@@ -26,9 +34,7 @@ void frmProcedureBuilder::Arrange() {
 }
 
 void frmProcedureBuilder::Wire() {
-  WireLower({u"frmProcedureBuilder.btmOK_Click", u"frmProcedureBuilder.btmCancel_Click",
-             u"frmProcedureBuilder.btmHelp_Click"},
-            u"builders.htm");
+  WireLower();
   Follow(Name.txtName, Access.ComAccessibility, Static.ComStatic, ComReturnValueType,
          Module.ComModule);
   ComType.Click = Handler(u"frmProcedureBuilder.ComType_Click", [this] {
@@ -90,12 +96,7 @@ void frmProcedureBuilder::EnableReturnType() {
   ComReturnValueType.SetEnabled(builders::HasReturnValue(Choices()));
 }
 
-void frmProcedureBuilder::View() {
-  Routine(u"frmProcedureBuilder.ViewRTF", [&] {
-    Part.Preview.SetTextRTF(mCodeConverter::MakeRTF(builders::GeneratorTextMethod(Choices()),
-                                                    Part.Preview.Font->Charset));
-  });
-}
+String frmProcedureBuilder::Code() const { return builders::GeneratorTextMethod(Choices()); }
 
 void frmProcedureBuilder::Finish(const Statements& run) {
   const builders::ProcedureChoices choices = Choices();
@@ -105,11 +106,5 @@ void frmProcedureBuilder::Finish(const Statements& run) {
     run([&] { Close(); });
   }
 }
-
-void frmProcedureBuilder::Close() {
-  if (Connect != nullptr) Connect->HideProcedureBuilder();
-}
-
-void frmProcedureBuilder::Form_Unload() { Leave(u"frmProcedureBuilder.Form_Unload"); }
 
 }  // namespace tessel

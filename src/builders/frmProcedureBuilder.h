@@ -30,16 +30,15 @@ class frmProcedureBuilder : public PreviewForm {
 
  protected:
   void Form_Load() override;
-  void Form_Unload() override;
 
  private:
+  static const BuilderKind Builder;
   void Arrange();
   void Wire();
   void LoadParametr();
   void EnableReturnType();
-  void View() override;
+  [[nodiscard]] String Code() const override;
   void Finish(const Statements& run) override;
-  void Close() override;
   [[nodiscard]] builders::ProcedureChoices Choices() const;
 
   std::vector<String> types_;

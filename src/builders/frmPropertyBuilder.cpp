@@ -3,13 +3,22 @@
 #include <algorithm>
 
 #include "insertion/mGlobals.h"
-#include "presentation/mCodeConverter.h"
 
 namespace tessel {
 
-frmPropertyBuilder::frmPropertyBuilder() : PreviewForm("frmPropertyBuilder", u"Property Builder") {
-  Icon = 103;
-  Border = forms::BorderStyle::Sizable;
+const frmPropertyBuilder::BuilderKind frmPropertyBuilder::Builder{
+    "frmPropertyBuilder",
+    u"Property Builder",
+    103,
+    u"frmPropertyBuilder.btmOK_Click",
+    u"frmPropertyBuilder.btmCancel_Click",
+    u"frmPropertyBuilder.btmHelp_Click",
+    u"frmPropertyBuilder.ViewTextRichtextboxWindow",
+    u"frmPropertyBuilder.Form_Unload",
+    u"builders.htm",
+    &IConnect::HidePropertyBuilder};
+
+frmPropertyBuilder::frmPropertyBuilder() : PreviewForm(Builder) {
   Lower = &Part;
   Arrange();
   Wire();
@@ -28,9 +37,7 @@ void frmPropertyBuilder::Arrange() {
 }
 
 void frmPropertyBuilder::Wire() {
-  WireLower({u"frmPropertyBuilder.btmOK_Click", u"frmPropertyBuilder.btmCancel_Click",
-             u"frmPropertyBuilder.btmHelp_Click"},
-            u"builders.htm");
+  WireLower();
   Follow(txtMemberVariable, Access.ComAccessibility, Static.ComStatic, Module.ComModule, chkGet,
          chkLetSet);
   // Both take the type's prefix again, also over one that was typed.
@@ -102,12 +109,9 @@ void frmPropertyBuilder::TakePrefix(StringView routine) {
   });
 }
 
-void frmPropertyBuilder::View() {
-  Routine(u"frmPropertyBuilder.ViewTextRichtextboxWindow", [&] {
-    const builders::PropertyText text = builders::GeneratorTextProperty(Choices());
-    Part.Preview.SetTextRTF(
-        mCodeConverter::MakeRTF(text.Declaration + text.Body, Part.Preview.Font->Charset));
-  });
+String frmPropertyBuilder::Code() const {
+  const builders::PropertyText text = builders::GeneratorTextProperty(Choices());
+  return text.Declaration + text.Body;
 }
 
 void frmPropertyBuilder::Finish(const Statements& run) {
@@ -123,11 +127,5 @@ void frmPropertyBuilder::Finish(const Statements& run) {
     run([&] { Close(); });
   }
 }
-
-void frmPropertyBuilder::Close() {
-  if (Connect != nullptr) Connect->HidePropertyBuilder();
-}
-
-void frmPropertyBuilder::Form_Unload() { Leave(u"frmPropertyBuilder.Form_Unload"); }
 
 }  // namespace tessel

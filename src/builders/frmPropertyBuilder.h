@@ -27,17 +27,16 @@ class frmPropertyBuilder : public PreviewForm {
 
  protected:
   void Form_Load() override;
-  void Form_Unload() override;
 
  private:
+  static const BuilderKind Builder;
   void Arrange();
   void Wire();
   void LoadParametr();
   /// The handler of that name: the prefix of the chosen type takes its place.
   void TakePrefix(StringView routine);
-  void View() override;
+  [[nodiscard]] String Code() const override;
   void Finish(const Statements& run) override;
-  void Close() override;
   /// Prefix of the chosen type; empty when there is none.
   [[nodiscard]] String PrefixOfType() const;
   [[nodiscard]] builders::PropertyChoices Choices() const;

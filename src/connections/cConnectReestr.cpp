@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "foundation/ServiceClass.h"
+#include "platform/GroupedChanges.h"
 #include "platform/Platform.h"
 
 namespace tessel {
@@ -85,10 +86,13 @@ void cConnectReestr::DeleteConnection(StringView fileName) {
   Service.Guard([&] {
     const auto known = GetAllConnect();
     if (!known) return;
-    appSettings_->DeleteSetting(keyName_, u"");
-    for (const RegisteredConnection& row : *known) {
-      if (!vb::SameText(row.FileName, fileName)) SaveConnect(row.Name, row.FileName);
-    }
+    // An end between the two would leave no connection at all.
+    platform::ChangeTogether(platform::Current().Registry(), [&] {
+      appSettings_->DeleteSetting(keyName_, u"");
+      for (const RegisteredConnection& row : *known) {
+        if (!vb::SameText(row.FileName, fileName)) SaveConnect(row.Name, row.FileName);
+      }
+    });
   });
 }
 

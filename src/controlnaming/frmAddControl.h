@@ -19,12 +19,12 @@ class frmAddControl : public NamingForm {
                        {.Caption = u"Use this feature to modify the Name and Text/Caption "
                                    u"properties of the selected control according to the naming "
                                    u"standard"}};
-  forms::Label lblTextCaption{this, "lblTextCaption", {.Caption = u"Text"}};
+  forms::Label lblTextCaption{this, "lblTextCaption", {.Caption = u"&Text"}};
   forms::TextBox txtText{this, "txtText"};
-  forms::Label lblName{this, "lblName", {.Caption = u"Name"}};
+  forms::Label lblName{this, "lblName", {.Caption = u"&Name"}};
   forms::TextBox txtName{this, "txtName", {.Text = u"Name", .ToolTipText = u"Name"}};
-  forms::Button btmStandards{this, "btmStandards", {.Caption = u"Standards..."}};
   forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
+  forms::Button btmStandards{this, "btmStandards", {.Caption = u"&Standards..."}};
   forms::Button btmOK{this, "btmOK", {.Caption = u"OK"}};
   forms::Button btmCansel{this, "btmCansel", {.Caption = u"Cancel"}};
 

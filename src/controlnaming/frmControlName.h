@@ -18,8 +18,8 @@ class frmControlName : public NamingForm {
   forms::Label lblOldName{this, "lblOldName"};
   forms::Label lblNewCaption{this, "lblNewCaption", {.Caption = u"New Name:"}};
   forms::Label lblNewName{this, "lblNewName"};
-  forms::Button btmYes{this, "btmYes", {.Caption = u"Yes"}};
-  forms::Button btmNo{this, "btmNo", {.Caption = u"No"}};
+  forms::Button btmYes{this, "btmYes", {.Caption = u"&Yes"}};
+  forms::Button btmNo{this, "btmNo", {.Caption = u"&No"}};
 
  protected:
   void Form_Load() override;

@@ -28,7 +28,7 @@ void frmUpdateControlName::Form_Load() {
 void frmUpdateControlName::Yes() {
   Routine(u"frmUpdateControlName.btmYes_Click", [&](const Statements& run) {
     const String& oldName = txtOldName.Text();
-    const String& label = lblOldName.Caption();
+    const String& label = txtOldName.ToolTipText();
     if (oldName.empty()) return run([&] { Refuse(txtOldName, FieldIsEmpty, label); });
     if (mFunctions::GetBadSymbols(oldName, mFunctions::BadNameSymbols)) {
       return run([&] { Refuse(txtOldName, BadSymbols, label, mFunctions::BadNameSymbols); });

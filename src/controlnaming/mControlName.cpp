@@ -1,5 +1,6 @@
 #include "controlnaming/mControlName.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "insertion/ReplaceLines.h"
@@ -37,15 +38,62 @@ std::vector<String> EventProcedures(const std::vector<Member>& members, StringVi
   return names;
 }
 
+/// A text in which nothing is found again where something was put in: the new name often ends in
+/// the old one, and one procedure's name may be the start of another's.
+class OnceReplaced {
+ public:
+  explicit OnceReplaced(StringView text) : text_(text) {}
+
+  void Replace(StringView from, StringView to) {
+    String result;
+    std::vector<Range> written;
+    std::size_t copied = 0;
+    auto kept = written_.begin();
+    const auto copyUpTo = [&](std::size_t end) {
+      for (; kept != written_.end() && kept->End <= end; ++kept) {
+        written.push_back(
+            {kept->Begin - copied + result.size(), kept->End - copied + result.size()});
+      }
+      result.append(text_, copied, end - copied);
+    };
+    for (std::size_t at = text_.find(from); at != String::npos;) {
+      const auto near =
+          std::find_if(kept, written_.end(), [&](const Range& range) { return range.End > at; });
+      if (near != written_.end() && near->Begin < at + from.size()) {
+        at = text_.find(from, near->End);
+        continue;
+      }
+      copyUpTo(at);
+      written.push_back({result.size(), result.size() + to.size()});
+      result += to;
+      copied = at + from.size();
+      at = text_.find(from, copied);
+    }
+    if (copied == 0) return;
+    copyUpTo(text_.size());
+    text_ = std::move(result);
+    written_ = std::move(written);
+  }
+  [[nodiscard]] String Take() { return std::move(text_); }
+
+ private:
+  struct Range {
+    std::size_t Begin, End;
+  };
+  String text_;
+  std::vector<Range> written_;  // in order, apart
+};
+
 }  // namespace
 
 String NamesUpdated(StringView text, const std::vector<String>& eventProcedures, StringView oldName,
                     StringView newName) {
-  String updated(text);
+  OnceReplaced procedures(text);
   for (const String& procedure : eventProcedures) {
     const String renamed = vb::Replace(procedure, oldName, newName);
-    if (renamed != procedure) updated = vb::Replace(updated, procedure, renamed);
+    if (renamed != procedure) procedures.Replace(procedure, renamed);
   }
+  String updated = procedures.Take();
   for (const Delimiters& by : Table) {
     updated = vb::Replace(updated, Enclosed(by, oldName), Enclosed(by, newName));
   }
@@ -55,7 +103,8 @@ String NamesUpdated(StringView text, const std::vector<String>& eventProcedures,
 void RunUpdateCodeName(const std::shared_ptr<host::CodeModule>& codeModule, StringView oldName,
                        StringView newName) {
   Routine(u"mControlName.RunUpdateCodeName", [&](const Statements& run) {
-    if (!codeModule) return;
+    // A control of a damaged form may lack a name: blanks that stand together enclose none.
+    if (!codeModule || oldName.empty() || oldName == newName) return;
     const int count = run([&] { return codeModule->CountOfLines(); });
     if (count < 1) return;
     // A module that could not be read must not be written back empty.

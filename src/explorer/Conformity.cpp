@@ -144,9 +144,11 @@ bool MembersDiffer(const cComponentes& model, const std::shared_ptr<host::CodeMo
   auto next = model.begin();
   for (const Member& row : members.value_or(std::vector<Member>())) {
     const auto isThat = [&](const cNameProcedures& one) {
-      return one.vbext == row.Kind && vb::SameText(one.Name, row.Name);
+      return one.vbext == row.Kind &&
+             one.Name.Read([&](StringView name) { return vb::SameText(name, row.Name); });
     };
-    if (next != model.end() && next->second->vbext == row.Kind && next->second->Name == row.Name) {
+    if (next != model.end() && next->second->vbext == row.Kind &&
+        next->second->Name == StringView(row.Name)) {
       if (next->second->ProcStartLine != row.StartLine) return true;
       ++next;
     } else if (!IsAhead(model, next, isThat)) {

@@ -54,7 +54,7 @@ GridRow RowFor(Level level, int picture, StringView caption, StringView key,
   GridRow row;
   row.Level = level;
   row.Picture = picture;
-  row.Cells.resize(Columns);
+  row.Cells.resize(ComponentColumn + 1);
   row.Cells[CaptionColumn] = caption;
   row.Cells[KeyColumn] = key;
   row.Cells[ProjectColumn] = project.VBProjectName;
@@ -96,7 +96,9 @@ void AddMembers(std::vector<GridRow>& rows, const GridRow& component, const cCom
     GridRow row;
     row.Level = MemberLevel;
     row.Picture = kind->Picture;
+    row.Cells.reserve(LineColumn + 1);
     row.Cells = component.Cells;
+    row.Cells.resize(LineColumn + 1);
     row.Cells[CaptionColumn] = member->Name;
     row.Cells[KeyColumn] = member->NameAndType;
     row.Cells[LineColumn] = vb::Str(member->ProcStartLine);
@@ -118,6 +120,19 @@ void AddGroup(std::vector<GridRow>& rows, const cProjectes& project, const cType
     const GridRow own = rows[at];
     AddMembers(rows, own, *component, filter);
   }
+}
+
+/// How many rows there are when each member has one.
+std::size_t MostRowsOf(const cProjecteses& model) {
+  std::size_t count = model.Count();
+  for (const auto& [key, project] : model) {
+    count += project->Count();
+    for (const auto& [type, group] : *project) {
+      count += group->Count();
+      for (const auto& [name, component] : *group) count += component->Count();
+    }
+  }
+  return count;
 }
 
 }  // namespace
@@ -142,6 +157,7 @@ int DocumentPicture(std::int32_t hostCode, StringView name) {
 
 std::vector<GridRow> RowsOf(const cProjecteses& model, const MemberFilter& filter) {
   std::vector<GridRow> rows;
+  rows.reserve(MostRowsOf(model));
   for (const auto& [key, project] : model) {
     rows.push_back(
         RowFor(ProjectLevel, project->IcoProject, project->Name, project->Name, *project));
@@ -152,6 +168,7 @@ std::vector<GridRow> RowsOf(const cProjecteses& model, const MemberFilter& filte
 
 std::vector<GridRow> MemberRows(const ComponentPlace& place, const MemberFilter& filter) {
   std::vector<GridRow> rows;
+  rows.reserve(place.Component.Count());
   if (const auto look = LookOf(place.Group.TypeComponent)) {
     AddMembers(rows, ComponentRow(place, *look), place.Component, filter);
   }

@@ -51,7 +51,8 @@ int TreeWords::Narrow(std::vector<GridRow>& rows) const {
   std::vector<State> above;
   for (std::size_t row = 0; row < rows.size(); ++row) {
     while (!above.empty() && above.back().Level >= rows[row].Level) above.pop_back();
-    const String folded = vb::LCase(rows[row].Cells[CaptionColumn]);
+    const String folded =
+        rows[row].Cells[CaptionColumn].Read([](StringView text) { return vb::LCase(text); });
     const State* const over = above.empty() ? nullptr : &above.back();
     bool own = false;
     State state{row,

@@ -239,7 +239,8 @@ bool udProjectExplorer::ProjectsMayDiffer(const Statements& run) {
   bool differs = run([&] { return ConformityComponent(project, component); });
   if (!differs) {
     const auto active = run([&] { return ActiveComponent(); });
-    differs = active && ConformityActiveComponent(project, active) != Conformity::Same;
+    const String owner = active ? ProjectOfComponent(active) : String();
+    differs = !owner.empty() && ConformityActiveComponent(owner, active) != Conformity::Same;
   }
   if (differs) Reload();
   return true;
@@ -251,9 +252,18 @@ void udProjectExplorer::ComponentsMayDiffer(const Statements& run) {
 }
 
 void udProjectExplorer::CodeMayDiffer(const Statements& run) {
+  const bool elsewhere = run([&] { return ActedElsewhere(); });
   const auto component = run([&] { return ActiveComponent(); });
   if (!component) return;
-  const String project = GetActiveVBProjectName();
+  CompareActive(run, component);
+  if (!elsewhere) return;
+  if (run([&] { return ConformityComponent(u"", u""); })) Reload();
+}
+
+/// Under the key of its own project: the active one may hold another component of that name.
+void udProjectExplorer::CompareActive(const Statements& run, const Component& component) {
+  const String project = run([&] { return ProjectOfComponent(component); });
+  if (project.empty()) return;
   switch (ConformityActiveComponent(project, component)) {
     case Conformity::Same:
       break;
@@ -264,9 +274,6 @@ void udProjectExplorer::CodeMayDiffer(const Statements& run) {
       Reload();
       break;
   }
-  // A notice that was cut off by the change to another window told of the one that was left.
-  if (std::exchange(lastActive_, component).lock() == component) return;
-  if (run([&] { return ConformityComponent(project, GetSelectedVBComponent()); })) Reload();
 }
 
 void udProjectExplorer::Reload() {
@@ -277,13 +284,16 @@ void udProjectExplorer::Reload() {
 }
 
 void udProjectExplorer::Position(std::int32_t argument) {
-  const String project = GetActiveVBProjectName();
-  String component;
+  String project, component;
   if (argument == 1) {
-    if (const auto active = ActiveComponent()) ResumeNext([&] { component = active->Name(); });
+    if (const auto active = ActiveComponent()) {
+      ResumeNext([&] { component = active->Name(); });
+      project = ProjectOfComponent(active);
+    }
   } else {
     component = GetSelectedVBComponent();
   }
+  if (project.empty()) project = GetActiveVBProjectName();
   if (mFunctions::IncludeAutoPosition()) {
     SelectItemTree(project, component, 1, argument);
   } else {
@@ -299,7 +309,7 @@ void udProjectExplorer::SelectAtCaret() {
     const auto component = run([&] { return ActiveComponent(); });
     if (!component) return;
     const String name = run([&] { return component->Name(); });
-    SelectItemTree(GetActiveVBProjectName(), name, 1, 1);
+    SelectItemTree(ProjectOfComponent(component), name, 1, 1);
     ButtonEnabled();
   });
 }

@@ -94,6 +94,7 @@ class udProjectExplorer : public GuardedDocument {
   [[nodiscard]] bool ProjectsMayDiffer(const Statements& run);
   void ComponentsMayDiffer(const Statements& run);
   void CodeMayDiffer(const Statements& run);
+  void CompareActive(const Statements& run, const Component& component);
   [[nodiscard]] bool WasOutrun() const;
   void Reading(const std::function<void()>& work);
   void Reload();
@@ -124,14 +125,17 @@ class udProjectExplorer : public GuardedDocument {
   [[nodiscard]] String GetActiveVBProjectName();
   [[nodiscard]] String GetSelectedVBComponent();
   [[nodiscard]] Component ActiveComponent();
+  [[nodiscard]] String ProjectOfComponent(const Component& component);
+  [[nodiscard]] bool ActedElsewhere();
   [[nodiscard]] int GetStartLine();
-  [[nodiscard]] String MemberKeyAtCaret(StringView component);
+  [[nodiscard]] String MemberKeyAtCaret(StringView project, StringView component);
   void SelectItemTree(StringView project, StringView component, int member, std::int32_t argument);
   [[nodiscard]] int ReturnRowItemTreeProcedure(int component, StringView key) const;
+  [[nodiscard]] bool CellIs(int row, int col, StringView text) const;
   [[nodiscard]] int RowOfComponent(StringView project, StringView component) const;
   void SelectRowTree(int row);
   [[nodiscard]] std::shared_ptr<host::VBProject> ProjectOfCaption(StringView caption);
-  [[nodiscard]] Component FindProjectConponent(StringView project, StringView component);
+  [[nodiscard]] Component FindProjectConponent(const cProjectes& project, StringView component);
   void ButtonEnabled();
   [[nodiscard]] String IdentityOf(int row) const;
 
@@ -151,8 +155,7 @@ class udProjectExplorer : public GuardedDocument {
   void GoToFind();
 
   std::shared_ptr<clsEventCODE> cTreeVBA_;
-  std::shared_ptr<cProjecteses> projects_;       // null until the first reading
-  std::weak_ptr<host::VBComponent> lastActive_;  // of the last notice from the code
+  std::shared_ptr<cProjecteses> projects_;  // null until the first reading
   explorer::MemberFilter filter_;
   std::vector<std::int32_t> collapsed_;  // of every row, between two reloads
   explorer::TreeWords words_{u""};

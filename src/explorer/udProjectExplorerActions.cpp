@@ -106,19 +106,20 @@ void udProjectExplorer::PositionProcedure(StringView project, StringView compone
                                           StringView member, int line) {
   Routine(u"udProjectExplorer.PositionProcedure", [&](const Statements& run) {
     if (!projects_) return;
-    String caption, name;
+    std::shared_ptr<cProjectes> owner;
+    String name;
     for (const auto& [key, one] : *projects_) {
       if (!vb::SameText(one->VBProjectName, project)) continue;
       for (const auto& [type, group] : *one) {
         if (!vb::SameText(explorer::GroupKey(group->TypeComponent, one->Name), component)) continue;
         if (const auto found = explorer::FindComponent(*group, member)) {
-          caption = one->Name;
+          owner = one;
           name = found->Name;
         }
       }
     }
     if (name.empty()) return;
-    const auto found = run([&] { return FindProjectConponent(caption, name); });
+    const auto found = run([&] { return FindProjectConponent(*owner, name); });
     if (!found) return;
     if (viewObject_) {
       run([&] { found->Activate(); });
@@ -232,10 +233,10 @@ void udProjectExplorer::txtFind_Change() {
     words_ = explorer::TreeWords(txtFind.Text());
     if (!projects_) return;
     if (words_.IsEmpty()) {
-      if (!before_) return;
-      const Look look = *std::exchange(before_, std::nullopt);
+      const auto look = std::exchange(before_, std::nullopt);
       PutRows(false);
-      PutLook(look);
+      // What was typed ahead of the first reading has no tree to give back.
+      if (look) PutLook(*look);
     } else {
       if (!before_) {
         before_ = PresentLook();

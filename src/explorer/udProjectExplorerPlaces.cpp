@@ -37,6 +37,42 @@ udProjectExplorer::Component udProjectExplorer::ActiveComponent() {
   return component;
 }
 
+/// The caption of the project that has this component under its name; empty when none has, and for
+/// one of several of a name that the project doesn't give.
+String udProjectExplorer::ProjectOfComponent(const Component& component) {
+  String caption;
+  Routine(u"udProjectExplorer.ProjectOfComponent", [&] {
+    caption.clear();
+    const String name = component->Name();
+    const auto has = [&](const std::shared_ptr<host::VBProject>& project) {
+      Component found;  // a project may refuse its components, or have none of that name
+      ResumeNext([&] { found = Need(Need(project).VBComponents()).Item(name); });
+      if (found == component) caption = ProjectCaption(project).Caption;
+      return found == component;
+    };
+    if (has(Need(VBInstance).ActiveVBProject())) return;
+    const auto projects = VBInstance->VBProjects();
+    for (int index = 1; projects && index <= projects->Count(); ++index) {
+      if (has(projects->Item(index))) return;
+    }
+  });
+  return caption;
+}
+
+/// Whether the notice at hand was started in another code window than the one in front, or the user
+/// has been in a third one meanwhile.
+bool udProjectExplorer::ActedElsewhere() {
+  bool elsewhere = false;
+  Routine(u"udProjectExplorer.ActedElsewhere", [&] {
+    if (!cTreeVBA_) return;
+    elsewhere = cTreeVBA_->TakeActedElsewhere() || elsewhere;
+    if (elsewhere || cTreeVBA_->hwndCODE() == 0) return;
+    const auto pane = Need(VBInstance).ActiveCodePane();
+    elsewhere = !pane || Need(pane->Window()).HWnd() != cTreeVBA_->hwndCODE();
+  });
+  return elsewhere;
+}
+
 /// The caret's line in the pane in front, 0 without one.
 int udProjectExplorer::GetStartLine() {
   int line = 0;
@@ -49,13 +85,14 @@ int udProjectExplorer::GetStartLine() {
 
 /// Name and kind of the member at the caret; empty when the pane in front shows another component,
 /// or its caret stands in no member.
-String udProjectExplorer::MemberKeyAtCaret(StringView component) {
+String udProjectExplorer::MemberKeyAtCaret(StringView project, StringView component) {
   String key;
   Routine(u"udProjectExplorer.MemberKeyAtCaret", [&] {
     key.clear();
     const auto pane = Need(VBInstance).ActiveCodePane();
     const auto module = pane ? pane->CodeModule() : nullptr;
     if (!module || !vb::SameText(module->Name(), component)) return;
+    if (!vb::SameText(ProjectOfComponent(module->Parent()), project)) return;
     const int line = GetStartLine();
     host::vbext_ProcKind unused{};
     const String name = module->ProcOfLine(line, unused);
@@ -74,7 +111,7 @@ void udProjectExplorer::SelectItemTree(StringView project, StringView component,
     int row = RowOfComponent(project, component);
     if (row < 0) return;
     if (member == 1) {
-      const String key = MemberKeyAtCaret(component);
+      const String key = MemberKeyAtCaret(project, component);
       const int found = key.empty() ? -1 : ReturnRowItemTreeProcedure(row, key);
       if (found >= 0) row = found;
     }
@@ -85,22 +122,24 @@ void udProjectExplorer::SelectItemTree(StringView project, StringView component,
 
 int udProjectExplorer::ReturnRowItemTreeProcedure(int component, StringView key) const {
   for (int row = component + 1; row < fgTree.EndOf(component); ++row) {
-    if (vb::SameText(fgTree.TextMatrix(row, explorer::KeyColumn), key)) return row;
+    if (CellIs(row, explorer::KeyColumn, key)) return row;
   }
   return -1;
 }
 
+/// Whether a cell holds a text, in any case.
+bool udProjectExplorer::CellIs(int row, int col, StringView text) const {
+  return fgTree.CellAt(row, col).Read([&](StringView cell) { return vb::SameText(cell, text); });
+}
+
 int udProjectExplorer::RowOfComponent(StringView project, StringView component) const {
-  const auto is = [&](int row, int col, StringView text) {
-    return vb::SameText(fgTree.TextMatrix(row, col), text);
-  };
   int row = 0;
-  while (row < fgTree.Rows() && !is(row, explorer::KeyColumn, project)) row = fgTree.EndOf(row);
+  while (row < fgTree.Rows() && !CellIs(row, explorer::KeyColumn, project)) row = fgTree.EndOf(row);
   if (row >= fgTree.Rows()) return -1;
   const int end = fgTree.EndOf(row);
   for (++row; row < end;) {
     const int level = fgTree.RowAt(row).Level;
-    if (level == explorer::ComponentLevel && is(row, explorer::ComponentColumn, component)) {
+    if (level == explorer::ComponentLevel && CellIs(row, explorer::ComponentColumn, component)) {
       return row;
     }
     row = level == explorer::GroupLevel ? row + 1 : fgTree.EndOf(row);
@@ -127,20 +166,21 @@ std::shared_ptr<host::VBProject> udProjectExplorer::ProjectOfCaption(StringView 
   return nullptr;
 }
 
-/// The component by the caption of its project and its own name. Fails, as the environment does,
-/// when either isn't there any more.
-udProjectExplorer::Component udProjectExplorer::FindProjectConponent(StringView project,
+/// The component by its project and its own name. A project that was saved since the last reading
+/// has another caption, and is found by its name. Fails, as the environment does, when either isn't
+/// there any more.
+udProjectExplorer::Component udProjectExplorer::FindProjectConponent(const cProjectes& project,
                                                                      StringView component) {
-  const auto found = ProjectOfCaption(project);
-  if (!found) throw vb::RuntimeFailure(vb::SubscriptOutOfRange);
-  return Need(found->VBComponents()).Item(component);
+  auto found = ProjectOfCaption(project.Name);
+  if (!found) found = Need(Need(VBInstance).VBProjects()).Item(project.VBProjectName);
+  return Need(Need(found).VBComponents()).Item(component);
 }
 
 void udProjectExplorer::ButtonEnabled() {
   const int row = fgTree.Row();
-  const StringView view = row >= 0 && row < fgTree.Rows()
-                              ? StringView(fgTree.TextMatrix(row, explorer::ViewColumn))
-                              : explorer::NothingToView;
+  const vb::SharedText view = row >= 0 && row < fgTree.Rows()
+                                  ? fgTree.CellAt(row, explorer::ViewColumn)
+                                  : explorer::NothingToView;
   btmCode.SetEnabled(view != explorer::NothingToView);
   btmObject.SetEnabled(view == explorer::CodeAndObject);
 }
@@ -149,10 +189,10 @@ void udProjectExplorer::ButtonEnabled() {
 String udProjectExplorer::IdentityOf(int row) const {
   if (row < 0 || row >= fgTree.Rows()) return {};
   const forms::GridRow& one = fgTree.RowAt(row);
-  const String& key = one.Cells[explorer::KeyColumn];
+  String key = one.Cells[explorer::KeyColumn];
   if (one.Level != explorer::MemberLevel) return key;
-  return one.Cells[explorer::GroupColumn] + u"\n" + one.Cells[explorer::ComponentColumn] + u"\n" +
-         key;
+  return String(one.Cells[explorer::GroupColumn]) + u"\n" +
+         String(one.Cells[explorer::ComponentColumn]) + u"\n" + key;
 }
 
 }  // namespace tessel

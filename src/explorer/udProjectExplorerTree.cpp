@@ -232,8 +232,8 @@ void udProjectExplorer::ChangeColFgTree(int first, const std::vector<GridRow>& m
                                         std::size_t from, std::size_t to) {
   for (std::size_t at = from; at < to; ++at) {
     const int row = first + static_cast<int>(at);
-    const String& line = members[at].Cells[explorer::LineColumn];
-    if (fgTree.TextMatrix(row, explorer::LineColumn) != line) {
+    const vb::SharedText& line = members[at].Cells[explorer::LineColumn];
+    if (fgTree.CellAt(row, explorer::LineColumn) != line) {
       fgTree.SetTextMatrix(row, explorer::LineColumn, line);
     }
   }

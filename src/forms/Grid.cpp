@@ -17,6 +17,13 @@ constexpr StringView True = u"True", False = u"False";
                              u", column " + vb::Str(col));
 }
 
+/// Drops the cells behind the last column.
+void CutTo(GridRow& row, int cols) {
+  if (row.Cells.size() > static_cast<std::size_t>(cols)) {
+    row.Cells.resize(static_cast<std::size_t>(cols));
+  }
+}
+
 }  // namespace
 
 Grid::Grid(Surface* owner, std::string_view name) : Control(owner, name) {}
@@ -70,12 +77,7 @@ const GridRow& Grid::RowAt(int row) const {
 
 void Grid::SetRows(int count) {
   if (count < 0) Outside(*this, count, 0);
-  const auto before = rows_->size();
-  auto& rows = rows_.InPlace();
-  rows.resize(static_cast<std::size_t>(count));
-  for (std::size_t at = before; at < rows.size(); ++at) {
-    rows[at].Cells.resize(static_cast<std::size_t>(cols_));
-  }
+  rows_.InPlace().resize(static_cast<std::size_t>(count));
   row_ = std::min<int>(row_, count - 1);
   ShapeChanged();
 }
@@ -84,7 +86,7 @@ void Grid::SetCols(int count) {
   if (count < 0) Outside(*this, 0, count);
   cols_ = count;
   columns_.InPlace().resize(static_cast<std::size_t>(count));
-  for (GridRow& row : rows_.InPlace()) row.Cells.resize(static_cast<std::size_t>(count));
+  for (GridRow& row : rows_.InPlace()) CutTo(row, count);
   col_ = std::clamp<int>(col_, 0, std::max(0, count - 1));
   ShapeChanged();
 }
@@ -125,16 +127,22 @@ void Grid::SetColButton(int col, bool button) {
   Changed();
 }
 
-const String& Grid::TextMatrix(int row, int col) const {
+String Grid::TextMatrix(int row, int col) const { return CellAt(row, col); }
+
+const vb::SharedText& Grid::CellAt(int row, int col) const {
+  static const vb::SharedText None;
   const GridRow& found = RowAt(row);
   if (col < 0 || col >= cols_) Outside(*this, row, col);
-  return found.Cells[static_cast<std::size_t>(col)];
+  const auto at = static_cast<std::size_t>(col);
+  return at < found.Cells.size() ? found.Cells[at] : None;
 }
 
-void Grid::SetTextMatrix(int row, int col, StringView text) {
+void Grid::SetTextMatrix(int row, int col, vb::SharedText text) {
   GridRow& found = At(row);
   if (col < 0 || col >= cols_) Outside(*this, row, col);
-  found.Cells[static_cast<std::size_t>(col)] = text;
+  const auto at = static_cast<std::size_t>(col);
+  if (at >= found.Cells.size()) found.Cells.resize(at + 1);
+  found.Cells[at] = std::move(text);
   Touch(row);
 }
 
@@ -144,7 +152,7 @@ void Grid::SetRowLevel(int row, int level) {
 
 void Grid::SetRowData(int row, std::int64_t data) { At(row).Data = data; }
 
-void Grid::SetCellData(int row, StringView data) { At(row).CellData = data; }
+void Grid::SetCellData(int row, vb::SharedText data) { At(row).CellData = std::move(data); }
 
 void Grid::SetRowPicture(int row, int picture) {
   At(row).Picture = picture;
@@ -157,7 +165,7 @@ void Grid::SetRowBold(int row, bool bold) {
 }
 
 std::optional<bool> Grid::Ticked(int row, int col) const {
-  const String& text = TextMatrix(row, col);
+  const vb::SharedText& text = CellAt(row, col);
   if (!ColumnAt(col).Ticks || row < fixedRows_ || (text != True && text != False)) {
     return std::nullopt;
   }
@@ -213,9 +221,9 @@ void Grid::SetOutline(int level) {
   Changed();
 }
 
-int Grid::AddItem(std::vector<String> cells, std::optional<int> before) {
+int Grid::AddItem(const std::vector<String>& cells, std::optional<int> before) {
   GridRow row;
-  row.Cells = std::move(cells);
+  row.Cells.assign(cells.begin(), cells.end());
   return AddRow(std::move(row), before);
 }
 
@@ -228,10 +236,20 @@ int Grid::AddRow(GridRow added, std::optional<int> before) {
 int Grid::AddRows(std::vector<GridRow> added, std::optional<int> before) {
   const int row = before.value_or(Rows());
   if (row < 0 || row > Rows()) Outside(*this, row, 0);
-  for (GridRow& one : added) one.Cells.resize(static_cast<std::size_t>(cols_));
-  rows_.InPlace().insert(rows_->begin() + row, std::make_move_iterator(added.begin()),
-                         std::make_move_iterator(added.end()));
-  if (row_ >= row) row_ = row_ + static_cast<int>(added.size());
+  const int count = static_cast<int>(added.size());
+  for (GridRow& one : added) CutTo(one, cols_);
+  if (rows_->empty()) {
+    rows_.InPlace() = std::move(added);
+  } else {
+    // All rows behind the place move anyway: there is no need to keep room for twice as many.
+    const std::size_t wanted = rows_->size() + added.size();
+    if (row < Rows() && wanted > rows_->capacity()) {
+      rows_.InPlace().reserve(wanted + rows_->size() / 8);
+    }
+    rows_.InPlace().insert(rows_->begin() + row, std::make_move_iterator(added.begin()),
+                           std::make_move_iterator(added.end()));
+  }
+  if (row_ >= row) row_ = row_ + count;
   ShapeChanged();
   return row;
 }

@@ -8,15 +8,17 @@
 
 #include "forms/Control.h"
 #include "forms/Outline.h"
+#include "vb/SharedText.h"
 
 namespace tessel::forms {
 
 struct GridRow {
-  std::vector<String> Cells{};
+  /// From the first column on; those behind the last are empty.
+  std::vector<vb::SharedText> Cells{};
   int Level = 0;
-  std::int64_t Data = 0;
-  String CellData{};
   int Picture = 0;
+  std::int64_t Data = 0;
+  vb::SharedText CellData{};
   bool Collapsed = false;
   bool Bold = false;
 };
@@ -68,12 +70,14 @@ class Grid : public Control {
   void SetColTicks(int col, bool ticks);
   void SetColButton(int col, bool button);
 
-  [[nodiscard]] const String& TextMatrix(int row, int col) const;
-  void SetTextMatrix(int row, int col, StringView text);
+  [[nodiscard]] String TextMatrix(int row, int col) const;
+  /// The same as it is kept, for who reads many.
+  [[nodiscard]] const vb::SharedText& CellAt(int row, int col) const;
+  void SetTextMatrix(int row, int col, vb::SharedText text);
   [[nodiscard]] const GridRow& RowAt(int row) const;
   void SetRowLevel(int row, int level);
   void SetRowData(int row, std::int64_t data);
-  void SetCellData(int row, StringView data);
+  void SetCellData(int row, vb::SharedText data);
   void SetRowPicture(int row, int picture);
   void SetRowBold(int row, bool bold);
   /// State of a cell's tick box, nothing for a cell without one.
@@ -94,7 +98,7 @@ class Grid : public Control {
   [[nodiscard]] bool RowShows(int row) const;
 
   /// Adds a row at the end or ahead of `before`; returns its index.
-  int AddItem(std::vector<String> cells, std::optional<int> before = std::nullopt);
+  int AddItem(const std::vector<String>& cells, std::optional<int> before = std::nullopt);
   int AddRow(GridRow row, std::optional<int> before = std::nullopt);
   /// The same for many rows at once; returns the index of the first.
   int AddRows(std::vector<GridRow> rows, std::optional<int> before = std::nullopt);

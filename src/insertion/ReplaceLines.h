@@ -15,8 +15,9 @@ struct OldLines {
 };
 
 /// Deletes the lines and inserts `text` at `insertAt`, each a statement of the calling routine.
-/// Where the deletion was ignored nothing is inserted; where the insertion was given up the old
-/// lines are put back. True when `text` has taken their place.
+/// Where the deletion was ignored nothing is inserted; where the insertion fails the old lines are
+/// put back before the failure is told, and when they can't be, that is told as well. True when
+/// `text` has taken their place.
 bool ReplaceLines(const Statements& run, const std::shared_ptr<host::CodeModule>& module,
                   const OldLines& old, int insertAt, StringView text);
 

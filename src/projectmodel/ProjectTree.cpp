@@ -9,7 +9,7 @@ namespace tessel {
 namespace {
 
 void EnterMember(cComponentes& component, const Member& row) {
-  const String key = row.Name + String(mFunctions::MemberKindToken(row.Kind));
+  const vb::SharedText key = row.Name + String(mFunctions::MemberKindToken(row.Kind));
   cNameProcedures& member = *component.item(key);
   member.Name = row.Name;
   member.NameAndType = key;
@@ -85,6 +85,7 @@ void ProjectFiller::ProjectTree_Component(cProjecteses& model, StringView captio
   ResumeNext([&] {
     const MemberTable members = mFunctions::AllNameProcedures(code, u"");
     if (!members) return;
+    if (entry->Count() == 0) entry->Reserve(members->size());
     for (const Member& row : *members) EnterMember(*entry, row);
   });
 }

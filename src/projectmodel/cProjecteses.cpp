@@ -4,6 +4,8 @@
 
 namespace tessel {
 
-void NameByKey(cTypeComponentes& child, StringView key) { child.TypeComponent = vb::CLng(key); }
+void NameByKey(cTypeComponentes& child, const vb::SharedText& key) {
+  child.TypeComponent = key.Read([](StringView text) { return vb::CLng(text); });
+}
 
 }  // namespace tessel

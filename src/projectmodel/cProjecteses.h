@@ -7,7 +7,9 @@
 
 namespace tessel {
 
-inline void NameByKey(cNameProcedures& child, StringView key) { child.NameAndType = key; }
+inline void NameByKey(cNameProcedures& child, const vb::SharedText& key) {
+  child.NameAndType = key;
+}
 
 /// One component, with its members by name and kind.
 class cComponentes : public ModelCollection<cNameProcedures> {
@@ -18,7 +20,7 @@ class cComponentes : public ModelCollection<cNameProcedures> {
   String Name;
 };
 
-inline void NameByKey(cComponentes& child, StringView key) { child.Name = key; }
+inline void NameByKey(cComponentes& child, const vb::SharedText& key) { child.Name = key; }
 
 /// The components of one type within a project, by name.
 class cTypeComponentes : public ModelCollection<cComponentes> {
@@ -29,13 +31,13 @@ class cTypeComponentes : public ModelCollection<cComponentes> {
   std::int32_t TypeComponent = 0;
 };
 
-void NameByKey(cTypeComponentes& child, StringView key);
+void NameByKey(cTypeComponentes& child, const vb::SharedText& key);
 
 /// One project, with its groups by the number of their type.
 class cProjectes : public ModelCollection<cTypeComponentes> {
  public:
   using ModelCollection::item;
-  const std::shared_ptr<cTypeComponentes>& item(std::int32_t type) { return item(vb::Str(type)); }
+  std::shared_ptr<cTypeComponentes> item(std::int32_t type) { return item(vb::Str(type)); }
 
   /// Picture number by the project's type.
   std::int32_t IcoProject = 0;
@@ -47,7 +49,7 @@ class cProjectes : public ModelCollection<cTypeComponentes> {
   std::int16_t Protection = 0;
 };
 
-inline void NameByKey(cProjectes& child, StringView key) { child.Name = key; }
+inline void NameByKey(cProjectes& child, const vb::SharedText& key) { child.Name = key; }
 
 /// All projects, by caption.
 class cProjecteses : public ModelCollection<cProjectes> {};

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "vb/Text.h"
+#include "vb/SharedText.h"
 
 namespace tessel {
 
@@ -32,8 +32,8 @@ struct cNameProcedures {
   std::int32_t ProcCountLines = 0;
   std::int32_t ProcBodyLine = 0;
   std::int32_t ProcStartLine = 0;
-  String NameAndType;  ///< name and `MemberKindToken`
-  String Name;
+  vb::SharedText NameAndType;  ///< name and `MemberKindToken`
+  vb::SharedText Name;
 };
 
 }  // namespace tessel

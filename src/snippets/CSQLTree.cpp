@@ -2,6 +2,7 @@
 
 #include <unordered_map>
 
+#include "snippets/ColumnSizes.h"
 #include "snippets/TreeCommands.h"
 
 namespace tessel {
@@ -98,6 +99,7 @@ std::int32_t CSQLTree::AddNode(StringView name, std::int32_t parentID, std::int3
                                std::int32_t afterID, std::int32_t root) {
   std::int32_t added = 0;
   const bool done = Operate([&] {
+    CheckNodeName(name);
     const std::int32_t left = LeftOfNew(parentID, beforeID, afterID, root);
     if (left <= 0) return;
     Run(commands_->cmdGapLeft, {2, left});
@@ -132,6 +134,7 @@ void CSQLTree::DeleteNode(std::int32_t id) {
 
 bool CSQLTree::UpdateNodeName(std::int32_t id, StringView name) {
   Operate([&] {
+    CheckNodeName(name);
     Refresh();
     if (records_.RecordCount() == 0) return;
     records_.MoveFirst();

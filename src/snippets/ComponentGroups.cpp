@@ -33,7 +33,7 @@ String JoinComponentKey(const ComponentKey& key) {
   return vb::Str(key.Project) + u"." + vb::Str(key.Component) + u"." + vb::Str(key.Type);
 }
 
-ComponentKey SplitComponentKey(StringView text) {
+ComponentKey SplitComponentKey(const String& text) {
   ComponentKey key;
   int* const parts[] = {&key.Project, &key.Component, &key.Type};
   std::size_t at = 0;

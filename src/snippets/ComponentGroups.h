@@ -28,6 +28,6 @@ struct ComponentKey {
 /// "Project.Component.Type".
 [[nodiscard]] String JoinComponentKey(const ComponentKey& key);
 /// Zeros for what is missing.
-[[nodiscard]] ComponentKey SplitComponentKey(StringView text);
+[[nodiscard]] ComponentKey SplitComponentKey(const String& text);
 
 }  // namespace tessel

@@ -1,5 +1,7 @@
 // What the Snippet Manager shows of the current row, and what the user does with it.
 
+#include <utility>
+
 #include "connections/cConnectionMDBs.h"
 #include "forms/Pointer.h"
 #include "foundation/CFile.h"
@@ -66,7 +68,13 @@ void frmFragmentBuilder::ViewParameterMDB(StringView connection) {
 
 void frmFragmentBuilder::ViewWindowsRichTextBox(StringView connection) {
   Routine(u"frmFragmentBuilder.ViewWindowsRichTextBox", [&](const Statements& run) {
-    record_ = run([&] { return TreeOf(connection).GetRecordsetFromList(CurrentID()); });
+    auto read =
+        run([&] { return std::optional(TreeOf(connection).GetRecordsetFromList(CurrentID())); });
+    const std::pair row(String(connection), CurrentID());
+    // What the user has typed into a record that can't be read now stays.
+    if (!read && std::exchange(shown_, row) == row) return;
+    shown_ = row;
+    record_ = std::move(read).value_or(ListFragment());
     lblNameObject.SetCaption(record_.NameObj);
     lblType.SetCaption(ObjectClassText(record_.ClassObj, record_.TitleObj));
     btmInsertObject.SetEnabled(!lblType.Caption().empty());
@@ -108,7 +116,8 @@ void frmFragmentBuilder::ImportFileInList(StringView connection, StringView path
   });
 }
 
-/// An empty column is passed over by the table, so what an emptied box held comes back.
+/// An empty column is passed over by the table, so what an emptied box held comes back. A text that
+/// could not be written stays in its box, for the user to save or copy.
 void frmFragmentBuilder::Save(StringView routine, forms::RichTextBox& box,
                               String ListFragment::*column) {
   Routine(routine, [&](const Statements& run) {
@@ -117,9 +126,13 @@ void frmFragmentBuilder::Save(StringView routine, forms::RichTextBox& box,
     if (!key) return;
     ListFragment change;
     change.*column = box.Text();
-    run([&] { TreeOf(key->Connection).UpdateListFragment(CurrentID(), change); });
-    record_.*column =
-        run([&] { return TreeOf(key->Connection).GetRecordsetFromList(CurrentID()).*column; });
+    auto stored = run([&] {
+      CSQLTree& tree = TreeOf(key->Connection);
+      tree.UpdateListFragment(CurrentID(), change);
+      return std::optional(tree.GetRecordsetFromList(CurrentID()).*column);
+    });
+    if (!stored) return;
+    record_.*column = *std::move(stored);
     run([&] { ViewC1TCodeObject(); });
   });
 }

@@ -1,6 +1,7 @@
 // The tree of the Snippet Manager. A change goes to the database first and then to the grid.
 
 #include "platform/Platform.h"
+#include "snippets/ColumnSizes.h"
 #include "snippets/ObjectFiles.h"
 #include "snippets/ObjectRecords.h"
 #include "snippets/frmFragmentBuilder.h"
@@ -88,8 +89,9 @@ std::int32_t frmFragmentBuilder::AddFolder(StringView connection, int kind, Stri
     entry.Level = fgTree.RowAt(parent).Level + 1;
     entry.CellData = JoinRowKey(connection, {kind});
     entry.Picture = folder ? FolderPicture : PictureOfDropped(classObj);
-    added = run(
-        [&] { return TreeOf(connection).AddNode(entry.Cells.front(), CurrentID(), 0, 0, kind); });
+    added = run([&] {
+      return TreeOf(connection).AddNode(String(entry.Cells.front()), CurrentID(), 0, 0, kind);
+    });
     entry.Data = added;
     run([&] { fgTree.AddRow(std::move(entry), place); });
     run([&] { fgTree.ShowCell(place, CaptionColumn); });
@@ -109,13 +111,16 @@ void frmFragmentBuilder::AfterEdit(int row, int col) {
   Routine(u"frmFragmentBuilder.fgTree_AfterEdit", [&](const Statements& run) {
     const RowKey key = SplitRowKey(fgTree.RowAt(row).CellData, 1);
     const auto id = static_cast<std::int32_t>(fgTree.RowAt(row).Data);
-    run([&] { TreeOf(key.Connection).UpdateNodeName(id, fgTree.TextMatrix(row, col)); });
+    const String typed = fgTree.TextMatrix(row, col);
+    run([&] { TreeOf(key.Connection).UpdateNodeName(id, typed); });
     // Another process may have kept it from being written: the row shows what the table holds.
     run([&] {
       if (const auto name = TreeOf(key.Connection).NameOfNode(id)) {
         fgTree.SetTextMatrix(row, col, *name);
       }
     });
+    // Last, since the answer may end the routine.
+    run([&] { CheckNodeName(typed); });
   });
 }
 

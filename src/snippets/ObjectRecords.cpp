@@ -5,6 +5,7 @@
 #include "foundation/Routine.h"
 #include "platform/Platform.h"
 #include "scanning/mFunctions.h"
+#include "snippets/ColumnSizes.h"
 #include "snippets/ObjectFiles.h"
 
 namespace tessel {
@@ -116,6 +117,7 @@ ListFragment FragmentOfFile(StringView path, const ComponentReader& read) {
   fragment.TextObj = main.substr(head);
   fragment.NameObj = std::move(name.Name);
   fragment.ClassObj = std::move(name.Extension);
+  CheckObject(fragment);
   return fragment;
 }
 

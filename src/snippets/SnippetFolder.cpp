@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <set>
 
-#include "platform/Platform.h"
+#include "snippets/ColumnSizes.h"
 #include "snippets/SnippetFiles.h"
 #include "snippets/SnippetSearch.h"
 #include "snippets/TreeBatch.h"
@@ -14,12 +14,6 @@ namespace tessel {
 namespace {
 
 namespace fs = std::filesystem;
-
-void WriteBytes(const fs::path& path, const std::string& bytes) {
-  std::error_code error;
-  if (fs::exists(path, error) && ReadSnippetBytes(path) == bytes) return;
-  platform::Current().Files().Write(path, bytes);
-}
 
 /// A name that every file system takes; signs that it can't hold stand as %XX.
 std::string FileNameOf(const String& name) {
@@ -64,9 +58,10 @@ class UsedNames {
 
 class Exporter {
  public:
-  Exporter(CSQLTree& tree, const fs::path& folder) : tree_(tree), root_(folder) {}
+  Exporter(CSQLTree& tree, const fs::path& folder, const FileWriter& write)
+      : tree_(tree), root_(folder), write_(write) {}
 
-  std::vector<fs::path> Run() {
+  ExportedSnippets Run() {
     open_.emplace_back();
     open_.back().Path = root_;
     fs::create_directories(root_);
@@ -79,7 +74,7 @@ class Exporter {
       }
     }
     while (!open_.empty()) Close();
-    return std::move(written_);
+    return std::move(done_);
   }
 
  private:
@@ -104,39 +99,67 @@ class Exporter {
     const std::string file = folder.Names.Take(node.Name, SnippetExtension);
     Note(folder, file, u"");
     const fs::path path = folder.Path / file;
-    WriteBytes(path, WriteRecordText({node.Name, tree_.GetRecordsetFromList(node.ID)}));
-    written_.push_back(path.lexically_relative(root_));
+    Write(path, WriteExportedText({node.Name, tree_.GetRecordsetFromList(node.ID)}));
+    done_.Written.push_back(path.lexically_relative(root_));
+  }
+  void Write(const fs::path& path, const std::string& bytes) {
+    std::error_code error;
+    if (!fs::exists(path, error) || ReadSnippetBytes(path) != bytes) write_(path, bytes);
   }
   static void Note(Folder& folder, const std::string& file, const String& more) {
     folder.Order += vb::FromUtf8(file) + more + u"\n";
     folder.Entries.insert(file);
   }
-  /// What an earlier export listed here and this one doesn't was an export's own.
+  /// The old order goes last: whatever ends an export ahead of that, the next one still knows what
+  /// an earlier one wrote.
   void Close() {
     const Folder& folder = open_.back();
-    const auto earlier = ReadSnippetOrder(folder.Path);
-    WriteBytes(folder.Path / SnippetOrderFile, vb::ToUtf8(folder.Order));
-    for (const SnippetEntry& entry : earlier) {
-      if (!folder.Entries.contains(entry.File)) RemoveExported(folder.Path / entry.File);
-    }
+    Tidy(folder.Path, folder.Entries);
+    Write(folder.Path / SnippetOrderFile, vb::ToUtf8(folder.Order));
     open_.pop_back();
   }
-  static void RemoveExported(const fs::path& path) {
-    std::error_code error;
-    if (!fs::is_directory(fs::symlink_status(path, error))) {
-      if (path.extension() == SnippetExtension) fs::remove(path, error);
-      return;
+  /// Removes what an earlier export listed in a folder and nobody has changed since, but for
+  /// `entries`, and tells of all other records that lie there.
+  void Tidy(const fs::path& folder, const std::set<fs::path>& entries) {
+    std::set<fs::path> listed, others;
+    for (const SnippetEntry& entry : ReadSnippetOrder(folder)) listed.insert(entry.File);
+    for (const auto& entry : fs::directory_iterator(folder)) others.insert(entry.path().filename());
+    for (const fs::path& name : others) {
+      const fs::path path = folder / name;
+      if (entries.contains(name)) continue;
+      if (fs::is_directory(fs::symlink_status(path))) {
+        if (listed.contains(name) || fs::exists(path / SnippetOrderFile)) DropFolder(path);
+      } else if (name.extension() == SnippetExtension) {
+        const bool own = listed.contains(name) && IsUnchangedExport(ReadSnippetBytes(path));
+        if (own) Remove(path);
+        (own ? done_.Removed : done_.Kept).push_back(path.lexically_relative(root_));
+      }
     }
-    for (const SnippetEntry& entry : ReadSnippetOrder(path)) RemoveExported(path / entry.File);
-    fs::remove(path / SnippetOrderFile, error);
-    // A folder that holds something else stays.
+  }
+  /// A folder that holds something else stays, with its order.
+  void DropFolder(const fs::path& folder) {
+    Tidy(folder, {});
+    const auto isOrder = [](const auto& entry) {
+      return entry.path().filename() == SnippetOrderFile;
+    };
+    if (!std::all_of(fs::directory_iterator(folder), fs::directory_iterator(), isOrder)) return;
+    Remove(folder / SnippetOrderFile);
+    Remove(folder);
+  }
+  static void Remove(const fs::path& path) {
+    std::error_code error;
     fs::remove(path, error);
+    if (!error) return;
+    throw vb::Failure(vb::PathFileAccess,
+                      path.u16string() + u": can't be removed: " + vb::FromUtf8(error.message()),
+                      u"Tessel");
   }
 
   CSQLTree& tree_;
   fs::path root_;
+  const FileWriter& write_;
   std::vector<Folder> open_;
-  std::vector<fs::path> written_;
+  ExportedSnippets done_;
 };
 
 std::int32_t ChildNamed(CSQLTree& tree, std::int32_t parent, StringView name, bool folder) {
@@ -152,6 +175,7 @@ std::int32_t ChildNamed(CSQLTree& tree, std::int32_t parent, StringView name, bo
 }
 
 std::int32_t Added(CSQLTree& tree, StringView name, std::int32_t parent, std::int32_t kind) {
+  CheckNodeName(name);
   const std::int32_t id = tree.AddNode(name, parent, 0, 0, kind);
   if (id == 0) {
     throw vb::Failure(vb::InvalidCall, u"\"" + String(name) + u"\" can't be added to the library",
@@ -205,6 +229,7 @@ class Importer {
 
   void EnterRecord(const NamedFragment& record, std::int32_t id, std::int32_t parent,
                    const String& path) {
+    CheckObject(record.Fragment);
     const bool known = id != 0;
     if (known) {
       tree_.Connection()->Execute(u"DELETE FROM List WHERE Id = " + vb::Str(id));
@@ -221,8 +246,8 @@ class Importer {
 
 }  // namespace
 
-std::vector<fs::path> ExportSnippets(CSQLTree& tree, const fs::path& folder) {
-  return Exporter(tree, folder).Run();
+ExportedSnippets ExportSnippets(CSQLTree& tree, const fs::path& folder, const FileWriter& write) {
+  return Exporter(tree, folder, write).Run();
 }
 
 std::vector<ImportedSnippet> ImportSnippets(CSQLTree& tree, const fs::path& folder,

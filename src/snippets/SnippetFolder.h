@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -9,12 +10,22 @@
 
 namespace tessel {
 
+/// What an export did, relative to its folder.
+struct ExportedSnippets {
+  /// The files of the library's records, also those that were the same already.
+  std::vector<std::filesystem::path> Written;
+  /// Files of an earlier export whose records are gone, and which nobody has changed since.
+  std::vector<std::filesystem::path> Removed;
+  /// Other ".snippet" files that are none of the library's records.
+  std::vector<std::filesystem::path> Kept;
+};
+/// How an export writes a file.
+using FileWriter = std::function<void(const std::filesystem::path& file, const std::string& bytes)>;
 /// Writes all nodes below the top: a folder for each folder, a ".snippet" file for each record, and
-/// in each folder "_order.txt", which keeps their order and names. Files that an earlier export
-/// wrote and that are no longer in the library go; no other file is touched. Answers the files of
-/// records, relative to `folder`. Fails with a text that names the file.
-std::vector<std::filesystem::path> ExportSnippets(CSQLTree& tree,
-                                                  const std::filesystem::path& folder);
+/// in each folder "_order.txt", which keeps their order and names. What is there already with the
+/// same bytes isn't written. Fails with a text that names the file.
+ExportedSnippets ExportSnippets(CSQLTree& tree, const std::filesystem::path& folder,
+                                const FileWriter& write);
 
 /// What an import did with one record.
 struct ImportedSnippet {

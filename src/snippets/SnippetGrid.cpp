@@ -27,7 +27,7 @@ class Undrawn {
 };
 
 /// Tells the rows of all databases apart.
-String IdentityOf(const forms::GridRow& row) { return row.CellData + u"#" + vb::Str(row.Data); }
+String IdentityOf(const forms::GridRow& row) { return String(row.CellData) + u"#" + vb::Str(row.Data); }
 
 std::unordered_set<String> CollapsedRows(const forms::Grid& grid) {
   std::unordered_set<String> collapsed;
@@ -110,7 +110,7 @@ String JoinRowKey(StringView connection, std::initializer_list<int> flags) {
   return key;
 }
 
-RowKey SplitRowKey(StringView cellData, std::size_t flags) {
+RowKey SplitRowKey(const String& cellData, std::size_t flags) {
   RowKey key{{}, std::vector<int>(flags, 0)};
   StringView rest = cellData;
   for (std::size_t at = flags; at-- > 0;) {

@@ -26,7 +26,7 @@ struct RowKey {
 [[nodiscard]] String JoinRowKey(StringView connection, std::initializer_list<int> flags);
 /// Takes so many flags off the end, since a connection's name may hold points as well; a missing
 /// flag reads as 0.
-[[nodiscard]] RowKey SplitRowKey(StringView cellData, std::size_t flags);
+[[nodiscard]] RowKey SplitRowKey(const String& cellData, std::size_t flags);
 
 /// One row ahead of its entry into the grid: the top row of a database (its node has the number 1,
 /// the database's caption, level 1 and is a folder), or a node.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "snippets/ColumnSizes.h"
 #include "store/Command.h"
 #include "vb/Failure.h"
 
@@ -69,6 +70,7 @@ std::int32_t TreeBatch::Add(StringView name, std::int32_t folder, std::int32_t k
   if (place == places_.end() || nodes_[place->second].Kind != FolderKind) {
     Fail(u"\"" + String(name) + u"\" can't be added to the library");
   }
+  CheckNodeName(name);
   added_.AddNew();
   added_.SetField(u"Name", String(name));
   // Numbers come with `WriteNumbers`.

@@ -1,5 +1,6 @@
 // The rows of List.
 
+#include "snippets/ColumnSizes.h"
 #include "snippets/TreeCommands.h"
 
 namespace tessel {
@@ -39,6 +40,7 @@ ListFragment CSQLTree::GetRecordsetFromList(std::int32_t id) {
 void CSQLTree::UpdateListFragment(std::int32_t id, const ListFragment& fragment) {
   TreeService.Guard([&] {
     if (!connection_) throw vb::RuntimeFailure(vb::ObjectNotSet);
+    CheckObject(fragment);
     store::Transaction transaction(*connection_);
     InsertIdTableList(id);
     store::Recordset records;

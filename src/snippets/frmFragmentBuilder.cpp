@@ -199,6 +199,7 @@ void frmFragmentBuilder::Form_Unload() {
     }
     trees_.reset();
     record_ = {};
+    shown_ = {};
   });
 }
 
@@ -208,7 +209,7 @@ bool frmFragmentBuilder::HasCurrentRow() const {
 
 std::optional<RowKey> frmFragmentBuilder::CurrentKey() const {
   if (!HasCurrentRow()) return std::nullopt;
-  const String& data = fgTree.RowAt(fgTree.Row()).CellData;
+  const String data = fgTree.RowAt(fgTree.Row()).CellData;
   if (data.empty()) return std::nullopt;
   return SplitRowKey(data, 1);
 }

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "forms/Controls.h"
@@ -52,26 +53,26 @@ class frmFragmentBuilder : public ToolForm {
   forms::Label lblNameObject{this, "lblNameObject"};
   forms::Label lblTypeTitle{this, "lblTypeTitle", {.Caption = u"Type:"}};
   forms::Label lblType{this, "lblType"};
-  forms::RichTextBox RicCodeObjectFragmentBuilder{this, "RicCodeObjectFragmentBuilder"};
-  forms::Button btmCodeSave{this, "btmCodeSave", {.Caption = u"Save"}};
-  forms::Button btmImportObject{this, "btmImportObject", {.Caption = u"Import..."}};
   forms::Button btmInsertObject{
-      this, "btmInsertObject", {.Caption = u"Insert Object", .Enabled = false}};
-  forms::Button btmInsertSelected{this, "btmInsertSelected", {.Caption = u"Insert Selected"}};
-  forms::Label lblListObject{this, "lblListObject", {.Caption = u"Insert into:"}};
+      this, "btmInsertObject", {.Caption = u"&Insert Object", .Enabled = false}};
+  forms::RichTextBox RicCodeObjectFragmentBuilder{this, "RicCodeObjectFragmentBuilder"};
+  forms::Button btmCodeSave{this, "btmCodeSave", {.Caption = u"&Save"}};
+  forms::Button btmImportObject{this, "btmImportObject", {.Caption = u"Im&port..."}};
+  forms::Button btmInsertSelected{this, "btmInsertSelected", {.Caption = u"Insert Se&lected"}};
+  forms::Label lblListObject{this, "lblListObject", {.Caption = u"Insert in&to:"}};
   forms::ComboBox ComListObject{this, "ComListObject"};
+  forms::Button btmInsert{this, "btmInsert", {.Caption = u"&Insert"}};
   forms::RichTextBox RicCodeFragmentBuilder{this, "RicCodeFragmentBuilder"};
-  forms::Button btmSave{this, "btmSave", {.Caption = u"Save"}};
-  forms::Button btmImportCode{this, "btmImportCode", {.Caption = u"Import..."}};
-  forms::Button btmInsert{this, "btmInsert", {.Caption = u"Insert"}};
+  forms::Button btmSave{this, "btmSave", {.Caption = u"&Save"}};
+  forms::Button btmImportCode{this, "btmImportCode", {.Caption = u"Im&port..."}};
   forms::Button btmInsertSelectedsExample{
-      this, "btmInsertSelectedsExample", {.Caption = u"Insert Selected"}};
+      this, "btmInsertSelectedsExample", {.Caption = u"Insert Se&lected"}};
   forms::RichTextBox RicUserCode{this, "RicUserCode"};
-  forms::Button btmSaveUserCode{this, "btmSaveUserCode", {.Caption = u"Save"}};
+  forms::Button btmSaveUserCode{this, "btmSaveUserCode", {.Caption = u"&Save"}};
 
-  forms::DropDownButton btmFile{this, "btmFile", {.Caption = u"Database"}};
+  forms::DropDownButton btmFile{this, "btmFile", {.Caption = u"&Database"}};
   forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
-  forms::Button btmExit{this, "btmExit", {.Caption = u"Exit"}};
+  forms::Button btmExit{this, "btmExit", {.Caption = u"E&xit"}};
 
  protected:
   void Form_Load() override;
@@ -142,6 +143,8 @@ class frmFragmentBuilder : public ToolForm {
   std::shared_ptr<CSQLTrees> trees_;
   /// The record on show, so that a change of page needs no reading.
   ListFragment record_;
+  /// Its connection and number.
+  std::pair<String, std::int32_t> shown_;
 };
 
 }  // namespace tessel

@@ -2,6 +2,7 @@
 
 #include "insertion/mGlobals.h"
 #include "platform/Platform.h"
+#include "snippets/GridTicks.h"
 #include "snippets/GridWidths.h"
 #include "snippets/ObjectRecords.h"
 #include "snippets/SnippetGrid.h"
@@ -10,8 +11,6 @@ namespace tessel {
 namespace {
 
 enum GridColumn : int { TreeColumn = 0, TickColumn = 1, ObjectColumn = 2, Columns = 3 };
-
-constexpr StringView True = u"True", False = u"False";
 
 /// Opens everything; what is open at the least.
 constexpr int AllLevels = 100, TopRows = 0;
@@ -34,8 +33,9 @@ frmGetFromVbCode::frmGetFromVbCode() : ToolForm("frmGetFromVbCode", u"Insert Sni
 void frmGetFromVbCode::Arrange() {
   using namespace forms;
   SetLayout(Column(
-      {Row({Item(btmExpand), Item(btmCollapse), Space(), Item(btmSelectAll), Item(btmSelectNone)}),
-       Item(fgTree, 1), Row({Item(btmHelp), Space(), Item(btmRun), Item(btmCancel)})}));
+      {Item(fgTree, 1),
+       Row({Item(btmExpand), Item(btmCollapse), Space(), Item(btmSelectAll), Item(btmSelectNone)}),
+       Row({Item(btmHelp), Space(), Item(btmRun), Item(btmCancel)})}));
 }
 
 void frmGetFromVbCode::Wire() {
@@ -75,7 +75,7 @@ void frmGetFromVbCode::RunLoadTree() {
     const SnippetGridShape shape{true, [](const SnippetRow& row, forms::GridRow& entry) {
                                    entry.CellData = row.Connection;
                                    if (row.Node.NameObj.empty()) return;
-                                   entry.Cells[TickColumn] = False;
+                                   entry.Cells[TickColumn] = Unticked;
                                    entry.Cells[ObjectColumn] = row.Node.NameObj;
                                  }};
     run([&] { LoadSnippetGrid(fgTree, trees_, shape, SelectedFolder()); });
@@ -83,24 +83,17 @@ void frmGetFromVbCode::RunLoadTree() {
 }
 
 bool frmGetFromVbCode::IsTicked(int row) const {
-  return !fgTree.TextMatrix(row, ObjectColumn).empty() &&
-         fgTree.TextMatrix(row, TickColumn) == True;
+  return fgTree.Ticked(row, TickColumn).value_or(false);
 }
 
 void frmGetFromVbCode::EnablebtmRun() {
-  Routine(u"frmGetFromVbCode.EnablebtmRun", [&] {
-    bool any = false;
-    for (int row = fgTree.FixedRows(); row < fgTree.Rows() && !any; ++row) any = IsTicked(row);
-    btmRun.SetEnabled(any);
-  });
+  Routine(u"frmGetFromVbCode.EnablebtmRun",
+          [&] { btmRun.SetEnabled(!TickedRows(fgTree, TickColumn).empty()); });
 }
 
 void frmGetFromVbCode::TickAll(StringView routine, bool ticked) {
   Routine(routine, [&] {
-    for (int row = fgTree.FixedRows(); row < fgTree.Rows(); ++row) {
-      if (fgTree.TextMatrix(row, ObjectColumn).empty()) continue;
-      fgTree.SetTextMatrix(row, TickColumn, ticked ? True : False);
-    }
+    TickRows(fgTree, TickColumn, ticked);
     EnablebtmRun();
   });
 }

@@ -14,14 +14,14 @@ class frmGetFromVbCode : public ToolForm {
  public:
   frmGetFromVbCode();
 
-  forms::Button btmExpand{this, "btmExpand", {.Caption = u"Expand all projects"}};
-  forms::Button btmCollapse{this, "btmCollapse", {.Caption = u"Collapse all projects"}};
-  forms::Button btmSelectAll{this, "btmSelectAll", {.Caption = u"Select All"}};
-  forms::Button btmSelectNone{this, "btmSelectNone", {.Caption = u"Select None"}};
   forms::Grid fgTree{this, "fgTree"};
-  forms::Button btmRun{this, "btmRun", {.Caption = u"Run"}};
-  forms::Button btmCancel{this, "btmCancel", {.Caption = u"Cancel"}};
+  forms::Button btmExpand{this, "btmExpand", {.Caption = u"Expand all projects"}};
+  forms::Button btmCollapse{this, "btmCollapse", {.Caption = u"&Collapse all projects"}};
+  forms::Button btmSelectAll{this, "btmSelectAll", {.Caption = u"Select &All"}};
+  forms::Button btmSelectNone{this, "btmSelectNone", {.Caption = u"Select &None"}};
   forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
+  forms::Button btmRun{this, "btmRun", {.Caption = u"&Run"}};
+  forms::Button btmCancel{this, "btmCancel", {.Caption = u"Cancel"}};
 
  protected:
   void Form_Load() override;

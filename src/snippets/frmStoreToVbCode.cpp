@@ -6,6 +6,8 @@
 #include "platform/Platform.h"
 #include "projectmodel/ProjectTables.h"
 #include "scanning/mFunctions.h"
+#include "snippets/ColumnSizes.h"
+#include "snippets/GridTicks.h"
 #include "snippets/GridWidths.h"
 #include "snippets/SnippetGrid.h"
 
@@ -17,7 +19,6 @@ enum Page : int { FirstPage = 0, NextPage = 1 };
 /// Flags behind the connection in the cell data of a row of folders.
 enum Flag : std::size_t { TopFlag = 0, KindFlag = 1, Flags = 2 };
 
-constexpr StringView True = u"True", False = u"False";
 constexpr StringView NextCaption = u"Next >>", RunCaption = u"Run";
 constexpr int ChooseNodeMessage = 14;
 constexpr int ProjectLevel = 1, GroupLevel = 2, ComponentLevel = 3;
@@ -55,8 +56,9 @@ void frmStoreToVbCode::Arrange() {
   Layout first =
       forms::Column({Item(fgTreeBack, 1), Row({Space(), Item(btmSelectAll), Item(btmSelectNone)})});
   Layout next =
-      forms::Column({Row({Item(btmAddFolder), Item(btmEditFolder), Item(btmDeleteFolder), Space()}),
-                     Item(fgTreeNext, 1), Item(chkCreateClasses)});
+      forms::Column({Item(fgTreeNext, 1),
+                     Row({Item(btmAddFolder), Item(btmEditFolder), Item(btmDeleteFolder), Space()}),
+                     Item(chkCreateClasses)});
   SetLayout(forms::Column(
       {Tabs(C1TFirstNext, {first, next}),
        Row({Item(btmHelp), Space(), Item(btmBask), Item(btmNext), Item(btmCancel)})}));
@@ -148,7 +150,7 @@ void frmStoreToVbCode::AddProject(const Statements& run, int position) {
       if (!titled) fgTreeBack.AddRow(RowOf(group.Title, GroupLevel, picture));
       titled = true;
       forms::GridRow row = RowOf(one.Name, ComponentLevel, picture);
-      row.Cells[TickColumn] = False;
+      row.Cells[TickColumn] = Unticked;
       row.CellData = JoinComponentKey({position, one.Position, one.Type});
       fgTreeBack.AddRow(std::move(row));
     }
@@ -188,12 +190,7 @@ void frmStoreToVbCode::RunLoadNext() {
 }
 
 std::vector<int> frmStoreToVbCode::TickedRows() const {
-  std::vector<int> rows;
-  for (int row = fgTreeBack.FixedRows(); row < fgTreeBack.Rows(); ++row) {
-    if (fgTreeBack.RowAt(row).CellData.empty()) continue;
-    if (fgTreeBack.TextMatrix(row, TickColumn) == True) rows.push_back(row);
-  }
-  return rows;
+  return tessel::TickedRows(fgTreeBack, TickColumn);
 }
 
 void frmStoreToVbCode::EnablebtmNext() {
@@ -218,10 +215,7 @@ void frmStoreToVbCode::EnableBtmEditAndDelete() {
 
 void frmStoreToVbCode::TickAll(StringView routine, bool ticked) {
   Routine(routine, [&] {
-    for (int row = fgTreeBack.FixedRows(); row < fgTreeBack.Rows(); ++row) {
-      if (fgTreeBack.RowAt(row).CellData.empty()) continue;
-      fgTreeBack.SetTextMatrix(row, TickColumn, ticked ? True : False);
-    }
+    TickRows(fgTreeBack, TickColumn, ticked);
     EnablebtmNext();
   });
 }
@@ -265,7 +259,8 @@ void frmStoreToVbCode::AddFolder() {
     entry.CellData = JoinRowKey(connection, {0, FolderKind});
     entry.Data = run([&] {
       return TreeOf(connection)
-          .AddNode(entry.Cells.front(), static_cast<std::int32_t>(parent.Data), 0, 0, FolderKind);
+          .AddNode(String(entry.Cells.front()), static_cast<std::int32_t>(parent.Data), 0, 0,
+                   FolderKind);
     });
     // One that could not be added shows as a row without a node, which takes nothing.
     fgTreeNext.AddRow(std::move(entry), row + 1);
@@ -285,10 +280,12 @@ void frmStoreToVbCode::RenameNode(int row) {
     run([&] {
       CSQLTree& tree = TreeOf(SplitRowKey(node.CellData, Flags).Connection);
       const auto id = static_cast<std::int32_t>(node.Data);
-      tree.UpdateNodeName(id, node.Cells.front());
+      tree.UpdateNodeName(id, String(node.Cells.front()));
       // Another process may have kept it from being written: the row shows what the table holds.
       if (const auto name = tree.NameOfNode(id)) fgTreeNext.SetTextMatrix(row, TreeColumn, *name);
     });
+    // Last, since the answer may end the routine.
+    run([&] { CheckNodeName(String(node.Cells.front())); });
   });
 }
 
@@ -299,7 +296,8 @@ void frmStoreToVbCode::DeleteFolder() {
     const forms::GridRow folder = fgTreeNext.RowAt(row);
     const bool agreed = run([&] {
       return platform::Current().Boxes().ShowMessage(
-                 u"Are you sure to delete folder '" + folder.Cells.front() + u"' and subfolders?",
+                 u"Are you sure to delete folder '" + String(folder.Cells.front()) +
+                     u"' and subfolders?",
                  u"Tessel", platform::YesNo | platform::Question | platform::DefaultButton2) ==
              platform::MessageAnswer::Yes;
     });

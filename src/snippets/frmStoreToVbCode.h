@@ -20,8 +20,8 @@ class frmStoreToVbCode : public ToolForm {
   forms::TabControl C1TFirstNext{
       this, "C1TFirstNext", {{u"C1EFirst", u"Components"}, {u"C1ENext", u"Folder"}}};
   forms::Grid fgTreeBack{this, "fgTreeBack"};
-  forms::Button btmSelectAll{this, "btmSelectAll", {.Caption = u"Select All"}};
-  forms::Button btmSelectNone{this, "btmSelectNone", {.Caption = u"Select None"}};
+  forms::Button btmSelectAll{this, "btmSelectAll", {.Caption = u"Select &All"}};
+  forms::Button btmSelectNone{this, "btmSelectNone", {.Caption = u"Select N&one"}};
   forms::Grid fgTreeNext{this, "fgTreeNext"};
   forms::Button btmAddFolder{this, "btmAddFolder", {.Caption = u"Add Folder"}};
   forms::Button btmEditFolder{this, "btmEditFolder", {.Caption = u"Edit Folder"}};
@@ -31,10 +31,10 @@ class frmStoreToVbCode : public ToolForm {
       "chkCreateClasses",
       {.Caption = u"Create Classes/Folders/Modules etc. Folders structure to mimic the project's "
                   u"components organization"}};
-  forms::Button btmBask{this, "btmBask", {.Caption = u"<< Back", .Enabled = false}};
+  forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
+  forms::Button btmBask{this, "btmBask", {.Caption = u"<< &Back", .Enabled = false}};
   forms::Button btmNext{this, "btmNext", {.Caption = u"Next >>"}};
   forms::Button btmCancel{this, "btmCancel", {.Caption = u"Cancel"}};
-  forms::Button btmHelp{this, "btmHelp", {.Caption = u"Help"}};
 
  protected:
   void Form_Load() override;

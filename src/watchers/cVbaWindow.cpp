@@ -84,7 +84,10 @@ void cVbaWindow::iSubclass_After(std::intptr_t&, platform::WindowHandle, std::ui
     const Reaction* const reaction = ReactionOf(classHwnd_);
     if (!ExplorerStarted || !watcher || reaction == nullptr || !IsTrigger(uMsg, wParam)) return;
     if (uMsg == platform::WM_Command && !reaction->HearsCommands) return;
-    if (!reaction->IsArmed(*watcher)) return;
+    if (!reaction->IsArmed(*watcher)) {
+      if (reaction->IsCode && watcher->hwndCODE() != hwndWinCode_) watcher->NoteActedElsewhere();
+      return;
+    }
     if (!run([] { return mFunctions::IncludeAutoPosition(); })) return;
     (watcher.get()->*reaction->TakeLatch)(false);
     if (!TakeRunEvents(*watcher)) return;

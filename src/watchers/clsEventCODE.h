@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "host/VBE.h"
@@ -60,6 +61,12 @@ class clsEventCODE : public std::enable_shared_from_this<clsEventCODE> {
   void RunTimerComponent();   ///< 200 ms
   void RunTimerProperties();  ///< 200 ms
 
+  /// A trigger found the latch of its code window held by another window: what the user does there
+  /// is told by no notice of its own.
+  void NoteActedElsewhere() { actedElsewhere_ = true; }
+  /// Whether that happened since the last call.
+  [[nodiscard]] bool TakeActedElsewhere() { return std::exchange(actedElsewhere_, false); }
+
   /// What the listener is to refresh: 0 projects, 1 the selected component, 2 the code at the
   /// caret.
   std::function<void(std::int32_t kind, std::int32_t argument)> Tree;
@@ -78,7 +85,7 @@ class clsEventCODE : public std::enable_shared_from_this<clsEventCODE> {
   platform::WindowHandle hwndCODE_ = 0;
   std::shared_ptr<host::VBE> vbInstance_;
   bool runEventsCode_ = true, runEventsComponent_ = true, runEventsProject_ = true;
-  bool runEvents_ = true;
+  bool runEvents_ = true, actedElsewhere_ = false;
   std::vector<platform::TimerId> timers_;  // in the air
 };
 

@@ -226,8 +226,28 @@ TEST_F(NewCommand, ALineThatIsTooLongIsRefused) {
   const std::string longest(1023 - std::string("' Description: ").size(), 'd');
   EXPECT_EQ(Run({"procedure", "--name", "A", "--description", longest}), 0) << Err;
   EXPECT_EQ(Run({"procedure", "--name", "A", "--description", longest + "d"}), 2);
-  EXPECT_EQ(Err.substr(0, Err.find(": '")),
-            "tessel: A: a line would have 1024 characters, more than 1023");
+  EXPECT_EQ(Err,
+            "tessel: A: A line would have 1024 characters, more than 1023, field: "
+            "\"Description\"\n");
+}
+
+TEST_F(NewCommand, APropertyOfAnArrayIsRefusedByField) {
+  EXPECT_EQ(Run({"property", "--name", "Items", "--type", "Long()", "--prefix", "l"}), 2);
+  EXPECT_EQ(Err,
+            "tessel: the options: the record \"type\" can't be an array; a Variant holds one\n");
+  EXPECT_EQ(Run({"property", "--name", "Items", "--type", "Variant"}), 0) << Err;
+}
+
+TEST_F(NewCommand, AStatementThatIsContinuedTooOftenIsRefused) {
+  std::vector<std::string> words{"enum", "--name", "E"};
+  for (int member = 0; member < 24; ++member) {
+    words.insert(words.end(), {"--member", "A" + std::to_string(member) + " = 1 _"});
+  }
+  EXPECT_EQ(Run(words), 0) << Err;
+  words.insert(words.end(), {"--member", "Last = 1 _"});
+  EXPECT_EQ(Run(words), 2);
+  EXPECT_EQ(Err,
+            "tessel: E: A statement would be continued more than 24 times, field: \"Members\"\n");
 }
 
 // What the module has already

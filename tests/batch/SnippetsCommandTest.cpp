@@ -85,6 +85,27 @@ TEST_F(Snippets, AComponentIsReadInItsOwnCodePage) {
   EXPECT_EQ(err_.str(), "tessel: there is no code page 7\n");
 }
 
+TEST_F(Snippets, ACompanionThatTheLibraryDoesNotKeepIsTold) {
+  const auto text = [](const std::string& kind, const std::string& companion) {
+    return "VERSION 5.00\r\nBegin VB." + kind + " One \r\n   Picture = \"" + companion +
+           "\":0000\r\nEnd\r\nAttribute VB_Name = \"One\"\r\nAttribute VB_Exposed = False\r\n";
+  };
+  for (const char* const file : {"One.ctx", "One.pgx", "One.frx"}) folder_.Write(file, "pictures");
+  const auto told = [&](const std::string& file, const std::string& bytes) {
+    folder_.Write(file, bytes);
+    EXPECT_EQ(Run({"add", Path(file)}), Done);
+    return err_.str();
+  };
+  EXPECT_EQ(told("One.ctl", text("UserControl", "One.ctx")),
+            "tessel: " + Path("One.ctl") +
+                ": its pictures and texts lie in One.ctx, which a library doesn't keep with CTL "
+                "objects; keep that file beside the project\n");
+  EXPECT_NE(told("One.pag", text("PropertyPage", "One.pgx")).find("One.pgx"), std::string::npos);
+  EXPECT_EQ(told("One.frm", text("Form", "One.frx")), "");
+  EXPECT_NE(told("One.frm", text("MDIForm", "One.frx")).find("One.frx"), std::string::npos);
+  EXPECT_EQ(told("Two.ctl", text("UserControl", "gone.ctx")), "");
+}
+
 TEST_F(Snippets, NamesWhatIsMissing) {
   EXPECT_EQ(Run({"show", "99"}), Failed);
   EXPECT_EQ(err_.str(), "tessel: there is no record 99 (list and find name them)\n");
@@ -138,6 +159,29 @@ TEST_F(Snippets, AnExportedFolderIsImported) {
   EXPECT_EQ(out_.str(), "73\tTeam/\n74\t  F/\n75\t    One\n71\tF/\n72\t  One\n");
 }
 
+TEST_F(Snippets, AnExportNamesWhatItRemovesAndWhatItKeeps) {
+  Run({"add", "-", "--name", "One", "--folder", "F"}, "text");
+  Run({"export", Path("out")});
+  folder_.Write("out/mine.snippet", "Name: mine\n");
+  test::OpenTree(test::OpenDatabase(library_))->DeleteNode(71);
+  EXPECT_EQ(Run({"export", Path("out")}), Done);
+  EXPECT_EQ(out_.str(),
+            "removed " + Path("out/F/One.snippet") + "\nkept " + Path("out/mine.snippet") + "\n");
+}
+
+TEST_F(Snippets, AnExportClearsWhatAKilledOneLeft) {
+  Run({"add", "-", "--name", "One", "--folder", "F/G"}, "text");
+  Run({"export", Path("out")});
+  for (const char* const file : {"out/.tessel-0badcafe.tmp", "out/F/G/.tessel-1badcafe.tmp"}) {
+    folder_.Write(file, "half");
+  }
+  folder_.Write("out/.git/.tessel-2badcafe.tmp", "not ours");
+  EXPECT_EQ(Run({"export", Path("out")}), Done);
+  EXPECT_FALSE(fs::exists(Path("out/.tessel-0badcafe.tmp")));
+  EXPECT_FALSE(fs::exists(Path("out/F/G/.tessel-1badcafe.tmp")));
+  EXPECT_TRUE(fs::exists(Path("out/.git/.tessel-2badcafe.tmp")));
+}
+
 TEST_F(Snippets, AnEditorsSnippetsAreImported) {
   folder_.Write("vb.code-snippets",
                 "// made by hand\n{\n  \"For loop\": {\n    \"prefix\": [\"for\", \"loop\"],\n"
@@ -175,6 +219,70 @@ TEST_F(Snippets, ChecksAndMendsALibrary) {
   EXPECT_EQ(out_.str(), "71 \"One\" stood outside the top\n");
   EXPECT_EQ(Run({"check"}), Done);
   EXPECT_EQ(out_.str(), "");
+}
+
+TEST_F(Snippets, ANameThatTheColumnCannotHoldIsRefusedAndNeverCut) {
+  const std::string name(255, 'n'), longer = name + "n";
+  EXPECT_EQ(Run({"add", "-", "--name", name}, "x"), Done);
+  folder_.Write("in/a.snippet", "Name: " + longer + "\nText:\n    1\n");
+  folder_.Write("object/a.snippet", "Name: a\nObject: " + longer + "\nClass: BAS\n");
+  folder_.Write("a.code-snippets", "{\"" + longer + "\": {\"body\": \"x\"}}");
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"add", "-", "--name", longer},
+        {"add", "-", "--name", "x", "--folder", longer},
+        {"import", Path("in")},
+        {"import", Path("object")},
+        {"import", Path("a.code-snippets")}}) {
+    EXPECT_EQ(Run(words, "x"), Failed);
+    EXPECT_NE(err_.str().find(" has at most "), std::string::npos) << err_.str();
+    EXPECT_NE(err_.str().find("nnn...\" has 256"), std::string::npos) << err_.str();
+  }
+  EXPECT_EQ(Run({"list"}), Done);
+  EXPECT_EQ(out_.str(), "71\t" + name + "\n");
+}
+
+TEST_F(Snippets, ALibraryThatCannotBeWrittenIsNamedWithTheCause) {
+  Run({"add", "-", "--name", "One"}, "x");
+  std::string bytes = folder_.Read("lib.mdb");
+  // A file of a later version of the format is read and never written.
+  constexpr std::size_t WriteVersion = 18;
+  bytes[WriteVersion] = 3;
+  folder_.Write("lib.mdb", bytes);
+  folder_.Write("a.code-snippets", "{\"good\": {\"body\": \"x\"}}");
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"add", "-", "--name", "Two"},
+        {"add", "-", "--name", "Two", "--folder", "New"},
+        {"import", Path("a.code-snippets")}}) {
+    EXPECT_EQ(Run(words, "x"), Failed);
+    EXPECT_EQ(err_.str(),
+              "tessel: " + Path("lib.mdb") + ": the file can't be written, it is read-only\n");
+  }
+  EXPECT_EQ(folder_.Read("lib.mdb"), bytes);
+}
+
+TEST_F(Snippets, ADamagedLibraryIsNamedAndNoStatementIsShown) {
+  Run({"add", "-", "--name", "One"}, "x");
+  const std::string whole = folder_.Read("lib.mdb");
+  constexpr std::size_t Page = 4096;
+  int told = 0;
+  for (std::size_t at = Page; at < whole.size(); at += Page) {
+    std::string bytes = whole;
+    bytes.replace(at, Page, Page, '\x7f');
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"list"},
+                                                  {"show", "One"},
+                                                  {"find", "x"},
+                                                  {"check"},
+                                                  {"export", Path("out")},
+                                                  {"add", "-", "--name", "Two"}}) {
+      folder_.Write("lib.mdb", bytes);
+      if (Run(words, "x") != Failed) continue;
+      ++told;
+      EXPECT_EQ(err_.str(),
+                "tessel: " + Path("lib.mdb") + ": the file is damaged; take it from a copy\n")
+          << words.front() << " with page " << at / Page;
+    }
+  }
+  EXPECT_GE(told, 12);
 }
 
 TEST_F(Snippets, AFullDeviceOrAReadOnlyLibraryIsTold) {

@@ -208,6 +208,20 @@ TEST_F(ProcedureBuilder, BadNamesAreRefusedAndKeepTheFocus) {
   for (std::size_t at = 0; at < cases.size(); ++at) EXPECT_EQ(messages[at], cases[at].second);
 }
 
+TEST_F(ProcedureBuilder, ALineThatTheLanguageDoesNotTakeIsRefusedWithItsField) {
+  Begin("Option Explicit");
+  Type("txtDescription", std::string(1100, 'd'));
+  Press("btmOK");
+  Answer("OK");
+  Form();
+  Text("Module1");
+  EXPECT_EQ(Play().at("text"), "Option Explicit");
+  EXPECT_EQ(Messages(),
+            (std::vector<std::string>{"A line would have 1115 characters, more than 1023, field: "
+                                      "\"Description\""}));
+  EXPECT_EQ(Control(Forms().back(), "txtDescription").at("focus"), true);
+}
+
 TEST_F(ProcedureBuilder, ANewModuleIsMadeTwiceUnderTwoNames) {
   for (int round = 0; round < 2; ++round) {
     if (round == 0) {
@@ -230,16 +244,6 @@ TEST_F(ProcedureBuilder, CancelInsertsNothing) {
   Press("btmCancel");
   Text("Module1");
   EXPECT_EQ(Play().at("text"), "Option Explicit");
-}
-
-TEST_F(ProcedureBuilder, WithoutAProjectOkDoesNothing) {
-  Connect();
-  Open("Procedure Builder");
-  Press("btmOK");
-  Form();
-  const Json form = Play();
-  EXPECT_EQ(FormOf(form), "frmProcedureBuilder");
-  EXPECT_EQ(Control(form, "ComModule").at("list"), Json::array());
 }
 
 TEST_F(ProcedureBuilder, AnInsertionThatIsGivenUpKeepsTheDialogAndWhatWasTyped) {
@@ -283,6 +287,17 @@ TEST_F(ArgumentBuilder, OpensWithTheStoredDefaultsAndTheFirstType) {
   EXPECT_EQ(Control(form, "OptByRef").at("value"), 0);
   EXPECT_EQ(Control(form, "txtDefaultValue").at("enabled"), false);
   EXPECT_EQ(Control(form, "lblResult").at("caption"), "ByVal N ");
+}
+
+TEST_F(ArgumentBuilder, WithBothPassingsOffNeitherWordIsWritten) {
+  Setting("chkOptional", "0");
+  Setting("OptByRef", "0");
+  Setting("OptByVal", "0");
+  Begin();
+  Press("btmAdd");
+  Pick("ComType", "Long");
+  Form();
+  EXPECT_EQ(Control(Play(), "lblResult").at("caption"), "N  As Long");
 }
 
 TEST_F(ArgumentBuilder, AnArrayDisablesTheRestAndItsValuesAreNotWritten) {

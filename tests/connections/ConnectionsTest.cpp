@@ -4,6 +4,7 @@
 
 #include "connections/cConnectReestr.h"
 #include "connections/cConnectionMDBs.h"
+#include "platform/GroupedChanges.h"
 #include "store/Seeds.h"
 #include "support/MemoryPlatform.h"
 #include "support/TemporaryFolder.h"
@@ -39,6 +40,32 @@ TEST_F(Connections, AFreeNumberIsUsedAgain) {
             (std::vector<RegisteredConnection>{{u"UserConnect1", u"a"}, {u"UserConnect3", u"c"}}));
   EXPECT_TRUE(list_.AddNewConnection(u"d"));
   EXPECT_EQ(list_.GetAllConnect()->back(), (RegisteredConnection{u"UserConnect2", u"d"}));
+}
+
+TEST_F(Connections, ADeletionIsOneChangeOfTheStore) {
+  struct Grouping : memory::MemoryRegistry, platform::GroupedChanges {
+    void Together(const std::function<void()>& changes) override {
+      Within = true;
+      changes();
+      Within = false;
+      ++Groups;
+    }
+    bool DeleteKey(platform::RootKey root, StringView key) override {
+      EXPECT_TRUE(Within) << "an end of the process here would leave no connection";
+      return MemoryRegistry::DeleteKey(root, key);
+    }
+    bool Within = false;
+    int Groups = 0;
+  };
+  struct Platform : memory::MemoryPlatform {
+    platform::Registry& Registry() override { return Own; }
+    Grouping Own;
+  } services;
+  const platform::ScopedPlatform scope(services);
+  for (const StringView file : {u"a", u"b"}) EXPECT_TRUE(list_.AddNewConnection(file));
+  list_.DeleteConnection(u"a");
+  EXPECT_EQ(services.Own.Groups, 1);
+  EXPECT_EQ(*list_.GetAllConnect(), (std::vector<RegisteredConnection>{{u"UserConnect2", u"b"}}));
 }
 
 TEST_F(Connections, ChecksItsProperties) {

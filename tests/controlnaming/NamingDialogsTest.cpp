@@ -1,6 +1,7 @@
 // The naming dialogs as a script sees them.
 
 #include <algorithm>
+#include <array>
 
 #include "support/DialogChannel.h"
 
@@ -126,6 +127,37 @@ TEST_F(NamingDialogs, OkWithoutTouchingAnythingTakesTheProposal) {
   Press("btmOK");
   Controls();
   EXPECT_EQ(Named(Play()), Names{"cmdCommand1 Command1"});
+}
+
+TEST_F(NamingDialogs, AControlThatIsDrawnShowsItsNameWithoutBeingTold) {
+  for (const auto& [className, name, property, named] :
+       {std::array{"CommandButton", "Command1", "Caption", "cmdCommand1 Command1"},
+        std::array{"TextBox", "Text1", "Text", "txtText1 Text1"}}) {
+    Begin();
+    Add(className, name, Json::object());
+    Press("btmOK");
+    Controls();
+    EXPECT_EQ(Named(Play(), property), Names{named});
+    Forget();
+  }
+}
+
+/// The user works on a form of one project while another one is active: that one turns to it.
+TEST_F(NamingDialogs, AControlIsNamedInItsOwnProjectWhicheverWasActive) {
+  Begin("Private Sub Command1_Click()\r\n  Command1.Enabled = 1\r\nEnd Sub\r\n");
+  Ask({{"do", "new-project"}, {"name", "Other"}});
+  AddButton();
+  Press("btmOK");
+  Ask({{"do", "activate-project"}, {"project", "Other"}});
+  Rename("cmdCommand1", "Command1");
+  Press("btmNo");
+  Ask({{"do", "activate-project"}, {"project", "Other"}});
+  Rename("Command1", "cmdGo");
+  Press("btmYes");
+  Controls();
+  Text("Form1");
+  EXPECT_EQ(Play().at("text"), "Private Sub cmdGo_Click()\r\n  cmdGo.Enabled = 1\r\nEnd Sub\r\n");
+  EXPECT_EQ(Named(LastControls()), Names{"cmdGo Command1"});
 }
 
 TEST_F(NamingDialogs, TheNameFollowsTheTextThatIsTyped) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "foundation/CErrorHandler.h"
 #include "support/Modules.h"
 #include "vb/Failure.h"
@@ -57,6 +59,58 @@ TEST(NamesInText, OfEventProceduresAreReplacedWhereverTheyStand) {
 TEST(NamesInText, OfAnotherControlsProceduresChangeWhenTheyHoldTheOldName) {
   EXPECT_EQ(NamesUpdated(u"Sub fraOld_Click()\r\nfraOld.x", {u"fraOld_Click"}, u"Old", u"New"),
             u"Sub fraNew_Click()\r\nfraOld.x");
+}
+
+TEST(NamesInText, OfAProcedureThatBeginsAnothersNameAreChangedOnce) {
+  EXPECT_EQ(NamesUpdated(u"Sub Wsk1_Connect()\r\nSub Wsk1_ConnectionRequest()\r\n",
+                         {u"Wsk1_Connect", u"Wsk1_ConnectionRequest"}, u"Wsk1", u"wskWsk1"),
+            u"Sub wskWsk1_Connect()\r\nSub wskWsk1_ConnectionRequest()\r\n");
+  EXPECT_EQ(NamesUpdated(u"(Wsk1_ConnectionRequest)(Wsk1_Connect)",
+                         {u"Wsk1_ConnectionRequest", u"Wsk1_Connect"}, u"Wsk1", u"wskWsk1"),
+            u"(wskWsk1_ConnectionRequest)(wskWsk1_Connect)");
+}
+
+TEST(NamesInText, OfAProcedureThatStandsThereTwiceAreChangedOnce) {
+  EXPECT_EQ(NamesUpdated(u"Sub Text2_Change()\r\n#Else\r\nSub Text2_Change()\r\n",
+                         {u"Text2_Change", u"Text2_Change"}, u"Text2", u"txtText2"),
+            u"Sub txtText2_Change()\r\n#Else\r\nSub txtText2_Change()\r\n");
+}
+
+/// Each name in turn, everywhere; what the names put in is not guarded.
+String ProceduresOneAfterTheOther(String text, const std::vector<String>& procedures,
+                                  StringView oldName, StringView newName) {
+  for (const String& procedure : procedures) {
+    text = vb::Replace(text, procedure, vb::Replace(procedure, oldName, newName));
+  }
+  return text;
+}
+
+TEST(NamesInText, OfProceduresChangeOneAfterTheOtherWhereNoneFindsWhatAnotherPutIn) {
+  std::mt19937 random(7);
+  const auto below = [&](unsigned most) { return static_cast<unsigned>(random() % most); };
+  const auto name = [&](StringView letters, unsigned most) {
+    String text;
+    for (unsigned length = 1 + below(most); length > 0; --length) text += letters[below(2)];
+    return text;
+  };
+  int changed = 0;
+  for (int round = 0; round < 2000; ++round) {
+    const String oldName = name(u"ab", 3), newName = u"N" + vb::Str(static_cast<int>(below(9)));
+    std::vector<String> procedures;
+    for (const char16_t last : StringView(u"PQRST")) {
+      // With a last letter of its own no name is found across the end of another.
+      procedures.push_back(name(u"ab", 2) + oldName + u"_" + name(u"cd", 3) + last);
+    }
+    String text;
+    for (int word = 0; word < 30; ++word) {
+      text += below(2) == 0 ? procedures[below(5)] : name(u"ab", 5);
+      if (below(4) > 0) text += u"(,)"[below(3)];
+    }
+    const String expected = ProceduresOneAfterTheOther(text, procedures, oldName, newName);
+    changed += expected != text ? 1 : 0;
+    EXPECT_EQ(NamesUpdated(text, procedures, oldName, newName), expected);
+  }
+  EXPECT_GT(changed, 1000);
 }
 
 TEST(NamesInText, AnEmptyNewNameIsPutInLikeAnyOther) {
@@ -124,6 +178,12 @@ TEST_F(NamesInModule, AnEmptyOrMissingModuleIsPassedOver) {
   RunUpdateCodeName(Form(u""), u"cmdOld", u"cmdNew");
   EXPECT_EQ(Text(), u"");
   RunUpdateCodeName(nullptr, u"cmdOld", u"cmdNew");
+}
+
+TEST_F(NamesInModule, AControlWithoutANameHasNoUsesInTheCode) {
+  const StringView text = u"Sub cmdNew_Click()\r\n  With  cmdNew\r\n    .x = .y\r\nEnd Sub\r\n";
+  RunUpdateCodeName(Form(text), u"", u"txtX");
+  EXPECT_EQ(Text(), text);
 }
 
 TEST_F(NamesInModule, AModuleThatDoesNotMentionTheNameIsNotTouched) {

@@ -146,16 +146,62 @@ TEST_F(ExplorerChannel, FromTheMenusCommandOnNoAddedComponentBringsItBack) {
   const auto replies = Play(R"({"do":"disconnect"}
 {"do":"connect"}
 {"do":"click","path":["Tessel","Tessel","Project Explorer"]}
+{"do":"new-project","name":"Second"}
+{"do":"activate-project","project":"Shop"}
 {"do":"right-click","form":"udProjectExplorer","control":"fgTree","row":2}
 {"do":"menu","item":"mnuHideVB6"}
 {"do":"add-component","type":1,"name":"modNew"}
 {"do":"windows"}
+{"do":"setting","section":"Settings","key":"ProjectExplorerWindow"}
 )");
-  for (const Json& window : replies[6]["windows"]) {
-    if (window["caption"] == "Tessel Project Explorer") {
-      EXPECT_EQ(window["visible"], false);
-    }
+  EXPECT_EQ(replies[9]["value"], "1") << "components would bring it back";
+  int explorers = 0;
+  for (const Json& window : replies[8]["windows"]) {
+    if (window["caption"] != "Tessel Project Explorer") continue;
+    ++explorers;
+    EXPECT_EQ(window["visible"], false);
   }
+  EXPECT_EQ(explorers, 1);
+}
+
+TEST_F(ExplorerChannel, BehindARunOverAProjectTheLinesOfAllItsComponentsAreTrue) {
+  const auto replies = Play(
+      R"({"do":"add-component","type":1,"name":"modOther","text":"Sub D()\r\nEnd Sub\r\nSub E()\r\nEnd Sub\r\nSub F()\r\nEnd Sub\r\n"}
+{"do":"caret","component":"modMain","line":1}
+{"do":"advance","ms":2000}
+{"do":"click","path":["Tessel","Tessel","Code Formatter"]}
+{"do":"pick","control":"ComModule","text":"Current Project   [Shop]"}
+{"do":"press","control":"btmRun"}
+{"do":"advance","ms":2000}
+{"do":"members","component":"modOther"}
+{"do":"form","form":"udProjectExplorer"}
+)");
+  std::vector<std::string> lines, truth;
+  const Json tree = ControlNamed(replies[8], "fgTree");
+  for (const Json& row : tree["rows"]) {
+    if (row["level"] == 3 && row["cells"][5] == "modOther") lines.push_back(row["cells"][8]);
+  }
+  for (const Json& member : replies[7]["members"]) {
+    truth.push_back(std::to_string(member["start-line"].get<int>()));
+  }
+  EXPECT_EQ(lines, truth);
+  EXPECT_NE(truth, (std::vector<std::string>{"1", "3", "5"})) << "the run moved nothing";
+}
+
+TEST_F(ExplorerChannel, BehindAChangeOfAControlsNameByHandTheEventsHaveTheNewOne) {
+  const auto replies = Play(
+      R"({"do":"add-component","type":5,"name":"frmNames","text":"Private Sub cmdOld_Click()\r\nEnd Sub\r\n"}
+{"do":"add-control","component":"frmNames","class":"CommandButton","name":"cmdOld"}
+{"do":"press","control":"btmCansel"}
+{"do":"caret","component":"frmNames","line":1,"column":13,"end-line":1,"end-column":19}
+{"do":"advance","ms":2000}
+{"do":"run","handler":"MenuUpdateControlName_Click"}
+{"do":"type","control":"cmbNewName","text":"cmdNew"}
+{"do":"press","control":"btmYes"}
+{"do":"advance","ms":2000}
+{"do":"form","form":"udProjectExplorer"}
+)");
+  EXPECT_EQ(Captions(replies[9]).back(), "cmdNew_Click");
 }
 
 }  // namespace

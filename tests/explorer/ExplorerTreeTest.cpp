@@ -254,6 +254,8 @@ TEST_F(ExplorerTree, AChangeToAnotherWindowLooksAtTheOneThatWasLeft) {
   Add(host::vbext_ct_StdModule, u"Module1", TwoSubs);
   Add(host::vbext_ct_StdModule, u"Module2", TwoSubs);
   tree_->Show();
+  const auto left = world_.Environment.Component(u"Module1")->CodeModule()->CodePane();
+  gEventCODE->SethwndCODE(left->Window()->HWnd());
   world_.Environment.SetText(u"Module1", String(TwoSubs) + u"Sub Third()\r\nEnd Sub\r\n\r\n");
   world_.Caret(u"Module2", 3);
   Notice(2);

@@ -409,6 +409,24 @@ TEST_F(Forms, ManyRowsGoAtOnceAndTheCurrentOneStaysInside) {
   EXPECT_THROW(grid.RemoveItems(3, 2), vb::Failure);
 }
 
+TEST_F(Forms, ARowOfFewerCellsThanColumnsIsEmptyBehindThem) {
+  Grid& grid = form_->grid;
+  grid.SetCols(4);
+  const int row = grid.AddRow({.Cells = {u"a"}});
+  EXPECT_EQ(grid.TextMatrix(row, 3), u"");
+  grid.SetTextMatrix(row, 2, u"c");
+  EXPECT_EQ(grid.TextMatrix(row, 1), u"");
+  EXPECT_EQ(grid.TextMatrix(row, 2), u"c");
+  EXPECT_THROW(static_cast<void>(grid.TextMatrix(row, 4)), vb::Failure);
+  grid.SetCols(2);
+  grid.SetCols(4);
+  EXPECT_EQ(grid.TextMatrix(row, 2), u"") << "what went with its column is gone";
+  const int wide = grid.AddRow({.Cells = {u"a", u"b", u"c", u"d", u"behind"}}, row);
+  grid.SetCols(5);
+  EXPECT_EQ(grid.TextMatrix(wide, 3), u"d");
+  EXPECT_EQ(grid.TextMatrix(wide, 4), u"");
+}
+
 TEST_F(Forms, ACellIsEditedFromCodeUnlessItsHandlerRefuses) {
   Grid& grid = form_->grid;
   grid.Editable = false;

@@ -67,6 +67,42 @@ TEST_F(Registry, TwoProcessesThatWriteAtOnceLoseNothing) {
   EXPECT_EQ(registry_.ValueNames(RootKey::CurrentUser, u"k")->size(), 2U * Writes);
 }
 
+TEST_F(Registry, AGroupOfChangesIsDoneWholeOrNotAtAll) {
+  const auto set = [&](StringView name) {
+    registry_.SetValue(RootKey::CurrentUser, u"k", name, RegistryValue(1U));
+  };
+  const auto names = [&] { return registry_.ValueNames(RootKey::CurrentUser, u"k"); };
+  const auto other = [&] {
+    return SqliteRegistry(folder_.Path() / "deep" / "settings.sqlite")
+        .ValueNames(RootKey::CurrentUser, u"k");
+  };
+  set(u"old");
+  const auto replace = [&] {
+    EXPECT_TRUE(registry_.DeleteKey(RootKey::CurrentUser, u"k"));
+    set(u"new");
+    registry_.Together([&] { set(u"newer"); });
+    EXPECT_EQ(names(), (std::vector<String>{u"new", u"newer"}));
+    EXPECT_EQ(other(), std::vector<String>{u"old"}) << "nobody else sees half of it";
+  };
+  EXPECT_THROW(registry_.Together([&] {
+    replace();
+    throw vb::Failure(5, u"in the middle");
+  }),
+               vb::Failure);
+  EXPECT_EQ(names(), std::vector<String>{u"old"});
+  const pid_t child = fork();
+  if (child == 0) {
+    registry_.Together([&] {
+      static_cast<void>(registry_.DeleteKey(RootKey::CurrentUser, u"k"));
+      _exit(0);
+    });
+  }
+  waitpid(child, nullptr, 0);
+  EXPECT_EQ(names(), std::vector<String>{u"old"}) << "the process ended in the middle";
+  registry_.Together(replace);
+  EXPECT_EQ(other(), (std::vector<String>{u"new", u"newer"}));
+}
+
 TEST_F(Registry, NamesADamagedFile) {
   const auto file = folder_.Write("bad.sqlite", std::string(5000, 'x'));
   SqliteRegistry bad(file);

@@ -246,6 +246,60 @@ TEST(AttributeKeeper, OneOfTwoThatWentAwayIsToldByItsNeighbours) {
   EXPECT_EQ(module.File().find(u"Foo.VB_D = 1"), String::npos);
 }
 
+TEST(AttributeKeeper, SeveralRenamedByOneRewritingKeepTheirsByTheirPlaces) {
+  Module module(Lines({u"Sub T_Go()", u"Attribute T_Go.VB_D = 1", u"End Sub", u"Sub T_Stop()",
+                       u"Attribute T_Stop.VB_D = 2", u"End Sub", u"Sub Stays()",
+                       u"Attribute Stays.VB_D = 3", u"End Sub"}));
+  module.SetText(
+      Lines({u"Sub N_Go()", u"End Sub", u"Sub N_Stop()", u"End Sub", u"Sub Stays()", u"End Sub"}));
+  EXPECT_EQ(module.File(), Lines({u"Sub N_Go()", u"Attribute N_Go.VB_D = 1", u"End Sub",
+                                  u"Sub N_Stop()", u"Attribute N_Stop.VB_D = 2", u"End Sub",
+                                  u"Sub Stays()", u"Attribute Stays.VB_D = 3", u"End Sub"}));
+}
+
+TEST(AttributeKeeper, WhatStandsApartFromItsOwnerStaysThereThroughARewriting) {
+  const String file = Lines({u"Sub A()", u"x", u"End Sub", u"Attribute A.VB_D = 1", u"Sub T_Go()",
+                             u"End Sub", u"Attribute T_Go.VB_D = 2", u"Privat Sub Damaged()",
+                             u"Attribute Damaged.VB_D = 3", u"End Sub"});
+  Module module(file);
+  ASSERT_EQ(module.File(), file);
+  module.SetText(module.Lines(1, module.Count()));
+  EXPECT_EQ(module.File(), file);
+  module.SetText(vb::Replace(module.Lines(1, module.Count()), u"T_Go", u"N_Go"));
+  EXPECT_EQ(module.File(), vb::Replace(file, u"T_Go", u"N_Go"));
+  // Taken back by an editor, which deletes and inserts too.
+  const String before = vb::Replace(module.Lines(1, module.Count()), u"N_Go", u"T_Go");
+  module.Delete(1, module.Count());
+  module.Replace(1, 0, before);
+  EXPECT_EQ(module.File(), file);
+}
+
+TEST(AttributeKeeper, AsManyLinesAsWentEndAsThoseDid) {
+  const StringView text = u"a\r\n' one\rtwo\r\nb\nc\r\nd";
+  const std::vector<LineEnd> ends{LineEnd::CrLf, LineEnd::Cr, LineEnd::CrLf, LineEnd::Lf,
+                                  LineEnd::CrLf};
+  LineBuffer lines(text);
+  MemberIndex index(lines);
+  AttributeKeeper keeper(lines, index);
+  const auto endsNow = [&] {
+    std::vector<LineEnd> now;
+    for (int line = 1; line <= lines.Count(); ++line) now.push_back(lines.EndOf(line));
+    return now;
+  };
+  keeper.Delete(1, 6);
+  keeper.Insert(1, u"a\r\n' one\r\ntwo\r\nB\r\nc\r\nd");
+  auto now = endsNow();
+  now.pop_back();
+  EXPECT_EQ(now, ends);
+  keeper.Replace(2, 3, u"x\r\ny\r\nz");
+  now = endsNow();
+  now.pop_back();
+  EXPECT_EQ(now, ends);
+  keeper.Delete(1, 3);
+  keeper.Insert(1, u"a\r\nb");
+  EXPECT_EQ(lines.EndOf(2), LineEnd::CrLf) << "other lines end as new ones do";
+}
+
 TEST(AttributeKeeper, AnyEditsTakenBackInOrderLeaveTheFileAsItWas) {
   std::mt19937 random(5);
   String file = u"Private WithEvents w As X, v As Y\r\nAttribute w.VB_VarHelpID = -1";

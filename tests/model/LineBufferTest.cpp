@@ -182,5 +182,26 @@ TEST(LineBuffer, AgreesWithAPlainListAfterAnyEdits) {
   EXPECT_EQ(buffer.Text(1, buffer.Count()), vb::Join(plain.Lines, vb::CrLf));
 }
 
+TEST(LineBuffer, EndsOfManyLinesAreReadAndSetAtOnce) {
+  String text;
+  std::vector<LineEnd> expected;
+  for (int line = 0; line < 1000; ++line) {
+    text += vb::Str(line) + (line % 7 == 3 ? u"\n" : u"\r\n");
+    expected.push_back(line % 7 == 3 ? LineEnd::Lf : LineEnd::CrLf);
+  }
+  LineBuffer lines(text);
+  const auto part = [&](int first, int count) {
+    return std::vector<LineEnd>(expected.begin() + first - 1, expected.begin() + first - 1 + count);
+  };
+  EXPECT_EQ(lines.EndsOf(1, 1000), expected);
+  EXPECT_EQ(lines.EndsOf(120, 400), part(120, 400));
+  EXPECT_TRUE(lines.EndsOf(5, 6).empty()) << "all of them end as new lines do";
+  EXPECT_TRUE(lines.EndsOf(1, 0).empty());
+  lines.SetEnds(500, std::vector<LineEnd>(300, LineEnd::Cr));
+  EXPECT_EQ(lines.EndsOf(1, 499), part(1, 499));
+  EXPECT_EQ(lines.EndsOf(500, 300), std::vector<LineEnd>(300, LineEnd::Cr));
+  EXPECT_EQ(lines.EndsOf(800, 201), part(800, 201));
+}
+
 }  // namespace
 }  // namespace tessel::model

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <set>
 
 #include "forms/Document.h"
@@ -36,6 +37,26 @@ TEST(Windows, HaveHandlesOfTheirOwn) {
   for (const WindowInfo& window : windows.All()) handles.insert(window.Handle);
   EXPECT_EQ(handles.size(), 54U);
   EXPECT_FALSE(handles.contains(0));
+}
+
+TEST(Windows, TurnThePropertiesOnceBehindABatchAndNotForNothing) {
+  Windows windows(std::make_shared<OperationHook>());
+  // Each turn opens a field, which takes a handle.
+  const auto turns = [&](const std::function<void()>& act) {
+    const auto before = windows.Create(u"VbaWindow", u"x")->Handle();
+    act();
+    return (windows.Create(u"VbaWindow", u"x")->Handle() - before) / 0x10 - 1;
+  };
+  EXPECT_EQ(turns([&] { windows.ShowProperties(); }), 1);
+  EXPECT_EQ(turns([&] { const Windows::OneTurn once(windows); }), 0);
+  EXPECT_EQ(turns([&] {
+              const Windows::OneTurn once(windows);
+              for (int count = 0; count < 3; ++count) {
+                const Windows::OneTurn inner(windows);
+                windows.ShowProperties();
+              }
+            }),
+            1);
 }
 
 TEST(Windows, MakeAToolWindowThatIsHiddenUntilItIsShown) {

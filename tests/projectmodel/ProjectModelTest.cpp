@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <map>
+#include <random>
+
 #include "projectmodel/ProjectTables.h"
 #include "projectmodel/ProjectTree.h"
 #include "support/Modules.h"
@@ -64,6 +67,45 @@ TEST(ProjectModel, ChildrenAreWalkedInTheOrderOfInsertion) {
   for (const int type : {11, 1, 5}) static_cast<void>(project.item(type));
   static_cast<void>(project.item(1));
   EXPECT_EQ(Keys(project), (std::vector<String>{u"11", u"1", u"5"}));
+}
+
+TEST(ProjectModel, ManyKeysAreFoundThroughComingAndGoing) {
+  cTypeComponentes group;
+  std::map<String, std::shared_ptr<cComponentes>> plain;
+  std::vector<String> order;
+  std::mt19937 random(7);
+  for (int step = 0; step < 4000; ++step) {
+    const String name = u"Name" + vb::Str(static_cast<int>(random() % 300));
+    const String key = vb::UCase(name);
+    const auto known = plain.find(key);
+    if (random() % 4 != 0) {
+      const auto found = group.item(random() % 2 == 0 ? name : key);
+      if (known == plain.end()) {
+        plain[key] = found;
+        order.push_back(key);
+      } else {
+        ASSERT_EQ(found, known->second);
+      }
+    } else if (known == plain.end()) {
+      EXPECT_THROW(group.Remove(name), vb::Failure);
+    } else {
+      group.Remove(name);
+      plain.erase(known);
+      std::erase(order, key);
+    }
+    ASSERT_EQ(group.Count(), plain.size());
+  }
+  EXPECT_EQ(Keys(group), order);
+  group.Clear();
+  EXPECT_NE(group.item(u"Name1"), plain[u"NAME1"]) << "a fresh one";
+}
+
+TEST(ProjectModel, AKeyStaysWhenItsChildIsRenamed) {
+  cTypeComponentes group;
+  const auto form = group.item(u"Form1");
+  form->Name = u"Other";
+  EXPECT_EQ(group.item(u"FORM1"), form);
+  EXPECT_EQ(Keys(group), std::vector<String>{u"FORM1"});
 }
 
 TEST(ProjectTables, TellsPicturesAndTitles) {

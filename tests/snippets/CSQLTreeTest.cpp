@@ -56,6 +56,34 @@ TEST_F(Tree, ANewDatabaseListsNothingAndIsCaptionedUserDatabase) {
   EXPECT_EQ(tree_->GetNameRootTree(), u"Mine");
 }
 
+TEST_F(Tree, BesideTheTopANodeStandsOutsideOfIt) {
+  const int ahead = tree_->AddNode(u"ahead", 0, TopID, 0, FolderKind);
+  EXPECT_EQ(RowsOf(connection_),
+            (std::vector<TreeRow>{{ahead, 1, 2, 1, u"ahead"}, {1, 3, 4, 1, u"root"}}));
+  const int behind = tree_->AddNode(u"behind", 0, 0, TopID, RecordKind);
+  EXPECT_EQ(RowsOf(connection_),
+            (std::vector<TreeRow>{
+                {ahead, 1, 2, 1, u"ahead"}, {1, 3, 4, 1, u"root"}, {behind, 5, 6, 0, u"behind"}}));
+}
+
+TEST_F(Tree, WhatTheColumnsCannotHoldIsRefusedWhole) {
+  const String longest(255, u'n');
+  const int id = Record(1, longest);
+  EXPECT_GT(id, 0);
+  const auto before = RowsOf(connection_);
+  EXPECT_EQ(Record(1, longest + u"n"), 0);
+  tree_->UpdateNodeName(id, longest + u"n");
+  EXPECT_EQ(RowsOf(connection_), before);
+  ListFragment fragment;
+  fragment.Text = u"text";
+  fragment.NameObj = String(50, u'n');
+  tree_->UpdateListFragment(id, fragment);
+  fragment.Text = u"other";
+  fragment.NameObj += u"n";
+  EXPECT_THROW(tree_->UpdateListFragment(id, fragment), vb::Failure);
+  EXPECT_EQ(tree_->GetRecordsetFromList(id).Text, u"text");
+}
+
 TEST_F(Tree, FoldersEnterAtTheFrontAndRecordsAtTheBack) {
   EXPECT_EQ(Folder(), 71);
   EXPECT_EQ(RowsOf(connection_),

@@ -187,6 +187,110 @@ TEST_F(ManagerDatabases, AReadOnlyOneIsShownAndKeepsWhatItHolds) {
   EXPECT_EQ(Rows(), "User Database\n Kept\n Record\n");
 }
 
+TEST_F(ManagerDatabases, TheFirstEntryOfAnEmptyListIsTheFirstNumber) {
+  Open();
+  gAppSettings->DeleteSetting(u"Connect MDB", u"");
+  EXPECT_FALSE(gConnectReestr->GetAllConnect().has_value());
+  NewDatabase("own.mdb");
+  EXPECT_EQ(Registered(), "UserConnect1 ");
+  EXPECT_EQ(Rows(), "User Database\nUser Database\n");
+  Row(1);
+  gAppSettings->DeleteSetting(u"Connect MDB", u"");
+  File(u"CLOSECURRENTDATABASE");
+  EXPECT_EQ(Rows(), "User Database\n") << "what isn't registered any more closes as well";
+}
+
+/// Something that keeps a database from being written, and its end.
+struct WriteFault {
+  const char* What;
+  std::function<void(store::Connection&, const fs::path&)> Begin, End;
+};
+
+std::vector<WriteFault> WriteFaults() {
+  const auto other = std::make_shared<store::Connection>();
+  const auto says = [](const char16_t* statement) {
+    return [statement](store::Connection& to, const fs::path&) { to.Execute(statement); };
+  };
+  return {{"read-only", says(u"PRAGMA query_only = 1"), says(u"PRAGMA query_only = 0")},
+          {"full", says(u"PRAGMA max_page_count = 1"), says(u"PRAGMA max_page_count = 100000")},
+          {"vanished",
+           [](store::Connection&, const fs::path& file) { fs::rename(file, file.string() + "x"); },
+           [](store::Connection&, const fs::path& file) { fs::rename(file.string() + "x", file); }},
+          {"locked",
+           [other](store::Connection& to, const fs::path& file) {
+             to.Execute(u"PRAGMA busy_timeout = 1");
+             other->DataSource = file.u16string();
+             other->Open();
+             other->Execute(u"BEGIN EXCLUSIVE");
+           },
+           [other](store::Connection&, const fs::path&) { other->Close(); }}};
+}
+
+TEST_F(ManagerDatabases, ATextThatCannotBeSavedStaysInItsBoxWhateverTheAnswer) {
+  using platform::MessageAnswer;
+  struct Edited {
+    int Page;
+    forms::RichTextBox frmFragmentBuilder::*Box;
+    forms::Button frmFragmentBuilder::*Save;
+    String ListFragment::*Column;
+  };
+  const Edited pages[] = {{0, &frmFragmentBuilder::RicCodeObjectFragmentBuilder,
+                           &frmFragmentBuilder::btmCodeSave, &ListFragment::TextObj},
+                          {1, &frmFragmentBuilder::RicCodeFragmentBuilder,
+                           &frmFragmentBuilder::btmSave, &ListFragment::Text},
+                          {2, &frmFragmentBuilder::RicUserCode,
+                           &frmFragmentBuilder::btmSaveUserCode, &ListFragment::TextUserNotes}};
+  gErrorHandler->SetErrorHandlerActions(ActionMessageBox);
+  const auto record = Main->AddNode(u"Record", TopID, 0, 0, RecordKind);
+  Open();
+  Go(u"Record");
+  const auto connection = Libraries.At(u"Marlow");
+  int number = 0;
+  for (const WriteFault& fault : WriteFaults()) {
+    for (const std::deque<MessageAnswer>& answers :
+         {std::deque{MessageAnswer::Ignore, MessageAnswer::Ignore},
+          {MessageAnswer::Abort},
+          {MessageAnswer::Retry, MessageAnswer::Ignore, MessageAnswer::Ignore}}) {
+      for (const Edited& one : pages) {
+        // Longer than what it takes the place of, so that a full database has no room for it.
+        const auto length = static_cast<std::size_t>(++number) * 4'000;
+        const String typed = u"'" + String(length, u'x') + u"\r\n";
+        Page(one.Page);
+        forms::user::Type((*Dialog).*one.Box, typed);
+        Desktop().Answers = answers;
+        fault.Begin(*connection, Folder().Path() / "Marlow.mdb");
+        Press(one.Save);
+        fault.End(*connection, Folder().Path() / "Marlow.mdb");
+        EXPECT_FALSE(Messages().empty()) << fault.What;
+        Desktop().Messages.clear();
+        Desktop().Answers.clear();
+        EXPECT_TRUE(((*Dialog).*one.Box).Text() == typed) << fault.What << ' ' << one.Page;
+        Press(one.Save);
+        EXPECT_TRUE(Main->GetRecordsetFromList(record).*one.Column == typed) << fault.What;
+        EXPECT_TRUE(Messages().empty()) << fault.What;
+      }
+    }
+  }
+}
+
+TEST_F(ManagerDatabases, WhatWasTypedStaysWhenAnImportFailsAndTheRecordCannotBeRead) {
+  using platform::MessageAnswer;
+  gErrorHandler->SetErrorHandlerActions(ActionMessageBox);
+  static_cast<void>(Main->AddNode(u"Record", TopID, 0, 0, RecordKind));
+  Open();
+  Go(u"Record");
+  Page(1);
+  forms::user::Type(Dialog->RicCodeFragmentBuilder, u"typed");
+  Choose(Folder().Write("t.txt", "imported"));
+  Desktop().Answers.assign(5, MessageAnswer::Ignore);
+  const WriteFault locked = WriteFaults().back();
+  locked.Begin(*Libraries.At(u"Marlow"), Folder().Path() / "Marlow.mdb");
+  Press(&frmFragmentBuilder::btmImportCode);
+  locked.End(*Libraries.At(u"Marlow"), Folder().Path() / "Marlow.mdb");
+  EXPECT_EQ(Messages().size(), 2U);
+  EXPECT_EQ(Dialog->RicCodeFragmentBuilder.Text(), u"typed");
+}
+
 TEST_F(ManagerDatabases, AFileThatVanishedIsToldAndTheRestStays) {
   Open();
   const fs::path file = NewDatabase("own.mdb");

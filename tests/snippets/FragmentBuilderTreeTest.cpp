@@ -47,6 +47,36 @@ constexpr const char* Filled =
     " B\n"
     "  b1\n";
 
+TEST_F(ManagerTree, ADeletionThatTheDatabaseRefusesIsSilentAndTheGridStaysTrue) {
+  Fill();
+  Libraries.At(u"Marlow")->Execute(
+      u"CREATE TRIGGER Refuse BEFORE DELETE ON Tree BEGIN SELECT RAISE(ABORT, 'refused'); END");
+  Open();
+  for (const StringView caption : {u"a1", u"A"}) {
+    Go(caption);
+    const std::string before = Rows();
+    Answer(MessageAnswer::Yes);
+    Press(caption == u"A" ? &Manager::btmDeleteFolder : &Manager::btmDeleteRecord);
+    EXPECT_EQ(Rows(), before);
+    EXPECT_EQ(Tree().TextMatrix(Tree().Row(), 0), caption);
+    ExpectGridIsTheTable();
+  }
+  EXPECT_EQ(Messages().size(), 2U) << "the two questions";
+}
+
+TEST_F(ManagerTree, ACaptionThatIsTooLongIsToldAndTheOldOneStays) {
+  Fill();
+  Open();
+  Go(u"a1");
+  Press(&Manager::btmEditRecord);
+  Edit(RowOf(u"a1"), String(256, u'n'));
+  const auto reports = Services.Errors.Take();
+  ASSERT_EQ(reports.size(), 1U);
+  EXPECT_NE(reports.front().find(u"at most 255 characters"), String::npos);
+  EXPECT_EQ(Tree().TextMatrix(Tree().Row(), 0), u"a1");
+  ExpectGridIsTheTable();
+}
+
 TEST_F(ManagerTree, AFolderGoesDirectlyBelowItsParentAndARecordBehindItsWholeSubtree) {
   Fill();
   Open();

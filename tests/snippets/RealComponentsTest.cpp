@@ -140,13 +140,11 @@ TEST_F(RealComponents, StoredAndInsertedIntoANewProjectTheyAreTheSame) {
     const std::vector<Original> originals = OriginalsOf(from);
     if (originals.empty()) continue;
     Store(from);
-    const auto first = from.VBE()->VBProjects()->Item(1)->VBComponents()->Item(1);
-    const int codePage = from.CodePageOf(*first);
     const test::TemporaryFolder target;
-    workspace::Workspace into(Services, {codePage});
-    into.Open(target.Write("N.vbp", "Type=Exe\r\nName=\"N\"\r\n"));
+    workspace::Workspace into(Services, {});
+    const auto fresh = into.NewProject(u"N", host::vbext_pt_StandardExe);
     Insert(into);
-    into.Save();
+    into.SaveProjectAs(std::dynamic_pointer_cast<model::VBProject>(fresh), target.Path() / "N.vbp");
     const auto components = into.VBE()->ActiveVBProject()->VBComponents();
     int index = 0;
     for (const Original& one : originals) {

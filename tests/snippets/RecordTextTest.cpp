@@ -75,7 +75,22 @@ TEST(RecordText, EveryUnitComesBack) {
       }
     }
     ASSERT_EQ(ReadRecordText(WriteRecordText(record), u"f"), record) << "round " << round;
+    const std::string exported = WriteExportedText(record);
+    ASSERT_EQ(ReadRecordText(exported, u"f"), record) << "round " << round;
+    ASSERT_TRUE(IsUnchangedExport(exported)) << "round " << round;
   }
+}
+
+TEST(RecordText, AnExportedFileTellsWhetherItWasChanged) {
+  NamedFragment record{.Name = u"n", .Fragment = {}};
+  record.Fragment.Text = u"a\r\n";
+  const std::string bytes = WriteExportedText(record);
+  EXPECT_TRUE(bytes.starts_with("Name: n\nExport: "));
+  EXPECT_TRUE(IsUnchangedExport(bytes));
+  EXPECT_TRUE(IsUnchangedExport("\xEF\xBB\xBF" + bytes));
+  EXPECT_FALSE(IsUnchangedExport(bytes + "    b\n"));
+  EXPECT_FALSE(IsUnchangedExport(WriteRecordText(record))) << "written by hand";
+  EXPECT_FALSE(IsUnchangedExport("rubbish"));
 }
 
 TEST(RecordText, NamesFileAndLineOfWhatIsWrong) {

@@ -84,9 +84,9 @@ class SnippetDialogs : public testing::Test {
   static std::string Rows(const forms::Grid& grid) {
     String text;
     for (int row = grid.FixedRows(); row < grid.Rows(); ++row) {
-      const forms::GridRow& one = grid.RowAt(row);
-      text += String(static_cast<std::size_t>(2 * (one.Level - 1)), u' ') + one.Cells.front();
-      for (std::size_t col = 1; col < one.Cells.size(); ++col) text += u"|" + one.Cells[col];
+      const int level = grid.RowAt(row).Level;
+      text += String(static_cast<std::size_t>(2 * (level - 1)), u' ') + grid.TextMatrix(row, 0);
+      for (int col = 1; col < grid.Cols(); ++col) text += u"|" + grid.TextMatrix(row, col);
       text += u"\n";
     }
     return vb::ToUtf8(text);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "hosts/files/AtomicFile.h"
 #include "snippets/SnippetDatabase.h"
 #include "snippets/SnippetSearch.h"
 #include "support/MemoryPlatform.h"
@@ -35,6 +36,12 @@ class Library : public testing::Test {
     return all;
   }
 
+  ExportedSnippets Export(const fs::path& to) {
+    return ExportSnippets(*tree_, to, [](const fs::path& file, const std::string& bytes) {
+      files::WriteFile(file, bytes);
+    });
+  }
+
   memory::MemoryPlatform services_;
   platform::ScopedPlatform scope_{services_};
   test::TemporaryFolder folder_;
@@ -51,8 +58,8 @@ TEST_F(Library, GoesIntoAFolderAndComesBackTheSame) {
   Record(*tree_, 1, u"", u"no name");
   const int object = Record(*tree_, 1, u"Form", u"");
   tree_->UpdateListFragment(object, {u"", u"head", u"code", u"\u00ff\u0001", u"F", u"FRM", u""});
-  const auto files = ExportSnippets(*tree_, folder_.Path() / "out");
-  EXPECT_EQ(files.size(), 5U);
+  const auto files = Export(folder_.Path() / "out");
+  EXPECT_EQ(files.Written.size(), 5U);
   EXPECT_FALSE(fs::exists(folder_.Path() / "evil.snippet"));
   const auto copy = New("b.mdb");
   const auto imported = ImportSnippets(*copy, folder_.Path() / "out", 1);
@@ -68,7 +75,7 @@ TEST_F(Library, NamesOfFoldersComeBackToTheUnit) {
     const int folder = tree_->AddNode(name, 1, 0, 0, FolderKind);
     Record(*tree_, folder, u"in", name);
   }
-  ExportSnippets(*tree_, folder_.Path() / "out");
+  Export(folder_.Path() / "out");
   const auto copy = New("b.mdb");
   ImportSnippets(*copy, folder_.Path() / "out", 1);
   const auto kept = PathsOf(*tree_), came = PathsOf(*copy);
@@ -103,7 +110,7 @@ TEST_F(Library, ALongNameInAnyScriptIsCutBetweenCharacters) {
   for (const String& name : {cyrillic, cyrillic + u"2", wide + wide}) {
     Record(*tree_, tree_->AddNode(name, 1, 0, 0, FolderKind), name, name);
   }
-  for (const fs::path& file : ExportSnippets(*tree_, folder_.Path() / "out")) {
+  for (const fs::path& file : Export(folder_.Path() / "out").Written) {
     for (const fs::path& part : file) {
       EXPECT_LT(part.string().size(), 120U);
       EXPECT_EQ(part.string().find("\xEF\xBF\xBD"), std::string::npos);
@@ -120,16 +127,61 @@ TEST_F(Library, AnExportOfTheSameLibraryChangesNoFileAndDropsWhatIsGone) {
   Record(*tree_, folder, u"gone", u"1");
   Record(*tree_, 1, u"kept", u"2");
   const fs::path out = folder_.Path() / "out";
-  ExportSnippets(*tree_, out);
+  Export(out);
   folder_.Write("out/mine.snippet", "the user's own");
   folder_.Write("out/old/notes.txt", "the user's own");
   const auto before = fs::last_write_time(out / "kept.snippet");
   tree_->DeleteNode(folder);
-  ExportSnippets(*tree_, out);
+  const ExportedSnippets done = Export(out);
+  EXPECT_EQ(done.Written, std::vector<fs::path>{"kept.snippet"});
+  EXPECT_EQ(done.Removed, std::vector<fs::path>{"old/gone.snippet"});
+  EXPECT_EQ(done.Kept, std::vector<fs::path>{"mine.snippet"});
   EXPECT_EQ(fs::last_write_time(out / "kept.snippet"), before);
   EXPECT_FALSE(fs::exists(out / "old/gone.snippet"));
   EXPECT_EQ(folder_.Read("out/mine.snippet"), "the user's own");
   EXPECT_EQ(folder_.Read("out/old/notes.txt"), "the user's own");
+}
+
+TEST_F(Library, AnExportKeepsWhatSomebodyChangedOrWroteByHandAndTellsOfIt) {
+  const int folder = tree_->AddNode(u"old", 1, 0, 0, FolderKind);
+  for (const StringView name : {u"changed", u"checked out", u"unchanged"}) {
+    Record(*tree_, folder, name, u"text\r\n");
+  }
+  const fs::path out = folder_.Path() / "out";
+  Export(out);
+  const std::string changed = folder_.Read("out/old/changed.snippet") + "    more\n";
+  folder_.Write("out/old/changed.snippet", changed);
+  std::string windows;
+  for (const char unit : folder_.Read("out/old/checked out.snippet")) {
+    windows += unit == '\n' ? "\r\n" : std::string(1, unit);
+  }
+  folder_.Write("out/old/checked out.snippet", windows);
+  // Somebody else has added a record, and it is listed.
+  folder_.Write("out/old/by hand.snippet", "Name: by hand\nText:\n    x\n");
+  folder_.Write("out/old/_order.txt", folder_.Read("out/old/_order.txt") + "by hand.snippet\n");
+  tree_->DeleteNode(folder);
+  for (const std::vector<fs::path>& removed :
+       {std::vector<fs::path>{"old/checked out.snippet", "old/unchanged.snippet"}, {}}) {
+    const ExportedSnippets done = Export(out);
+    EXPECT_TRUE(done.Written.empty());
+    EXPECT_EQ(done.Removed, removed);
+    EXPECT_EQ(done.Kept, (std::vector<fs::path>{"old/by hand.snippet", "old/changed.snippet"}));
+  }
+  EXPECT_EQ(folder_.Read("out/old/changed.snippet"), changed);
+  const auto copy = New("b.mdb");
+  EXPECT_EQ(ImportSnippets(*copy, out, 1).size(), 2U);
+  fs::remove(out / "old/changed.snippet");
+  fs::remove(out / "old/by hand.snippet");
+  Export(out);
+  EXPECT_FALSE(fs::exists(out / "old")) << "with nothing else in it";
+}
+
+TEST_F(Library, ACopyOfAnExportedFileIsNoneOfTheExports) {
+  Record(*tree_, 1, u"a", u"1");
+  const fs::path out = folder_.Path() / "out";
+  Export(out);
+  folder_.Write("out/copy.snippet", folder_.Read("out/a.snippet"));
+  EXPECT_EQ(Export(out).Kept, std::vector<fs::path>{"copy.snippet"});
 }
 
 TEST_F(Library, AnImportReplacesRecordsOfTheSameNameWhole) {

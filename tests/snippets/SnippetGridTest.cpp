@@ -31,9 +31,9 @@ class SnippetGrid : public testing::Test {
     String text;
     for (int row = Grid().FixedRows(); row < Grid().Rows(); ++row) {
       const forms::GridRow& one = Grid().RowAt(row);
-      text += one.Cells[0] + u" " + vb::Str(one.Level) + u" " +
+      text += String(one.Cells[0]) + u" " + vb::Str(one.Level) + u" " +
               vb::Str(static_cast<int>(one.Data)) + u" " + vb::Str(one.Picture) + u" " +
-              one.CellData + u"\n";
+              String(one.CellData) + u"\n";
     }
     return vb::ToUtf8(text);
   }

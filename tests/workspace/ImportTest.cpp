@@ -129,6 +129,82 @@ TEST_F(Importing, TakesTheCodePageOfTheProject) {
       << "one letter alone tells no code page; the project does";
 }
 
+const String Cyrillic = u"'\u041F\u0440\u0438\u0432\u0435\u0442\r\n";
+const std::string CyrillicBytes = "'\xCF\xF0\xE8\xE2\xE5\xF2\r\n";
+
+/// What a text becomes on its way into the active project; "(none)" where it can't be written.
+std::string BytesIn(Workspace& workspace, const String& text) {
+  std::size_t at = 0;
+  return workspace.VBE()->ActiveVBProject()->SourceBytes(text, at).value_or("(none)");
+}
+
+TEST_F(Importing, ANewProjectTakesTheCodePageOfTheFirstTextThatNeedsOne) {
+  Workspace workspace(services_);
+  const auto project = workspace.NewProject(u"New", host::vbext_pt_StandardExe);
+  workspace.AddComponent(u"", host::vbext_ct_StdModule, u"Own", u"'mine");
+  EXPECT_EQ(BytesIn(workspace, u"'\u00A9"), "'\xA9");
+  Import(workspace, Temporary("C.BAS", "Attribute VB_Name = \"C\"\r\n'\xA9\r\n"));
+  EXPECT_EQ(BytesIn(workspace, Cyrillic), CyrillicBytes) << "the sign is the same byte there";
+  const auto module =
+      Import(workspace, Temporary("M.BAS", "Attribute VB_Name = \"M\"\r\n" + CyrillicBytes));
+  EXPECT_EQ(module->CodeModule()->Lines(1, 1) + u"\r\n", Cyrillic);
+  // A third page has no place beside the second.
+  std::size_t at = 0;
+  EXPECT_FALSE(project->SourceBytes(u"x \u00E9", at).has_value());
+  EXPECT_EQ(at, 2U);
+  EXPECT_EQ(project->SourceText(CyrillicBytes), Cyrillic);
+  DropTemporary();
+  workspace.SaveProjectAs(std::dynamic_pointer_cast<model::VBProject>(project),
+                          folder_.Path() / "New.vbp");
+  EXPECT_EQ(folder_.Read("M.bas"), "Attribute VB_Name = \"M\"\r\n" + CyrillicBytes);
+  EXPECT_EQ(folder_.Read("C.bas"), "Attribute VB_Name = \"C\"\r\n'\xA9\r\n");
+  EXPECT_EQ(BytesIn(workspace, Cyrillic), CyrillicBytes) << "also behind the save";
+}
+
+TEST_F(Importing, WhatWasTypedHoldsTheCodePageOfANewProject) {
+  Workspace workspace(services_);
+  const auto project = workspace.NewProject(u"New", host::vbext_pt_StandardExe);
+  workspace.AddComponent(u"", host::vbext_ct_StdModule, u"Own",
+                         vb::Replace(Cyrillic, u"\r\n", u""));
+  const auto own = workspace.VBE()->ActiveVBProject()->VBComponents()->Item(u"Own");
+  own->SaveAs((folder_.Path() / "copy.bas").u16string());
+  EXPECT_EQ(folder_.Read("copy.bas"), "Attribute VB_Name = \"Own\"\r\n" + CyrillicBytes);
+  EXPECT_EQ(project->SourceText(CyrillicBytes), Cyrillic);
+  workspace.SaveProjectAs(std::dynamic_pointer_cast<model::VBProject>(project),
+                          folder_.Path() / "New.vbp");
+  EXPECT_EQ(folder_.Read("Own.bas"), "Attribute VB_Name = \"Own\"\r\n" + CyrillicBytes);
+}
+
+TEST_F(Importing, AProjectOfAsciiTextsTakesTheCodePageOfAFileThatIsAdded) {
+  Workspace workspace(services_);
+  folder_.Write("A.bas", "Attribute VB_Name = \"A\"\r\n");
+  workspace.Open(Project("Module=A; A.bas\r\n"));
+  EXPECT_EQ(workspace.VBE()->ActiveVBProject()->SourceText(CyrillicBytes), Cyrillic);
+  const auto added =
+      Import(workspace,
+             folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\n" + CyrillicBytes).u16string());
+  EXPECT_EQ(added->CodeModule()->Lines(1, 1) + u"\r\n", Cyrillic);
+  const auto first = workspace.VBE()->ActiveVBProject()->VBComponents()->Item(u"A");
+  first->CodeModule()->InsertLines(1, u"'\u0416");
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("A.bas"), "Attribute VB_Name = \"A\"\r\n'\xC6\r\n");
+}
+
+TEST_F(Importing, WhatOnlyUtf8HoldsMakesANewProjectOneOfUtf8) {
+  Workspace workspace(services_);
+  workspace.NewProject(u"New", host::vbext_pt_StandardExe);
+  EXPECT_EQ(BytesIn(workspace, u"'\u0416\u0E01"), "'\xD0\x96\xE0\xB8\x81");
+}
+
+TEST_F(Importing, ATextWithAByteOrderMarkIsUtf8InAnyProject) {
+  Workspace workspace(services_, {1251});
+  workspace.Open(Project());
+  const std::string bytes = "\xEF\xBB\xBF'\xC3\xA9\r\n";
+  const auto project = workspace.VBE()->ActiveVBProject();
+  EXPECT_EQ(project->SourceText(bytes), u"\uFEFF'\u00E9\r\n");
+  EXPECT_EQ(BytesIn(workspace, u"\uFEFF'\u00E9\r\n"), bytes);
+}
+
 TEST_F(Importing, AProjectThatWasNeverSavedTakesThemInAndIsSavedWithThem) {
   Workspace workspace(services_);
   const auto project = workspace.NewProject(u"New", host::vbext_pt_StandardExe);

@@ -8,30 +8,30 @@ namespace {
 
 constexpr ControlClass Classes[] = {
     // clang-format off
-    // name                base name   look            width height light  holds  caption
-    {u"VB.PictureBox",     u"Picture", Look::Picture,  1215, 1215,  false, true,  false},
-    {u"VB.Label",          u"Label",   Look::Label,    1215, 255,   true,  false, true},
-    {u"VB.TextBox",        u"Text",    Look::Text,     1215, 315,   false, false, false},
-    {u"VB.Frame",          u"Frame",   Look::Frame,   2415, 1215,  false, true,  true},
-    {u"VB.CommandButton",  u"Command", Look::Button,   1215, 375,   false, false, true},
-    {u"VB.CheckBox",       u"Check",   Look::Check,    1215, 255,   false, false, true},
-    {u"VB.OptionButton",   u"Option",  Look::Option,   1215, 255,   false, false, true},
-    {u"VB.ComboBox",       u"Combo",   Look::Combo,    1215, 315,   false, false, false},
-    {u"VB.ListBox",        u"List",    Look::List,     1215, 1035,  false, false, false},
-    {u"VB.HScrollBar",     u"HScroll", Look::HScroll,  1215, 255,   false, false, false},
-    {u"VB.VScrollBar",     u"VScroll", Look::VScroll,  255,  1215,  false, false, false},
-    {u"VB.Timer",          u"Timer",   Look::Timer,    420,  420,   false, false, false},
-    {u"VB.DriveListBox",   u"Drive",   Look::Drive,    1215, 315,   false, false, false},
-    {u"VB.DirListBox",     u"Dir",     Look::Dir,      1215, 1215,  false, false, false},
-    {u"VB.FileListBox",    u"File",    Look::File,     1215, 1065,  false, false, false},
-    {u"VB.Shape",          u"Shape",   Look::Shape,    1215, 615,   true,  false, false},
-    {u"VB.Line",           u"Line",    Look::Line,     1215, 615,   true,  false, false},
-    {u"VB.Image",          u"Image",   Look::Image,    615,  615,   true,  false, false},
-    {u"VB.Data",           u"Data",    Look::Data,    1215, 345,   false, false, true},
-    {u"VB.OLE",            u"OLE",     Look::Ole,      1215, 615,   false, false, false},
+    // name                base name   look            width height light  holds
+    {u"VB.PictureBox",     u"Picture", Look::Picture,  1215, 1215,  false, true},
+    {u"VB.Label",          u"Label",   Look::Label,    1215, 255,   true,  false},
+    {u"VB.TextBox",        u"Text",    Look::Text,     1215, 315,   false, false},
+    {u"VB.Frame",          u"Frame",   Look::Frame,   2415, 1215,  false, true},
+    {u"VB.CommandButton",  u"Command", Look::Button,   1215, 375,   false, false},
+    {u"VB.CheckBox",       u"Check",   Look::Check,    1215, 255,   false, false},
+    {u"VB.OptionButton",   u"Option",  Look::Option,   1215, 255,   false, false},
+    {u"VB.ComboBox",       u"Combo",   Look::Combo,    1215, 315,   false, false},
+    {u"VB.ListBox",        u"List",    Look::List,     1215, 1035,  false, false},
+    {u"VB.HScrollBar",     u"HScroll", Look::HScroll,  1215, 255,   false, false},
+    {u"VB.VScrollBar",     u"VScroll", Look::VScroll,  255,  1215,  false, false},
+    {u"VB.Timer",          u"Timer",   Look::Timer,    420,  420,   false, false},
+    {u"VB.DriveListBox",   u"Drive",   Look::Drive,    1215, 315,   false, false},
+    {u"VB.DirListBox",     u"Dir",     Look::Dir,      1215, 1215,  false, false},
+    {u"VB.FileListBox",    u"File",    Look::File,     1215, 1065,  false, false},
+    {u"VB.Shape",          u"Shape",   Look::Shape,    1215, 615,   true,  false},
+    {u"VB.Line",           u"Line",    Look::Line,     1215, 615,   true,  false},
+    {u"VB.Image",          u"Image",   Look::Image,    615,  615,   true,  false},
+    {u"VB.Data",           u"Data",    Look::Data,    1215, 345,   false, false},
+    {u"VB.OLE",            u"OLE",     Look::Ole,      1215, 615,   false, false},
     // clang-format on
 };
-constexpr ControlClass MenuClass{u"VB.Menu", u"Menu", Look::Menu, 0, 0, true, false, false};
+constexpr ControlClass MenuClass{u"VB.Menu", u"Menu", Look::Menu, 0, 0, true, false};
 
 }  // namespace
 

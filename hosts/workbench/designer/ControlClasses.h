@@ -42,7 +42,6 @@ struct ControlClass {
   int Width, Height;  ///< twips of one that is put on a form with a click
   bool Lightweight;   ///< has no window: lies below the controls that have one
   bool Container;     ///< other controls can stand in it
-  bool Caption;       ///< a new one gets its name as caption
 };
 
 /// The twenty classes of the toolbox, in its order.

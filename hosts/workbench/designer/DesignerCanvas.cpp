@@ -277,6 +277,9 @@ void DesignerCanvas::keyPressEvent(QKeyEvent* event) {
       MoveByKey(event->key(), plain == Qt::ShiftModifier)) {
     return;
   }
+  // A Return that is held on behind a dialog is not meant for the form.
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && event->isAutoRepeat()) return;
   for (const KeyAction& action : KeyActions) {
     if (action.Key == event->key() && action.Modifiers == modifiers) return action.Run(view_);
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "hosts/model/ControlText.h"
 #include "hosts/workbench/designer/FormPainter.h"
 #include "hosts/workbench/designer/Values.h"
 #include "vb/Numbers.h"
@@ -114,11 +115,12 @@ std::vector<NamedValue> NewControlValues(const model::DesignerTree& tree, const 
   const bool onParent = container == nullptr && vb::SameText(tree.Root()->Class, u"VB.MDIForm");
   if (onParent && (look == Look::Picture || look == Look::Data))
     values.emplace_back(u"Align", u"1");
-  if (known != nullptr && known->Caption) values.emplace_back(u"Caption", name);
+  const StringView text = model::TextPropertyOf(className);
+  if (text == u"Caption") values.emplace_back(text, name);
   if (look != Look::Timer) values.emplace_back(u"Height", TwipsText(bounds.height()));
   values.emplace_back(u"Left", TwipsText(bounds.left()));
   if (TakesFocus(look)) values.emplace_back(u"TabIndex", NextTabIndex(tree));
-  if (look == Look::Text || look == Look::Combo) values.emplace_back(u"Text", name);
+  if (text == u"Text") values.emplace_back(text, name);
   values.emplace_back(u"Top", TwipsText(bounds.top()));
   if (look != Look::Timer) values.emplace_back(u"Width", TwipsText(bounds.width()));
   return values;

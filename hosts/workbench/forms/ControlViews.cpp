@@ -1,6 +1,7 @@
 #include "hosts/workbench/forms/ControlViews.h"
 
 #include <QButtonGroup>
+#include <algorithm>
 
 #include "forms/Surface.h"
 #include "hosts/workbench/forms/ButtonView.h"
@@ -97,13 +98,13 @@ ControlView* ControlViews::Around(const QWidget* widget) const {
   return nullptr;
 }
 
-ControlView* ControlViews::NextWithFocus(const ControlView& behind) const {
-  bool found = false;
-  for (const auto& view : views_) {
-    if (found && view->Model().TakesFocus()) return view.get();
-    if (view.get() == &behind) found = true;
-  }
-  return nullptr;
+ControlView* ControlViews::FieldBehind(const ControlView& label) const {
+  const auto found = std::find_if(views_.begin(), views_.end(),
+                                  [&](const auto& view) { return view.get() == &label; });
+  if (found == views_.end() || found + 1 == views_.end()) return nullptr;
+  ControlView& next = **(found + 1);
+  const bool button = dynamic_cast<const forms::Button*>(&next.Model()) != nullptr;
+  return next.Model().TakesFocus() && !button ? &next : nullptr;
 }
 
 }  // namespace tessel::workbench

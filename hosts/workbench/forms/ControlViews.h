@@ -26,8 +26,9 @@ class ControlViews {
   [[nodiscard]] ControlView& Of(const forms::Control& control) const;
   /// The view that a widget belongs to, null for none.
   [[nodiscard]] ControlView* Around(const QWidget* widget) const;
-  /// The next view behind one that can take the focus, null for none.
-  [[nodiscard]] ControlView* NextWithFocus(const ControlView& behind) const;
+  /// The field that stands right behind a label; null where something else does. An "&" in a label
+  /// that shows data, such as a file's name, thus leads nowhere and is shown.
+  [[nodiscard]] ControlView* FieldBehind(const ControlView& label) const;
 
  private:
   [[nodiscard]] std::unique_ptr<ControlView> Make(forms::Control& control, ViewHost& host);

@@ -30,6 +30,7 @@ bool GridModel::Take(const forms::GridChanges& changes) {
 void GridModel::LetGo() {
   places_.clear();
   root_ = {};
+  children_.clear();
   parents_.clear();
   open_.reset();
   cols_ = fixedRows_ = 0;
@@ -43,13 +44,19 @@ void GridModel::LayOut() {
   root_ = {};
   parents_.clear();
   for (int row = fixedRows_; row < grid_.Rows(); ++row) {
-    const int above = grid_.ParentOf(row);
-    Place& parent = above < 0 ? root_ : places_[static_cast<std::size_t>(above)];
-    Place& place = places_[static_cast<std::size_t>(row)];
-    place.Parent = above;
-    place.Position = static_cast<int>(parent.Children.size());
-    parent.Children.push_back(row);
-    if (grid_.EndOf(row) > row + 1) parents_.push_back(row);
+    Place& place = PlaceOfRow(row);
+    place.Parent = grid_.ParentOf(row);
+    place.Position = PlaceOfRow(place.Parent).Count++;
+  }
+  children_.assign(places_.size(), 0);
+  int first = root_.Count;
+  for (int row = fixedRows_; row < grid_.Rows(); ++row) {
+    Place& place = PlaceOfRow(row);
+    place.First = first;
+    first += place.Count;
+    if (place.Count > 0) parents_.push_back(row);
+    const int at = PlaceOfRow(place.Parent).First + place.Position;
+    children_[static_cast<std::size_t>(at)] = row;
   }
   outline_ = !parents_.empty();
 }
@@ -107,9 +114,9 @@ const GridModel::Place& GridModel::PlaceOf(const QModelIndex& index) const {
 }
 
 QModelIndex GridModel::index(int row, int col, const QModelIndex& parent) const {
-  const auto& children = PlaceOf(parent).Children;
-  if (row < 0 || row >= static_cast<int>(children.size())) return {};
-  return IndexOf(children[static_cast<std::size_t>(row)], col);
+  const Place& place = PlaceOf(parent);
+  if (row < 0 || row >= place.Count) return {};
+  return IndexOf(children_[static_cast<std::size_t>(place.First + row)], col);
 }
 
 QModelIndex GridModel::parent(const QModelIndex& index) const {
@@ -119,7 +126,7 @@ QModelIndex GridModel::parent(const QModelIndex& index) const {
 
 int GridModel::rowCount(const QModelIndex& parent) const {
   if (parent.column() > 0) return 0;
-  return static_cast<int>(PlaceOf(parent).Children.size());
+  return PlaceOf(parent).Count;
 }
 
 int GridModel::columnCount(const QModelIndex&) const { return cols_; }

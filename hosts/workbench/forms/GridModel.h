@@ -54,12 +54,15 @@ class GridModel : public QAbstractItemModel {
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
  private:
-  /// Where a row stands in the tree; row -1 is the root.
+  /// Where a row stands in the tree; row -1 is the root. Its children are `Count` entries of
+  /// `children_`.
   struct Place {
-    int Parent = -1, Position = 0;
-    std::vector<int> Children;
+    int Parent = -1, Position = 0, First = 0, Count = 0;
   };
   void LayOut();
+  [[nodiscard]] Place& PlaceOfRow(int row) {
+    return row < 0 ? root_ : places_[static_cast<std::size_t>(row)];
+  }
   void TellCells(int first, int last);
   [[nodiscard]] const Place& PlaceOf(const QModelIndex& index) const;
   /// Whether the grid still has the cell; its handlers may be ahead of what is shown.
@@ -69,6 +72,7 @@ class GridModel : public QAbstractItemModel {
   const forms::Grid& grid_;
   std::vector<Place> places_;
   Place root_;
+  std::vector<int> children_;  // of the root, then of each row
   std::vector<int> parents_;
   std::optional<forms::GridCell> open_;
   int cols_ = 0, fixedRows_ = 0;

@@ -291,6 +291,11 @@ void GridTable::keyPressEvent(QKeyEvent* event) {
       return;
     }
   }
+  const bool menuKey = event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier;
+  if (menuKey && current.isValid() && !IsEditing()) {
+    emit customContextMenuRequested(visualRect(current).center());
+    return;
+  }
   QTreeView::keyPressEvent(event);
 }
 

@@ -12,7 +12,8 @@ class LabelView : public ControlView {
  public:
   LabelView(forms::Label& label, ViewHost& host);
   [[nodiscard]] QWidget* Widget() const override;
-  /// Whether the label was made with an access key; an "&" that comes later is one to be read.
+  /// Whether the label had an access key when its window was made, from its class or from loading;
+  /// an "&" that comes later is one to be read.
   [[nodiscard]] bool HasKey() const { return hasKey_; }
   /// The control that the label's access key leads to.
   void LeadTo(QWidget* widget);

@@ -102,12 +102,15 @@ void RunHighlighter::Show(const forms::ColoredText& content) {
 void RunHighlighter::SetBackground(const QColor& background) {
   if (background_ == background) return;
   background_ = background;
+  readable_.clear();
   rehighlight();
 }
 
 void RunHighlighter::highlightBlock(const QString&) {
   for (const Span& span : ShownSpans(currentBlock())) {
-    setFormat(span.Start, span.Length, ReadableColor(FromModel(span.TextColor), background_));
+    const auto [color, isNew] = readable_.try_emplace(span.TextColor);
+    if (isNew) color->second = ReadableColor(FromModel(span.TextColor), background_);
+    setFormat(span.Start, span.Length, color->second);
   }
 }
 

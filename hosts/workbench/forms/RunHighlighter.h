@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QSyntaxHighlighter>
+#include <map>
 #include <vector>
 
 #include "forms/RichTextBox.h"
@@ -28,6 +29,7 @@ class RunHighlighter : public QSyntaxHighlighter {
 
  private:
   QColor background_ = Qt::white;
+  std::map<forms::Color, QColor> readable_;  ///< colours of the model on that background
 };
 
 }  // namespace tessel::workbench

@@ -128,8 +128,8 @@ void SurfaceWidget::LinkKeys() {
     view->FocusWidget()->installEventFilter(this);
     if (auto* const label = dynamic_cast<LabelView*>(view.get())) {
       if (!label->HasKey()) continue;
-      ControlView* const next = views_->NextWithFocus(*view);
-      if (next != nullptr) label->LeadTo(next->FocusWidget());
+      ControlView* const field = views_->FieldBehind(*view);
+      if (field != nullptr) label->LeadTo(field->FocusWidget());
     } else if (view->Model().TakesFocus()) {
       if (before != nullptr) setTabOrder(before, view->FocusWidget());
       before = view->FocusWidget();

@@ -9,6 +9,8 @@
 namespace tessel::workbench {
 namespace {
 
+constexpr int LeastHeight = 60;  // pixels
+
 /// The first time it stands there it takes half of its side; later the user's own height holds.
 void GiveRoomOnceShown(QMainWindow& window, QDockWidget* dock) {
   const auto give = [&window, dock](bool visible) {
@@ -78,6 +80,8 @@ void ToolWindowDocks::Make(const model::ToolWindow& toolWindow) {
   auto* const content = new SurfaceWidget(document, desktop_.Gate());
   dock->setObjectName(ToQt(toolWindow.Guid));
   dock->setWidget(content);
+  // However much stands in it: a window must not be pushed off a small screen.
+  content->setMinimumHeight(LeastHeight);
   dock->installEventFilter(this);
   dock->hide();
   if (!window_.restoreDockWidget(dock)) {

@@ -27,6 +27,8 @@ class ToolWindowDocks : public QObject {
   /// Makes, opens, closes and removes docks as the tool windows ask for, at the next turn of the
   /// event loop.
   void FollowSoon();
+  /// The same at once.
+  void Follow();
   /// The dock of a document by its name, null for none.
   [[nodiscard]] QDockWidget* DockOf(StringView document) const;
 
@@ -39,7 +41,6 @@ class ToolWindowDocks : public QObject {
     QPointer<QDockWidget> Widget;
     QPointer<SurfaceWidget> Content;
   };
-  void Follow();
   void Make(const model::ToolWindow& toolWindow);
   static void Drop(Dock& dock);
   [[nodiscard]] bool Has(const model::ToolWindow& toolWindow) const;

@@ -9,6 +9,7 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   setApplicationName(QStringLiteral("tessel-workbench"));
   setApplicationDisplayName(QString());
   setApplicationVersion(QStringLiteral("1.0.0"));
+  installEventFilter(&heldKeys_);
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <functional>
 
+#include "hosts/workbench/window/HeldKeys.h"
+
 namespace tessel::workbench {
 
 /// Catches what a handler of an event failed with, so that no failure ends the program.
@@ -14,6 +16,9 @@ class Application : public QApplication {
 
   /// Shows a failure that nobody else has shown.
   std::function<void(const QString&)> OnFailure;
+
+ private:
+  HeldKeys heldKeys_;
 };
 
 }  // namespace tessel::workbench

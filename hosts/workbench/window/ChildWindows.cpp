@@ -252,7 +252,9 @@ void ChildWindows::RunTool(const std::function<void()>& action) {
 
 void ChildWindows::EndToolEdits() {
   if (--toolDepth_ > 0) return;
-  for (CodeEditor* const editor : std::exchange(grouped_, {})) editor->EndGroup();
+  const auto edited = std::exchange(grouped_, {});
+  for (CodeEditor* const editor : edited) editor->EndGroup();
+  if (!edited.empty()) vbe_->OwnWindows().ShowProperties();
   runKind_.reset();
   if (const auto run = std::exchange(run_, nullptr); run && OnRun) OnRun(run);
 }

@@ -204,7 +204,9 @@ void CodeEditor::LinesChanged(int line, int removed, int added) {
   const int before = modelLines_;
   modelLines_ += added - removed;
   if (removed == before) {
+    if (removed > 0) left_ = Stood();
     Replace(0, static_cast<int>(Ask(SCI_GETLENGTH)), text);
+    if (added > 0 && left_) Stand(*std::exchange(left_, std::nullopt));
   } else if (removed > 0 && added > 0) {
     Replace(start(line), end(line + removed - 1), text);
   } else if (removed > 0) {
@@ -216,6 +218,26 @@ void CodeEditor::LinesChanged(int line, int removed, int added) {
             last ? '\n' + text : text + '\n');
   }
   entered_.reset();
+}
+
+void CodeEditor::Stand(const Standing& place) {
+  Select(place.Selection);
+  SetTopLine(place.Top);
+}
+
+void CodeEditor::StayThrough(const std::function<void()>& step) {
+  const Standing place = Stood();
+  emptied_ = false;
+  step();
+  if (emptied_) Stand(place);
+}
+
+void CodeEditor::undo() {
+  StayThrough([this] { QsciScintilla::undo(); });
+}
+
+void CodeEditor::redo() {
+  StayThrough([this] { QsciScintilla::redo(); });
 }
 
 void CodeEditor::BeginGroup() {
@@ -231,6 +253,8 @@ void CodeEditor::Modified(int position, int type, int linesAdded) {
   const int line =
       static_cast<int>(Ask(SCI_LINEFROMPOSITION, static_cast<unsigned long>(position)));
   if (!fromModel_) {
+    left_.reset();
+    if (Ask(SCI_GETLENGTH) == 0) emptied_ = true;
     CopyToModel(line, linesAdded);
     // What undo and redo bring back stays as it was.
     entered_ = (type & SC_PERFORMED_USER) != 0 ? std::optional(line) : std::nullopt;

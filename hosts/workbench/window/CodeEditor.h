@@ -52,6 +52,9 @@ class CodeEditor : public QsciScintilla {
   /// Puts the clipboard in. Of several lines those that are whole are tidied in the same step; the
   /// last one is one that the user still stands in.
   void paste() override;
+  // A step that gives the whole text anew leaves caret and first line where they are.
+  void undo() override;
+  void redo() override;
 
   /// Puts the caret at the beginning of a line, and the line near the top.
   void GoToLine(int line);
@@ -88,6 +91,14 @@ class CodeEditor : public QsciScintilla {
   void TidyLines(int first, int last);
   void WriteMissingEnd(int head);
   void CopyToModel(int line, int linesAdded);
+  /// Where the user stands in the text.
+  struct Standing {
+    host::Selection Selection;
+    int Top;
+  };
+  [[nodiscard]] Standing Stood() const { return {Selected(), TopLine()}; }
+  void Stand(const Standing& place);
+  void StayThrough(const std::function<void()>& step);
   void FoldMembers();
   void FoldMember(int firstLine, int bodyOffset, int lines);
   void PutSeparator(int firstLine, int lines, bool last);
@@ -121,6 +132,10 @@ class CodeEditor : public QsciScintilla {
   std::vector<FoldedMember> folded_;
   int foldedDeclarations_ = -1;
   bool fromModel_ = false, fromUser_ = false, selecting_ = false, foldsPending_ = false;
+  /// Where the user stood when the whole text was taken away, until another one comes.
+  std::optional<Standing> left_;
+  /// A step of the history had the text empty on its way.
+  bool emptied_ = false;
   /// The line that the user changed last and still stands in.
   std::optional<int> entered_;
 };

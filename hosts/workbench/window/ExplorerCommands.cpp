@@ -14,11 +14,26 @@ std::shared_ptr<udProjectExplorer> ExplorerOf(MainWindow& window) {
   return nullptr;
 }
 
-void ShowMemberInExplorer(MainWindow& window) {
+namespace {
+
+std::shared_ptr<udProjectExplorer> OpenExplorer(MainWindow& window) {
   const auto explorer = ExplorerOf(window);
-  if (!explorer) return;
-  if (!explorer->Visible()) window.ClickCommand(u"Tessel", {u"Project Explorer"});
-  window.RunTool([&] { explorer->SelectAtCaret(); });
+  if (explorer && !explorer->Visible()) {
+    window.ClickCommand(u"Tessel", {u"Project Explorer"});
+  }
+  return explorer;
+}
+
+}  // namespace
+
+void ShowMemberInExplorer(MainWindow& window) {
+  const auto explorer = OpenExplorer(window);
+  if (explorer) window.RunTool([&] { explorer->SelectAtCaret(); });
+}
+
+void FindInExplorer(MainWindow& window) {
+  const auto explorer = OpenExplorer(window);
+  if (explorer) window.GiveKeysTo(explorer->Name(), explorer->txtFind.Name());
 }
 
 }  // namespace tessel::workbench

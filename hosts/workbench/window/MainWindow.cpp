@@ -22,6 +22,7 @@ constexpr int PlaceDelayMs = 80, StateDelayMs = 400;
 /// What was on the screen longer than twice this long survives a crash.
 constexpr int KeepDelayMs = 4000;
 constexpr int MessageMs = 8000;
+constexpr int LeastDockHeight = 60;  // pixels
 
 constexpr int DarkLimit = 128;
 constexpr QSize ProposedSize(1280, 840);
@@ -86,6 +87,9 @@ MainWindow::MainWindow(WorkbenchPlatform& services, const QString& stateFolder)
   services_.Desktop().SetParent(this);
   services_.UseWindows(workspace_.OwnWindows());
   messages_ = std::make_unique<WindowMessages>(*children_, workspace_.OwnWindows());
+  messages_->OnEntered = [this] {
+    if (!IsTurnedToWindow()) WindowActivated();
+  };
   services_.Desktop().RunTool = [this](const std::function<void()>& action) { RunTool(action); };
   ApplyOptions();
   Place();
@@ -200,8 +204,12 @@ FindGround MainWindow::GroundOfFind() {
 }
 
 void MainWindow::ConnectDesigner(DesignerView& view) {
-  view.Editor()->RunTool = [this](const std::function<void()>& edit) {
-    services_.Desktop().RunAction(edit);
+  // Who hears of an edit asks for the active project.
+  view.Editor()->RunTool = [this, component = view.Component()](const std::function<void()>& edit) {
+    services_.Desktop().RunAction([&] {
+      vbe_->Select(component);
+      edit();
+    });
   };
   view.OnFailure = [this](const String& text) { ShowFailure(ToQt(text)); };
   view.OnOpenCode = [this](const auto& owner, const String& control) {
@@ -262,6 +270,7 @@ void MainWindow::BuildRunDock() {
                                     const String& after) {
     bool done = false;
     questions_.Guard([&] { done = children_->TakeBack(*component, before, after); });
+    if (done) workspace_.ToolHasEdited();
     return done;
   };
 }
@@ -275,6 +284,8 @@ void MainWindow::AddDock(const QString& caption, const QString& name, QWidget* c
 }
 
 void MainWindow::AddDock(QDockWidget* dock, Qt::DockWidgetArea area) {
+  // A small screen holds several of them, one above the other.
+  dock->widget()->setMinimumHeight(LeastDockHeight);
   addDockWidget(area, dock);
   docks_.push_back(dock);
 }
@@ -364,12 +375,21 @@ bool MainWindow::SaveCurrent() {
   return component && files_.Save(component);
 }
 
+/// Whether the model's choice is what the window in front shows.
+bool MainWindow::IsTurnedToWindow() const {
+  const auto component = children_->CurrentComponent();
+  if (!component) return true;
+  const CodeWindow* const code = children_->CurrentCode();
+  return vbe_->Selected() == component && vbe_->Active() == component->Project() &&
+         (code == nullptr || vbe_->ActiveCodePane() == code->Pane());
+}
+
 void MainWindow::WindowActivated() {
   UpdateCommands();
   ShowPlace();
   const auto component = children_->CurrentComponent();
   if (!component) return;
-  const bool turns = vbe_->Selected() != component;
+  const bool turns = vbe_->Selected() != component || vbe_->Active() != component->Project();
   if (const CodeWindow* const code = children_->CurrentCode()) {
     reader_.Begin();
     if (vbe_->ActiveCodePane() != code->Pane()) vbe_->BringToFront(code->Pane());

@@ -65,6 +65,8 @@ class MainWindow : public QMainWindow, private model::Observer {
   /// Clicks a command of a bar by its captions, as the user does; false when it isn't there or is
   /// greyed.
   bool ClickCommand(StringView bar, const std::vector<String>& path);
+  /// Brings the dock of a tool window's document to the user and gives a control of it the keys.
+  void GiveKeysTo(StringView document, StringView control);
   [[nodiscard]] ProjectFiles& Files() { return files_; }
   /// The windows of code and designers.
   [[nodiscard]] ChildWindows& Children() { return *children_; }
@@ -128,6 +130,7 @@ class MainWindow : public QMainWindow, private model::Observer {
   [[nodiscard]] FindGround GroundOfFind();
   void ConnectDesigner(DesignerView& view);
   void WindowActivated();
+  [[nodiscard]] bool IsTurnedToWindow() const;
   void ShowProperties(const std::shared_ptr<model::VBComponent>& component,
                       const std::vector<model::DesignerNode*>& nodes);
   void ShowProjects();

@@ -47,6 +47,10 @@ void ProjectFiles::Changed() {
 // Opening
 
 bool ProjectFiles::Open(const QString& file, int codePage) {
+  if (file.isEmpty()) {
+    questions_.ShowFailure(QObject::tr("There is no file to open: its name is empty."));
+    return false;
+  }
   std::vector<workspace::Problem> found;
   if (!questions_.Guard([&] { found = workspace_.Open(PathOf(file), codePage); })) return false;
   settings_.AddRecent(file);
@@ -215,6 +219,7 @@ bool ProjectFiles::MaySaveChanges(const Projects& projects) {
 
 void ProjectFiles::CloseUnasked(Projects projects) {
   questions_.Guard([&] {
+    const model::Windows::OneTurn once(vbe_->OwnWindows());
     for (const auto& project : projects) workspace_.Close(project);
   });
   projects.clear();  // windows of theirs see that they are gone

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "hosts/model/Vbe.h"
 #include "hosts/workbench/window/Unsaved.h"
 
 namespace tessel::workbench {
@@ -80,6 +81,8 @@ void Reloader::DealWith(std::vector<OutsideProject> changes) {
 }
 
 void Reloader::DealWith(std::vector<OutsideChange> changes) {
+  const auto vbe = std::dynamic_pointer_cast<model::Vbe>(workspace_.VBE());
+  const model::Windows::OneTurn once(vbe->OwnWindows());
   // What was waited for may have settled it: a save, a closed project, the old bytes again.
   std::erase_if(changes, [](OutsideChange& one) { return !FileWatch::IsStill(one); });
   std::vector<ComponentPtr> reloaded;

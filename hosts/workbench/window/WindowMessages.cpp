@@ -48,7 +48,7 @@ WindowMessages::WindowMessages(ChildWindows& children, model::WindowTable& windo
   windows_.PlaceOf = [this](WindowHandle window) { return PlaceOf(window); };
   windows_.FocusWanted = [this](WindowHandle window) { Focus(window); };
   connect(qApp, &QApplication::focusChanged, this,
-          [this](QWidget*, QWidget* now) { windows_.FocusMoved(HandleAround(now)); });
+          [this](QWidget*, QWidget* now) { FocusMoved(now); });
   qApp->installEventFilter(this);
 }
 
@@ -57,6 +57,12 @@ WindowMessages::~WindowMessages() {
   windows_.Deliver = nullptr;
   windows_.PlaceOf = nullptr;
   windows_.FocusWanted = nullptr;
+}
+
+void WindowMessages::FocusMoved(QWidget* now) {
+  const WindowHandle window = HandleAround(now);
+  windows_.FocusMoved(window);
+  if (window != 0 && OnEntered) OnEntered();
 }
 
 /// Each event is taken at the widget that it is meant for: one that nobody wants comes again for

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <functional>
 
 #include "hosts/model/WindowTable.h"
 #include "hosts/workbench/window/ChildWindows.h"
@@ -20,10 +21,14 @@ class WindowMessages : public QObject {
   WindowMessages(ChildWindows& children, model::WindowTable& windows);
   ~WindowMessages() override;
 
+  /// The user turned to a window of code or designer, be it from a dock.
+  std::function<void()> OnEntered;
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void FocusMoved(QWidget* now);
   void KeyUp(QWidget& widget);
   void MouseDown(QWidget& widget);
   void MouseUp(QWidget& widget);

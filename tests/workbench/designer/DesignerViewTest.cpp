@@ -499,6 +499,16 @@ TEST_F(DesignerTest, OpensTheCodeOfWhatIsDoubleClicked) {
   EXPECT_EQ(opened, u"Form1:cmdGo Form1:Form ");
 }
 
+TEST_F(DesignerTest, AHeldReturnOpensTheCodeOnce) {
+  int opened = 0;
+  View->OnOpenCode = [&](const auto&, const String&) { ++opened; };
+  for (const bool repeated : {false, true, true}) {
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_qs, repeated);
+    QApplication::sendEvent(Canvas(), &press);
+  }
+  EXPECT_EQ(opened, 1);
+}
+
 TEST_F(DesignerTest, OpensTheCodeOfAMenuItem) {
   UseForm(
       u"Begin VB.Form Form1 \r\n   ClientHeight = 3000\r\n   ClientWidth = 4500\r\n"

@@ -300,6 +300,34 @@ TEST_F(Views, AnAmpersandThatCodePutsIntoALabelIsNoAccessKey) {
   form->Unload();
 }
 
+/// Puts texts into its labels ahead of its window, as a handler of loading does.
+class LoadedForm : public forms::Form {
+ public:
+  LoadedForm() : Form("frmLoaded", u"Loaded") {}
+  forms::Label lblFile{this, "lblFile"};
+  forms::Label lblName{this, "lblName"};
+  forms::TextBox txtName{this, "txtName"};
+  forms::Label lblResult{this, "lblResult", {.Caption = u"nn_"}};
+  forms::Button btnOK{this, "btnOK", {.Caption = u"OK"}};
+
+ protected:
+  void Form_Load() override {
+    lblFile.SetCaption(u"R&D.mdb");
+    lblName.SetCaption(u"&Name:");
+    lblResult.SetCaption(u"Color = &HFF");
+  }
+};
+
+TEST_F(Views, AnAccessKeyThatLoadingPutsIntoALabelLeadsToItsFieldAndDataLeadNowhere) {
+  const auto form = std::make_shared<LoadedForm>();
+  desk_.Open(*form);
+  EXPECT_EQ(desk_.Find<QLabel>(*form, "lblName").buddy(), &desk_.Find<QWidget>(*form, "txtName"));
+  for (const char* const name : {"lblFile", "lblResult"}) {
+    EXPECT_EQ(desk_.Find<QLabel>(*form, name).buddy(), nullptr) << name;
+  }
+  form->Unload();
+}
+
 TEST_F(Views, EnabledVisibleAndToolTipFollowTheModel) {
   form_->chkOn.SetEnabled(false);
   form_->OptOne.SetVisible(false);

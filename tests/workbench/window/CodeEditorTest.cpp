@@ -72,6 +72,35 @@ TEST_F(Editing, PutsWhatTheUserTypesIntoTheModule) {
   EXPECT_EQ(world_.Text(u"M"), u"a\r\nb");
 }
 
+TEST_F(Editing, StaysAtItsLineWhenAToolWritesTheWholeTextAnewAndWhenThatIsUndone) {
+  String text;
+  for (int line = 1; line <= 200; ++line) text += u"  Old.x = " + vb::Str(line) + u"\r\n";
+  CodeEditor& editor = Open(text);
+  editor.show();
+  const host::Selection caret{120, 3, 120, 6};
+  editor.Select(caret);
+  editor.SetTopLine(110);
+  const auto expectThere = [&](const char* behind) {
+    EXPECT_EQ(editor.Selected().StartLine, caret.StartLine) << behind;
+    EXPECT_EQ(editor.Selected().StartColumn, caret.StartColumn) << behind;
+    EXPECT_EQ(editor.Selected().EndLine, caret.EndLine) << behind;
+    EXPECT_EQ(editor.TopLine(), 110) << behind;
+  };
+  const int count = module_->Buffer().Count();
+  const String renamed = vb::Replace(module_->Buffer().Text(1, count), u"Old", u"txtNew");
+  editor.BeginGroup();
+  module_->DeleteLines(1, count);
+  module_->InsertLines(1, renamed);
+  editor.EndGroup();
+  expectThere("the rewriting");
+  editor.undo();
+  EXPECT_TRUE(Shown().startsWith(QStringLiteral("  Old.x = 1\n")));
+  expectThere("the undo");
+  editor.redo();
+  EXPECT_TRUE(Shown().startsWith(QStringLiteral("  txtNew.x = 1\n")));
+  expectThere("the redo");
+}
+
 TEST_F(Editing, PutsWhatAToolDoesIntoTheText) {
   Open(u"a\r\nb\r\nc");
   module_->InsertLines(2, u"x\r\ny");

@@ -433,6 +433,13 @@ TEST_F(Workbench, NamesAFileThatCantBeOpened) {
   EXPECT_TRUE(text.contains(QStringLiteral("/nowhere/None.vbp")));
 }
 
+TEST_F(Workbench, SaysThatAFilesNameIsEmpty) {
+  QString text;
+  AnswerNext(QMessageBox::Ok, &text);
+  EXPECT_FALSE(window_->OpenFile(QString()));
+  EXPECT_EQ(text, QStringLiteral("There is no file to open: its name is empty."));
+}
+
 TEST_F(Workbench, NamesTheComponentsThatAreLeftOut) {
   fs::remove(SampleFile("modMain.bas"));
   QString text;

@@ -5,12 +5,15 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QTreeWidget>
+#include <algorithm>
 #include <cstdlib>
 #include <random>
 #include <set>
 
+#include "explorer/udProjectExplorer.h"
 #include "hosts/workbench/designer/DesignerView.h"
 #include "hosts/workbench/window/Unsaved.h"
+#include "scanning/mFunctions.h"
 #include "workbench/window/WindowFixture.h"
 
 namespace tessel::workbench {
@@ -35,6 +38,7 @@ class Storm : public InWindow {
                   "Attribute VB_Name = \"F\"\r\nSub A()\r\nEnd Sub\r\n");
     folder_.Write("P.vbp", project + "Name=\"P\"\r\n");
     EXPECT_TRUE(window_->OpenFile(QString::fromStdString((folder_.Path() / "P.vbp").string())));
+    EXPECT_TRUE(window_->ClickCommand(u"Tessel", {u"Project Explorer"}));
     answers_.setInterval(3);
     QObject::connect(&answers_, &QTimer::timeout, [this] { Answer(); });
     answers_.start();
@@ -99,7 +103,10 @@ class Storm : public InWindow {
     CodeEditor& editor = window_->ShowCode(component.shared_from_this())->Editor();
     const int line = Random(editor.lines());
     editor.insertAt(QStringLiteral("' typed %1\n").arg(++version_), line, 0);
+    LetGo(editor);
   }
+  /// The key that did it comes up.
+  static void LetGo(CodeEditor& editor) { QTest::keyRelease(&editor, Qt::Key_Shift); }
   void Tool(model::VBComponent& component) {
     services_.Desktop().RunAction([&] {
       const auto module = component.CodeModule();
@@ -110,14 +117,21 @@ class Storm : public InWindow {
   }
   void Step() {
     const ComponentPtr component = Any();
-    switch (Random(12)) {
+    const int what = Random(12);
+    switch (what) {
       case 0:
       case 1:
         return Type(*component);
       case 2:
-        return window_->ShowCode(component)->Editor().undo();
-      case 3:
-        return window_->ShowCode(component)->Editor().redo();
+      case 3: {
+        CodeEditor& editor = window_->ShowCode(component)->Editor();
+        if (what == 2) {
+          editor.undo();
+        } else {
+          editor.redo();
+        }
+        return LetGo(editor);
+      }
       case 4:
         return Tool(*component);
       case 5:
@@ -171,6 +185,34 @@ class Storm : public InWindow {
     }
     EXPECT_EQ(window_->isWindowModified(), unsaved);
   }
+  /// Rows "LEVEL CAPTION LINE" of the Explorer and of what is open.
+  std::vector<std::string> ShownRows() {
+    std::vector<std::string> rows;
+    for (const auto& one : window_->Root()->OwnWindows().ToolWindows()) {
+      const auto tree = std::dynamic_pointer_cast<udProjectExplorer>(one.Document.lock());
+      for (int row = 0; tree && row < tree->fgTree.Rows(); ++row) {
+        if (tree->fgTree.RowAt(row).Level < 2) continue;
+        rows.push_back(
+            vb::ToUtf8(tree->fgTree.TextMatrix(row, 0) + u" " + tree->fgTree.TextMatrix(row, 8)));
+      }
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
+  }
+  std::vector<std::string> TrueRows() {
+    std::vector<std::string> rows;
+    for (const auto& component : window_->Root()->Active()->Components().All()) {
+      rows.push_back(vb::ToUtf8(component->PlainName() + u" "));
+      std::set<String> seen;
+      const auto table = mFunctions::AllNameProcedures(component->Module(), u"");
+      for (const Member& member : table.value_or(std::vector<Member>())) {
+        if (!seen.insert(vb::UCase(member.Name)).second) continue;
+        rows.push_back(vb::ToUtf8(member.Name + u" " + vb::Str(member.StartLine)));
+      }
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
+  }
   /// What counts as saved is what a fresh look at the files finds.
   void CheckDisk() {
     workspace::Workspace fresh(services_);
@@ -201,6 +243,7 @@ TEST_F(Storm, LeavesWidgetsModelAndDiskInAgreement) {
     QApplication::processEvents();
   }
   QTest::qWait(2000);
+  EXPECT_EQ(ShownRows(), TrueRows());
   EXPECT_LE(most_, 1) << "one box at a time";
   EXPECT_GT(asked_.size(), 3U) << "the storm was a breeze";
   CheckWidgets();

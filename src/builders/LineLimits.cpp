@@ -1,0 +1,93 @@
+#include "builders/LineLimits.h"
+
+#include <map>
+
+#include "vb/Numbers.h"
+
+namespace tessel::builders {
+namespace {
+
+struct Fault {
+  StringView Line;
+  String Message;
+};
+
+/// The first line that the language doesn't take.
+std::optional<Fault> FirstFault(StringView code) {
+  std::size_t continued = 0;
+  for (std::size_t at = 0; at < code.size();) {
+    const std::size_t end = std::min(code.find(vb::CrLf, at), code.size());
+    const StringView line = code.substr(at, end - at);
+    if (line.size() > MostUnits) {
+      return Fault{line, u"A line would have " + vb::Str(line.size()) + u" characters, more than " +
+                             vb::Str(MostUnits)};
+    }
+    continued = line.ends_with(u" _") ? continued + 1 : 0;
+    if (continued > MostContinuations) {
+      return Fault{line, u"A statement would be continued more than " + vb::Str(MostContinuations) +
+                             u" times"};
+    }
+    at = end + vb::CrLf.size();
+  }
+  return std::nullopt;
+}
+
+/// Of the field that has the most in the line, a list's items together, the longest text.
+const FieldText* Culprit(StringView line, const FieldTexts& fields) {
+  struct Share {
+    std::size_t Units = 0;
+    const FieldText* Longest = nullptr;
+  };
+  std::map<StringView, Share> shares;
+  const Share* most = nullptr;
+  for (const FieldText& field : fields) {
+    if (field.Text.empty() || line.find(field.Text) == StringView::npos) continue;
+    Share& share = shares[field.Label];
+    share.Units += field.Text.size();
+    if (!share.Longest || field.Text.size() > share.Longest->Text.size()) share.Longest = &field;
+    if (most == nullptr || share.Units > most->Units) most = &share;
+  }
+  return most == nullptr ? nullptr : most->Longest;
+}
+
+}  // namespace
+
+void AddComment(FieldTexts& fields, const HeaderChoices& comment) {
+  fields.reserve(fields.size() + 3);
+  fields.push_back({u"txtDescription", u"Description", comment.Description});
+  fields.push_back({{}, u"Author", comment.Author});
+  fields.push_back({{}, u"DateTime", comment.DateTime});
+}
+
+void AddItems(FieldTexts& fields, StringView control, StringView label,
+              const std::vector<String>& items) {
+  for (std::size_t at = 0; at < items.size(); ++at) {
+    fields.push_back({control, label, items[at], static_cast<int>(at)});
+  }
+}
+
+bool MayBreakLimits(const FieldTexts& fields) {
+  constexpr std::size_t OwnWords = 128;  // of the longest line, without the fields
+  constexpr std::size_t Separator = 2;   // behind each item of a list
+  std::size_t units = 0, continued = 0;
+  for (const FieldText& field : fields) {
+    units += field.Text.size() + Separator;
+    if (field.Text.ends_with(u'_')) ++continued;
+  }
+  return OwnWords + 2 * units > MostUnits || continued > MostContinuations;
+}
+
+std::optional<Complaint> CheckLimits(StringView code, const FieldTexts& fields) {
+  const auto fault = FirstFault(code);
+  if (!fault) return std::nullopt;
+  Complaint complaint;
+  complaint.Message = fault->Message;
+  if (const FieldText* const culprit = Culprit(fault->Line, fields)) {
+    complaint.Field = culprit->Control;
+    complaint.Item = culprit->Item;
+    complaint.Message += u", field: \"" + String(culprit->Label) + u"\"";
+  }
+  return complaint;
+}
+
+}  // namespace tessel::builders
