@@ -31,7 +31,7 @@ for scheme in light dark; do
   draw "explorer-docked-$scheme" 1 "$scheme" --explorer docked
   draw "explorer-narrow-$scheme" 1 "$scheme" --explorer narrow
   draw "explorer-floating-$scheme" 1 "$scheme" --explorer floating
-  draw "explorer-filtered-$scheme" 1 "$scheme" --explorer floating --find "load -form"
+  draw "explorer-filtered-$scheme" 1 "$scheme" --explorer floating --find "add -click"
 done
 
 # Few colours make small files.
