@@ -182,7 +182,7 @@ void Environment::RemoveProject(const std::shared_ptr<VBProject>& project) {
   vbe_->OwnHook()->Tell(&Observer::ProjectsChanged);
   if (vbe_->Active() == project) vbe_->Activate(all.empty() ? nullptr : all.front());
   for (const auto& window : windows) window->Close();
-  vbe_->OwnWindows().ShowProperties();
+  if (windows.empty()) vbe_->OwnWindows().ShowProperties();
 }
 
 void Environment::ActivateProject(StringView name) {

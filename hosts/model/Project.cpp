@@ -146,7 +146,8 @@ void VBComponents::TakeOut(const std::shared_ptr<VBComponent>& component) {
   if (project_->OnRemoved) project_->OnRemoved(component);
   const auto vbe = project_->Environment();
   for (const auto& window : windows) window->Close();
-  if (vbe) vbe->OwnWindows().ShowProperties();
+  // A window that closes is told of by itself.
+  if (vbe && windows.empty()) vbe->OwnWindows().ShowProperties();
 }
 
 std::shared_ptr<VBComponent> VBComponents::Make(host::vbext_ComponentType type, StringView name) {

@@ -34,12 +34,19 @@ struct CommandLine {
       QStringLiteral("dialog"),
       QStringLiteral("With --screenshot: draw the dialog of this command as well."),
       QStringLiteral("command")};
+  QCommandLineOption Explorer{
+      QStringLiteral("explorer"),
+      QStringLiteral("With --screenshot: show the Project Explorer docked, narrow or floating."),
+      QStringLiteral("place")};
+  QCommandLineOption Find{QStringLiteral("find"),
+                          QStringLiteral("With --explorer: type this above its tree."),
+                          QStringLiteral("text")};
 
   CommandLine() {
     Parser.setApplicationDescription(QStringLiteral("Tools for Visual Basic 6 code in a window."));
     Parser.addHelpOption();
     Parser.addVersionOption();
-    Parser.addOptions({Data, Registry, Screenshot, Dialog});
+    Parser.addOptions({Data, Registry, Screenshot, Dialog, Explorer, Find});
     Parser.addPositionalArgument(QStringLiteral("file"),
                                  QStringLiteral("A project, a group or a component file."),
                                  QStringLiteral("[file]"));
@@ -70,8 +77,9 @@ int Run(workbench::Application& application, const CommandLine& line) {
     QTimer::singleShot(0, &window, [&window] { window.OfferRecovery(); });
     return workbench::Application::exec();
   }
-  good = good && workbench::DrawScreenshots(window, line.Parser.value(line.Screenshot),
-                                            line.Parser.value(line.Dialog));
+  good = good && workbench::DrawScreenshots(
+                     window, {line.Parser.value(line.Screenshot), line.Parser.value(line.Dialog),
+                              line.Parser.value(line.Explorer), line.Parser.value(line.Find)});
   window.close();
   return good ? 0 : 2;
 }

@@ -24,8 +24,10 @@ void cMDIClient::Start(const std::shared_ptr<host::VBE>& VBInstance) {
     run([&] { Need(eventCODE_).SetNameGlobalProcesses(mHwnds::GetFileNameProcesses(main)); });
     for (const StringView className : Watched) {
       std::vector<platform::WindowHandle> children;
-      mHwnds::FindWindowLike(children, client, u"*", className);
-      for (const platform::WindowHandle child : children) Watch(run, child, className);
+      mHwnds::FindWindowLike(children, client, u"*", className, std::nullopt);
+      for (const platform::WindowHandle child : children) {
+        if (child > 0) Watch(run, child, className);
+      }
     }
     subclass_.Subclass(client, weak_from_this());
     subclass_.AddMsg(platform::WM_ParentNotify, cSubclass::After);

@@ -43,7 +43,7 @@ class cSubclass::Block : public platform::WindowHook {
 
 cSubclass::cSubclass() : block_(std::make_shared<Block>()) {}
 
-cSubclass::~cSubclass() { LetGo(); }
+cSubclass::~cSubclass() { UnSubClass(); }
 
 platform::MessageTable& cSubclass::TableOf(int When) const {
   return When == Before ? block_->Before : block_->After;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "contextmenu/frmContextMenu.h"
 #include "forms/User.h"
 #include "foundation/CErrorHandler.h"
@@ -78,18 +80,28 @@ TEST_F(MenuList, WithoutAPaneOrAMemberNothingOpens) {
 TEST_F(MenuList, WhateverCallFailsTheWordIsInOnceOrNotAtAll) {
   gErrorHandler = std::make_shared<CErrorHandler>();
   gErrorHandler->SetErrorHandlerActions(ActionMessageBox);
-  world_.Module(u"M", Code);
+  gErrorHandler->SetCallStackEnabled(true);
+  const auto module = world_.Module(u"M", Code);
+  // Reading members passes over what fails.
+  std::set<std::string, std::less<>> silent;
+  world_.Environment.SetOperationHook([&](std::string_view call) { silent.emplace(call); });
+  static_cast<void>(mMenuList::MemberNames(module));
+  world_.Environment.SetOperationHook({});
   using platform::MessageAnswer;
   auto& desktop = world_.Services.DesktopService;
   for (const auto answer : {MessageAnswer::Abort, MessageAnswer::Retry, MessageAnswer::Ignore}) {
+    int loud = 0;
     for (int nth = 1;; ++nth) {
       world_.Environment.SetText(u"M", Code);
       world_.Caret(u"M", 6, 7);
       desktop.Messages.clear();
       desktop.Answers.assign(10, answer);
       int calls = 0;
-      world_.Environment.SetOperationHook([&](std::string_view) {
-        if (++calls == nth) throw vb::Failure(7, u"no room");
+      std::string failed;
+      world_.Environment.SetOperationHook([&](std::string_view call) {
+        if (++calls != nth) return;
+        failed = call;
+        throw vb::Failure(7, u"no room");
       });
       desktop.OnModal = [&](forms::Form& form) {
         auto& list = dynamic_cast<forms::ListBox&>(*form.Find(u"lstMenu"));
@@ -98,12 +110,24 @@ TEST_F(MenuList, WhateverCallFailsTheWordIsInOnceOrNotAtAll) {
       (void)mMenuList::ShowMembers(world_.Environment.VBE(), 0, 0);
       world_.Environment.SetOperationHook({});
       const String text = world_.Text(u"M");
-      const std::string where = "call " + std::to_string(nth);
+      const std::string where = "call " + std::to_string(nth) + ' ' + failed + ", answer " +
+                                std::to_string(static_cast<int>(answer));
       EXPECT_TRUE(desktop.Shown.empty()) << where;
+      EXPECT_TRUE(gErrorHandler->CallStack().empty()) << where;
       EXPECT_LE(desktop.Messages.size(), 1U) << where;
-      EXPECT_TRUE(text == Code || text.size() == Code.size() + 4) << where << vb::ToUtf8(text);
-      if (calls < nth) break;
+      const bool reported = !desktop.Messages.empty();
+      EXPECT_EQ(reported, !failed.empty() && (reported || !silent.contains(failed))) << where;
+      loud += reported ? 1 : 0;
+      const String whole = vb::Replace(Code, u"x = \r\n", u"x = Main\r\n");
+      if (failed.empty() || (reported && answer == MessageAnswer::Retry)) {
+        EXPECT_EQ(text, whole) << where;
+        EXPECT_EQ(world_.Selection(), (host::Selection{6, 11, 6, 11})) << where;
+      } else {
+        EXPECT_TRUE(text == Code || text.size() == Code.size() + 4) << where << vb::ToUtf8(text);
+      }
+      if (failed.empty()) break;
     }
+    EXPECT_GT(loud, 8) << "pane, module, window, place, lines, the line itself, the caret";
   }
 }
 

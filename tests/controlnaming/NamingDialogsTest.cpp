@@ -262,6 +262,22 @@ TEST_F(NamingDialogs, ATimerHasNoTextAndNeedsItsNameTypedWhole) {
   EXPECT_EQ(Control(Dialogs().at(1), "txtName").at("focus"), true);
 }
 
+TEST_F(NamingDialogs, ATimersBarePrefixIsANameLikeAnyOther) {
+  Begin();
+  Add("Timer", "Timer1", {{"Interval", "100"}});
+  Press("btmOK");
+  Controls();
+  Add("Timer", "Timer2", {{"Interval", "200"}});
+  Press("btmOK");
+  Answer("OK");
+  Type("txtName", "tmrSecond");
+  Press("btmOK");
+  Controls();
+  EXPECT_EQ(Named(Play(), "Interval"), (Names{"tmr 100", "tmrSecond 200"}));
+  EXPECT_EQ(Messages(), Names{"The name of the control: \"tmr\" is already in use on the form"})
+      << "only an empty field and a name that is taken are refused";
+}
+
 TEST_F(NamingDialogs, ANameThatTheFormHasIsRefusedWhateverItsCase) {
   Begin();
   AddButton();

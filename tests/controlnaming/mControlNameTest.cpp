@@ -17,13 +17,16 @@ using mControlName::RunUpdateCodeName;
 String Updated(StringView text) { return NamesUpdated(text, {}, u"Old", u"New"); }
 
 TEST(NamesInText, AreReplacedBetweenBlanksPointsAndLineEnds) {
-  EXPECT_EQ(Updated(u"x.Old.y"), u"x.New.y");
-  EXPECT_EQ(Updated(u"x Old y"), u"x New y");
-  EXPECT_EQ(Updated(u"Me.Old = 1"), u"Me.New = 1");
-  EXPECT_EQ(Updated(u" Old.Text = 1"), u" New.Text = 1");
-  EXPECT_EQ(Updated(u"a\r\nOld\r\nb"), u"a\r\nNew\r\nb");
-  EXPECT_EQ(Updated(u"x = Old\r\n"), u"x = New\r\n");
-  EXPECT_EQ(Updated(u"x = Me.Old\r\n"), u"x = Me.New\r\n");
+  const struct {
+    StringView Left, Right;
+  } table[] = {{u".", u"."},       {u" ", u" "},    {u".", u" "},   {u" ", u"."},
+               {u"\r\n", u"\r\n"}, {u" ", u"\r\n"}, {u".", u"\r\n"}};
+  for (const auto& by : table) {
+    const auto enclosed = [&](StringView name) {
+      return u"a" + String(by.Left) + String(name) + String(by.Right) + u"b";
+    };
+    EXPECT_EQ(Updated(enclosed(u"Old")), enclosed(u"New"));
+  }
 }
 
 TEST(NamesInText, StayInEveryOtherPlace) {

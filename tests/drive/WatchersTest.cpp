@@ -108,47 +108,31 @@ class Watching : public testing::Test {
 };
 
 TEST_F(Watching, EachVerbSendsWhatItsActBrings) {
-  Play(Begin({R"({"do":"caret","component":"M","line":2})",
-              wait_,
-              Expect({{2, 1}}),
-              R"({"do":"set-text","component":"M","text":"Sub B()\r\nEnd Sub"})",
-              wait_,
-              Expect({{2, 1}}),
-              R"({"do":"caret","component":"Form1","line":1})",
-              wait_,
-              Expect({{0, 2}}),
-              R"({"do":"close-pane","component":"Form1"})",
-              wait_,
-              Expect({{0, 2}}),
-              R"({"do":"close-pane","component":"Form1"})",
-              wait_,
-              Expect({}),
-              R"({"do":"select-component","component":"M"})",
-              wait_,
-              Expect({{0, 2}}),
-              R"({"do":"add-component","type":1,"name":"M2"})",
-              wait_,
-              Expect({{0, 2}}),
-              R"({"do":"rename-component","component":"M2","new-name":"M3"})",
-              wait_,
-              Expect({{0, 2}}),
-              R"({"do":"remove-component","component":"M3"})",
-              wait_,
-              Expect({{0, 2}}),
-              R"({"do":"new-project","name":"P2"})",
-              wait_,
-              Expect({{0, 2}}),
-              R"({"do":"activate-project","project":"P"})",
-              wait_,
-              Expect({{0, 2}}),
-              R"({"do":"remove-project","project":"P2"})",
-              wait_,
-              Expect({{0, 2}}),
-              R"({"do":"projects"})",
-              R"({"do":"text","component":"M"})",
-              R"({"do":"pane"})",
-              wait_,
-              Expect({})}));
+  const struct {
+    const char* Request;
+    Notices Told;
+  } cases[] = {
+      {R"({"do":"caret","component":"M","line":2})", {{2, 1}}},
+      {R"({"do":"set-text","component":"M","text":"Sub B()\r\nEnd Sub"})", {{2, 1}}},
+      {R"({"do":"caret","component":"Form1","line":1})", {{0, 2}}},
+      {R"({"do":"close-pane","component":"Form1"})", {{0, 2}}},
+      {R"({"do":"close-pane","component":"Form1"})", {}},
+      {R"({"do":"select-component","component":"M"})", {{0, 2}}},
+      {R"({"do":"add-component","type":1,"name":"M2"})", {{0, 2}}},
+      {R"({"do":"rename-component","component":"M2","new-name":"M3"})", {{0, 2}}},
+      {R"({"do":"remove-component","component":"M3"})", {{0, 2}}},
+      {R"({"do":"new-project","name":"P2"})", {{0, 2}}},
+      {R"({"do":"activate-project","project":"P"})", {{0, 2}}},
+      {R"({"do":"remove-project","project":"P2"})", {{0, 2}}},
+      {R"({"do":"projects"})", {}},
+      {R"({"do":"text","component":"M"})", {}},
+      {R"({"do":"pane"})", {}},
+  };
+  std::vector<Step> steps;
+  for (const auto& one : cases) {
+    steps.insert(steps.end(), {one.Request, wait_, Expect(one.Told)});
+  }
+  Play(Begin(std::move(steps)));
 }
 
 TEST_F(Watching, MessagesOfTheVerbReachTheWatchers) {

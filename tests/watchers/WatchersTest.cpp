@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "watchers/WatchedWorld.h"
 #include "watchers/mHwnds.h"
 
@@ -406,15 +408,23 @@ TEST_F(Watched, EveryFailingCallOfTheStartIsReportedOnceAndTheStartEnds) {
   World.Environment.SetOperationHook({});
 }
 
-TEST_F(Watched, AFailingSettingIsReportedFromInsideTheMessage) {
-  const WindowHandle pane = Pane(u"Module1");
+TEST_F(Watched, AFailureInAMessageIsReportedFromInsideItAndTheNextOneIsHeard) {
   Start();
-  gAppSettings.reset();
+  Clock().OnDoEvents = [] { throw vb::Failure(7, u"no room"); };
+  World.Services.DesktopService.Answers = {platform::MessageAnswer::Abort};
+  World.Module(u"Module3", u"");
+  Clock().OnDoEvents = nullptr;
+  Expected = 1;
+  EXPECT_EQ(World.Services.DesktopService.Messages.size(), Expected);
+  EXPECT_TRUE(gErrorHandler->CallStack().empty());
+  EXPECT_EQ(Held(), "PM") << "nobody has read what the message was about";
+  EXPECT_EQ(Clock().PendingTimers(), 0U);
+  const WindowHandle pane = Pane(u"Module3");
+  EXPECT_NE(gVbaWindows->Find(cVbaWindows::KeyOf(pane)), nullptr) << "watched all the same";
+  Rearm();
   Key(Windows(), pane);
-  gAppSettings = std::make_shared<CAppSettings>();
-  gAppSettings->Init(u"Norvane", u"Tessel");
-  Expected = World.Services.DesktopService.Messages.size();
-  EXPECT_LE(Expected, 1U);
+  Clock().Advance(100);
+  EXPECT_EQ(Take(), (Notices{CodeNotice}));
 }
 
 // The properties window
@@ -438,13 +448,29 @@ TEST_F(Watched, ThePropertiesWindowIsAPointOfObservationOnly) {
 TEST_F(Watched, WindowsAreFoundAtAnyDepth) {
   const WindowHandle pane = Pane(u"Module1");
   std::vector<WindowHandle> found;
-  EXPECT_EQ(mHwnds::FindWindowLike(found, MainHandle(), u"*", u"VbaWindow"), 2);
+  const auto find = [&](WindowHandle start, StringView text, StringView className,
+                        std::optional<int> id = std::nullopt) {
+    return mHwnds::FindWindowLike(found, start, text, className, id);
+  };
+  EXPECT_EQ(find(MainHandle(), u"*", u"VbaWindow"), 2);
   EXPECT_EQ(found.size(), 2U);
-  found.clear();
-  EXPECT_EQ(mHwnds::FindWindowLike(found, MainHandle(), u"Module1 (Code)", u"*"), 1);
-  EXPECT_EQ(found, (std::vector<WindowHandle>{pane}));
-  EXPECT_EQ(mHwnds::FindWindowLike(found, MainHandle(), u"nothing", u"*"), 0);
-  EXPECT_EQ(mHwnds::FindWindowLike(found, 4711, u"*", u"*"), 0);
+  EXPECT_EQ(find(MainHandle(), u"Module1 (Code)", u"*"), 1);
+  EXPECT_EQ(found, (std::vector<WindowHandle>{pane})) << "in the place of what was there";
+  EXPECT_EQ(find(MainHandle(), u"nothing", u"*"), 0);
+  EXPECT_TRUE(found.empty());
+  EXPECT_EQ(find(4711, u"*", u"*"), 0);
+}
+
+TEST_F(Watched, AWindowIsFoundByItsNumberAmongItsParentsChildren) {
+  const WindowHandle second =
+      Windows().Find(ClientHandle(), Windows().Find(ClientHandle(), 0, {}, {}), {}, {});
+  std::vector<WindowHandle> found;
+  EXPECT_EQ(mHwnds::FindWindowLike(found, ClientHandle(), u"*", u"*", 2), 1);
+  EXPECT_EQ(found, (std::vector<WindowHandle>{second}));
+  const String other =
+      Windows().ClassName(second) == u"VbaWindow" ? u"DesignerWindow" : u"VbaWindow";
+  EXPECT_EQ(mHwnds::FindWindowLike(found, ClientHandle(), u"*", other, 2), 0);
+  EXPECT_EQ(mHwnds::FindWindowLike(found, ClientHandle(), u"*", u"*", 100), 0);
 }
 
 TEST_F(Watched, AWindowTellsItsClassAndItsProcess) {

@@ -200,6 +200,57 @@ TEST_F(Subclassed, ItsEndLetsTheWindowGo) {
   EXPECT_TRUE(owner_->Log.empty());
 }
 
+TEST_F(Subclassed, ItsEndInsideACallbackEndsTheMessageThere) {
+  auto brief = std::make_unique<cSubclass>();
+  brief->Subclass(window_, owner_);
+  brief->AddMsg(5, cSubclass::Before);
+  brief->AddMsg(5, cSubclass::After);
+  owner_->Inside = [&] { brief.reset(); };
+  EXPECT_EQ(Send(5), 0);
+  EXPECT_EQ(owner_->Log, (Told{"before 5"}));
+}
+
+TEST_F(Subclassed, AnOwnerThatGoesInItsOwnCallbackIsMissedBehindTheOwnProcedure) {
+  const auto older = std::make_shared<Owner>();
+  cSubclass ahead;
+  ahead.Subclass(window_, older);
+  ahead.AddMsg(5, cSubclass::After);
+  subclass_.Subclass(window_, owner_);
+  subclass_.AddMsg(5, cSubclass::Before);
+  subclass_.AddMsg(5, cSubclass::After);
+  owner_->Inside = [&] { owner_.reset(); };
+  EXPECT_EQ(Send(5), 0) << "the message that finds nobody ends with 0";
+  EXPECT_EQ(older->Log, (Told{"after 5"})) << "the own procedure was called";
+  EXPECT_EQ(Send(5), 10) << "and the window goes on without the one that took itself off";
+}
+
+TEST_F(Subclassed, AMessageOutsideTheTablesGoesOnThoughTheOwnerIsGone) {
+  const auto older = std::make_shared<Owner>();
+  cSubclass ahead;
+  ahead.Subclass(window_, older);
+  ahead.AddMsg(cSubclass::ALL_MESSAGES, cSubclass::After);
+  subclass_.Subclass(window_, owner_);
+  subclass_.AddMsg(5, cSubclass::Before);
+  owner_.reset();
+  EXPECT_EQ(Send(6), 10);
+  EXPECT_EQ(Send(5), 0) << "this one asks for the owner";
+  EXPECT_EQ(older->Log, (Told{"after 6"}));
+  EXPECT_EQ(Send(5), 10);
+}
+
+TEST_F(Subclassed, TheOwnersAnswerBehindTheOwnProcedureIsTheWindows) {
+  const auto older = std::make_shared<Owner>();
+  cSubclass ahead;
+  ahead.Subclass(window_, older);
+  ahead.AddMsg(5, cSubclass::After);
+  subclass_.Subclass(window_, owner_);
+  subclass_.AddMsg(5, cSubclass::After);
+  EXPECT_EQ(Send(5), 20) << "what the procedure ahead of it said, and 10";
+  EXPECT_EQ(subclass_.CallOrigWndProc(window_, 5, 0, 0), 10);
+  cSubclass nowhere;
+  EXPECT_EQ(nowhere.CallOrigWndProc(window_, 5, 0, 0), 0);
+}
+
 TEST_F(Subclassed, AnotherWindowTakesThePlaceOfTheOneThatIsHeld) {
   const WindowHandle other = windows_.Create(u"VbaWindow", u"", 0);
   subclass_.Subclass(window_, owner_);

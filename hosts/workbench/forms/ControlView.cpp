@@ -21,7 +21,12 @@ void ControlView::Sync() {
 bool ControlView::InsertText(const QString&) { return false; }
 
 void ControlView::Act(const std::function<void()>& action) {
-  if (!syncing_) host_.Act(*this, action);
+  if (!syncing_ && bound_) host_.Act(*this, action);
+}
+
+void ControlView::LetGo() {
+  bound_ = false;
+  Released();
 }
 
 }  // namespace tessel::workbench

@@ -36,19 +36,25 @@ class ControlView {
   void Sync();
   /// Ends what the user has begun and not finished, such as the edit of a cell.
   virtual void Settle() {}
+  /// The control goes: what the widget still does, in timers too, reads and tells nothing of it.
+  void LetGo();
   /// A key that the control's handler put in place of another; false when the view takes no text.
   virtual bool InsertText(const QString& text);
 
  protected:
   virtual void Update() = 0;
+  /// For a view whose widget reads the control when it likes.
+  virtual void Released() {}
   /// Called by the widget's signals: carries an action, unless the view itself moves the widget.
   void Act(const std::function<void()>& action);
   [[nodiscard]] bool IsSyncing() const { return syncing_; }
+  /// False once the control was let go.
+  [[nodiscard]] bool IsBound() const { return bound_; }
 
  private:
   forms::Control& model_;
   ViewHost& host_;
-  bool syncing_ = false;
+  bool syncing_ = false, bound_ = true;
 };
 
 }  // namespace tessel::workbench

@@ -11,6 +11,7 @@
 
 #include "forms/Controls.h"
 #include "hosts/workbench/forms/ControlViews.h"
+#include "hosts/workbench/forms/FlowLayout.h"
 #include "hosts/workbench/forms/LabelView.h"
 #include "hosts/workbench/forms/TabControlView.h"
 #include "hosts/workbench/forms/TextBoxView.h"
@@ -39,6 +40,17 @@ bool IsButton(const Layout& node) {
   return dynamic_cast<const forms::Button*>(control) != nullptr ||
          dynamic_cast<const forms::DropDownButton*>(control) != nullptr ||
          dynamic_cast<const forms::ToggleButton*>(control) != nullptr;
+}
+
+/// Buttons with pictures side by side, with nothing else but room behind them.
+bool IsPictureRow(const Layout& node) {
+  if (node.Type != Kind::Row || node.Children.size() < 2) return false;
+  const auto isPicture = [](const Layout& part) {
+    const auto* const control = ControlOf<forms::CaptionedControl>(part);
+    return control != nullptr && control->Picture != 0;
+  };
+  const bool spaced = node.Children.back().Type == Kind::Space;
+  return std::all_of(node.Children.begin(), node.Children.end() - (spaced ? 1 : 0), isPicture);
 }
 
 /// Parts that share the room of a row; the user moves the bar between them.
@@ -83,9 +95,14 @@ void FormLayout::Add(const Layout& node, QBoxLayout& to) const {
         to.addWidget(MakeDivided(node), node.Stretch);
         break;
       }
+      if (IsPictureRow(node)) {
+        to.addLayout(MakeFlow(node), node.Stretch);
+        break;
+      }
       auto* const row = new QHBoxLayout;
       to.addLayout(row, node.Stretch);
       AddRow(node.Children, *row);
+      HintAtSense(node.Children);
       break;
     }
     case Kind::Column:
@@ -151,6 +168,21 @@ QLayout* FormLayout::MakeNumberField(const Layout& field, const Layout& spin) co
   pair->addWidget(text.Widget());
   pair->addWidget(views_.Of(arrows).Widget());
   return pair;
+}
+
+QLayout* FormLayout::MakeFlow(const Layout& node) const {
+  auto* const flow = new FlowLayout;
+  for (const Layout& part : node.Children) {
+    if (part.Content != nullptr) flow->addWidget(views_.Of(*part.Content).Widget());
+  }
+  return flow;
+}
+
+/// A field that has a line to itself has no label: it says by itself what it is for.
+void FormLayout::HintAtSense(const Children& row) const {
+  const auto* const box = row.size() == 1 ? ControlOf<forms::TextBox>(row.front()) : nullptr;
+  if (box == nullptr || box->MultiLine) return;
+  dynamic_cast<TextBoxView&>(views_.Of(*box)).ShowHint();
 }
 
 /// The part with the largest share takes what a larger window gives; the others keep their width.

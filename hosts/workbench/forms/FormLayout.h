@@ -28,6 +28,8 @@ class FormLayout {
   void AddRow(const Children& children, QBoxLayout& to) const;
   void AddLabelledRow(const forms::Layout& row, QGridLayout& to) const;
   [[nodiscard]] QWidget* MakeDivided(const forms::Layout& node) const;
+  [[nodiscard]] QLayout* MakeFlow(const forms::Layout& node) const;
+  void HintAtSense(const Children& row) const;
   [[nodiscard]] QWidget* MakeGroup(const forms::Layout& node) const;
   [[nodiscard]] QWidget* MakeTabs(const forms::Layout& node) const;
   [[nodiscard]] QLayout* MakeNumberField(const forms::Layout& field,

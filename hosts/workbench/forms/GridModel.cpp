@@ -26,6 +26,17 @@ bool GridModel::Take(const forms::GridChanges& changes) {
   return true;
 }
 
+/// Views aren't told: they may be in the middle of what made the grid go.
+void GridModel::LetGo() {
+  places_.clear();
+  root_ = {};
+  children_.clear();
+  parents_.clear();
+  open_.reset();
+  cols_ = fixedRows_ = 0;
+  outline_ = false;
+}
+
 void GridModel::LayOut() {
   cols_ = grid_.Cols();
   fixedRows_ = std::min(grid_.FixedRows(), grid_.Rows());
@@ -73,14 +84,15 @@ int GridModel::RowOf(const QModelIndex& index) {
 }
 
 int GridModel::TreeColumn() const {
+  if (cols_ == 0) return 0;
   int col = std::clamp(grid_.FixedCols(), 0, std::max(0, cols_ - 1));
   while (col + 1 < std::min(cols_, grid_.Cols()) && grid_.ColumnAt(col).Hidden) ++col;
   return col;
 }
 
 bool GridModel::IsThere(int row, int col) const {
-  return row < grid_.Rows() && col < grid_.Cols() && row < static_cast<int>(places_.size()) &&
-         col < cols_;
+  return row < static_cast<int>(places_.size()) && col < cols_ && row < grid_.Rows() &&
+         col < grid_.Cols();
 }
 
 bool GridModel::IsTickCell(int row, int col) const {
@@ -96,7 +108,9 @@ QModelIndex GridModel::TickBoxOf(const QModelIndex& index) const {
 }
 
 const GridModel::Place& GridModel::PlaceOf(const QModelIndex& index) const {
-  return index.isValid() ? places_[static_cast<std::size_t>(RowOf(index))] : root_;
+  const int row = RowOf(index);
+  const bool known = row >= 0 && row < static_cast<int>(places_.size());
+  return known ? places_[static_cast<std::size_t>(row)] : root_;
 }
 
 QModelIndex GridModel::index(int row, int col, const QModelIndex& parent) const {

@@ -25,13 +25,16 @@ class GridModel : public QAbstractItemModel {
   /// have then lost what was open and current.
   bool Take(const forms::GridChanges& changes);
 
+  /// The grid goes: from here on the model has no rows and reads none.
+  void LetGo();
+
   [[nodiscard]] QModelIndex IndexOf(int row, int col) const;
   /// The row of the grid, -1 for none.
   [[nodiscard]] static int RowOf(const QModelIndex& index);
   /// Column that carries outline and picture.
   [[nodiscard]] int TreeColumn() const;
   [[nodiscard]] bool HasOutline() const { return outline_; }
-  [[nodiscard]] bool LastColumnStretches() const { return grid_.LastColumnStretches; }
+  [[nodiscard]] bool LastColumnStretches() const { return cols_ > 0 && grid_.LastColumnStretches; }
   [[nodiscard]] bool HasHeading() const { return fixedRows_ > 0; }
   /// The rows that have others below them.
   [[nodiscard]] const std::vector<int>& Parents() const { return parents_; }

@@ -3,12 +3,15 @@
 #include <QApplication>
 #include <QDropEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QTextDocument>
 #include <QToolButton>
+#include <QToolTip>
 #include <QUrl>
 #include <algorithm>
 
@@ -214,6 +217,22 @@ void GridTable::resizeEvent(QResizeEvent* event) {
       event->oldSize().isValid() && event->size().width() != event->oldSize().width();
   const bool dragged = isVisible() && QApplication::mouseButtons() != Qt::NoButton;
   if (wider && dragged && header()->count() == 1) TellWidth(0, event->size().width());
+}
+
+bool GridTable::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QTreeView::viewportEvent(event);
+  ShowWhole(static_cast<const QHelpEvent&>(*event));
+  return true;
+}
+
+/// The tip of a cell that is too narrow is its text; of any other, the grid's own.
+void GridTable::ShowWhole(const QHelpEvent& event) const {
+  const QModelIndex index = indexAt(event.pos());
+  const QRect cell = visualRect(index);
+  const bool cut = index.isValid() && sizeHintForIndex(index).width() > cell.width();
+  const QString text = cut ? index.data().toString() : QString();
+  const QString whole = Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
+  QToolTip::showText(event.globalPos(), cut ? whole : toolTip(), viewport(), cut ? cell : QRect());
 }
 
 bool GridTable::AllowsEdit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {

@@ -6,6 +6,7 @@
 #include <functional>
 #include <vector>
 
+class QHelpEvent;
 class QToolButton;
 
 namespace tessel::workbench {
@@ -54,6 +55,7 @@ class GridTable : public QTreeView {
  protected:
   bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
   void paintEvent(QPaintEvent* event) override;
@@ -72,6 +74,7 @@ class GridTable : public QTreeView {
   [[nodiscard]] bool AllowsEdit(const QModelIndex& index, EditTrigger trigger, QEvent* event);
   [[nodiscard]] int RowAt(const QPoint& place) const;
   void PlaceCellButton();
+  void ShowWhole(const QHelpEvent& event) const;
   [[nodiscard]] bool Shows(int col) const;
 
   GridModel& grid_;

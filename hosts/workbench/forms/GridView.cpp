@@ -23,10 +23,10 @@ GridView::GridView(forms::Grid& grid, ViewHost& host)
 void GridView::Wire() {
   table_->Chosen = [this](int row, int col) { Choose(row, col); };
   table_->RowDoubleClicked = [this](int row) {
-    if (grid_.DblClick) Act([this, row] { forms::user::DoubleClick(grid_, row); });
+    if (IsBound() && grid_.DblClick) Act([this, row] { forms::user::DoubleClick(grid_, row); });
   };
   table_->RowRightClicked = [this](int row) {
-    if (grid_.MouseDown) Act([this, row] { forms::user::RightClick(grid_, row); });
+    if (IsBound() && grid_.MouseDown) Act([this, row] { forms::user::RightClick(grid_, row); });
   };
   table_->Dropped = [this](int row, const QStringList& names) {
     std::vector<String> files;
@@ -35,7 +35,7 @@ void GridView::Wire() {
   };
   // Told at once and without a round through the handlers: nothing else follows from a scrolling.
   table_->Scrolled = [this](int row) {
-    if (!IsSyncing() && row < grid_.Rows()) forms::user::Scroll(grid_, row);
+    if (!IsSyncing() && IsBound() && row < grid_.Rows()) forms::user::Scroll(grid_, row);
   };
   table_->Resized = [this](int col, int chars) {
     Act([this, col, chars] { forms::user::ResizeColumn(grid_, col, chars); });
@@ -48,7 +48,7 @@ void GridView::WireEdits() {
   table_->MayEdit = [this](int row, int col) { return MayEdit(row, col); };
   table_->EditLeft = [this] {
     model_->AllowEdit(std::nullopt);
-    forms::user::LeaveEdit(grid_);
+    if (IsBound()) forms::user::LeaveEdit(grid_);
   };
   table_->CellButtonPressed = [this](int row, int col) {
     Act([this, row, col] { forms::user::PressCell(grid_, row, col); });
@@ -68,6 +68,7 @@ void GridView::WireOutline() {
 
 /// A press on a fixed column chooses its row and leaves the column as it is.
 void GridView::Choose(int row, int col) {
+  if (!IsBound()) return;
   const int open =
       std::min(std::max(grid_.Col(), grid_.FixedCols()), std::max(0, grid_.Cols() - 1));
   const int chosen = col < grid_.FixedCols() ? open : col;
@@ -85,12 +86,14 @@ bool GridView::MayEdit(int row, int col) {
 
 void GridView::Edit(int row, int col, const QString& text) {
   const String typed = FromQt(text);
-  if (row >= grid_.Rows() || grid_.TextMatrix(row, col) == typed) return;
+  if (!IsBound() || row >= grid_.Rows() || grid_.TextMatrix(row, col) == typed) return;
   if (grid_.Ticked(row, col) && !MayEdit(row, col)) return;
   Act([this, row, col, &typed] { forms::user::EditCell(grid_, row, col, typed); });
 }
 
 void GridView::Settle() { table_->FinishEdit(); }
+
+void GridView::Released() { model_->LetGo(); }
 
 void GridView::Update() {
   if (!grid_.Redraw()) return;

@@ -16,6 +16,7 @@ class GridView : public ControlView {
 
  protected:
   void Update() override;
+  void Released() override;
 
  private:
   void Wire();

@@ -58,6 +58,7 @@ SurfaceWidget::~SurfaceWidget() {
 }
 
 void SurfaceWidget::Finish() {
+  if (surface_.expired()) return;
   DeliverFocus();
   Settle(nullptr);
 }
@@ -137,8 +138,8 @@ void SurfaceWidget::LinkKeys() {
 }
 
 void SurfaceWidget::Detach() {
-  if (!kept_) kept_ = surface_.lock();
   surface_.reset();
+  for (const auto& view : views_->All()) view->LetGo();
   changed_.clear();
   focusMoved_ = nullptr;
   for (QObject* const part : findChildren<QObject*>()) part->blockSignals(true);
@@ -247,6 +248,7 @@ void SurfaceWidget::Settle(const ControlView* except) {
 }
 
 void SurfaceWidget::Act(ControlView& source, const std::function<void()>& action) {
+  if (surface_.expired()) return;
   DeliverFocus();
   Settle(&source);
   changed_.insert(&source);

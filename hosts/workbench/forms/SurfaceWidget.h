@@ -46,7 +46,7 @@ class SurfaceWidget : public QWidget, public forms::View, private ViewHost {
   void Run(const std::function<void()>& action);
   /// A key that no widget took.
   void HandleKey(QKeyEvent* event) { keyPressEvent(event); }
-  /// The surface goes: nothing of it is touched again.
+  /// The surface goes: nothing of it is touched again, in what widgets have still to do neither.
   void Detach();
 
   void ControlChanged(forms::Control& control) override;
@@ -75,7 +75,6 @@ class SurfaceWidget : public QWidget, public forms::View, private ViewHost {
   [[nodiscard]] bool FilterKey(ControlView& view, QKeyEvent& event);
 
   std::weak_ptr<forms::Surface> surface_;
-  std::shared_ptr<forms::Surface> kept_;  // timers of the widgets read it to their end
   ActionGate& gate_;
   QWidget* content_ = nullptr;
   QPointer<QMenuBar> menuBar_;

@@ -46,6 +46,11 @@ void TextBoxView::HoldNumber(int least, int most) {
   NarrowTo(static_cast<int>(vb::Str(most).size()));
 }
 
+void TextBoxView::ShowHint() {
+  const QString tip = ToQt(box_.ToolTipText());
+  if (const auto colon = tip.indexOf(u':'); colon > 0) widget_->setPlaceholderText(tip.left(colon));
+}
+
 void TextBoxView::NarrowTo(int digits) {
   // Room for the caret and the frame's own margins is what the style adds to a blank field.
   const QFontMetrics metrics = widget_->fontMetrics();

@@ -18,6 +18,8 @@ class TextBoxView : public ControlView {
   /// Makes the field one of a number between bounds: just wide enough for it. A number below the
   /// least one may be on its way to a larger one, so it is told when the user is through with it.
   void HoldNumber(int least, int most);
+  /// While the field is empty, what its tool tip says ahead of a colon stands in it.
+  void ShowHint();
 
  protected:
   void Update() override;

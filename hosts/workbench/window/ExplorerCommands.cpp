@@ -1,24 +1,23 @@
 #include "hosts/workbench/window/ExplorerCommands.h"
 
-#include <memory>
-
 #include "explorer/udProjectExplorer.h"
 #include "hosts/workbench/window/MainWindow.h"
 
 namespace tessel::workbench {
-namespace {
 
-std::shared_ptr<udProjectExplorer> ExplorerOf(model::Vbe& root) {
-  for (const model::ToolWindow& window : root.OwnWindows().ToolWindows()) {
-    if (auto explorer = std::dynamic_pointer_cast<udProjectExplorer>(window.Document.lock())) {
+std::shared_ptr<udProjectExplorer> ExplorerOf(MainWindow& window) {
+  for (const model::ToolWindow& one : window.Root()->OwnWindows().ToolWindows()) {
+    if (auto explorer = std::dynamic_pointer_cast<udProjectExplorer>(one.Document.lock())) {
       return explorer;
     }
   }
   return nullptr;
 }
 
+namespace {
+
 std::shared_ptr<udProjectExplorer> OpenExplorer(MainWindow& window) {
-  const auto explorer = ExplorerOf(*window.Root());
+  const auto explorer = ExplorerOf(window);
   if (explorer && !explorer->Visible()) {
     window.ClickCommand(u"Tessel", {u"Project Explorer"});
   }

@@ -33,6 +33,9 @@ QString Numbered(int number, QString text) {
   return number <= Keys ? QStringLiteral("&%1 %2").arg(number).arg(text) : text;
 }
 
+/// What the mouse chooses from a menu brings no key that would tell of the edit.
+void TellOfEdit(model::Vbe& vbe) { vbe.OwnWindows().ShowProperties(); }
+
 }  // namespace
 
 QAction* MainWindow::AddCommand(QMenu& menu, const QString& caption, const QKeySequence& keys,
@@ -103,18 +106,21 @@ void MainWindow::FillRecent(QMenu& menu) {
 
 void MainWindow::BuildEditMenu() {
   QMenu* const edit = menuBar()->addMenu(tr("&Edit"));
-  const auto inEditor = [this](void (QsciScintilla::*action)()) {
-    return [this, action] {
-      if (CodeWindow* const code = children_->CurrentCode()) (code->Editor().*action)();
+  const auto inEditor = [this](void (QsciScintilla::*action)(), bool edits) {
+    return [this, action, edits] {
+      CodeWindow* const code = children_->CurrentCode();
+      if (code == nullptr) return;
+      (code->Editor().*action)();
+      if (edits) TellOfEdit(*vbe_);
     };
   };
   AddCommand(*edit, tr("&Undo"), QKeySequence::Undo, [this] { Undo(); });
   AddCommand(*edit, tr("&Redo"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z),
              [this] { Redo(); });
   edit->addSeparator();
-  AddCommand(*edit, tr("Cu&t"), QKeySequence::Cut, inEditor(&QsciScintilla::cut));
-  AddCommand(*edit, tr("&Copy"), QKeySequence::Copy, inEditor(&QsciScintilla::copy));
-  AddCommand(*edit, tr("&Paste"), QKeySequence::Paste, inEditor(&QsciScintilla::paste));
+  AddCommand(*edit, tr("Cu&t"), QKeySequence::Cut, inEditor(&QsciScintilla::cut, true));
+  AddCommand(*edit, tr("&Copy"), QKeySequence::Copy, inEditor(&QsciScintilla::copy, false));
+  AddCommand(*edit, tr("&Paste"), QKeySequence::Paste, inEditor(&QsciScintilla::paste, true));
   AddCommand(*edit, tr("Select &All"), QKeySequence::SelectAll, [this] {
     if (CodeWindow* const code = children_->CurrentCode()) code->Editor().selectAll(true);
   });
@@ -144,13 +150,19 @@ void MainWindow::AddLineCommands(QMenu& edit) {
         action(code->Editor());
     };
   };
+  const auto editsLines = [this, inLines](const std::function<void(CodeEditor&)>& action) {
+    return inLines([this, action](CodeEditor& editor) {
+      action(editor);
+      TellOfEdit(*vbe_);
+    });
+  };
   edit.addSeparator();
   AddCommand(edit, tr("Cut &Line"), QKeySequence(Qt::CTRL | Qt::Key_Y),
-             inLines([](CodeEditor& editor) { editor.CutLine(); }));
+             editsLines([](CodeEditor& editor) { editor.CutLine(); }));
   AddCommand(edit, tr("Co&mment Block"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C),
-             inLines([](CodeEditor& editor) { editor.CommentBlock(true); }));
+             editsLines([](CodeEditor& editor) { editor.CommentBlock(true); }));
   AddCommand(edit, tr("Unc&omment Block"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_U),
-             inLines([](CodeEditor& editor) { editor.CommentBlock(false); }));
+             editsLines([](CodeEditor& editor) { editor.CommentBlock(false); }));
   AddCommand(edit, tr("L&ist Members"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Space),
              inLines([this](CodeEditor&) { ListMembers(); }));
   QMenu* const marks = edit.addMenu(tr("&Bookmarks"));
@@ -293,11 +305,13 @@ void MainWindow::UpdateCommands() {
 void MainWindow::Undo() {
   if (CodeWindow* const code = children_->CurrentCode()) code->Editor().undo();
   if (DesignerView* const view = children_->CurrentDesigner()) view->UndoStack().undo();
+  TellOfEdit(*vbe_);
 }
 
 void MainWindow::Redo() {
   if (CodeWindow* const code = children_->CurrentCode()) code->Editor().redo();
   if (DesignerView* const view = children_->CurrentDesigner()) view->UndoStack().redo();
+  TellOfEdit(*vbe_);
 }
 
 void MainWindow::ShowOptions() {

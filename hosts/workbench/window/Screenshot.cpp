@@ -1,12 +1,17 @@
 #include "hosts/workbench/window/Screenshot.h"
 
 #include <QApplication>
+#include <QDockWidget>
 #include <QFileInfo>
 #include <QPixmap>
 #include <QTimer>
 
+#include "explorer/udProjectExplorer.h"
+#include "forms/User.h"
 #include "hosts/workbench/designer/DesignerView.h"
+#include "hosts/workbench/forms/SurfaceWidget.h"
 #include "hosts/workbench/platform/Text.h"
+#include "hosts/workbench/window/ExplorerCommands.h"
 #include "hosts/workbench/window/MainWindow.h"
 
 namespace tessel::workbench {
@@ -60,22 +65,58 @@ QString DialogFile(const QString& file) {
   return info.path() + u'/' + info.completeBaseName() + QStringLiteral("-dialog.") + info.suffix();
 }
 
+QDockWidget* DockOf(MainWindow& window, const forms::Document& document) {
+  for (QDockWidget* const dock : window.findChildren<QDockWidget*>()) {
+    const auto* const content = dynamic_cast<const SurfaceWidget*>(dock->widget());
+    if (content != nullptr && content->SurfaceOf().get() == &document) return dock;
+  }
+  return nullptr;
+}
+
+/// Opens the Explorer with the tree on the member at the caret, and says what is to be drawn; null
+/// when it can't be opened as wanted.
+QWidget* ShowExplorer(MainWindow& window, const Pictures& pictures) {
+  constexpr QSize Floating(320, 480);
+  constexpr int Narrow = 40;
+  const auto explorer = ExplorerOf(window);
+  if (!explorer || !window.ClickCommand(u"Tessel", {u"Project Explorer"})) return nullptr;
+  Settle();
+  QDockWidget* const dock = DockOf(window, *explorer);
+  if (dock == nullptr) return nullptr;
+  if (pictures.Explorer != QStringLiteral("floating")) {
+    window.addDockWidget(Qt::LeftDockWidgetArea, dock);
+    const bool narrow = pictures.Explorer == QStringLiteral("narrow");
+    window.resizeDocks({dock}, {narrow ? Narrow : Floating.width()}, Qt::Horizontal);
+  } else {
+    dock->setFloating(true);
+    dock->resize(Floating);
+  }
+  window.RunTool([&] {
+    explorer->SelectAtCaret();
+    if (!pictures.Find.isEmpty()) forms::user::Type(explorer->txtFind, FromQt(pictures.Find));
+  });
+  return dock->isFloating() ? static_cast<QWidget*>(dock) : &window;
+}
+
 }  // namespace
 
-bool DrawScreenshots(MainWindow& window, const QString& file, const QString& command) {
+bool DrawScreenshots(MainWindow& window, const Pictures& pictures) {
   OpenWindows(window);
   window.Children().tileSubWindows();
+  QWidget* shown = &window;
+  if (!pictures.Explorer.isEmpty()) shown = ShowExplorer(window, pictures);
   Settle();
-  bool drawn = window.grab().save(file);
-  if (command.isEmpty()) return drawn;
+  if (shown == nullptr) return false;
+  bool drawn = shown->grab().save(pictures.File);
+  if (pictures.Command.isEmpty()) return drawn;
   QTimer::singleShot(SettleMs, &window, [&] {
     for (QWidget* const top : QApplication::topLevelWidgets()) {
       if (top == &window || !top->isVisible() || !top->inherits("QDialog")) continue;
-      drawn = top->grab().save(DialogFile(file)) && drawn;
+      drawn = top->grab().save(DialogFile(pictures.File)) && drawn;
       top->close();
     }
   });
-  const bool clicked = window.ClickCommand(u"Tessel", {u"Tessel", FromQt(command)});
+  const bool clicked = window.ClickCommand(u"Tessel", {u"Tessel", FromQt(pictures.Command)});
   Settle();
   Settle();
   return drawn && clicked;

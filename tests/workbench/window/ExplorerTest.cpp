@@ -2,14 +2,18 @@
 
 #include <QDockWidget>
 #include <QFile>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
+#include <QToolTip>
 #include <QTreeView>
 #include <QTreeWidget>
 
 #include "explorer/udProjectExplorer.h"
 #include "forms/User.h"
 #include "hosts/workbench/designer/DesignerView.h"
+#include "hosts/workbench/window/ExplorerCommands.h"
 #include "workbench/window/WindowFixture.h"
 
 namespace tessel::workbench {
@@ -20,12 +24,9 @@ class ExplorerDock : public InWindow {
   ExplorerDock() { OpenSample(); }
 
   std::shared_ptr<udProjectExplorer> Document() {
-    for (const auto& one : window_->Root()->OwnWindows().ToolWindows()) {
-      if (auto found = std::dynamic_pointer_cast<udProjectExplorer>(one.Document.lock())) {
-        return found;
-      }
-    }
-    throw std::runtime_error("no document");
+    auto found = ExplorerOf(*window_);
+    if (!found) throw std::runtime_error("no document");
+    return found;
   }
   QDockWidget* Dock() {
     for (QDockWidget* const dock : window_->findChildren<QDockWidget*>()) {
@@ -199,6 +200,44 @@ TEST_F(ExplorerDock, TypingAboveTheTreeNarrowsItAndEscapeGivesItBack) {
   EXPECT_TRUE(line->text().isEmpty());
 }
 
+TEST_F(ExplorerDock, ANarrowDockBreaksTheLineOfButtonsAndTellsCutCaptionsByATip) {
+  Show();
+  window_->addDockWidget(Qt::LeftDockWidgetArea, Dock());
+  window_->resizeDocks({Dock()}, {40}, Qt::Horizontal);
+  Settle();
+  const QRect inside = Dock()->widget()->rect();
+  EXPECT_LT(inside.width(), 230) << "less than the buttons have side by side";
+  const auto place = [&](const char* name) {
+    auto* const button = In<QAbstractButton>(Dock(), name);
+    return QRect(button->mapTo(Dock()->widget(), QPoint(0, 0)), button->size());
+  };
+  EXPECT_GT(place("btmCode").top(), place("btnCollapse").bottom()) << "a second line";
+  for (const char* const name : {"btnCollapse", "btnRefresh", "btmObject", "btmCode"}) {
+    EXPECT_TRUE(inside.contains(place(name))) << name;
+  }
+  QTreeView& tree = *Tree();
+  tree.expandAll();
+  tree.setFixedWidth(90);
+  Settle();
+  const auto tip = [&](const QModelIndex& index) {
+    const QPoint middle = tree.visualRect(index).center();
+    QHelpEvent event(QEvent::ToolTip, middle, tree.viewport()->mapToGlobal(middle));
+    QApplication::sendEvent(tree.viewport(), &event);
+    return QToolTip::text();
+  };
+  const QModelIndex project = tree.model()->index(0, 0);
+  EXPECT_EQ(tip(project), project.data().toString());
+  tree.setFixedWidth(900);
+  Settle();
+  static_cast<void>(tip(project));
+  EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); })) << "what is whole needs none";
+}
+
+TEST_F(ExplorerDock, TheLineAboveTheTreeSaysWhatItIsFor) {
+  Show();
+  EXPECT_EQ(In<QLineEdit>(Dock(), "txtFind")->placeholderText(), QStringLiteral("Find"));
+}
+
 TEST_F(ExplorerDock, WhatThePopUpAddsIsOpenedAndHasItsRow) {
   Show();
   forms::Grid& grid = Document()->fgTree;
@@ -228,6 +267,45 @@ TEST_F(ExplorerDock, WhatAToolWritesInAModuleWithoutAWindowIsShownAndGoesWhenItI
   ASSERT_NE(runs, nullptr);
   ASSERT_TRUE(runs->List().OnTakeBack(component, before, Text(u"modText")));
   EXPECT_TRUE(QTest::qWaitFor([&] { return RowOf(u"AtTheHead") < 0; }, PatienceMs));
+}
+
+TEST_F(ExplorerDock, EditsThatAreChosenFromTheMenuAreShown) {
+  Show();
+  CodeEditor& editor = Code(u"modText").Editor();
+  editor.setFocus();
+  editor.Select({1, 1, 1, 1});
+  editor.insert(QStringLiteral("Sub AtTheHead()\nEnd Sub\n"));
+  const auto choose = [&](const char* caption) {
+    for (QMenu* const menu : window_->menuBar()->findChildren<QMenu*>()) {
+      for (QAction* const action : menu->actions()) {
+        if (action->text() != QLatin1String(caption)) continue;
+        emit menu->aboutToShow();
+        EXPECT_TRUE(action->isEnabled()) << caption;
+        return action->trigger();
+      }
+    }
+    FAIL() << caption;
+  };
+  const auto shows = [&](bool there) {
+    return QTest::qWaitFor([&] { return (RowOf(u"AtTheHead") >= 0) == there; }, PatienceMs);
+  };
+  QTest::keyClick(&editor, Qt::Key_Down);
+  ASSERT_TRUE(shows(true));
+  choose("&Undo");
+  EXPECT_TRUE(shows(false));
+  choose("&Redo");
+  EXPECT_TRUE(shows(true));
+  editor.Select({1, 1, 3, 1});
+  choose("Cu&t");
+  EXPECT_TRUE(shows(false));
+  choose("&Paste");
+  EXPECT_TRUE(shows(true));
+  editor.Select({1, 1, 2, 8});
+  choose("Co&mment Block");
+  EXPECT_TRUE(shows(false));
+  choose("Unc&omment Block");
+  EXPECT_TRUE(shows(true));
+  EXPECT_TRUE(editor.hasFocus());
 }
 
 /// Two projects whose forms bear one name and hold a button and its code.
