@@ -87,6 +87,7 @@ QWidget* ShowExplorer(MainWindow& window, const Pictures& pictures) {
     window.addDockWidget(Qt::LeftDockWidgetArea, dock);
     const bool narrow = pictures.Explorer == QStringLiteral("narrow");
     window.resizeDocks({dock}, {narrow ? Narrow : Floating.width()}, Qt::Horizontal);
+    window.resizeDocks({dock}, {window.height() * 2 / 3}, Qt::Vertical);
   } else {
     dock->setFloating(true);
     dock->resize(Floating);
