@@ -75,7 +75,7 @@ void RecordGrid::StoreCell(int row, int col, const Statements& run) {
     try {
       store::Value value = text;
       if (column.Ticks) value = store::ToBoolean(value);
-      records_.SetField(column.Field, std::move(value));
+      records_.SetField(column.Field, value);
       records_.Update();
     } catch (...) {
       records_.CancelUpdate();

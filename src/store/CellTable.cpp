@@ -64,7 +64,7 @@ void CellTable::SetWhole(std::size_t cell, std::int64_t value) {
 std::string_view CellTable::StoredText(std::size_t cell) const {
   const Cell& one = cells_[cell];
   if (one.Is != Kind::Text) return {};
-  return std::string_view(texts_).substr(one.Bits, one.Length);
+  return std::string_view(texts_).substr(static_cast<std::size_t>(one.Bits), one.Length);
 }
 
 }  // namespace tessel::store
