@@ -1,5 +1,7 @@
 #include "builders/ArgumentText.h"
 
+#include "builders/LineLimits.h"
+
 namespace tessel::builders {
 
 ArgumentFields EnabledField(const ArgumentChoices& choices) {
@@ -25,7 +27,8 @@ String GeneratorStrok(const ArgumentChoices& choices) {
 }
 
 std::optional<Complaint> CheckField(const ArgumentChoices& choices) {
-  return CheckName({u"txtName", u"Name"}, choices.Name);
+  if (auto complaint = CheckName({u"txtName", u"Name"}, choices.Name)) return complaint;
+  return CheckNameLengths({{u"txtName", u"Name", choices.Name}});
 }
 
 }  // namespace tessel::builders

@@ -95,9 +95,10 @@ builders::HeaderChoices PreviewForm::Comment() const {
 }
 
 bool PreviewForm::InsertText(StringView component, StringView text, int mode,
-                             host::vbext_ComponentType newType, int caretOffset) {
+                             host::vbext_ComponentType newType, int caretOffset,
+                             std::shared_ptr<host::VBComponent>* made) {
   return mGlobals::InsertTextActiveVbComponent(VBInstance, component, text, mode, u"", newType,
-                                               caretOffset);
+                                               caretOffset, made);
 }
 
 void ComposerForm::Finish(const Statements& run,

@@ -85,8 +85,10 @@ class PreviewForm : public BuilderForm {
   /// What the comment is made of.
   [[nodiscard]] builders::HeaderChoices Comment() const;
   /// Puts the text into a component; false when there is no project, or the insertion was given up.
+  /// `made` gets the component when there was none.
   bool InsertText(StringView component, StringView text, int mode,
-                  host::vbext_ComponentType newType, int caretOffset);
+                  host::vbext_ComponentType newType, int caretOffset,
+                  std::shared_ptr<host::VBComponent>* made = nullptr);
 
   /// The part of the derived form, which sets it in its constructor.
   builders::LowerPart* Lower = nullptr;

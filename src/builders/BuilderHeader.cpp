@@ -4,6 +4,7 @@
 
 #include "scanning/mFunctions.h"
 #include "vb/Numbers.h"
+#include "vb/OneLine.h"
 
 namespace tessel::builders {
 namespace {
@@ -15,7 +16,7 @@ String Rule(char16_t sign) { return u"'" + vb::Repeat(RuleWidth, sign) + String(
 String Line(StringView label, std::size_t width, StringView text) {
   String line = u"' " + String(label);
   line.resize(std::max(line.size(), width + 2), u' ');
-  return line + u": " + String(text) + String(vb::CrLf);
+  return line + u": " + vb::InOneLine(text) + String(vb::CrLf);
 }
 
 bool IsPlain(char16_t unit) {

@@ -77,9 +77,23 @@ constexpr StringView Tail =
     u"    Set NewEnum = {V}.[_NewEnum]\r\n"
     u"End Function";
 
+String VariableOf(const CollectionChoices& choices) {
+  return choices.VariablePrefix + choices.ClassName;
+}
+
+/// The names that come of several fields, one of which the dialog lacks.
+std::optional<Complaint> CheckMadeNames(const CollectionChoices& choices) {
+  constexpr StringView Class = u"txtCollectionClassName", ClassLabel = u"Collection Class Name";
+  const String variable = VariableOf(choices), item = choices.BaseClass + u"Item";
+  if (auto complaint = CheckMadeName({{}, u"Prefix text Class", variable})) return complaint;
+  return CheckNameLengths({{Class, ClassLabel, choices.ClassName},
+                           {Class, ClassLabel, variable},
+                           {u"ComBaseClass", u"Base Class", item}});
+}
+
 /// `text` with its three placeholders filled in, in one pass: names may hold braces.
 String Fill(StringView text, const CollectionChoices& choices) {
-  const String variable = choices.VariablePrefix + choices.ClassName;
+  const String variable = VariableOf(choices);
   String filled;
   for (std::size_t at = 0; at < text.size(); ++at) {
     const StringView mark = text.substr(at, 3);
@@ -109,6 +123,7 @@ std::optional<Complaint> CheckField(const CollectionChoices& choices) {
   if (auto complaint = CheckName({u"ComBaseClass", u"Base Class"}, choices.BaseClass)) {
     return complaint;
   }
+  if (auto complaint = CheckMadeNames(choices)) return complaint;
   FieldTexts fields{{u"txtCollectionClassName", u"Collection Class Name", choices.ClassName},
                     {u"ComBaseClass", u"Base Class", choices.BaseClass},
                     {{}, u"Prefix text Class", choices.VariablePrefix}};

@@ -1,5 +1,7 @@
 #include "builders/EnumText.h"
 
+#include <set>
+
 #include "builders/LineLimits.h"
 
 namespace tessel::builders {
@@ -8,13 +10,34 @@ namespace {
 constexpr HeaderWords Words{u"Enum", 11};
 constexpr StringView List = u"ListParameters";
 
-/// A member's name is its text up to the first blank. What is wrong with it names the symbols' name
+/// A member's name is its text up to the first blank.
+StringView NameOf(StringView item) { return item.substr(0, item.find(u' ')); }
+
+/// What is wrong with a member's name names the symbols' name
 /// only, since the list has no label.
 std::optional<Complaint> CheckItem(StringView item, int index) {
-  const StringView name = item.substr(0, item.find(u' '));
+  const StringView name = NameOf(item);
   const auto code = NameFault(name);
   if (!code) return std::nullopt;
   return Complaint{List, *code, *code == 3 ? String(name) : String(), {}, index};
+}
+
+/// What the members are beside each other, and each at the end of its line.
+std::optional<Complaint> CheckList(const std::vector<String>& items) {
+  std::set<String> known;
+  FieldTexts names, lines;
+  AddItems(lines, List, u"Members", items);
+  for (FieldText member : lines) {
+    member.Text = NameOf(member.Text);
+    names.push_back(member);
+    if (!known.insert(vb::LCase(member.Text)).second) {
+      Complaint complaint{List, 0, {}, {}, member.Item};
+      complaint.Message = u"Two members have the name \"" + String(member.Text) + u"\"";
+      return complaint;
+    }
+  }
+  if (auto complaint = CheckLineEnds(lines)) return complaint;
+  return CheckNameLengths(names);
 }
 
 }  // namespace
@@ -45,6 +68,9 @@ std::optional<Complaint> CheckField(const EnumChoices& choices) {
     if (auto complaint = CheckItem(choices.Parameters[at], static_cast<int>(at))) return complaint;
   }
   FieldTexts fields{{u"txtName", u"Name", choices.Name}};
+  if (auto complaint = CheckLineEnds(fields)) return complaint;
+  if (auto complaint = CheckNameLengths(fields)) return complaint;
+  if (auto complaint = CheckList(choices.Parameters)) return complaint;
   AddItems(fields, List, u"Members", choices.Parameters);
   AddComment(fields, choices.Comment);
   return CheckLimitsOf(fields, [&] { return GeneratorText(choices); });

@@ -32,6 +32,22 @@ std::optional<Fault> FirstFault(StringView code) {
   return std::nullopt;
 }
 
+Complaint Refused(const FieldText& field, const String& why) {
+  Complaint complaint;
+  complaint.Field = field.Control;
+  complaint.Item = field.Item;
+  complaint.Message = why + u", field: \"" + String(field.Label) + u"\"";
+  return complaint;
+}
+
+/// Blanks behind the sign don't count: the environment takes them away.
+bool ContinuesLine(StringView text) {
+  constexpr StringView Blanks = u" \t";
+  const std::size_t last = text.find_last_not_of(Blanks);
+  if (last == StringView::npos || text[last] != u'_') return false;
+  return last == 0 || Blanks.find(text[last - 1]) != StringView::npos;
+}
+
 /// Of the field that has the most in the line, a list's items together, the longest text.
 const FieldText* Culprit(StringView line, const FieldTexts& fields) {
   struct Share {
@@ -64,6 +80,31 @@ void AddItems(FieldTexts& fields, StringView control, StringView label,
   for (std::size_t at = 0; at < items.size(); ++at) {
     fields.push_back({control, label, items[at], static_cast<int>(at)});
   }
+}
+
+std::optional<Complaint> CheckNameLengths(const FieldTexts& names) {
+  for (const FieldText& name : names) {
+    if (name.Text.size() <= MostNameUnits) continue;
+    return Refused(name, u"A name would have " + vb::Str(name.Text.size()) +
+                             u" characters, more than " + vb::Str(MostNameUnits));
+  }
+  return std::nullopt;
+}
+
+std::optional<Complaint> CheckLineEnds(const FieldTexts& lastInLine) {
+  for (const FieldText& field : lastInLine) {
+    if (ContinuesLine(field.Text)) {
+      return Refused(field, u"A text that ends in \" _\" would take the next line in");
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<Complaint> CheckMadeName(const FieldText& name) {
+  if (!NameFault(name.Text)) return std::nullopt;
+  return Refused(name, name.Text.empty()
+                           ? String(u"The type has no prefix, which names the parameter")
+                           : u"\"" + String(name.Text) + u"\" can't be a name");
 }
 
 bool MayBreakLimits(const FieldTexts& fields) {

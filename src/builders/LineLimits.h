@@ -7,8 +7,9 @@
 
 namespace tessel::builders {
 
-/// Units in a line of code, and lines that a statement may go on over behind its first.
-inline constexpr std::size_t MostUnits = 1023, MostContinuations = 24;
+/// Units in a line of code, lines that a statement may go on over behind its first, and units in a
+/// name.
+inline constexpr std::size_t MostUnits = 1023, MostContinuations = 24, MostNameUnits = 255;
 
 /// What the user put into one field, or into one item of a list.
 struct FieldText {
@@ -24,6 +25,14 @@ void AddComment(FieldTexts& fields, const HeaderChoices& comment);
 /// Appends the items of a list.
 void AddItems(FieldTexts& fields, StringView control, StringView label,
               const std::vector<String>& items);
+
+/// Refuses a name that is too long. Each text is a name as it is to stand in the code, with the
+/// field that brought it, or most of it.
+[[nodiscard]] std::optional<Complaint> CheckNameLengths(const FieldTexts& names);
+/// Refuses a text that would draw the next line of the code into its own.
+[[nodiscard]] std::optional<Complaint> CheckLineEnds(const FieldTexts& lastInLine);
+/// Why a name that is put together can't stand in code, in words that name the field.
+[[nodiscard]] std::optional<Complaint> CheckMadeName(const FieldText& name);
 
 /// Refuses code with a line that is too long or a statement that is continued too often, and names
 /// the field that has the most in that line. Work is linear in code that is good.

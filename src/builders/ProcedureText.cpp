@@ -53,9 +53,15 @@ std::optional<Complaint> CheckField(const ProcedureChoices& choices) {
   if (HasReturnValue(choices) && choices.ReturnValueType.empty()) {
     return Complaint{u"ComReturnValueType", 4, u"Return Value Type"};
   }
-  FieldTexts fields{{u"txtName", u"Name", choices.Name},
-                    {u"ComReturnValueType", u"Return Value Type", choices.ReturnValueType}};
+  const FieldText name{u"txtName", u"Name", choices.Name};
+  if (auto complaint = CheckNameLengths({name})) return complaint;
+  FieldTexts fields;
   AddItems(fields, List, u"Arguments", choices.Arguments);
+  if (HasReturnValue(choices)) {
+    fields.push_back({u"ComReturnValueType", u"Return Value Type", choices.ReturnValueType});
+  }
+  if (auto complaint = CheckLineEnds(fields)) return complaint;
+  fields.push_back(name);
   AddComment(fields, choices.Comment);
   return CheckLimitsOf(fields, [&] { return GeneratorTextMethod(choices); });
 }

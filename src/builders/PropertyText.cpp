@@ -60,6 +60,24 @@ class Parts {
   StringView as_, assign_;
 };
 
+/// The names that come of several fields or of the type's prefix.
+std::optional<Complaint> CheckMadeNames(const PropertyChoices& choices) {
+  const FieldText parameter{u"ComValueType", u"Value Type", choices.Prefix};
+  // Without a type there is no prefix to speak of.
+  if (!choices.ValueType.empty()) {
+    if (auto complaint = CheckMadeName(parameter)) return complaint;
+  }
+  if (auto complaint = CheckLineEnds({{u"ComValueType", u"Value Type", choices.ValueType}})) {
+    return complaint;
+  }
+  const String variable = VariableOf(choices);
+  FieldText whole{u"txtName", u"Name", variable};
+  if (choices.MemberVariable.size() > choices.Name.size()) {
+    whole = {u"txtMemberVariable", u"Member Variable", variable};
+  }
+  return CheckNameLengths({{u"txtName", u"Name", choices.Name}, whole, parameter});
+}
+
 }  // namespace
 
 PropertyText GeneratorTextProperty(const PropertyChoices& choices) {
@@ -81,6 +99,7 @@ std::optional<Complaint> CheckField(const PropertyChoices& choices) {
           CheckName({u"txtMemberVariable", u"Member Variable"}, choices.MemberVariable)) {
     return complaint;
   }
+  if (auto complaint = CheckMadeNames(choices)) return complaint;
   FieldTexts fields{{u"txtName", u"Name", choices.Name},
                     {u"ComValueType", u"Value Type", choices.ValueType},
                     {u"ComValueType", u"Value Type", choices.Prefix},

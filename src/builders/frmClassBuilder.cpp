@@ -76,6 +76,24 @@ void frmClassBuilder::ComBaseClass_Click_Change() {
 
 String frmClassBuilder::Code() const { return builders::GeneratorTextClass(Choices()); }
 
+/// One class of the pair. When it doesn't come to stand under its name, all that was made goes
+/// again: what is left would be in the way of the next try.
+bool frmClassBuilder::MakeClass(StringView name, StringView text, Components& made) {
+  std::shared_ptr<host::VBComponent> component;
+  const bool inserted =
+      InsertText(name, text, mGlobals::EndOfModule, host::vbext_ct_ClassModule, 0, &component);
+  String given(name);
+  if (component) {
+    made.push_back(component);
+    ResumeNext([&] { given = component->Name(); });
+  }
+  if (inserted && vb::SameText(given, name)) return true;
+  for (const auto& one : made) {
+    ResumeNext([&] { Need(Need(Need(VBInstance).ActiveVBProject()).VBComponents()).Remove(one); });
+  }
+  return false;
+}
+
 void frmClassBuilder::Finish(const Statements& run) {
   const builders::CollectionChoices choices = Choices();
   if (!run([&] { return Accept(builders::CheckField(choices)); })) return;
@@ -83,13 +101,10 @@ void frmClassBuilder::Finish(const Statements& run) {
     run([&] { mFunctions::myBreak(8, choices.ClassName); });
     return;
   }
-  if (!InsertText(choices.ClassName, builders::GeneratorTextClass(choices), mGlobals::EndOfModule,
-                  host::vbext_ct_ClassModule, 0)) {
-    return;
-  }
+  Components made;
+  if (!MakeClass(choices.ClassName, builders::GeneratorTextClass(choices), made)) return;
   if (!mGlobals::CheckComponentName(VBInstance, choices.BaseClass) &&
-      !InsertText(choices.BaseClass, builders::BaseClassText(), mGlobals::EndOfModule,
-                  host::vbext_ct_ClassModule, 0)) {
+      !MakeClass(choices.BaseClass, builders::BaseClassText(), made)) {
     return;
   }
   run([&] { Close(); });

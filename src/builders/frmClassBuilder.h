@@ -1,6 +1,8 @@
 // The dialog that writes a collection class.
 #pragma once
 
+#include <vector>
+
 #include "builders/BuilderForm.h"
 #include "builders/CollectionText.h"
 
@@ -36,6 +38,8 @@ class frmClassBuilder : public PreviewForm {
   void ComBaseClass_Click_Change();
   [[nodiscard]] String Code() const override;
   void Finish(const Statements& run) override;
+  using Components = std::vector<std::shared_ptr<host::VBComponent>>;
+  bool MakeClass(StringView name, StringView text, Components& made);
   [[nodiscard]] builders::CollectionChoices Choices() const;
 };
 

@@ -118,7 +118,7 @@ void frmPropertyBuilder::Finish(const Statements& run) {
   const builders::PropertyChoices choices = Choices();
   if (!run([&] { return Accept(builders::CheckField(choices)); })) return;
   // Without a type the parameter would have no name.
-  if (ComValueType.ListIndex() < 0 && (!choices.LetSet || types_.empty())) {
+  if (ComValueType.ListIndex() < 0 && choices.Prefix.empty()) {
     throw vb::RuntimeFailure(vb::SubscriptOutOfRange);
   }
   const builders::PropertyText text = builders::GeneratorTextProperty(choices);

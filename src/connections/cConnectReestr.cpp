@@ -63,6 +63,8 @@ std::optional<std::vector<RegisteredConnection>> cConnectReestr::GetAllConnect()
 void cConnectReestr::SaveConnect(StringView name, StringView fileName) {
   Service.Guard([&] {
     Need(appSettings_);
+    // Each start registers the delivered files again, also where the store can only be read.
+    if (!fileName.empty() && appSettings_->GetText(keyName_, name, u"") == fileName) return;
     appSettings_->SaveSetting(keyName_, name, String(fileName));
   });
 }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "vb/Failure.h"
+#include "vb/OneLine.h"
 
 namespace tessel::forms::user {
 namespace {
@@ -57,17 +58,6 @@ bool Reach(Control& control) {
   return control.Enabled() && (control.HasFocus() || !control.TakesFocus());
 }
 
-/// A field of one line has no line ends: each becomes a blank, and so do tabs and whatever else
-/// controls a line.
-String InOneLine(StringView text) {
-  constexpr char16_t LastControl = 0x1F, NextLine = 0x85, LineBreak = 0x2028, Paragraph = 0x2029;
-  String line = vb::Replace(text, vb::CrLf, u" ");
-  for (char16_t& one : line) {
-    if (one <= LastControl || one == NextLine || one == LineBreak || one == Paragraph) one = u' ';
-  }
-  return line;
-}
-
 bool KeepsEnter(const Control& control) {
   const auto* const box = dynamic_cast<const TextBox*>(&control);
   return box != nullptr ? box->MultiLine : dynamic_cast<const RichTextBox*>(&control) != nullptr;
@@ -97,14 +87,14 @@ void Type(Control& control, StringView text) {
   const Action action(control);
   if (auto* const box = dynamic_cast<TextBox*>(&control)) {
     if (box->Locked) Refuse(control, u"is read-only");
-    if (Reach(*box)) box->SetText(box->MultiLine ? String(text) : InOneLine(text));
+    if (Reach(*box)) box->SetText(box->MultiLine ? String(text) : vb::InOneLine(text));
   } else if (auto* const rich = dynamic_cast<RichTextBox*>(&control)) {
     if (rich->Locked) Refuse(control, u"is read-only");
     if (Reach(*rich)) rich->SetText(text);
   } else {
     ComboBox& combo = As<ComboBox>(control, u"typed into");
     if (combo.BoxStyle() == ComboBox::Style::List) Refuse(control, u"is a list: pick an item");
-    if (Reach(combo)) combo.SetText(InOneLine(text));
+    if (Reach(combo)) combo.SetText(vb::InOneLine(text));
   }
 }
 
@@ -226,7 +216,7 @@ void EditCell(Control& control, int row, int col, StringView text) {
     Refuse(control, u"refuses an edit of row " + vb::Str(row) + u", column " + vb::Str(col));
   }
   grid.EndEdit();
-  grid.SetTextMatrix(row, col, text);
+  grid.SetTextMatrix(row, col, vb::InOneLine(text));
   Raise(grid, grid.AfterEdit, row, col);
 }
 

@@ -14,14 +14,34 @@ using VbePtr = std::shared_ptr<host::VBE>;
 using ComponentsPtr = std::shared_ptr<host::VBComponents>;
 using ComponentPtr = std::shared_ptr<host::VBComponent>;
 
-ComponentPtr FindComponent(const Statements& run, const ComponentsPtr& components,
-                           StringView name) {
-  const int count = run([&] { return Need(components).Count(); });
+struct LookUp {
+  ComponentPtr Component;
+  /// False when a failure on the way was ignored: finding none says nothing then.
+  bool Whole = true;
+};
+
+LookUp FindComponent(const Statements& run, const ComponentsPtr& components, StringView name) {
+  LookUp result;
+  const auto read = [&](auto&& statement) {
+    bool done = false;
+    run([&] {
+      statement();
+      done = true;
+    });
+    result.Whole = result.Whole && done;
+  };
+  int count = 0;
+  read([&] { count = Need(components).Count(); });
   for (int index = 1; index <= count; ++index) {
-    auto component = run([&] { return Need(components).Item(index); });
-    if (component && vb::SameText(run([&] { return component->Name(); }), name)) return component;
+    ComponentPtr component;
+    String given;
+    read([&] { component = Need(components).Item(index); });
+    if (component) read([&] { given = component->Name(); });
+    if (!component || !vb::SameText(given, name)) continue;
+    result.Component = std::move(component);
+    break;
   }
-  return nullptr;
+  return result;
 }
 
 /// A new component, named after `wanted` without its blanks unless another one has that name. One
@@ -32,7 +52,7 @@ ComponentPtr AddComponent(const Statements& run, const ComponentsPtr& components
   const String name = vb::Replace(wanted, u" ", u"");
   if (!component || name.empty()) return component;
   try {
-    if (!FindComponent(run, components, name)) run([&] { component->SetName(name); });
+    if (!FindComponent(run, components, name).Component) run([&] { component->SetName(name); });
   } catch (...) {
     ResumeNext([&] { Need(components).Remove(component); });
     throw;
@@ -113,7 +133,7 @@ String CutLast(String list) {
 
 bool InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, StringView text,
                                  int mode, StringView, host::vbext_ComponentType newComponentType,
-                                 int caretOffset) {
+                                 int caretOffset, std::shared_ptr<host::VBComponent>* made) {
   constexpr StringView Name = u"mGlobals.InsertTextActiveVbComponent";
   if (text.empty()) {
     // This way out comes ahead of the pop, as it always has: the entry stays on the stack.
@@ -126,20 +146,24 @@ bool InsertTextActiveVbComponent(const VbePtr& vbe, StringView componentName, St
     if (!project) return;
     const auto components = run([&] { return Need(project).VBComponents(); });
     if (!components) return;
-    const auto known = FindComponent(run, components, componentName);
+    const auto [known, whole] = FindComponent(run, components, componentName);
+    // The component may be there all the same: its text doesn't go into a stray new one.
+    if (!known && !whole) return;
     const auto component =
         known ? known : AddComponent(run, components, componentName, newComponentType);
     // A component that was made for a text that it doesn't get would be in the way of the next try.
-    const auto takeOut = [&] {
-      if (!known && !inserted) ResumeNext([&] { Need(components).Remove(component); });
+    const auto settle = [&, isNew = known == nullptr] {
+      if (!isNew) return;
+      if (!inserted) ResumeNext([&] { Need(components).Remove(component); });
+      if (inserted && made != nullptr) *made = component;
     };
     try {
       InsertText(run, component, text, mode, caretOffset, inserted);
     } catch (const RoutineAborted&) {
-      takeOut();
+      settle();
       throw;
     }
-    takeOut();
+    settle();
   });
   return inserted;
 }

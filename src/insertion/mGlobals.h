@@ -13,10 +13,13 @@ enum InsertMode : int { EndOfModule = 1, EndOfDeclarations = 2 };
 
 /// Puts `text` into the component of that name in the active project, made with `newComponentType`
 /// when there is none; the caret goes `caretOffset` lines below the first line. `reserved` is
-/// empty. True when it went through; false without text or project, and after an Abort.
+/// empty. True when the text is in; false without text or project, after an Abort, and when it
+/// can't be told whether there is a component of that name. `made` gets the component that was
+/// made.
 bool InsertTextActiveVbComponent(const std::shared_ptr<host::VBE>& vbe, StringView componentName,
                                  StringView text, int mode, StringView reserved,
-                                 host::vbext_ComponentType newComponentType, int caretOffset);
+                                 host::vbext_ComponentType newComponentType, int caretOffset,
+                                 std::shared_ptr<host::VBComponent>* made = nullptr);
 /// Component names of the active project, separated by "|"; mode 1 puts "All Modules" ahead, mode 2
 /// "New Module" behind.
 [[nodiscard]] String GetProjectComponent(const std::shared_ptr<host::VBE>& vbInstance, int mode);

@@ -154,7 +154,9 @@ class frmSettings : public ToolForm {
   void LoadParametr();
   void LoadValue(const StoredValue& value, const Statements& run);
   void SaveParamert();
+  void SaveAll(const Statements& run);
   void SaveValue(const StoredValue& value);
+  [[nodiscard]] bool IsUnread(const StoredValue& value) const;
   [[nodiscard]] std::vector<String> ListOf(Choices choices) const;
   void ShowFont(const FontSample& sample);
   void ChooseFont(const FontSample& sample, const Statements& run);

@@ -5,6 +5,7 @@
 #include "connections/CSQLDataType.h"
 #include "foundation/CFontDialog.h"
 #include "foundation/Defaults.h"
+#include "platform/GroupedChanges.h"
 #include "platform/Platform.h"
 #include "presentation/mCodeConverter.h"
 #include "scanning/mFunctions.h"
@@ -141,8 +142,14 @@ void frmSettings::LoadValue(const StoredValue& value, const Statements& run) {
   run([&] { std::visit(Load{*this, value}, value.Control); });
 }
 
+/// A list without a choice couldn't be filled, or lacks what is stored; neither is the user's word.
+bool frmSettings::IsUnread(const StoredValue& value) const {
+  const auto* const list = std::get_if<forms::ComboBox frmSettings::*>(&value.Control);
+  return list != nullptr && (this->**list).ListIndex() < 0;
+}
+
 void frmSettings::SaveValue(const StoredValue& value) {
-  if (!value.Saved) return;
+  if (!value.Saved || IsUnread(value)) return;
   struct Read {
     const frmSettings& Form;
     SettingInput operator()(forms::CheckBox frmSettings::*box) const { return (Form.*box).Value(); }
@@ -171,11 +178,23 @@ void frmSettings::LoadParametr() {
 void frmSettings::SaveParamert() {
   Routine(u"frmSettings.SaveParamert", [&](const Statements& run) {
     if (!gAppSettings) return;
-    for (const StoredValue& value : StoredValues) run([&] { SaveValue(value); });
-    for (const FontSample& sample : FontSamples) {
-      KeepFont(run, (this->*sample.Box).Name(), (this->*sample.Box).Font);
-    }
+    bool aborted = false;
+    platform::ChangeTogether(platform::Current().Registry(), [&] {
+      try {
+        SaveAll(run);
+      } catch (const RoutineAborted&) {
+        aborted = true;  // what was stored ahead of it stays stored
+      }
+    });
+    if (aborted) throw RoutineAborted();
   });
+}
+
+void frmSettings::SaveAll(const Statements& run) {
+  for (const StoredValue& value : StoredValues) run([&] { SaveValue(value); });
+  for (const FontSample& sample : FontSamples) {
+    KeepFont(run, (this->*sample.Box).Name(), (this->*sample.Box).Font);
+  }
 }
 
 void frmSettings::ShowFont(const FontSample& sample) {

@@ -113,6 +113,25 @@ TEST_F(AddIn, ADatabaseThatCantBeOpenedVanishesFromTheList) {
   EXPECT_TRUE(world_.Services.DesktopService.Messages.empty()) << "it is forgotten by now";
 }
 
+TEST_F(AddIn, ComesUpOverSettingsThatCanOnlyBeRead) {
+  Start();
+  Stop();
+  world_.Services.RegistryService.FailWrites = vb::Failure(7, u"the store can't be written");
+  Start();
+  EXPECT_TRUE(world_.Services.DesktopService.Messages.empty());
+  EXPECT_EQ(gConnectionMDBs->Count(), 2U);
+  EXPECT_NE(connect_->ExplorerWindow(), nullptr);
+  world_.Services.RegistryService.FailWrites.reset();
+}
+
+TEST_F(AddIn, DatabasesThatCantBeRegisteredEndTheStartWithOneMessage) {
+  world_.Services.RegistryService.FailWrites = vb::Failure(7, u"the store can't be written");
+  Start();
+  EXPECT_EQ(world_.Services.DesktopService.Messages.size(), 1U);
+  EXPECT_EQ(connect_->ExplorerWindow(), nullptr);
+  world_.Services.RegistryService.FailWrites.reset();
+}
+
 TEST_F(AddIn, TheFirstStartMakesAGuidAndTheSecondUsesIt) {
   Start();
   const String guid = connect_->ExplorerWindowGUID();

@@ -78,5 +78,18 @@ TEST(CollectionText, BracesInANameAreNoPlaceholders) {
   EXPECT_NE(GeneratorTextClass(choices).find(u"Private {C}OrderS As Collection"), String::npos);
 }
 
+TEST(CollectionText, TheVariablesNameIsLookedAtThoughTheDialogLacksItsPrefix) {
+  CollectionChoices choices;
+  for (const StringView prefix : {u"1 x", u"a b", u"9"}) {
+    choices.VariablePrefix = prefix;
+    const auto complaint = CheckField(choices);
+    ASSERT_TRUE(complaint) << vb::ToUtf8(prefix);
+    EXPECT_EQ(TextOf(*complaint),
+              u"\"" + String(prefix) + u"Name\" can't be a name, field: \"Prefix text Class\"");
+  }
+  choices.VariablePrefix.clear();
+  EXPECT_FALSE(CheckField(choices));
+}
+
 }  // namespace
 }  // namespace tessel::builders

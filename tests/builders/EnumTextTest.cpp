@@ -87,5 +87,24 @@ TEST(EnumText, EveryMembersNameIsLookedAt) {
   EXPECT_EQ(complain(u"a!b = 1")->Item, 2);
 }
 
+TEST(EnumText, TwoMembersOfOneNameAreRefused) {
+  auto choices = Colours();
+  choices.Parameters.emplace_back(u"NN_red = 7");
+  const auto complaint = CheckField(choices);
+  ASSERT_TRUE(complaint);
+  EXPECT_EQ(complaint->Field, u"ListParameters");
+  EXPECT_EQ(complaint->Item, 2);
+  EXPECT_EQ(TextOf(*complaint), u"Two members have the name \"NN_red\"");
+}
+
+TEST(EnumText, ADescriptionWithLineEndsStandsInOneLine) {
+  auto choices = Colours();
+  choices.Comment = {true, u"Paint\r\nEnd\nx", {}, u"Ann\rLee"};
+  const String text = GeneratorText(choices);
+  EXPECT_NE(text.find(u"' Author     : Ann Lee\r\n' Description: Paint End x\r\n'---"),
+            String::npos)
+      << vb::ToUtf8(text);
+}
+
 }  // namespace
 }  // namespace tessel::builders

@@ -160,6 +160,9 @@ TEST(InsertionFailures, NoBaseClassIsMadeBehindAClassThatWasGivenUp) {
         continue;
       }
       if (played.Reports == 0) continue;  // a look-up that passes over failures
+      if (!played.Closed) {
+        EXPECT_EQ(played.Texts.size(), 2U) << "what is left is in the way of the next try";
+      }
       EXPECT_EQ(played.Closed, played.Texts == clean.Texts);
       for (const auto& [name, text] : played.Texts) {
         EXPECT_FALSE(text.empty()) << "a class without its text: " << vb::ToUtf8(name);
@@ -173,10 +176,36 @@ TEST(InsertionFailures, NoBaseClassIsMadeBehindAClassThatWasGivenUp) {
   }
 }
 
+TEST(InsertionFailures, AnIgnoredFailureLeavesBothClassesUnderTheirNamesOrNone) {
+  const auto fill = [](frmClassBuilder& form) { user::Type(form.ComBaseClass, u"Branch"); };
+  const Played clean = Play<frmClassBuilder>(fill, 0, u"btnAbort");
+  for (std::size_t nth = 1; nth <= clean.Calls.size(); ++nth) {
+    SCOPED_TRACE("call " + std::to_string(nth) + ", " + clean.Calls[nth - 1]);
+    const Played played = Play<frmClassBuilder>(fill, nth, u"btnIgnore");
+    EXPECT_EQ(played.Texts.size(), played.Closed ? 4U : 2U);
+    for (const auto& [name, text] : played.Texts) {
+      EXPECT_EQ(clean.Texts.count(name), 1U) << vb::ToUtf8(name);
+    }
+  }
+}
+
+TEST(InsertionFailures, AnIgnoredLookUpPutsTheTextIntoNoNewModule) {
+  const auto fill = [](frmProcedureBuilder& form) { user::Type(form.Name.txtName, u"Mine"); };
+  const Played clean = Play<frmProcedureBuilder>(fill, 0, u"btnAbort");
+  for (std::size_t nth = 1; nth <= clean.Calls.size(); ++nth) {
+    SCOPED_TRACE("call " + std::to_string(nth) + ", " + clean.Calls[nth - 1]);
+    const Played played = Play<frmProcedureBuilder>(fill, nth, u"btnIgnore");
+    EXPECT_EQ(played.Texts.size(), 2U) << "a module that nobody asked for";
+    if (played.Texts.at(u"M").find(u"Mine") == String::npos) {
+      EXPECT_FALSE(played.Closed);
+    }
+  }
+}
+
 // Names
 
 TEST(NamesOfBuilders, ReservedWordsLongOnesAndOtherAlphabetsAreTheUsersToChoose) {
-  for (const String& name : {String(u"Next"), String(300, u'x'), String(u"Итог"), String(u"été")}) {
+  for (const String& name : {String(u"Next"), String(255, u'x'), String(u"Итог"), String(u"été")}) {
     SCOPED_TRACE(vb::ToUtf8(name));
     const Played played = Play<frmProcedureBuilder>(
         [&](frmProcedureBuilder& form) { user::Type(form.Name.txtName, name); }, 0, u"btnAbort");
@@ -193,7 +222,7 @@ TEST(NamesOfBuilders, EveryBadSymbolIsRefused) {
 }
 
 TEST(NamesOfBuilders, AClassNameThatTheHostRefusesLeavesNoClassBehind) {
-  for (const String& name : {String(300, u'x'), String(u"a.b")}) {
+  for (const String& name : {String(245, u'x'), String(u"a.b")}) {
     const Played played = Play<frmClassBuilder>(
         [&](frmClassBuilder& form) { user::Type(form.ComBaseClass, name); }, 0, u"btnAbort");
     EXPECT_EQ(played.Reports, 1U) << vb::ToUtf8(name);

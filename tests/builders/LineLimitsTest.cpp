@@ -106,6 +106,79 @@ TEST(LineLimits, AnAuthorOfTheSettingsIsNamedThoughTheDialogHasNoFieldForIt) {
   EXPECT_EQ(FaultOf(CheckField(procedure)), "") << "its line isn't written";
 }
 
+TEST(LineLimits, ANameOf255CharactersPassesAndOneMoreIsRefused) {
+  const String longest(MostNameUnits, u'x'), tooLong = longest + u"x";
+  ProcedureChoices procedure;
+  procedure.Name = longest;
+  EXPECT_EQ(FaultOf(CheckField(procedure)), "");
+  procedure.Name = tooLong;
+  EXPECT_EQ(FaultOf(CheckField(procedure)),
+            "txtName: A name would have 256 characters, more than 255, field: \"Name\"");
+  ArgumentChoices argument;
+  argument.Name = tooLong;
+  EXPECT_EQ(CheckField(argument)->Field, u"txtName");
+
+  PropertyChoices property;
+  property.Prefix = property.MemberVariable = u"b";
+  property.Name = longest.substr(1);
+  EXPECT_EQ(FaultOf(CheckField(property)), "");
+  property.Name = longest;
+  EXPECT_EQ(CheckField(property)->Field, u"txtName") << "that of the variable has one more";
+  property.Name = u"A";
+  property.MemberVariable = longest;
+  EXPECT_EQ(CheckField(property)->Field, u"txtMemberVariable");
+
+  CollectionChoices collection;
+  collection.BaseClass = longest.substr(4);
+  EXPECT_EQ(FaultOf(CheckField(collection)), "");
+  collection.BaseClass = longest;
+  EXPECT_EQ(CheckField(collection)->Field, u"ComBaseClass") << "an argument has \"Item\" behind it";
+  collection.BaseClass = u"A";
+  collection.ClassName = longest;
+  EXPECT_EQ(CheckField(collection)->Field, u"txtCollectionClassName");
+
+  EnumChoices one;
+  one.Parameters = {u"A", tooLong + u" = 1"};
+  one.Selected = 0;
+  EXPECT_EQ(CheckField(one)->Field, u"ListParameters");
+  EXPECT_EQ(CheckField(one)->Item, 1);
+  one.Parameters.pop_back();
+  one.Name = tooLong;
+  EXPECT_EQ(CheckField(one)->Field, u"txtName");
+}
+
+TEST(LineLimits, NoTextTakesTheNextLineIn) {
+  EnumChoices one;
+  one.Selected = 0;
+  for (const StringView item : {u"A = 1 _", u"A = 1 _  ", u"A = 1\t_", u"_"}) {
+    one.Parameters = {u"First", String(item)};
+    EXPECT_EQ(FaultOf(CheckField(one)),
+              "ListParameters: A text that ends in \" _\" would take the next line in, field: "
+              "\"Members\"")
+        << vb::ToUtf8(item);
+    EXPECT_EQ(CheckField(one)->Item, 1);
+  }
+  one.Parameters = {u"nn_", u"A_ = B_"};
+  EXPECT_EQ(FaultOf(CheckField(one)), "") << "a name may end so";
+  one.Name = u"_";
+  EXPECT_EQ(CheckField(one)->Field, u"txtName");
+
+  ProcedureChoices procedure;
+  procedure.ReturnValueType = u"Long _";
+  EXPECT_EQ(FaultOf(CheckField(procedure)), "") << "a Sub doesn't write it";
+  procedure.Type = u"Function";
+  EXPECT_EQ(CheckField(procedure)->Field, u"ComReturnValueType");
+  procedure.ReturnValueType = u"Long";
+  procedure.Arguments = {u"ByVal A  As Long", u"Optional B  As Long = 1 _"};
+  EXPECT_EQ(CheckField(procedure)->Field, u"ListProcedureArguments");
+  EXPECT_EQ(CheckField(procedure)->Item, 1);
+
+  PropertyChoices property;
+  property.Prefix = u"l";
+  property.ValueType = u"Long _";
+  EXPECT_EQ(CheckField(property)->Field, u"ComValueType");
+}
+
 TEST(LineLimits, WhatTheNamesTestsFindComesFirst) {
   ProcedureChoices procedure;
   procedure.Name = u"1" + String(2000, u'x');

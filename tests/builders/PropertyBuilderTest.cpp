@@ -72,6 +72,29 @@ TEST_F(PropertyBuilder, BothNamesAreChecked) {
                                       "Impossible symbols in the field: \"Name\"  \"\""}));
 }
 
+TEST_F(PropertyBuilder, ATypeWithoutAPrefixIsRefusedAtOk) {
+  Connect();
+  Project();
+  Component(1, "Module1", "Option Explicit");
+  Select("Module1");
+  Ask({{"do", "query"},
+       {"connection", "PersonalMarlow"},
+       {"sql", "INSERT INTO MemberType (Name, Prefix) VALUES (\"clsOrder\", \"\")"}});
+  Open("Property Builder");
+  Type("txtName", "Customer");
+  Pick("ComValueType", "clsOrder");
+  Type("txtMemberVariable", "m_");
+  Press("btmOK");
+  Answer("OK");
+  Form();
+  Text("Module1");
+  EXPECT_EQ(Play().at("text"), "Option Explicit");
+  EXPECT_EQ(FormOf(Forms().at(0)), "frmPropertyBuilder");
+  EXPECT_EQ(Messages(),
+            (std::vector<std::string>{
+                "The type has no prefix, which names the parameter, field: \"Value Type\""}));
+}
+
 TEST_F(PropertyBuilder, AnEmptyTypeTableLoadsInSilenceAndFailsAtOk) {
   Connect();
   Project();

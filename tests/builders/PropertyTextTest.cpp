@@ -97,5 +97,24 @@ TEST(PropertyText, BothNamesAreLookedAt) {
   EXPECT_EQ(complaint->Info1, u"Name");
 }
 
+TEST(PropertyText, ThePrefixHasToNameAParameter) {
+  auto choices = Count();
+  const auto told = [&](StringView prefix) {
+    choices.Prefix = prefix;
+    const auto complaint = CheckField(choices);
+    if (complaint) {
+      EXPECT_EQ(complaint->Field, u"ComValueType");
+    }
+    return complaint ? TextOf(*complaint) : String();
+  };
+  EXPECT_EQ(told(u""), u"The type has no prefix, which names the parameter, field: \"Value Type\"");
+  EXPECT_EQ(told(u"1x"), u"\"1x\" can't be a name, field: \"Value Type\"");
+  EXPECT_EQ(told(u"a b"), u"\"a b\" can't be a name, field: \"Value Type\"");
+  EXPECT_EQ(told(u"cls"), u"");
+  choices.MemberVariable.clear();
+  choices.Prefix.clear();
+  EXPECT_EQ(CheckField(choices)->Code, 4) << "the fields come first";
+}
+
 }  // namespace
 }  // namespace tessel::builders

@@ -68,6 +68,14 @@ TEST_F(Connections, ADeletionIsOneChangeOfTheStore) {
   EXPECT_EQ(*list_.GetAllConnect(), (std::vector<RegisteredConnection>{{u"UserConnect2", u"b"}}));
 }
 
+TEST_F(Connections, AnEntryThatStandsIsNotWrittenAgain) {
+  list_.SaveConnect(u"Marlow", u"a");
+  services_.RegistryService.FailWrites = vb::Failure(7, u"the store can't be written");
+  EXPECT_NO_THROW(list_.SaveConnect(u"Marlow", u"a"));
+  EXPECT_THROW(list_.SaveConnect(u"Marlow", u"A"), vb::Failure);
+  EXPECT_THROW(list_.SaveConnect(u"UserConnect1", u"a"), vb::Failure);
+}
+
 TEST_F(Connections, ChecksItsProperties) {
   const auto number = [](const std::function<void()>& action) {
     try {

@@ -443,6 +443,12 @@ TEST_F(Forms, ACellIsEditedFromCodeUnlessItsHandlerRefuses) {
   EXPECT_FALSE(grid.Editing()) << "another cell ends it";
 }
 
+TEST_F(Forms, ACellTakesATextInOneLine) {
+  Grid& grid = form_->grid;
+  user::EditCell(grid, 1, 1, u"a\r\nb\tc");
+  EXPECT_EQ(grid.TextMatrix(1, 1), u"a b c");
+}
+
 TEST_F(Forms, TickBoxesAreCellsOfTheirColumn) {
   Grid& grid = form_->grid;
   grid.SetColTicks(1, true);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "foundation/Defaults.h"
+#include "platform/GroupedChanges.h"
 #include "settingsdialog/frmSettings.h"
 #include "support/DialogWorld.h"
 
@@ -169,6 +170,82 @@ TEST_F(FailingSettings, ASettingThatCantBeWrittenIsReportedAndRetried) {
   EXPECT_EQ(DefaultText(u"IncludeAutor", u""), u"1");
   EXPECT_EQ(DefaultText(u"Author", u""), u"A. Person");
   EXPECT_EQ(DefaultText(u"AutoPosition", u""), u"1") << "and all behind it";
+}
+
+TEST_F(FailingSettings, ATypeThatTheListLacksStaysStored) {
+  gAppSettings->SaveSetting(DefaultsSection, u"ComValueTipeProperty", u"clsGone");
+  gAppSettings->SaveSetting(DefaultsSection, u"ComStaticProperty", u"");
+  Begin(u"Property");
+  user::Pick(dialog_->ComTypeArgument, u"Date");
+  user::Press(dialog_->btmSave);
+  EXPECT_EQ(DefaultText(u"ComValueTipeProperty", u"(none)"), u"clsGone");
+  EXPECT_EQ(DefaultText(u"ComTypeArgument", u"(none)"), u"Date");
+  EXPECT_EQ(DefaultText(u"ComStaticProperty", u"(none)"), u"") << "an empty choice is one";
+}
+
+TEST_F(FailingSettings, SavingWithoutTheDatabaseKeepsTheStoredTypes) {
+  for (const StringView key :
+       {u"ComReturnValueTypeProcedure", u"ComTypeArgument", u"ComValueTipeProperty"}) {
+    gAppSettings->SaveSetting(DefaultsSection, key, u"Long");
+  }
+  gConnectionMDBs.reset();
+  Desktop().OnModal = [](forms::Form& form) { user::Press(*form.Find(u"btnIgnore")); };
+  Begin(u"Author");
+  static_cast<void>(world_.Errors.Take());
+  user::Press(dialog_->btmSave);
+  for (const StringView key :
+       {u"ComReturnValueTypeProcedure", u"ComTypeArgument", u"ComValueTipeProperty"}) {
+    EXPECT_EQ(DefaultText(key, u"(none)"), u"Long") << vb::ToUtf8(key);
+  }
+}
+
+/// A registry that counts its groups of changes, and whose nth write fails.
+struct Grouping : memory::MemoryRegistry, platform::GroupedChanges {
+  void Together(const std::function<void()>& changes) override {
+    Within = true;
+    changes();
+    Within = false;
+    ++Groups;
+  }
+  void SetValue(platform::RootKey root, StringView key, StringView name,
+                const platform::RegistryValue& value) override {
+    if (Count) {
+      EXPECT_TRUE(Within) << "an end of the process here would leave a mix";
+      if (++Writes == FailingWrite) throw vb::Failure(7, u"no room");
+    }
+    MemoryRegistry::SetValue(root, key, name, value);
+  }
+  bool Count = false, Within = false;
+  int Groups = 0, Writes = 0, FailingWrite = 0;
+};
+
+TEST_F(FailingSettings, SavingIsOneChangeOfTheStoreAlsoWhereAValueIsGivenUp) {
+  struct Platform : memory::MemoryPlatform {
+    platform::Registry& Registry() override { return Own; }
+    Grouping Own;
+  };
+  for (const StringView answer : Answers) {
+    SCOPED_TRACE(vb::ToUtf8(answer));
+    Platform services;
+    const platform::ScopedPlatform scope(services);
+    Begin(u"Author");
+    user::Type(dialog_->txtAuthor, u"A. Person");
+    int asked = 0;
+    services.DesktopService.OnModal = [&](forms::Form& form) {
+      ++asked;
+      user::Press(*form.Find(answer));
+    };
+    services.Own.Count = true;
+    services.Own.FailingWrite = 3;
+    user::Press(dialog_->btmSave);
+    services.Own.Count = false;
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(services.Own.Groups, 1);
+    EXPECT_EQ(DefaultText(u"Author", u""), u"A. Person") << "what is ahead of it is stored";
+    EXPECT_EQ(DefaultText(u"IncludeDateTime", u"(none)"), answer == u"btnRetry" ? u"1" : u"(none)");
+    EXPECT_EQ(DefaultText(u"AutoPosition", u"(none)"), answer == u"btnAbort" ? u"(none)" : u"1");
+    dialog_->Unload();
+  }
 }
 
 TEST_F(FailingSettings, AbortEndsTheSavingAndTheDialogStays) {
