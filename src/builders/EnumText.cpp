@@ -22,7 +22,8 @@ std::optional<Complaint> CheckItem(StringView item, int index) {
   return Complaint{List, *code, *code == 3 ? String(name) : String(), {}, index};
 }
 
-/// What the members are beside each other, and each at the end of its line.
+/// What the members are beside each other. Behind the last one stands the end of the Enum, which a
+/// value must not take in; one ahead of it may go on in the next.
 std::optional<Complaint> CheckList(const std::vector<String>& items) {
   std::set<String> known;
   FieldTexts names, lines;
@@ -36,7 +37,9 @@ std::optional<Complaint> CheckList(const std::vector<String>& items) {
       return complaint;
     }
   }
-  if (auto complaint = CheckLineEnds(lines)) return complaint;
+  if (!lines.empty()) {
+    if (auto complaint = CheckLineEnds({lines.back()})) return complaint;
+  }
   return CheckNameLengths(names);
 }
 

@@ -243,11 +243,20 @@ TEST_F(NewCommand, AStatementThatIsContinuedTooOftenIsRefused) {
   for (int member = 0; member < 24; ++member) {
     words.insert(words.end(), {"--member", "A" + std::to_string(member) + " = 1 _"});
   }
+  words.insert(words.end(), {"--member", "Last"});
   EXPECT_EQ(Run(words), 0) << Err;
-  words.insert(words.end(), {"--member", "Last = 1 _"});
+  words.insert(words.begin() + 3, {"--member", "First = 1 _"});
   EXPECT_EQ(Run(words), 2);
   EXPECT_EQ(Err,
             "tessel: E: A statement would be continued more than 24 times, field: \"Members\"\n");
+}
+
+TEST_F(NewCommand, AValueThatWouldTakeTheEndOfTheEnumInIsRefused) {
+  EXPECT_EQ(Run({"enum", "--name", "E", "--member", "A", "--member", "B = 1 _"}), 2);
+  EXPECT_EQ(Err,
+            "tessel: E: A text that ends in \" _\" would take the next line in, field: "
+            "\"Members\"\n");
+  EXPECT_EQ(Run({"procedure", "--name", "F", "--type", "Function", "--return-type", "Long _"}), 2);
 }
 
 // What the module has already

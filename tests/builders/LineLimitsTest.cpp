@@ -158,8 +158,9 @@ TEST(LineLimits, NoTextTakesTheNextLineIn) {
         << vb::ToUtf8(item);
     EXPECT_EQ(CheckField(one)->Item, 1);
   }
-  one.Parameters = {u"nn_", u"A_ = B_"};
-  EXPECT_EQ(FaultOf(CheckField(one)), "") << "a name may end so";
+  one.Parameters = {u"A = B + _", u"C", u"nn_", u"A_ = B_"};
+  EXPECT_EQ(FaultOf(CheckField(one)), "")
+      << "a name may end so, and a value that goes on in the next";
   one.Name = u"_";
   EXPECT_EQ(CheckField(one)->Field, u"txtName");
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "snippets/ManagerDesk.h"
+#include "vb/OneLine.h"
 
 namespace tessel {
 namespace {
@@ -230,7 +231,7 @@ TEST_F(ManagerTree, NamesOfEveryKindAreTakenAsTheyAre) {
     Row(0);
     Press(&Manager::btmAddFolder);
     Edit(1, name);
-    EXPECT_EQ(test::RowsOf(Libraries.At(u"Marlow"))[1].Name, name);
+    EXPECT_EQ(test::RowsOf(Libraries.At(u"Marlow"))[1].Name, vb::InOneLine(name));
     Press(&Manager::btmAddRecord);
     Press(&Manager::btmMoveLeft);
   }
