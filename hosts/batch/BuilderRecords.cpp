@@ -1,7 +1,9 @@
 #include "hosts/batch/BuilderRecords.h"
 
+#include <algorithm>
 #include <functional>
 #include <nlohmann/json.hpp>
+#include <unordered_set>
 
 #include "vb/Failure.h"
 
@@ -37,6 +39,48 @@ struct Origin {
   }
 };
 
+[[noreturn]] void FailWith(const std::string& why) {
+  throw vb::Failure(vb::InvalidCall, vb::FromUtf8(why), u"Tessel");
+}
+
+/// Reads JSON in which no object has a field twice: one of the two would be lost.
+class Parser {
+ public:
+  explicit Parser(const std::string& source) : source_(source) {}
+
+  Json Parse(const std::string& json) {
+    try {
+      return Json::parse(json, [this](int, Json::parse_event_t event, Json& parsed) {
+        Take(event, parsed);
+        return true;
+      });
+    } catch (const Json::parse_error& error) {
+      FailWith(source_ + ": no JSON: " + error.what());
+    }
+  }
+
+ private:
+  void Take(Json::parse_event_t event, const Json& parsed) {
+    if (event == Json::parse_event_t::array_start && fields_.empty()) isList_ = true;
+    if (event == Json::parse_event_t::object_end) fields_.pop_back();
+    if (event == Json::parse_event_t::object_start) {
+      if (fields_.empty()) ++record_;
+      fields_.emplace_back();
+    }
+    if (event != Json::parse_event_t::key) return;
+    const auto& name = parsed.get_ref<const std::string&>();
+    if (fields_.back().insert(name).second) return;
+    const std::string only = source_ + ": the record";
+    const Origin origin = isList_ ? Origin{source_, record_} : Origin{only};
+    FailWith(origin.Words() + " has the field \"" + name + "\" twice");
+  }
+
+  const std::string& source_;
+  std::vector<std::unordered_set<std::string>> fields_;  // of the objects that are open
+  std::size_t record_ = 0;
+  bool isList_ = false;
+};
+
 /// One record on its way from JSON to choices. Each field is taken once; what is left over is a
 /// field that the builder doesn't know.
 class Fields {
@@ -46,9 +90,7 @@ class Fields {
     taken_.reserve(MostFields);
   }
 
-  [[noreturn]] void Fail(const std::string& why) const {
-    throw vb::Failure(vb::InvalidCall, vb::FromUtf8(origin_.Words() + " " + why), u"Tessel");
-  }
+  [[noreturn]] void Fail(const std::string& why) const { FailWith(origin_.Words() + " " + why); }
 
   /// Leaves `value` alone when the record has no such field, and answers whether it has.
   bool Text(const char* name, String& value) {
@@ -57,6 +99,10 @@ class Fields {
     if (!found->is_string()) Fail(Quoted(name) + " is no text");
     value = OneLine(*found, [&] { return origin_.Words() + " " + Quoted(name); });
     return true;
+  }
+  /// A text that the record must have: what a dialog opens with is a place holder.
+  void Needed(const char* name, String& value) {
+    if (!Text(name, value)) Fail("lacks the field " + Quoted(name));
   }
   void Flag(const char* name, bool& value) {
     if (const Json* const found = Take(name)) {
@@ -135,11 +181,15 @@ String TextOfItem(const Fields& fields, const Choices& choices) {
 
 /// A finished text, or an object with the fields of the Argument Builder.
 String ReadArgument(const Json& json, const std::string& where) {
-  if (json.is_string()) return OneLine(json, [&] { return where; });
+  if (json.is_string()) {
+    String text = OneLine(json, [&] { return where; });
+    if (text.find_first_not_of(u' ') == String::npos) FailWith(where + " is empty");
+    return text;
+  }
   Fields fields(json, {where});
   builders::ArgumentChoices choices;
   String passing;
-  fields.Text("name", choices.Name);
+  fields.Needed("name", choices.Name);
   fields.Text("type", choices.Type);
   fields.Flag("array", choices.Array);
   fields.Flag("optional", choices.Optional);
@@ -159,7 +209,7 @@ String ReadMember(const Json& json, const std::string& where, const String& pref
   builders::EnumMemberChoices choices;
   choices.Prefix = prefix;
   fields.Text("prefix", choices.Prefix);
-  fields.Text("name", choices.Name);
+  fields.Needed("name", choices.Name);
   fields.Text("value", choices.InitValue);
   fields.Done();
   return TextOfItem(fields, choices);
@@ -167,7 +217,7 @@ String ReadMember(const Json& json, const std::string& where, const String& pref
 
 BuilderRecord ReadProcedure(Fields& fields) {
   builders::ProcedureChoices choices;
-  fields.Text("name", choices.Name);
+  fields.Needed("name", choices.Name);
   fields.Word("type", choices.Type, {u"Sub", u"Function"});
   ReadScope(fields, choices.Accessibility, choices.Static);
   fields.List("arguments", [&](const Json& json, const std::string& where) {
@@ -178,15 +228,22 @@ BuilderRecord ReadProcedure(Fields& fields) {
   return choices;
 }
 
+void CheckType(const Fields& fields, StringView type) {
+  const StringView bare = type.substr(0, type.find_last_not_of(u' ') + 1);
+  if (bare.empty()) fields.Fail("\"type\" is empty");
+  if (builders::IsNoType(bare)) {
+    fields.Fail("\"type\" can't be \"" + vb::ToUtf8(bare) + "\": a property has a type");
+  }
+  // A variable says behind its name that it is an array, which no type does.
+  if (bare.ends_with(u')')) fields.Fail("\"type\" can't be an array; a Variant holds one");
+}
+
 BuilderRecord ReadProperty(Fields& fields) {
   builders::PropertyChoices choices;
   choices.LetSet = false;
-  fields.Text("name", choices.Name);
+  fields.Needed("name", choices.Name);
   fields.Text("type", choices.ValueType);
-  // A variable says behind its name that it is an array, which no type does.
-  if (choices.ValueType.ends_with(u')')) {
-    fields.Fail("\"type\" can't be an array; a Variant holds one");
-  }
+  CheckType(fields, choices.ValueType);
   ReadScope(fields, choices.Accessibility, choices.Static);
   fields.Text("prefix", choices.Prefix);
   choices.MemberVariable = choices.Prefix;
@@ -199,7 +256,7 @@ BuilderRecord ReadProperty(Fields& fields) {
 
 BuilderRecord ReadCollection(Fields& fields) {
   builders::CollectionChoices choices;
-  fields.Text("base-class", choices.BaseClass);
+  fields.Needed("base-class", choices.BaseClass);
   choices.ClassName = choices.BaseClass + u"S";
   fields.Text("name", choices.ClassName);
   fields.Text("variable-prefix", choices.VariablePrefix);
@@ -208,15 +265,27 @@ BuilderRecord ReadCollection(Fields& fields) {
   return choices;
 }
 
+/// A member's name is its text up to the first blank.
+void CheckMembers(const Fields& fields, const std::vector<String>& members) {
+  std::unordered_set<String> names;  // in upper case
+  for (const String& member : members) {
+    const StringView name = StringView(member).substr(0, member.find(u' '));
+    if (!names.insert(vb::UCase(name)).second) {
+      fields.Fail("\"members\" has " + vb::ToUtf8(name) + " twice");
+    }
+  }
+}
+
 BuilderRecord ReadEnum(Fields& fields) {
   builders::EnumChoices choices;
-  fields.Text("name", choices.Name);
+  fields.Needed("name", choices.Name);
   fields.Word("accessibility", choices.Accessibility, {u"", u"Public", u"Private"});
   String prefix;
   fields.Text("prefix", prefix);
   fields.List("members", [&](const Json& json, const std::string& where) {
     choices.Parameters.push_back(ReadMember(json, where, prefix));
   });
+  CheckMembers(fields, choices.Parameters);
   choices.Selected = static_cast<int>(choices.Parameters.size()) - 1;
   ReadComment(fields, choices.Comment);
   return choices;
@@ -251,13 +320,7 @@ BuilderRecord ReadRecord(const Json& json, Origin origin, const String& kind) {
 
 std::vector<BuilderRecord> ReadBuilderRecords(const std::string& json, const std::string& source,
                                               const std::string& kind) {
-  Json parsed;
-  try {
-    parsed = Json::parse(json);
-  } catch (const Json::parse_error& error) {
-    throw vb::Failure(vb::InvalidCall, vb::FromUtf8(source + ": no JSON: " + error.what()),
-                      u"Tessel");
-  }
+  const Json parsed = Parser(source).Parse(json);
   const String wanted = vb::FromUtf8(kind);
   std::vector<BuilderRecord> records;
   if (!parsed.is_array()) {

@@ -76,6 +76,10 @@ std::vector<std::string> InputsBelow(const std::string& folder, const Exclusion&
 
 }  // namespace
 
+bool HasSourceExtension(const fs::path& file) {
+  return IsProject(file) || LowerExtension(file) == ".vbg" || HasComponentExtension(file);
+}
+
 Exclusion::Exclusion(std::vector<std::string> patterns) : patterns_(std::move(patterns)) {
   for (std::string& pattern : patterns_) {
     while (pattern.size() > 1 && pattern.back() == '/') pattern.pop_back();
@@ -101,8 +105,7 @@ std::vector<std::string> InputsOf(const std::string& argument, const Exclusion& 
   std::error_code error;
   if (!fs::exists(argument, error)) Fail(vb::FileNotFound, argument + ": the file does not exist");
   if (fs::is_directory(argument, error)) return InputsBelow(argument, exclusion);
-  if (!IsProject(argument) && LowerExtension(argument) != ".vbg" &&
-      !HasComponentExtension(argument) && !BeginsAsComponent(argument)) {
+  if (!HasSourceExtension(argument) && !BeginsAsComponent(argument)) {
     Fail(vb::InvalidCall, argument + ": is no project, group or component");
   }
   return {argument};

@@ -21,6 +21,9 @@ class Exclusion {
   std::vector<std::string> patterns_;
 };
 
+/// Whether a file's extension, in any case, is that of a project, a group or a component.
+[[nodiscard]] bool HasSourceExtension(const std::filesystem::path& file);
+
 /// What an argument stands for: itself, or for a folder the projects in it and below, then the
 /// component files. Hidden folders are passed over. Each is named as the argument was typed. Fails
 /// for an argument that isn't there, that is neither project nor component, or that holds none.

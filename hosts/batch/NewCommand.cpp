@@ -9,14 +9,15 @@
 #include "hosts/batch/BatchPlatform.h"
 #include "hosts/batch/BuilderRecords.h"
 #include "hosts/batch/Command.h"
+#include "hosts/batch/DeclarationPlace.h"
 #include "hosts/batch/Inputs.h"
 #include "hosts/batch/NewTarget.h"
 #include "hosts/batch/PersonalDatabase.h"
 #include "hosts/editing/Declarations.h"
 #include "hosts/files/AtomicFile.h"
+#include "hosts/model/Designer.h"
 #include "hosts/workspace/Workspace.h"
 #include "insertion/BlankLines.h"
-#include "insertion/mGlobals.h"
 #include "scanning/mFunctions.h"
 #include "vb/ByteText.h"
 
@@ -34,6 +35,8 @@ using builders::PropertyChoices;
 /// bring both: their variables stand together.
 struct ModuleText {
   String Declarations, Members;
+  bool Apart = false;          ///< a blank line belongs ahead of the declarations
+  bool AfterVariable = false;  ///< the declarations end in a variable, with no blank line behind
 };
 
 void Add(ModuleText& text, const ProcedureChoices& choices) {
@@ -42,24 +45,33 @@ void Add(ModuleText& text, const ProcedureChoices& choices) {
 void Add(ModuleText& text, const PropertyChoices& choices) {
   builders::PropertyText property = builders::GeneratorTextProperty(choices);
   text.Declarations += StringView(property.Declaration).substr(0, property.Declaration.size() - 2);
+  text.AfterVariable = true;
   text.Members += property.Body;
 }
 void Add(ModuleText& text, const EnumChoices& choices) {
+  if (text.Declarations.empty()) text.Apart = true;
+  if (text.AfterVariable) text.Declarations += vb::CrLf;
+  text.AfterVariable = false;
   text.Declarations += builders::GeneratorText(choices) + String(vb::CrLf);
 }
 void Add(ModuleText& text, const CollectionChoices& choices) {
   text.Members += builders::GeneratorTextClass(choices) + String(vb::CrLf);
 }
 
+/// The types are read where a record asks for one: the rest goes without a shared database.
+std::vector<CSQLDataType::Row> ReadTypes(const NewRequest& request) {
+  const SharedDatabase shared(OpenPersonal(SchemeData(request.Data)));
+  return CSQLDataType().GetAllTypeMemberVariable(u"").value_or(std::vector<CSQLDataType::Row>());
+}
+
 /// Gives each property without a prefix that of its type; an unknown type gets none that would
 /// make a name, so it is refused.
-void FindPrefixes(std::vector<BuilderRecord>& records) {
+void FindPrefixes(const NewRequest& request, std::vector<BuilderRecord>& records) {
   std::optional<std::vector<CSQLDataType::Row>> types;
   for (BuilderRecord& record : records) {
     auto* const property = std::get_if<PropertyChoices>(&record);
     if (property == nullptr || !property->Prefix.empty()) continue;
-    if (!types) types = CSQLDataType().GetAllTypeMemberVariable(u"");
-    if (!types) types.emplace();
+    if (!types) types = ReadTypes(request);
     for (const CSQLDataType::Row& row : *types) {
       if (vb::SameText(row.Name, property->ValueType)) property->Prefix = row.Prefix;
     }
@@ -71,9 +83,36 @@ void FindPrefixes(std::vector<BuilderRecord>& records) {
   }
 }
 
+/// Classes have names of the project, the others have names of one module.
+void CheckNames(const std::vector<BuilderRecord>& records) {
+  std::unordered_set<String> classes, members;  // in upper case
+  const auto take = [](std::unordered_set<String>& names, const String& name) {
+    if (!names.insert(vb::UCase(name)).second) Fail(name + u" is the name of two records");
+  };
+  for (const BuilderRecord& record : records) {
+    take(std::holds_alternative<CollectionChoices>(record) ? classes : members, NameOf(record));
+    if (const auto* const property = std::get_if<PropertyChoices>(&record)) {
+      take(members, builders::VariableOf(*property));
+    }
+  }
+}
+
 void Check(const std::vector<BuilderRecord>& records) {
   for (const BuilderRecord& record : records) {
     if (const String fault = FaultOf(record); !fault.empty()) Fail(NameOf(record) + u": " + fault);
+  }
+  CheckNames(records);
+}
+
+/// Text is put into sources only: whatever else a file is, it would be spoilt.
+void CheckInto(const std::filesystem::path& file) {
+  std::error_code error;
+  if (file.empty() || !std::filesystem::exists(file, error)) return;
+  if (std::filesystem::is_directory(file, error)) {
+    Fail(vb::FromUtf8(file.string()) + u": is a folder; --into takes a file");
+  }
+  if (!HasSourceExtension(file)) {
+    Fail(vb::FromUtf8(file.string()) + u": is no project, group or component");
   }
 }
 
@@ -108,9 +147,7 @@ bool IsCollection(const BuilderRecord& record) {
 class Inserter {
  public:
   Inserter(const workspace::Workspace& environment, const NewRequest& request)
-      : target_(environment, request.NewComponent),
-        vbe_(environment.VBE()),
-        component_(vb::FromUtf8(request.Component)) {}
+      : target_(environment, request.NewComponent), component_(vb::FromUtf8(request.Component)) {}
 
   void Insert(const std::vector<BuilderRecord>& records) {
     const auto first = std::find_if_not(records.begin(), records.end(), IsCollection);
@@ -123,7 +160,7 @@ class Inserter {
       }
     }
     if (first == records.end()) return;
-    Choose(*first);
+    auto component = Choose(*first);
     ModuleText text;
     for (const BuilderRecord& record : records) {
       if (IsCollection(record)) continue;
@@ -133,62 +170,73 @@ class Inserter {
       }
       std::visit([&](const auto& choices) { Add(text, choices); }, record);
     }
-    Into(component_, std::move(text.Declarations), mGlobals::EndOfDeclarations,
-         host::vbext_ct_StdModule);
-    Into(component_, std::move(text.Members), mGlobals::EndOfModule, host::vbext_ct_StdModule);
+    if (!component) component = target_.Make(component_, host::vbext_ct_StdModule);
+    model::CodeModule& code = ModuleOf(*component);
+    IntoDeclarations(code, text);
+    ToTheEnd(code, text.Members);
   }
 
  private:
-  /// Finds the component of all records that aren't collections and the names that it has.
-  void Choose(const BuilderRecord& first) {
+  using ComponentPtr = std::shared_ptr<model::VBComponent>;
+
+  /// Finds the component of all records that aren't collections and the names that it has. Null for
+  /// one that is to be made.
+  ComponentPtr Choose(const BuilderRecord& first) {
     if (component_.empty()) component_ = target_.OnlyComponent();
     if (component_.empty()) Fail(NameOf(first) + u": --component says where it goes");
-    const auto component = target_.Choose(component_);
-    if (!component) return;
-    const auto module = ModuleOf(component_);
-    if (const auto table = mFunctions::AllNameProcedures(module, u"")) {
+    auto component = target_.Choose(component_);
+    if (component) TakeNames(component);
+    return component;
+  }
+
+  void TakeNames(const ComponentPtr& component) {
+    model::CodeModule& code = ModuleOf(*component);
+    if (const auto table = mFunctions::AllNameProcedures(component->CodeModule(), u"")) {
       for (const Member& member : *table) names_.insert(vb::UCase(member.Name));
     }
-    model::CodeModule& code = *component->Module();
     for (const editing::Declared& declared :
          editing::ReadDeclarations(code.Buffer(), 1, code.Index().CountOfDeclarationLines())) {
       if (StandsAlone(declared.Kind)) names_.insert(vb::UCase(declared.Name));
+    }
+    if (!component->OwnDesigner()) return;
+    for (const model::DesignerNode* control : component->OwnDesigner()->Tree().Controls()) {
+      names_.insert(vb::UCase(control->Name));
     }
   }
 
   void MakeClasses(const CollectionChoices& choices) {
     target_.ChooseBeside(choices.BaseClass);
-    if (mGlobals::CheckComponentName(vbe_, choices.ClassName)) {
-      Fail(mFunctions::MessageText(8, choices.ClassName));
+    if (target_.IsTaken(choices.ClassName)) Fail(mFunctions::MessageText(8, choices.ClassName));
+    MakeClass(choices.ClassName, builders::GeneratorTextClass(choices));
+    if (!target_.IsTaken(choices.BaseClass)) {
+      MakeClass(choices.BaseClass, builders::BaseClassText());
     }
-    Into(choices.ClassName, builders::GeneratorTextClass(choices), mGlobals::EndOfModule,
-         host::vbext_ct_ClassModule);
-    if (mGlobals::CheckComponentName(vbe_, choices.BaseClass)) return;
-    Into(choices.BaseClass, builders::BaseClassText(), mGlobals::EndOfModule,
-         host::vbext_ct_ClassModule);
+  }
+  void MakeClass(const String& name, const String& text) {
+    ToTheEnd(ModuleOf(*target_.Make(name, host::vbext_ct_ClassModule)), text);
   }
 
-  /// One blank line stands between what is there and what comes.
-  void Into(StringView component, String text, mGlobals::InsertMode mode,
-            host::vbext_ComponentType type) {
-    text.resize(blanklines::WithoutLineEnds(text).size());
+  /// One blank line stands between what is there and what comes, but variables stand with those
+  /// that are there.
+  static void IntoDeclarations(model::CodeModule& code, const ModuleText& all) {
+    String text{blanklines::WithoutLineEnds(all.Declarations)};
     if (text.empty()) return;
-    if (const auto module = ModuleOf(component)) {
-      const int count = module->CountOfLines();
-      if (mode == mGlobals::EndOfModule) {
-        text = blanklines::PrecededByOne(text, *module, count + 1);
-      } else if (module->CountOfDeclarationLines() < count) {
-        text += vb::CrLf;  // a blank line is wanted ahead of what follows
-      }
-    }
-    mGlobals::InsertTextActiveVbComponent(vbe_, component, text, mode, u"", type, 0);
+    const int line = LineForDeclarations(code);
+    if (all.Apart) text = blanklines::PrecededByOne(text, code, line);
+    if (line <= code.CountOfLines()) text += vb::CrLf;  // a blank line is wanted behind it
+    code.InsertLines(line, blanklines::FollowedByOne(text, code, line));
   }
-  /// Nothing for a component that isn't there.
-  [[nodiscard]] std::shared_ptr<host::CodeModule> ModuleOf(StringView component) const {
-    if (!mGlobals::CheckComponentName(vbe_, component)) return nullptr;
-    auto module = vbe_->ActiveVBProject()->VBComponents()->Item(component)->CodeModule();
-    if (!module) Fail(String(component) + u" has no code");
-    return module;
+  /// One blank line stands between what is there and what comes.
+  static void ToTheEnd(model::CodeModule& code, StringView members) {
+    const StringView text = blanklines::WithoutLineEnds(members);
+    if (text.empty()) return;
+    const int line = code.CountOfLines() + 1;
+    code.InsertLines(line, blanklines::PrecededByOne(text, code, line));
+  }
+  static model::CodeModule& ModuleOf(model::VBComponent& component) {
+    const auto module = component.Module();
+    if (!module) Fail(component.PlainName() + u" has no code");
+    return *module;
   }
 
   /// Names that the component has already, or that two records share, would not compile.
@@ -199,7 +247,6 @@ class Inserter {
   }
 
   NewTarget target_;
-  std::shared_ptr<host::VBE> vbe_;
   String component_;
   std::unordered_set<String> names_;  // in upper case
 };
@@ -216,9 +263,9 @@ void Print(const std::vector<BuilderRecord>& records, std::ostream& out) {
 void Carry(const NewRequest& request, std::istream& in, std::ostream& out, std::ostream& err) {
   BatchPlatform services(4);
   const platform::ScopedPlatform scope(services);
-  const SharedDatabase shared(OpenPersonal(SchemeData(request.Data)));
+  CheckInto(request.Into);
   std::vector<BuilderRecord> records = ReadRecords(request, in);
-  FindPrefixes(records);
+  FindPrefixes(request, records);
   Check(records);
   if (request.Into.empty()) {
     Print(records, out);

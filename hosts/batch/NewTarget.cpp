@@ -1,5 +1,7 @@
 #include "hosts/batch/NewTarget.h"
 
+#include <algorithm>
+#include <iterator>
 #include <set>
 
 #include "hosts/model/Designer.h"
@@ -11,6 +13,17 @@ namespace {
   throw vb::Failure(vb::InvalidCall, String(name) + why, u"Tessel");
 }
 
+/// Names that no file of Windows can have, whatever its extension.
+bool IsDevice(StringView name) {
+  constexpr StringView Single[] = {u"CON", u"PRN", u"AUX", u"NUL"}, Numbered[] = {u"COM", u"LPT"};
+  const auto is = [&](StringView text) {
+    return [text](StringView device) { return vb::SameText(device, text); };
+  };
+  if (std::any_of(std::begin(Single), std::end(Single), is(name))) return true;
+  return name.size() == 4 && name.back() >= u'1' && name.back() <= u'9' &&
+         std::any_of(std::begin(Numbered), std::end(Numbered), is(name.substr(0, 3)));
+}
+
 bool IsLoneFile(const model::VBProject& project) { return project.File.empty(); }
 
 }  // namespace
@@ -18,19 +31,23 @@ bool IsLoneFile(const model::VBProject& project) { return project.File.empty(); 
 NewTarget::NewTarget(const workspace::Workspace& environment, bool mayMake)
     : environment_(environment),
       vbe_(std::dynamic_pointer_cast<model::Vbe>(environment.VBE())),
-      mayMake_(mayMake) {}
+      mayMake_(mayMake) {
+  for (const auto& project : vbe_->Projects().All()) {
+    for (const ComponentPtr& component : project->Components().All()) {
+      byName_[vb::LCase(component->PlainName())].push_back(component);
+    }
+  }
+}
 
 /// A file that two projects share is one component.
 NewTarget::ComponentPtr NewTarget::Find(StringView name) {
+  const auto named = byName_.find(vb::LCase(name));
+  if (named == byName_.end()) return nullptr;
   std::vector<ComponentPtr> found;
   std::set<std::filesystem::path> files;
-  for (const auto& project : vbe_->Projects().All()) {
-    for (const ComponentPtr& component : project->Components().All()) {
-      if (!vb::SameText(component->PlainName(), name)) continue;
-      if (files.insert(environment_.FileOf(*component)).second) found.push_back(component);
-    }
+  for (const ComponentPtr& component : named->second) {
+    if (files.insert(environment_.FileOf(*component)).second) found.push_back(component);
   }
-  if (found.empty()) return nullptr;
   if (found.size() > 1) {
     String list;
     for (const auto& file : files) list += u"\n  " + vb::FromUtf8(file.string());
@@ -63,6 +80,7 @@ NewTarget::ComponentPtr NewTarget::Choose(StringView name) {
   if (!model::IsName(name)) Fail(name, u" can't be the name of a component");
   NeedAllRead(name);
   ChooseOnlyProject(name);
+  CheckNew(name);
   if (IsLoneFile(*vbe_->Active())) Fail(name, u" isn't there, and a new one needs a project");
   return nullptr;
 }
@@ -70,6 +88,26 @@ NewTarget::ComponentPtr NewTarget::Choose(StringView name) {
 void NewTarget::ChooseBeside(StringView baseClass) {
   NeedAllRead(baseClass);
   if (!Find(baseClass)) ChooseOnlyProject(baseClass);
+}
+
+bool NewTarget::IsTaken(StringView name) const {
+  return vbe_->Active()->Components().Find(name) != nullptr;
+}
+
+void NewTarget::CheckNew(StringView name) const {
+  if (IsDevice(name)) {
+    Fail(name, u" can't be the name of a component: Windows keeps it for a device");
+  }
+  if (vb::SameText(vbe_->Active()->Name(), name)) {
+    Fail(name, u" can't be the name of a component: it is that of the project");
+  }
+}
+
+NewTarget::ComponentPtr NewTarget::Make(StringView name, host::vbext_ComponentType type) {
+  CheckNew(name);
+  auto made = vbe_->Active()->Components().Make(type, name);
+  byName_[vb::LCase(name)].push_back(made);
+  return made;
 }
 
 String NewTarget::OnlyComponent() const {

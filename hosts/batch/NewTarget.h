@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include "hosts/model/Vbe.h"
@@ -23,6 +24,12 @@ class NewTarget {
   /// Chooses the project that the classes of a collection go to: that of the class of its items,
   /// else the only one. Fails as `Choose` does.
   void ChooseBeside(StringView baseClass);
+  /// Whether the active project has a component of that name.
+  [[nodiscard]] bool IsTaken(StringView name) const;
+  /// Makes a component without text in the active project. Fails for a name that another component
+  /// or the project has, and for one that no file of Windows can have.
+  [[nodiscard]] std::shared_ptr<model::VBComponent> Make(StringView name,
+                                                         host::vbext_ComponentType type);
   /// Name of the component of a component file; empty for projects.
   [[nodiscard]] String OnlyComponent() const;
 
@@ -31,9 +38,11 @@ class NewTarget {
   [[nodiscard]] ComponentPtr Find(StringView name);
   void ChooseOnlyProject(StringView name);
   void NeedAllRead(StringView name) const;
+  void CheckNew(StringView name) const;
 
   const workspace::Workspace& environment_;
   std::shared_ptr<model::Vbe> vbe_;
+  std::unordered_map<String, std::vector<ComponentPtr>> byName_;  // by the name in lower case
   bool mayMake_;
 };
 

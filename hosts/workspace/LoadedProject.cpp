@@ -307,18 +307,15 @@ ComponentPtr LoadedProject::Import(StringView fileName) {
 /// "Module1_2.bas" ... Companions that wait with the component find room beside it.
 fs::path LoadedProject::FreePath(const model::VBComponent& component,
                                  const std::vector<PendingFile>& pending) const {
-  const auto same = [](const fs::path& a, const fs::path& b) {
-    return vb::SameText(TextOf(a), TextOf(b));
-  };
   const auto isMeant = [&](const fs::path& path) {
     const auto& all = project_->Components().All();
     return std::any_of(named_.begin(), named_.end(),
-                       [&](const fs::path& one) { return same(one, path); }) ||
+                       [&](const fs::path& one) { return SamePath(one, path); }) ||
            std::any_of(pending.begin(), pending.end(),
-                       [&](const PendingFile& one) { return same(one.Change.File, path); }) ||
+                       [&](const PendingFile& one) { return SamePath(one.Change.File, path); }) ||
            std::any_of(all.begin(), all.end(), [&](const ComponentPtr& other) {
              const FilePtr file = FileOf(*other);
-             return other.get() != &component && file && same(file->Path(), path);
+             return other.get() != &component && file && SamePath(file->Path(), path);
            });
   };
   const FilePtr own = FileOf(component);

@@ -25,6 +25,22 @@ String TextOf(const fs::path& path) { return vb::FromBytes(path.string()); }
 
 fs::path PathOf(StringView text) { return {vb::ToBytes(text)}; }
 
+/// Most paths that are compared lie in one folder and differ in their last letters: these are
+/// looked at first, and only what isn't plain letters is turned into text.
+bool SamePath(const fs::path& one, const fs::path& other) {
+  const std::string &a = one.native(), &b = other.native();
+  const auto fold = [](char unit) {
+    return unit >= 'A' && unit <= 'Z' ? static_cast<char>(unit - 'A' + 'a') : unit;
+  };
+  const auto [left, right] =
+      std::mismatch(a.rbegin(), a.rend(), b.rbegin(), b.rend(),
+                    [&](char first, char second) { return fold(first) == fold(second); });
+  if (left == a.rend() || right == b.rend()) return left == a.rend() && right == b.rend();
+  const auto isPlain = [](char unit) { return static_cast<unsigned char>(unit) < 0x80; };
+  if (isPlain(*left) && isPlain(*right)) return false;
+  return vb::SameText(TextOf(one), TextOf(other));
+}
+
 fs::path ResolvePath(const fs::path& folder, const fs::path& written) {
   std::string text = written.string();
   std::replace(text.begin(), text.end(), '\\', '/');

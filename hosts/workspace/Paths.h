@@ -14,6 +14,8 @@ namespace tessel::workspace {
 /// comes back.
 [[nodiscard]] String TextOf(const std::filesystem::path& path);
 [[nodiscard]] std::filesystem::path PathOf(StringView text);
+/// Whether two paths are the same, in any case as the other system sees them.
+[[nodiscard]] bool SamePath(const std::filesystem::path& one, const std::filesystem::path& other);
 
 /// Finds a file named as on the other system: "\" or "/" between folders, any case. The path as
 /// written when there is none.

@@ -1,6 +1,7 @@
 #include "hosts/workspace/ProjectFile.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "hosts/workspace/ByteLines.h"
 #include "hosts/workspace/ComponentKinds.h"
@@ -115,15 +116,22 @@ std::string ProjectFile::Bytes() const {
   return bytes + padding_;
 }
 
+std::size_t ProjectFile::BehindEntries() const {
+  const auto section = std::find_if(lines_.begin(), lines_.end(),
+                                    [](const Line& line) { return line.Text.front() == '['; });
+  for (auto line = section; line != lines_.begin(); --line) {
+    if (ReadEntry(std::prev(line)->Text)) return static_cast<std::size_t>(line - lines_.begin());
+  }
+  return std::min<std::size_t>(1, lines_.size());
+}
+
 int ProjectFile::AddEntry(host::vbext_ComponentType type, const std::string& name,
                           const std::string& file) {
   // An MDI form stands under the key of forms.
   const ComponentKind* const kind =
       KindOf(type == host::vbext_ct_VBMDIForm ? host::vbext_ct_VBForm : type);
   if (kind == nullptr) return 0;
-  const auto entries = Entries();
-  const std::size_t at =
-      entries.empty() ? std::min<std::size_t>(1, lines_.size()) : entries.back().Line + 1;
+  const std::size_t at = BehindEntries();
   std::string end(lines_.empty() ? std::string_view() : LineEndOf(lines_.front().Text));
   if (end.empty()) end = "\r\n";
   if (at > 0 && LineEndOf(lines_[at - 1].Text).empty()) lines_[at - 1].Text += end;

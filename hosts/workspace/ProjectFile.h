@@ -56,6 +56,8 @@ class ProjectFile {
   };
   [[nodiscard]] const Line* FindKey(std::string_view key) const;
   [[nodiscard]] std::optional<ProjectEntry> Find(int id) const;
+  /// Index of the line behind the last component's.
+  [[nodiscard]] std::size_t BehindEntries() const;
 
   std::filesystem::path path_;
   std::vector<Line> lines_;

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "hosts/files/AtomicFile.h"
+#include "hosts/files/FolderLocks.h"
 #include "hosts/model/Vbe.h"
 #include "hosts/workspace/ByteLines.h"
 #include "hosts/workspace/CodePages.h"
@@ -42,6 +43,17 @@ std::set<fs::path> NamedFiles(const fs::path& folder) {
     }
   }
   return named;
+}
+
+/// The folders that nobody else may write in from the check for outside changes to the last
+/// replacement: of two processes the later one is to see what the earlier one wrote.
+void AddFolders(const std::vector<PendingFile>& pending, std::set<fs::path>& folders) {
+  for (const PendingFile& one : pending) {
+    try {
+      folders.insert(files::FolderOfTarget(one.Change.File));
+    } catch (const vb::Failure&) {  // told when the file is written
+    }
+  }
 }
 
 /// Two changes of one file can't both be kept.
@@ -247,6 +259,9 @@ std::vector<fs::path> Workspace::Save() {
     FinishInterrupted(open->Folder());
     open->Collect(all.emplace_back(open->Folder(), std::vector<PendingFile>()).second);
   }
+  std::set<fs::path> folders;
+  for (const auto& [folder, pending] : all) AddFolders(pending, folders);
+  const files::FolderLocks locks(folders);
   for (const auto& [folder, pending] : all) CheckOutside(pending);
   CheckTargets(all);
   std::vector<fs::path> written;
@@ -270,6 +285,9 @@ void Workspace::SaveComponent(const host::VBComponent& component) {
   if (!open) return;
   std::vector<PendingFile> pending;
   open->Collect(*kept.Component, pending);
+  std::set<fs::path> folders;
+  AddFolders(pending, folders);
+  const files::FolderLocks locks(folders);
   CheckOutside(pending);
   Write(open->Folder(), pending);
 }

@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <utility>
 
 #include "hosts/files/AtomicFile.h"
 #include "support/TemporaryFolder.h"
@@ -74,7 +76,7 @@ TEST_F(NewCommand, EachKindHasItsOptions) {
 TEST_F(NewCommand, RefusesWhatTheBuilderWouldRefuse) {
   EXPECT_EQ(Run({"procedure", "--name", "9x"}), 2);
   EXPECT_EQ(Err, "tessel: 9x: Number can not be the first symbol in the name, field: \"Name\"\n");
-  EXPECT_EQ(Run({"procedure", "--argument", "Optional A", "--argument", "B"}), 2);
+  EXPECT_EQ(Run({"procedure", "--name", "P", "--argument", "Optional A", "--argument", "B"}), 2);
   EXPECT_NE(Err.find("Argument must have the meaning \"Optional\""), std::string::npos);
   EXPECT_EQ(Run({"enum", "--name", "E"}), 2);
   EXPECT_EQ(Run({"property", "--name", "A", "--type", "Widget"}), 2);
@@ -88,10 +90,10 @@ TEST_F(NewCommand, AFieldThatIsNotKnownIsNamed) {
   Input = R"({"name": 5})";
   EXPECT_EQ(Run({"property", "--from", "-"}), 2);
   EXPECT_EQ(Err, "tessel: standard input: the record \"name\" is no text\n");
-  Input = R"({"accessibility": "Global"})";
+  Input = R"({"name": "E", "accessibility": "Global"})";
   EXPECT_EQ(Run({"enum", "--from", "-"}), 2);
   EXPECT_EQ(Err, "tessel: standard input: the record \"accessibility\" can't be \"Global\"\n");
-  Input = R"({"arguments": [{"name": "a b"}]})";
+  Input = R"({"name": "P", "arguments": [{"name": "a b"}]})";
   EXPECT_EQ(Run({"procedure", "--from", "-"}), 2);
   EXPECT_EQ(Err,
             "tessel: standard input: the record.arguments[0] Impossible symbols in the field: "
@@ -125,7 +127,7 @@ TEST_F(NewCommand, ANameThatTheModuleHasIsRefusedAndNothingIsWritten) {
   const fs::path project = Project();
   Input = R"([{"name": "New1", "type": "Long"}, {"name": "new1", "type": "Long"}])";
   EXPECT_EQ(Run({"property", "--from", "-", "--into", project, "--component", "Account"}), 2);
-  EXPECT_EQ(Err, "tessel: Account has a member new1 already\n");
+  EXPECT_EQ(Err, "tessel: new1 is the name of two records\n");
   EXPECT_EQ(files::ReadFile(project.parent_path() / "Account.cls"),
             files::ReadFile(fs::path(TESSEL_SOURCE_DIR) / "samples/ledger/Account.cls"));
 }
@@ -210,9 +212,10 @@ TEST_F(NewCommand, ALineEndInATextIsRefusedByField) {
             "tessel: the options: the record \"description\" holds a line end, a tab or another "
             "control character\n");
   for (const char* const record :
-       {R"({"kind": "procedure", "name": "A\tB"})", R"({"kind": "enum", "author": "a\r\nb"})",
-        R"({"kind": "procedure", "arguments": ["A\r\nB"]})",
-        R"({"kind": "procedure", "arguments": [{"name": "A", "default": "1\nEnd"}]})",
+       {R"({"kind": "procedure", "name": "A\tB"})",
+        R"({"kind": "enum", "name": "E", "author": "a\r\nb"})",
+        R"({"kind": "procedure", "name": "P", "arguments": ["A\r\nB"]})",
+        R"({"kind": "procedure", "name": "P", "arguments": [{"name": "A", "default": "1\nEnd"}]})",
         R"({"kind": "enum", "name": "E", "members": ["A\nB"]})",
         R"({"kind": "enum", "name": "E", "members": [{"name": "A", "value": "1\u2028"}]})"}) {
     Input = record;
@@ -281,6 +284,157 @@ TEST_F(NewCommand, ANameThatIsDeclaredInTheModuleIsRefused) {
   for (const char* const name : {"First", "Red2", "Time", "Local1"}) {
     EXPECT_EQ(Run({"procedure", "--name", name, "--into", file}), 0) << Err;
   }
+}
+
+// Conditional blocks and blank lines
+
+TEST_F(NewCommand, DeclarationsStandAheadOfAConditionalBlockThatGoesOnBehindThem) {
+  const std::string head =
+      "Attribute VB_Name = \"modA\"\r\nOption Explicit\r\n#If Win32 Then\r\nPrivate a As Long\r\n"
+      "#End If\r\n' #If in a comment _\r\n#If of the same comment\r\n";
+  const std::string rest =
+      "#If VBA7 Then ' \"\r\nPrivate b As Long\r\n  #If Win64 Then\r\n"
+      "Public Sub A()\r\nEnd Sub\r\n  #End If\r\n#Else\r\nPublic Sub B()\r\nEnd Sub\r\n#End If\r\n";
+  const fs::path file = File("MA.bas", head + rest);
+  ASSERT_EQ(Run({"property", "--name", "P", "--type", "Long", "--into", file}), 0) << Err;
+  EXPECT_TRUE(files::ReadFile(file).starts_with(head + "Private lP As Long\r\n\r\n" + rest))
+      << files::ReadFile(file);
+  ASSERT_EQ(Run({"enum", "--name", "E", "--member", "X", "--into", file}), 0) << Err;
+  EXPECT_TRUE(files::ReadFile(file).starts_with(
+      head + "Private lP As Long\r\n\r\nPublic Enum E\r\n   X\r\nEnd Enum\r\n\r\n" + rest))
+      << files::ReadFile(file);
+}
+
+TEST_F(NewCommand, OneBlankLineStandsAroundAnEnum) {
+  const fs::path file = File("MA.bas",
+                             "Attribute VB_Name = \"modA\"\r\nPrivate a As Long\r\n"
+                             "Sub A()\r\nEnd Sub\r\n");
+  Input = R"([{"kind": "property", "name": "P", "type": "Long"},
+              {"kind": "enum", "name": "E", "members": ["X"]}])";
+  ASSERT_EQ(Run({"enum", "--name", "F", "--member", "Y", "--into", file}), 0) << Err;
+  ASSERT_EQ(Run({"--from", "-", "--into", file}), 0) << Err;
+  EXPECT_TRUE(files::ReadFile(file).starts_with(
+      "Attribute VB_Name = \"modA\"\r\nPrivate a As Long\r\n\r\nPublic Enum F\r\n   Y\r\n"
+      "End Enum\r\nPrivate lP As Long\r\n\r\nPublic Enum E\r\n   X\r\nEnd Enum\r\n\r\nSub A()\r\n"))
+      << files::ReadFile(file);
+}
+
+// What is no source, and what is no record
+
+TEST_F(NewCommand, AFileThatIsNoSourceIsRefusedAndKept) {
+  for (const char* const name : {"README.md", "P.vbp.bak", "a.vbw", "bas"}) {
+    const std::string text = "Attribute VB_Name = \"modA\"\r\n";
+    const fs::path file = File(name, text);
+    EXPECT_EQ(Run({"procedure", "--name", "P", "--into", file}), 2) << name;
+    EXPECT_EQ(Err, "tessel: " + file.string() + ": is no project, group or component\n");
+    EXPECT_EQ(files::ReadFile(file), text);
+  }
+  EXPECT_EQ(Run({"procedure", "--name", "P", "--into", folder_.Path()}), 2);
+  EXPECT_NE(Err.find(": is a folder; --into takes a file\n"), std::string::npos) << Err;
+  EXPECT_EQ(Run({"procedure", "--name", "P", "--into", "."}), 2);
+  EXPECT_EQ(Err, "tessel: .: is a folder; --into takes a file\n");
+}
+
+TEST_F(NewCommand, AFieldThatIsMissingOrEmptyOrThereTwiceIsNamed) {
+  const std::pair<const char*, const char*> faults[] = {
+      {R"({"kind": "collection"})", "the record lacks the field \"base-class\""},
+      {R"([{"kind": "enum", "name": "E", "members": ["A"]}, {"kind": "procedure"}])",
+       "record 2 lacks the field \"name\""},
+      {R"({"kind": "property"})", "the record lacks the field \"name\""},
+      {R"({"kind": "enum", "members": ["A"]})", "the record lacks the field \"name\""},
+      {R"({"kind": "enum", "name": "E", "members": ["A", {}]})",
+       "the record.members[1] lacks the field \"name\""},
+      {R"({"kind": "procedure", "name": "P", "arguments": [{}]})",
+       "the record.arguments[0] lacks the field \"name\""},
+      {R"({"kind": "procedure", "name": "P", "arguments": ["A", " "]})",
+       "the record.arguments[1] is empty"},
+      {R"({"kind": "procedure", "name": "P", "name": "Q"})",
+       "the record has the field \"name\" twice"},
+      {R"([{"kind": "procedure", "name": "P"},
+           {"kind": "procedure", "name": "Q", "arguments": [{"name": "A", "name": "B"}]}])",
+       "record 2 has the field \"name\" twice"},
+      {R"({"kind": "enum", "name": "E", "members": ["Red = 1", {"name": "RED"}]})",
+       "the record \"members\" has RED twice"},
+      {R"json({"kind": "property", "name": "P", "prefix": "p", "type": "(None)"})json",
+       "the record \"type\" can't be \"(None)\": a property has a type"},
+      {R"({"kind": "property", "name": "P", "prefix": "p", "type": "Long( ) "})",
+       "the record \"type\" can't be an array; a Variant holds one"},
+      {R"({"kind": "property", "name": "P", "prefix": "p", "type": " "})",
+       "the record \"type\" is empty"}};
+  for (const auto& [json, fault] : faults) {
+    Input = json;
+    EXPECT_EQ(Run({"--from", "-"}), 2) << json;
+    EXPECT_EQ(Err, std::string("tessel: standard input: ") + fault + "\n") << json;
+    EXPECT_EQ(Out, "");
+  }
+}
+
+TEST_F(NewCommand, TwoRecordsOfOneNameAreRefusedWhereverTheyGo) {
+  Input = R"([{"kind": "procedure", "name": "A"}, {"kind": "procedure", "name": "a"}])";
+  EXPECT_EQ(Run({"--from", "-"}), 2);
+  EXPECT_EQ(Err, "tessel: a is the name of two records\n");
+  Input = R"([{"kind": "property", "name": "A", "type": "Long"},
+              {"kind": "procedure", "name": "LA"}])";
+  EXPECT_EQ(Run({"--from", "-"}), 2) << "the property's variable";
+  Input =
+      R"([{"kind": "collection", "base-class": "A"}, {"kind": "collection", "base-class": "a"}])";
+  EXPECT_EQ(Run({"--from", "-"}), 2);
+  EXPECT_EQ(Err, "tessel: aS is the name of two records\n");
+  Input = R"([{"kind": "collection", "base-class": "A"}, {"kind": "procedure", "name": "AS"}])";
+  EXPECT_EQ(Run({"--from", "-"}), 0) << "a class is no member: " << Err;
+}
+
+TEST_F(NewCommand, AProcedureNamedLikeAControlOfItsFormIsRefused) {
+  const fs::path form = Project().parent_path() / "frmAbout.frm";
+  const std::string before = files::ReadFile(form);
+  EXPECT_EQ(Run({"procedure", "--name", "cmdok", "--into", form}), 2);
+  EXPECT_EQ(Err, "tessel: frmAbout has a member cmdok already\n");
+  EXPECT_EQ(files::ReadFile(form), before);
+}
+
+// The shared database, and names of components
+
+TEST_F(NewCommand, OnlyATypeWithoutAPrefixNeedsTheSharedDatabase) {
+  fs::create_directories(fs::path(folder_.Path()) / "Data");
+  File("Data/Personal.MDB", "damaged");
+  const std::string data = fs::path(folder_.Path()).string();
+  EXPECT_EQ(Run({"enum", "--name", "E", "--member", "A", "--data", data}), 0) << Err;
+  EXPECT_EQ(Run({"procedure", "--name", "P", "--data", data}), 0) << Err;
+  EXPECT_EQ(Run({"procedure", "--name", "9", "--data", data}), 2);
+  EXPECT_NE(Err.find("Number can not be the first symbol"), std::string::npos) << Err;
+  EXPECT_EQ(Run({"collection", "--base-class", "Order", "--data", data}), 0) << Err;
+  EXPECT_EQ(Run({"property", "--name", "P", "--prefix", "p", "--data", data}), 0) << Err;
+  EXPECT_EQ(Run({"property", "--name", "P", "--type", "Long", "--data", data}), 2);
+  EXPECT_NE(Err.find("Personal.MDB"), std::string::npos) << Err;
+}
+
+TEST_F(NewCommand, AComponentIsNotNamedLikeADeviceOrTheProject) {
+  const fs::path project = Project();
+  for (const char* const name : {"con", "PRN", "Aux", "NUL", "COM1", "lpt9"}) {
+    const std::string fault = std::string("tessel: ") + name +
+                              " can't be the name of a component: Windows keeps it for a device\n";
+    EXPECT_EQ(Run({"collection", "--base-class", name, "--into", project}), 2) << name;
+    EXPECT_EQ(Err, fault);
+    EXPECT_EQ(Run({"procedure", "--name", "P", "--into", project, "--component", name,
+                   "--new-component"}),
+              2);
+    EXPECT_EQ(Err, fault);
+  }
+  EXPECT_EQ(Run({"collection", "--base-class", "Order", "--name", "LEDGER", "--into", project}), 2);
+  EXPECT_EQ(Err, "tessel: LEDGER can't be the name of a component: it is that of the project\n");
+  EXPECT_EQ(Run({"collection", "--base-class", "COM0", "--into", project}), 0) << Err;
+}
+
+TEST_F(NewCommand, ManyCollectionsComeInOneCall) {
+  const fs::path project = Project();
+  for (int number = 0; number < 100; ++number) {
+    Input += (Input.empty() ? "[" : ",") + std::string("{\"base-class\": \"Thing") +
+             std::to_string(number) + "\"}";
+  }
+  Input += "]";
+  ASSERT_EQ(Run({"collection", "--from", "-", "--into", project}), 0) << Err;
+  EXPECT_EQ(std::count(Out.begin(), Out.end(), '\n'), 201) << "two classes each, and the project";
+  EXPECT_NE(files::ReadFile(project).find("Class=Thing99S; Thing99S.cls\r\n"), std::string::npos);
 }
 
 // Which project and which component

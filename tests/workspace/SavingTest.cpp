@@ -5,6 +5,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <future>
+#include <thread>
+
+#include "hosts/files/FolderLocks.h"
 #include "workspace/Files.h"
 
 namespace tessel::workspace {
@@ -283,6 +288,24 @@ TEST_F(Saving, AFileThatWasChangedOutsideIsNotOverwrittenUnseen) {
   workspace.AcceptOutside(*workspace.Component(u"N"));
   EXPECT_EQ(workspace.Save().size(), 2U);
   EXPECT_EQ(folder_.Read("N.bas"), Module("N", "Dim b\r\n"));
+}
+
+TEST_F(Saving, WhatAnotherProcessWritesWhileItHoldsTheFolderIsSeen) {
+  folder_.Write("M.bas", Module("M"));
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\n"));
+  workspace.SetText(u"M", u"Dim b");
+  std::promise<void> held;
+  std::thread other([&] {
+    const files::FolderLocks locks({folder_.Path()});
+    held.set_value();
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    folder_.Write("M.bas", Module("M", "Dim other\r\n"));
+  });
+  held.get_future().wait();
+  EXPECT_NE(Fails([&] { workspace.Save(); }).find("Changed by another program"), std::string::npos);
+  other.join();
+  EXPECT_EQ(folder_.Read("M.bas"), Module("M", "Dim other\r\n"));
 }
 
 TEST_F(Saving, AProjectFileThatWasChangedOutsideIsNotOverwrittenUnseen) {
