@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "snippets/TreeCheck.h"
 #include "store/Recordset.h"
 
 namespace tessel::batch {
@@ -34,6 +35,12 @@ StringView PlainCause(StringView description) {
   return found == std::end(Causes) ? StringView() : found->Plain;
 }
 
+bool IsFileSound(CSQLTree& tree) {
+  store::Recordset found;
+  found.Open(u"PRAGMA quick_check(1)", tree.Connection());
+  return found.RecordCount() == 0 || store::ToText(found.Cell(0, 0)) == u"ok";
+}
+
 /// Looks for a cause that the operation passed over.
 StringView CauseNow(CSQLTree& tree) {
   // The file as a whole has no smaller unit than a page.
@@ -42,10 +49,7 @@ StringView CauseNow(CSQLTree& tree) {
   const auto room = std::filesystem::space(tree.Connection()->DataSource, error);
   if (!error && room.available < Page) return NoRoom;
   try {
-    store::Recordset found;
-    found.Open(u"PRAGMA quick_check(1)", tree.Connection());
-    return found.RecordCount() == 0 || store::ToText(found.Cell(0, 0)) == u"ok" ? StringView()
-                                                                                : Damaged;
+    return IsFileSound(tree) ? StringView() : Damaged;
   } catch (const vb::Failure& failure) {
     return PlainCause(failure.Description());
   }
@@ -55,6 +59,15 @@ StringView CauseNow(CSQLTree& tree) {
 
 void CheckLibraryWritable(CSQLTree& tree) {
   tree.Connection()->Execute(u"UPDATE Tree SET Root = Root WHERE ID = 1");
+}
+
+void CheckLibrarySound(CSQLTree& tree) {
+  const auto fail = [&](StringView why) {
+    throw vb::Failure(vb::InvalidCall, tree.Connection()->DataSource + u": " + String(why),
+                      u"Tessel");
+  };
+  if (!IsFileSound(tree)) fail(Damaged);
+  if (!CheckTree(tree.Connection(), false).empty()) fail(DamagedTree);
 }
 
 vb::Failure Explained(const vb::Failure& failure, CSQLTree& tree) {

@@ -10,6 +10,10 @@ namespace tessel::batch {
 /// transaction that is about to write.
 void CheckLibraryWritable(CSQLTree& tree);
 
+/// Fails when the file of the library or its tree is damaged, so that nothing is made from half of
+/// it.
+void CheckLibrarySound(CSQLTree& tree);
+
 /// The failure of an operation on a library with the file and the cause, where the store or the
 /// tree says less: no statement of the store, and no "component failure".
 [[nodiscard]] vb::Failure Explained(const vb::Failure& failure, CSQLTree& tree);

@@ -2,8 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <fstream>
 #include <iterator>
+#include <optional>
 #include <ostream>
 #include <sstream>
 
@@ -19,6 +19,7 @@
 #include "snippets/ColumnSizes.h"
 #include "snippets/ObjectFiles.h"
 #include "snippets/ObjectRecords.h"
+#include "snippets/SnippetFiles.h"
 #include "snippets/SnippetFolder.h"
 #include "snippets/SnippetSearch.h"
 #include "snippets/TreeCheck.h"
@@ -38,13 +39,6 @@ constexpr int TabWidth = 4;
 
 std::string ReadAll(std::istream& in) {
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
-
-std::string ReadFile(const std::string& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::string bytes = ReadAll(in);
-  if (!in) Fail(file + ": the file can't be read");
-  return bytes;
 }
 
 void List(CSQLTree& tree, std::ostream& out) {
@@ -86,10 +80,29 @@ void Find(CSQLTree& tree, const std::vector<std::string>& given, std::ostream& o
   }
 }
 
+/// The text behind a byte order mark; nothing without one.
+std::optional<String> MarkedText(std::string_view bytes) {
+  constexpr std::string_view Utf8 = "\xEF\xBB\xBF", Little = "\xFF\xFE", Big = "\xFE\xFF";
+  if (bytes.starts_with(Utf8)) return vb::FromUtf8(bytes.substr(Utf8.size()));
+  const bool big = bytes.starts_with(Big);
+  if (!big && !bytes.starts_with(Little)) return std::nullopt;
+  if (bytes.size() % 2 != 0) Fail("the text is UTF-16 and ends within a character");
+  String text;
+  for (std::size_t at = Big.size(); at < bytes.size(); at += 2) {
+    const auto low = static_cast<unsigned char>(bytes[at + (big ? 1 : 0)]),
+               high = static_cast<unsigned char>(bytes[at + (big ? 0 : 1)]);
+    text += static_cast<char16_t>(high << 8U | low);
+  }
+  return text;
+}
+
 /// In `codePage`, or when that is 0 UTF-8; what isn't is taken for the code page of the old
 /// systems.
 String TextOf(const std::string& bytes, int codePage) {
   constexpr int CodePage = 1252;
+  if (codePage == 0 || codePage == workspace::Utf8CodePage) {
+    if (auto marked = MarkedText(bytes)) return std::move(*marked);
+  }
   if (codePage != 0) return workspace::Decode(bytes, codePage);
   const String text = vb::FromUtf8(bytes);
   return text.find(u'\xFFFD') == String::npos ? text : vb::TextOfBytes(bytes, CodePage);
@@ -107,12 +120,15 @@ ListFragment ReadFragment(const SnippetsRequest& request, std::istream& in) {
     const String path = fs::absolute(request.File).u16string();
     fragment = mFunctions::FragmentOfFile(path, [&](StringView file, bool companion) {
       if (companion) return fs::exists(fs::path(file)) ? mFunctions::GetFile(file) : String();
-      const std::string bytes = ReadFile(request.File);
+      const std::string bytes = files::ReadFile(request.File);
+      if (request.CodePage == 0) {
+        if (auto marked = MarkedText(bytes)) return std::move(*marked);
+      }
       return workspace::Decode(
           bytes, request.CodePage != 0 ? request.CodePage : workspace::GuessCodePage({bytes}));
     });
     if (fragment.ClassObj.empty()) {
-      fragment.Text = TextOf(ReadFile(request.File), request.CodePage);
+      fragment.Text = TextOf(files::ReadFile(request.File), request.CodePage);
     }
   }
   fragment.TextUserNotes = vb::FromUtf8(request.Notes);
@@ -138,7 +154,7 @@ void TellOfLostCompanions(const std::string& file, const ListFragment& fragment,
   const fs::path kept = known == nullptr || fragment.CompObj.empty()
                             ? fs::path()
                             : fs::path(path.stem().u16string() + u"." + String(known->Companion));
-  const std::string bytes = ReadFile(file);
+  const std::string bytes = files::ReadFile(file);
   for (const auto& one : workspace::CompanionsOf(bytes, path, workspace::GuessCodePage({bytes}))) {
     const fs::path name = one.File.filename();
     if (vb::SameText(name.u16string(), kept.u16string())) continue;
@@ -163,16 +179,30 @@ void Add(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams)
   TellOfLostCompanions(request.File, fragment, streams.Err);
 }
 
+/// A folder that an export wrote may be empty; any other one was hardly meant.
+void TellOfNothing(const std::string& folder, std::ostream& out) {
+  const std::string text = "nothing to import in " + folder;
+  std::error_code error;
+  if (!fs::exists(fs::path(folder) / SnippetOrderFile, error)) Fail(text);
+  if (ReadSnippetOrder(folder).empty()) out << text << '\n';
+}
+
 void Import(CSQLTree& tree, const SnippetsRequest& request, std::ostream& out) {
   // Nothing is told of before it is done.
   std::ostringstream told;
   store::Transaction transaction(*tree.Connection());
   CheckLibraryWritable(tree);
   const String folder = vb::FromUtf8(request.Folder);
-  if (fs::is_directory(request.File)) {
-    for (const ImportedSnippet& one : ImportSnippets(tree, request.File, FolderAt(tree, folder))) {
+  std::error_code error;
+  const auto status = fs::status(request.File, error);
+  if (fs::is_directory(status)) {
+    const auto done = ImportSnippets(tree, request.File, FolderAt(tree, folder));
+    if (done.empty()) TellOfNothing(request.File, told);
+    for (const ImportedSnippet& one : done) {
       told << (one.Replaced ? "replaced " : "added ") << vb::ToUtf8(one.Path) << '\n';
     }
+  } else if (fs::exists(status) && !fs::is_regular_file(status)) {
+    Fail(request.File + ": is no regular file");
   } else if (IsJetFile(request.File)) {
     const auto done = ImportJet(tree, request.File, FolderAt(tree, folder));
     for (const String& one : done.Findings) {
@@ -180,11 +210,11 @@ void Import(CSQLTree& tree, const SnippetsRequest& request, std::ostream& out) {
     }
     for (const String& one : done.Records) told << "added " << vb::ToUtf8(one) << '\n';
   } else if (vb::SameText(fs::path(request.File).extension().u16string(), u".mdb") &&
-             fs::exists(request.File)) {
+             fs::exists(status)) {
     Fail(request.File +
          ": is no Jet database; a library of this program is brought over by export and import");
   } else {
-    const auto records = ReadEditorSnippets(ReadFile(request.File), request.File);
+    const auto records = ReadEditorSnippets(files::ReadFile(request.File), request.File);
     const std::int32_t parent = FolderAt(tree, folder);
     for (const NamedFragment& one : records) {
       AddRecord(tree, parent, one.Name, one.Fragment, told);
@@ -211,6 +241,7 @@ void RemoveStraysBelow(const fs::path& folder) {
 }
 
 void Export(CSQLTree& tree, const fs::path& folder, std::ostream& out) {
+  CheckLibrarySound(tree);
   RemoveStraysBelow(folder);
   const auto done = ExportSnippets(
       tree, folder,

@@ -169,8 +169,7 @@ class Writer {
 class Reader {
  public:
   Reader(std::string_view bytes, StringView file) : file_(file) {
-    if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
-    text_ = vb::FromUtf8(bytes);
+    text_ = TextOfUtf8(bytes, file);
     lines_ = vb::SplitViews(text_, u"\n");
     if (!lines_.empty() && lines_.back().empty()) lines_.pop_back();
     for (StringView& line : lines_) {
@@ -321,6 +320,19 @@ bool IsUnchangedExport(std::string_view bytes) {
   } catch (const vb::Failure&) {
     return false;
   }
+}
+
+String TextOfUtf8(std::string_view bytes, StringView file) {
+  if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+  String text = vb::FromUtf8(bytes);
+  // What is no UTF-8 doesn't come back, and differs first on its own line.
+  const std::string back = vb::ToUtf8(text);
+  if (back == bytes) return text;
+  const auto other = std::mismatch(bytes.begin(), bytes.end(), back.begin(), back.end()).first;
+  const auto line = std::count(bytes.begin(), other, '\n') + 1;
+  throw vb::Failure(
+      vb::InvalidCall,
+      String(file) + u":" + vb::Str(line) + u": the text is no UTF-8; save it as UTF-8", u"Tessel");
 }
 
 NamedFragment ReadRecordText(std::string_view bytes, StringView file) {

@@ -29,6 +29,10 @@ struct NamedFragment {
 /// vb::Failure that names `file` and the line.
 [[nodiscard]] NamedFragment ReadRecordText(std::string_view bytes, StringView file);
 
+/// The text of a file in UTF-8, without its byte order mark. Fails with a vb::Failure that names
+/// `file` and the line where it is none, so that nothing is lost on the way.
+[[nodiscard]] String TextOfUtf8(std::string_view bytes, StringView file);
+
 /// A name as one line of such a file: line ends and what a text file can't hold stand as escapes.
 [[nodiscard]] String EscapedName(StringView name);
 /// The name again; a line that isn't written that way is the name itself.

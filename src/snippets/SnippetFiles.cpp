@@ -2,7 +2,6 @@
 
 #include <fstream>
 #include <iterator>
-#include <set>
 
 #include "vb/Failure.h"
 
@@ -16,12 +15,11 @@ std::vector<SnippetEntry> EntriesOf(const fs::path& folder) {
   std::vector<SnippetEntry> entries;
   std::set<fs::path> listed;
   for (SnippetEntry& entry : ReadSnippetOrder(folder)) {
-    if (!fs::exists(folder / entry.File) || !listed.insert(entry.File).second) continue;
+    std::error_code error;
+    if (!fs::exists(folder / entry.File, error) || !listed.insert(entry.File).second) continue;
     entries.push_back(std::move(entry));
   }
-  std::set<fs::path> others;
-  for (const auto& entry : fs::directory_iterator(folder)) others.insert(entry.path().filename());
-  for (const fs::path& name : others) {
+  for (const fs::path& name : NamesIn(folder)) {
     if (!listed.contains(name) && name.native().front() != fs::path(".").native().front()) {
       entries.push_back({name, std::nullopt});
     }
@@ -31,7 +29,31 @@ std::vector<SnippetEntry> EntriesOf(const fs::path& folder) {
 
 }  // namespace
 
+bool IsSnippetName(const fs::path& name) {
+  return vb::SameText(vb::FromUtf8(name.extension().string()), vb::FromUtf8(SnippetExtension));
+}
+
+std::set<fs::path> NamesIn(const fs::path& folder) {
+  std::set<fs::path> names;
+  std::error_code error;
+  fs::directory_iterator entry(folder, error);
+  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+    names.insert(entry->path().filename());
+  }
+  if (!error) return names;
+  throw vb::Failure(
+      vb::PathFileAccess,
+      vb::FromUtf8(folder.string() + ": the folder can't be read: " + error.message()), u"Tessel");
+}
+
 std::string ReadSnippetBytes(const fs::path& file) {
+  // A pipe may never end.
+  std::error_code error;
+  const auto status = fs::status(file, error);
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    throw vb::Failure(vb::InvalidCall, vb::FromUtf8(file.string()) + u": is no regular file",
+                      u"Tessel");
+  }
   std::ifstream in(file, std::ios::binary);
   std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
   if (!in) {
@@ -43,8 +65,9 @@ std::string ReadSnippetBytes(const fs::path& file) {
 std::vector<SnippetEntry> ReadSnippetOrder(const fs::path& folder) {
   std::vector<SnippetEntry> entries;
   const fs::path file = folder / SnippetOrderFile;
-  if (!fs::exists(file)) return entries;
-  const String text = vb::FromUtf8(ReadSnippetBytes(file));
+  std::error_code error;
+  if (!fs::exists(file, error)) return entries;
+  const String text = TextOfUtf8(ReadSnippetBytes(file), vb::FromUtf8(file.string()));
   for (StringView line : vb::SplitViews(text, u"\n")) {
     if (line.ends_with(u'\r')) line.remove_suffix(1);
     const std::size_t tab = line.find(u'\t');
@@ -61,10 +84,11 @@ std::vector<SnippetFileNode> ReadSnippetFiles(const fs::path& folder) {
   std::vector<SnippetFileNode> nodes;
   for (const SnippetEntry& entry : EntriesOf(folder)) {
     const fs::path path = folder / entry.File;
-    if (fs::is_directory(path) && !fs::is_symlink(path)) {
+    std::error_code error;
+    if (fs::is_directory(fs::symlink_status(path, error))) {
       nodes.push_back(
           {std::nullopt, entry.Name.value_or(entry.File.u16string()), ReadSnippetFiles(path)});
-    } else if (path.extension() == SnippetExtension) {
+    } else if (IsSnippetName(path) && fs::is_regular_file(path, error)) {
       NamedFragment record = ReadRecordText(ReadSnippetBytes(path), path.u16string());
       String name = record.Name;
       nodes.push_back({std::move(record), std::move(name), {}});

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -31,10 +32,15 @@ struct SnippetFileNode {
   std::vector<SnippetFileNode> Children;
 };
 /// All folders and records below a folder: those of its order file first, then the others by name.
-/// Links to folders aren't followed. Fails with a text that names file and line.
+/// Links to folders aren't followed, and only regular files are read. Fails with a text that names
+/// file and line.
 [[nodiscard]] std::vector<SnippetFileNode> ReadSnippetFiles(const std::filesystem::path& folder);
 
-/// The bytes of a file. Fails with a text that names it.
+/// Whether the name is that of a record's file, in any case.
+[[nodiscard]] bool IsSnippetName(const std::filesystem::path& name);
+/// The names of what is in a folder, sorted. Fails with a text that names it.
+[[nodiscard]] std::set<std::filesystem::path> NamesIn(const std::filesystem::path& folder);
+/// The bytes of a regular file. Fails with a text that names it, also for a folder or a pipe.
 [[nodiscard]] std::string ReadSnippetBytes(const std::filesystem::path& file);
 
 }  // namespace tessel

@@ -56,109 +56,240 @@ class UsedNames {
   std::set<String> used_;
 };
 
+[[noreturn]] void FailAt(const fs::path& path, const std::string& why) {
+  throw vb::Failure(vb::PathFileAccess, vb::FromUtf8(path.string() + ": " + why), u"Tessel");
+}
+
+fs::file_type KindOf(const fs::path& path) {
+  std::error_code error;
+  return fs::symlink_status(path, error).type();
+}
+
+void MakeFolder(const fs::path& folder) {
+  std::error_code error;
+  fs::create_directories(folder, error);
+  if (error) FailAt(folder, "the folder can't be made: " + error.message());
+}
+
+/// What an export is about to write.
+struct PlannedRecord {
+  fs::path Path;
+  NamedFragment Record;
+  std::string Bytes;
+};
+struct PlannedFolder {
+  fs::path Path;
+  UsedNames Names;
+  std::vector<SnippetEntry> Entries;
+  std::vector<PlannedRecord> Records;
+};
+
+/// The folders of a library, each one ahead of those in it.
+std::vector<PlannedFolder> PlanOf(CSQLTree& tree, const fs::path& root) {
+  std::vector<PlannedFolder> plan(1);
+  plan.front().Path = root;
+  std::vector<std::size_t> open{0};
+  for (const SnippetPath& one : PathsOf(tree)) {
+    const TreeNode& node = one.Node;
+    while (open.size() >= static_cast<std::size_t>(std::max(node.lvl, 2))) open.pop_back();
+    PlannedFolder& parent = plan[open.back()];
+    if (node.Root == FolderKind) {
+      const std::string file = parent.Names.Take(node.Name, "");
+      parent.Entries.push_back({file, node.Name});
+      PlannedFolder folder;
+      folder.Path = parent.Path / file;
+      open.push_back(plan.size());
+      plan.push_back(std::move(folder));
+    } else {
+      const std::string file = parent.Names.Take(node.Name, SnippetExtension);
+      parent.Entries.push_back({file, std::nullopt});
+      NamedFragment record{node.Name, tree.GetRecordsetFromList(node.ID)};
+      std::string bytes = WriteExportedText(record);
+      parent.Records.push_back({parent.Path / file, std::move(record), std::move(bytes)});
+    }
+  }
+  return plan;
+}
+
+std::string OrderText(const std::vector<SnippetEntry>& entries) {
+  String order;
+  for (const SnippetEntry& entry : entries) {
+    order += vb::FromUtf8(entry.File.string());
+    if (entry.Name) order += u"\t" + EscapedName(*entry.Name);
+    order += u"\n";
+  }
+  return vb::ToUtf8(order);
+}
+
+std::set<fs::path> FilesOf(const std::vector<SnippetEntry>& entries) {
+  std::set<fs::path> files;
+  for (const SnippetEntry& entry : entries) files.insert(entry.File);
+  return files;
+}
+
+/// Whether a file says nothing that the record doesn't: nobody changed it, or the change came into
+/// the library.
+bool IsKnown(const std::string& bytes, const NamedFragment& record) {
+  if (IsUnchangedExport(bytes)) return true;
+  try {
+    const NamedFragment there = ReadRecordText(bytes, u"");
+    return vb::SameText(there.Name, record.Name) && there.Fragment == record.Fragment;
+  } catch (const vb::Failure&) {
+    return false;
+  }
+}
+
+/// Fails, with all of them named, when something stands where a plan writes that isn't an export's.
+class PlanCheck {
+ public:
+  void Run(const std::vector<PlannedFolder>& plan) {
+    for (const PlannedFolder& folder : plan) {
+      const fs::file_type kind = KindOf(folder.Path);
+      // The user names the first one, be it by a link.
+      if (&folder != &plan.front()) CheckFolder(folder.Path, kind);
+      CheckOrder(folder.Path / SnippetOrderFile);
+      for (const PlannedRecord& record : folder.Records) CheckRecord(record);
+    }
+    if (!refused_.empty()) throw vb::Failure(vb::PathFileAccess, refused_, u"Tessel");
+  }
+
+ private:
+  void Refuse(const fs::path& path, StringView why) {
+    if (!refused_.empty()) refused_ += u"\n";
+    refused_ += vb::FromUtf8(path.string()) + String(why);
+  }
+  void CheckFolder(const fs::path& path, fs::file_type kind) {
+    if (kind == fs::file_type::not_found || kind == fs::file_type::directory) return;
+    const bool link = kind == fs::file_type::symlink;
+    Refuse(path, link ? u" is a link; remove it first" : u" is no folder; remove it first");
+  }
+  void CheckOrder(const fs::path& path) {
+    const fs::file_type kind = KindOf(path);
+    if (kind == fs::file_type::not_found || kind == fs::file_type::regular) return;
+    Refuse(path, u" is no regular file; remove it first");
+  }
+  void CheckRecord(const PlannedRecord& record) {
+    const fs::file_type kind = KindOf(record.Path);
+    if (kind == fs::file_type::not_found) return;
+    if (kind == fs::file_type::symlink) {
+      Refuse(record.Path, u" is a link; remove it first");
+    } else if (kind != fs::file_type::regular) {
+      Refuse(record.Path, u" is no regular file; remove it first");
+    } else {
+      const std::string bytes = ReadSnippetBytes(record.Path);
+      if (bytes == record.Bytes || IsKnown(bytes, record.Record)) return;
+      Refuse(record.Path, u" was changed by hand; import it or remove it first");
+    }
+  }
+
+  String refused_;
+};
+
 class Exporter {
  public:
-  Exporter(CSQLTree& tree, const fs::path& folder, const FileWriter& write)
-      : tree_(tree), root_(folder), write_(write) {}
+  Exporter(const fs::path& folder, const FileWriter& write) : root_(folder), write_(write) {}
 
-  ExportedSnippets Run() {
-    open_.emplace_back();
-    open_.back().Path = root_;
-    fs::create_directories(root_);
-    for (const SnippetPath& one : PathsOf(tree_)) {
-      while (open_.size() >= static_cast<std::size_t>(std::max(one.Node.lvl, 2))) Close();
-      if (one.Node.Root == FolderKind) {
-        OpenFolder(one.Node);
-      } else {
-        WriteRecord(one.Node);
-      }
-    }
-    while (!open_.empty()) Close();
+  ExportedSnippets Run(const std::vector<PlannedFolder>& plan) {
+    for (const PlannedFolder& folder : plan) WriteFolder(folder);
+    // What lies in a folder goes ahead of the folder.
+    for (std::size_t at = plan.size(); at-- > 0;) Close(plan[at]);
+    std::sort(done_.Removed.begin(), done_.Removed.end());
+    std::sort(done_.Kept.begin(), done_.Kept.end());
     return std::move(done_);
   }
 
  private:
-  struct Folder {
-    fs::path Path;
-    UsedNames Names;
-    String Order;
-    std::set<fs::path> Entries;
-  };
-
-  void OpenFolder(const TreeNode& node) {
-    Folder& parent = open_.back();
-    const std::string file = parent.Names.Take(node.Name, "");
-    Note(parent, file, u"\t" + EscapedName(node.Name));
-    Folder folder;
-    folder.Path = parent.Path / file;
-    fs::create_directories(folder.Path);
-    open_.push_back(std::move(folder));
+  void WriteFolder(const PlannedFolder& folder) {
+    MakeFolder(folder.Path);
+    Announce(folder);
+    for (const PlannedRecord& record : folder.Records) {
+      Write(record.Path, record.Bytes);
+      done_.Written.push_back(record.Path.lexically_relative(root_));
+    }
   }
-  void WriteRecord(const TreeNode& node) {
-    Folder& folder = open_.back();
-    const std::string file = folder.Names.Take(node.Name, SnippetExtension);
-    Note(folder, file, u"");
-    const fs::path path = folder.Path / file;
-    Write(path, WriteExportedText({node.Name, tree_.GetRecordsetFromList(node.ID)}));
-    done_.Written.push_back(path.lexically_relative(root_));
+  /// Whatever ends an export, the next one knows from the order what this one and an earlier one
+  /// wrote: new entries are listed ahead of their writing, old ones until they are gone.
+  void Announce(const PlannedFolder& folder) {
+    const auto old = ReadSnippetOrder(folder.Path);
+    const auto known = FilesOf(old), entries = FilesOf(folder.Entries);
+    if (std::includes(known.begin(), known.end(), entries.begin(), entries.end())) return;
+    auto both = folder.Entries;
+    for (const SnippetEntry& entry : old) {
+      if (!entries.contains(entry.File)) both.push_back(entry);
+    }
+    Write(folder.Path / SnippetOrderFile, OrderText(both));
   }
   void Write(const fs::path& path, const std::string& bytes) {
-    std::error_code error;
-    if (!fs::exists(path, error) || ReadSnippetBytes(path) != bytes) write_(path, bytes);
+    if (KindOf(path) == fs::file_type::not_found || ReadSnippetBytes(path) != bytes) {
+      write_(path, bytes);
+    }
   }
-  static void Note(Folder& folder, const std::string& file, const String& more) {
-    folder.Order += vb::FromUtf8(file) + more + u"\n";
-    folder.Entries.insert(file);
-  }
-  /// The old order goes last: whatever ends an export ahead of that, the next one still knows what
-  /// an earlier one wrote.
-  void Close() {
-    const Folder& folder = open_.back();
-    Tidy(folder.Path, folder.Entries);
-    Write(folder.Path / SnippetOrderFile, vb::ToUtf8(folder.Order));
-    open_.pop_back();
+  /// An earlier export's folder that holds something else stays in the order, with its name.
+  void Close(const PlannedFolder& folder) {
+    const auto own = FilesOf(folder.Entries);
+    const auto old = ReadSnippetOrder(folder.Path);
+    Tidy(folder.Path, own);
+    auto entries = folder.Entries;
+    for (const SnippetEntry& entry : old) {
+      const bool stays = KindOf(folder.Path / entry.File) == fs::file_type::directory;
+      if (stays && !own.contains(entry.File)) entries.push_back(entry);
+    }
+    Write(folder.Path / SnippetOrderFile, OrderText(entries));
   }
   /// Removes what an earlier export listed in a folder and nobody has changed since, but for
   /// `entries`, and tells of all other records that lie there.
   void Tidy(const fs::path& folder, const std::set<fs::path>& entries) {
-    std::set<fs::path> listed, others;
-    for (const SnippetEntry& entry : ReadSnippetOrder(folder)) listed.insert(entry.File);
-    for (const auto& entry : fs::directory_iterator(folder)) others.insert(entry.path().filename());
-    for (const fs::path& name : others) {
+    const std::set<fs::path> listed = FilesOf(ReadSnippetOrder(folder));
+    for (const fs::path& name : NamesIn(folder)) {
       const fs::path path = folder / name;
       if (entries.contains(name)) continue;
-      if (fs::is_directory(fs::symlink_status(path))) {
-        if (listed.contains(name) || fs::exists(path / SnippetOrderFile)) DropFolder(path);
-      } else if (name.extension() == SnippetExtension) {
-        const bool own = listed.contains(name) && IsUnchangedExport(ReadSnippetBytes(path));
+      if (KindOf(path) == fs::file_type::directory) {
+        if (listed.contains(name)) {
+          DropFolder(path);
+        } else {
+          TellOf(path);
+        }
+      } else if (IsRecordFile(path)) {
+        const bool own = listed.contains(name) && KindOf(path) == fs::file_type::regular &&
+                         IsUnchangedExport(ReadSnippetBytes(path));
         if (own) Remove(path);
         (own ? done_.Removed : done_.Kept).push_back(path.lexically_relative(root_));
+      }
+    }
+  }
+  static bool IsRecordFile(const fs::path& path) {
+    std::error_code error;
+    return IsSnippetName(path) && fs::is_regular_file(path, error);
+  }
+  /// The records below a folder that is none of this export's: another library's may lie there.
+  void TellOf(const fs::path& folder) {
+    if (folder.filename().string().front() == '.') return;
+    for (const fs::path& name : NamesIn(folder)) {
+      const fs::path path = folder / name;
+      if (KindOf(path) == fs::file_type::directory) {
+        TellOf(path);
+      } else if (IsRecordFile(path)) {
+        done_.Kept.push_back(path.lexically_relative(root_));
       }
     }
   }
   /// A folder that holds something else stays, with its order.
   void DropFolder(const fs::path& folder) {
     Tidy(folder, {});
-    const auto isOrder = [](const auto& entry) {
-      return entry.path().filename() == SnippetOrderFile;
-    };
-    if (!std::all_of(fs::directory_iterator(folder), fs::directory_iterator(), isOrder)) return;
+    for (const fs::path& name : NamesIn(folder)) {
+      if (name != SnippetOrderFile) return;
+    }
     Remove(folder / SnippetOrderFile);
     Remove(folder);
   }
   static void Remove(const fs::path& path) {
     std::error_code error;
     fs::remove(path, error);
-    if (!error) return;
-    throw vb::Failure(vb::PathFileAccess,
-                      path.u16string() + u": can't be removed: " + vb::FromUtf8(error.message()),
-                      u"Tessel");
+    if (error) FailAt(path, "can't be removed: " + error.message());
   }
 
-  CSQLTree& tree_;
   fs::path root_;
   const FileWriter& write_;
-  std::vector<Folder> open_;
   ExportedSnippets done_;
 };
 
@@ -247,7 +378,9 @@ class Importer {
 }  // namespace
 
 ExportedSnippets ExportSnippets(CSQLTree& tree, const fs::path& folder, const FileWriter& write) {
-  return Exporter(tree, folder, write).Run();
+  const auto plan = PlanOf(tree, folder);
+  PlanCheck().Run(plan);
+  return Exporter(folder, write).Run(plan);
 }
 
 std::vector<ImportedSnippet> ImportSnippets(CSQLTree& tree, const fs::path& folder,

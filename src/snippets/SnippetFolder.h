@@ -23,7 +23,9 @@ struct ExportedSnippets {
 using FileWriter = std::function<void(const std::filesystem::path& file, const std::string& bytes)>;
 /// Writes all nodes below the top: a folder for each folder, a ".snippet" file for each record, and
 /// in each folder "_order.txt", which keeps their order and names. What is there already with the
-/// same bytes isn't written. Fails with a text that names the file.
+/// same bytes isn't written. Fails with a text that names the file; ahead of the first write, with
+/// all of them, where a file was written or changed by hand and the library doesn't have the
+/// change, and where a link stands.
 ExportedSnippets ExportSnippets(CSQLTree& tree, const std::filesystem::path& folder,
                                 const FileWriter& write);
 

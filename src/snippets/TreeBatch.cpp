@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "snippets/ColumnSizes.h"
+#include "snippets/TreeCheck.h"
 #include "store/Command.h"
 #include "vb/Failure.h"
 
@@ -33,7 +34,7 @@ void TreeBatch::Read() {
     while (!open.empty() && nodes_[open.back()].Rgt < node.Lft) open.pop_back();
     const bool isTop = row == 0 && node.ID == TopID;
     if ((open.empty() && !isTop) || (!open.empty() && node.Rgt > nodes_[open.back()].Rgt)) {
-      Fail(u"The numbers of the tree are damaged; \"tessel snippets check\" mends them");
+      Fail(DamagedTree);
     }
     const std::size_t at = nodes_.size();
     places_.emplace(node.ID, at);

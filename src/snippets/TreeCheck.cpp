@@ -34,10 +34,13 @@ std::optional<std::int64_t> NumberOf(const store::Value& value) {
 
 class Check {
  public:
-  explicit Check(const std::shared_ptr<store::Connection>& connection) : connection_(connection) {}
+  Check(const std::shared_ptr<store::Connection>& connection, bool mend)
+      : connection_(connection), mend_(mend) {}
 
-  std::vector<String> Run(bool mend) {
-    store::Transaction transaction(*connection_);
+  std::vector<String> Run() {
+    // Who only looks may look at what can't be written.
+    std::optional<store::Transaction> transaction;
+    if (mend_) transaction.emplace(*connection_);
     ReadNodes();
     AdoptRows();
     MendKinds();
@@ -46,7 +49,7 @@ class Check {
     CheckNumbers();
     AddRows();
     WriteNumbers();
-    if (mend) transaction.Commit();
+    if (mend_) transaction->Commit();
     return std::move(findings_);
   }
 
@@ -211,16 +214,17 @@ class Check {
 
   /// All of them: a span that was cut for the reckoning is still as it was in the file.
   void WriteNumbers() {
-    if (findings_.empty()) return;
+    if (findings_.empty() || !mend_) return;
     store::Command write(connection_, u"UPDATE Tree SET lft = @lft , rgt=@rgt WHERE id = @Id");
     for (const Node& node : nodes_) write.Execute({node.NewLft, node.NewRgt, node.ID});
   }
 
   void Change(StringView statement, const std::vector<store::Value>& values) {
-    store::Command(connection_, String(statement)).Execute(values);
+    if (mend_) store::Command(connection_, String(statement)).Execute(values);
   }
 
   std::shared_ptr<store::Connection> connection_;
+  bool mend_;
   std::vector<String> findings_;
   /// The top comes first, the others in the order of their left numbers.
   std::vector<Node> nodes_;
@@ -230,7 +234,7 @@ class Check {
 }  // namespace
 
 std::vector<String> CheckTree(const std::shared_ptr<store::Connection>& connection, bool mend) {
-  return Check(connection).Run(mend);
+  return Check(connection, mend).Run();
 }
 
 }  // namespace tessel

@@ -8,6 +8,10 @@
 
 namespace tessel {
 
+/// What an operation says that needs a sound tree.
+inline constexpr StringView DamagedTree =
+    u"The numbers of the tree are damaged; \"tessel snippets check\" mends them";
+
 /// What was wrong with a database's tree, one line for each finding; empty when it is sound. With
 /// `mend` all of it is put right in one transaction and nothing is deleted: nodes keep their order
 /// and, where it can be told, their folder; what has no place goes to the end of the top. Fails

@@ -4,6 +4,7 @@
 
 #include <sstream>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "connections/cConnectReestr.h"
@@ -167,6 +168,91 @@ TEST_F(Snippets, AnExportNamesWhatItRemovesAndWhatItKeeps) {
   EXPECT_EQ(Run({"export", Path("out")}), Done);
   EXPECT_EQ(out_.str(),
             "removed " + Path("out/F/One.snippet") + "\nkept " + Path("out/mine.snippet") + "\n");
+}
+
+TEST_F(Snippets, AnExportOfADamagedLibraryLeavesTheGoodCopyAlone) {
+  for (int at = 0; at < 200; ++at) {
+    Run({"add", "-", "--name", "Record " + std::to_string(at)}, std::string(300, 'x'));
+  }
+  ASSERT_EQ(Run({"export", Path("out")}), Done);
+  const std::string whole = folder_.Read("lib.mdb"), order = folder_.Read("out/_order.txt");
+  folder_.Write("lib.mdb", whole.substr(0, whole.size() - 3000));
+  EXPECT_EQ(Run({"export", Path("out")}), Failed);
+  EXPECT_EQ(err_.str(),
+            "tessel: " + Path("lib.mdb") + ": the file is damaged; take it from a copy\n");
+  folder_.Write("lib.mdb", whole);
+  test::OpenDatabase(library_)->Execute(u"UPDATE Tree SET lft = NULL, rgt = NULL WHERE ID = 75");
+  EXPECT_EQ(Run({"export", Path("out")}), Failed);
+  EXPECT_NE(err_.str().find("The numbers of the tree are damaged; \"tessel snippets check\""),
+            std::string::npos)
+      << err_.str();
+  EXPECT_EQ(folder_.Read("out/_order.txt"), order);
+  EXPECT_TRUE(fs::exists(Path("out/Record 7.snippet")));
+  EXPECT_EQ(Run({"check"}), Done);
+  EXPECT_EQ(Run({"export", Path("out")}), Done);
+}
+
+TEST_F(Snippets, AnExportNamesEveryFileThatWasChangedByHand) {
+  Run({"add", "-", "--name", "One"}, "text");
+  Run({"add", "-", "--name", "Two"}, "text");
+  folder_.Write("out/One.snippet", "Name: One\n");
+  folder_.Write("out/Two.snippet", "Name: Two\n");
+  EXPECT_EQ(Run({"export", Path("out")}), Failed);
+  const std::string why = " was changed by hand; import it or remove it first\n";
+  EXPECT_EQ(err_.str(), "tessel: " + Path("out/One.snippet") + why + Path("out/Two.snippet") + why);
+  EXPECT_FALSE(fs::exists(Path("out/_order.txt")));
+}
+
+TEST_F(Snippets, AMarkTellsHowATextIsWritten) {
+  using namespace std::string_literals;
+  const std::string plain =
+      "Gr\xC3\xBC\xC3\x9F"
+      "e";
+  const std::pair<const char*, std::string> texts[] = {{"Utf8", "\xEF\xBB\xBF" + plain},
+                                                       {"Little",
+                                                        "\xFF\xFE"
+                                                        "G\0r\0\xFC\0\xDF\0e\0"s},
+                                                       {"Big",
+                                                        "\xFE\xFF"
+                                                        "\0G\0r\0\xFC\0\xDF\0e"s}};
+  for (const auto& [name, bytes] : texts) {
+    const std::string file = std::string(name) + ".txt";
+    folder_.Write(file, bytes);
+    EXPECT_EQ(Run({"add", Path(file)}), Done);
+    EXPECT_EQ(Run({"add", "-", "--name", std::string("In") + name}, bytes), Done);
+    for (const std::string& record : {std::string(name), std::string("In") + name}) {
+      EXPECT_EQ(Run({"show", record}), Done);
+      EXPECT_EQ(out_.str(), plain) << record;
+    }
+  }
+  EXPECT_EQ(Run({"add", "-", "--name", "Cut"},
+                "\xFF\xFE"
+                "G\0r"s),
+            Failed);
+  EXPECT_NE(err_.str().find("ends within a character"), std::string::npos) << err_.str();
+  EXPECT_EQ(Run({"add", "-", "--name", "Old", "--code-page", "1252"}, "\xFF\xFE"), Done);
+  EXPECT_EQ(Run({"show", "Old"}), Done);
+  EXPECT_EQ(out_.str(), "\xC3\xBF\xC3\xBE");
+}
+
+TEST_F(Snippets, AnImportSaysThatThereIsNothing) {
+  fs::create_directories(Path("in/sub"));
+  EXPECT_EQ(Run({"import", Path("in")}), Failed);
+  EXPECT_EQ(err_.str(), "tessel: nothing to import in " + Path("in") + "\n");
+  EXPECT_EQ(Run({"list"}), Done);
+  EXPECT_EQ(out_.str(), "");
+  EXPECT_EQ(Run({"export", Path("out")}), Done);
+  EXPECT_EQ(Run({"import", Path("out")}), Done);
+  EXPECT_EQ(out_.str(), "nothing to import in " + Path("out") + "\n");
+}
+
+TEST_F(Snippets, WhatIsNoFileIsToldInPlainWords) {
+  fs::create_directories(Path("folder"));
+  EXPECT_EQ(Run({"add", Path("folder")}), Failed);
+  EXPECT_EQ(err_.str(), "tessel: " + Path("folder") + ": cannot be read: Is a directory\n");
+  ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
+  EXPECT_EQ(Run({"import", Path("pipe")}), Failed);
+  EXPECT_EQ(err_.str(), "tessel: " + Path("pipe") + ": is no regular file\n");
 }
 
 TEST_F(Snippets, AnExportClearsWhatAKilledOneLeft) {

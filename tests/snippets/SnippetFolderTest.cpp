@@ -1,11 +1,16 @@
 #include "snippets/SnippetFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <functional>
 
 #include "hosts/files/AtomicFile.h"
 #include "snippets/SnippetDatabase.h"
+#include "snippets/SnippetFiles.h"
 #include "snippets/SnippetSearch.h"
 #include "support/MemoryPlatform.h"
+#include "vb/Failure.h"
 
 namespace tessel {
 namespace {
@@ -182,6 +187,136 @@ TEST_F(Library, ACopyOfAnExportedFileIsNoneOfTheExports) {
   Export(out);
   folder_.Write("out/copy.snippet", folder_.Read("out/a.snippet"));
   EXPECT_EQ(Export(out).Kept, std::vector<fs::path>{"copy.snippet"});
+}
+
+std::string FailureOf(const std::function<void()>& action) {
+  try {
+    action();
+    return {};
+  } catch (const vb::Failure& failure) {
+    return vb::ToUtf8(failure.Description());
+  }
+}
+
+TEST_F(Library, AnExportWritesOverNothingThatSomebodyChangedOrWroteUntilItIsImported) {
+  for (const StringView name : {u"a", u"b", u"c"}) Record(*tree_, 1, name, u"text\r\n");
+  const fs::path out = folder_.Path() / "out";
+  const std::string hand = "Name: C\nText:\n    by hand\n";
+  folder_.Write("out/c.snippet", hand);
+  EXPECT_EQ(FailureOf([&] { Export(out); }),
+            (out / "c.snippet").string() + " was changed by hand; import it or remove it first");
+  EXPECT_FALSE(fs::exists(out / "a.snippet")) << "nothing is written";
+  fs::remove(out / "c.snippet");
+  Export(out);
+  const std::string changed = folder_.Read("out/a.snippet") + "    more\n";
+  folder_.Write("out/a.snippet", changed);
+  folder_.Write("out/c.snippet", hand);
+  Record(*tree_, 1, u"d", u"new");
+  const std::string all = FailureOf([&] { Export(out); });
+  EXPECT_NE(all.find("a.snippet was changed"), std::string::npos) << all;
+  EXPECT_NE(all.find("c.snippet was changed"), std::string::npos) << all;
+  EXPECT_EQ(all.find("b.snippet"), std::string::npos) << all;
+  EXPECT_FALSE(fs::exists(out / "d.snippet"));
+  EXPECT_EQ(folder_.Read("out/a.snippet"), changed);
+  EXPECT_EQ(folder_.Read("out/c.snippet"), hand);
+  ImportSnippets(*tree_, out, 1);
+  EXPECT_EQ(FailureOf([&] { Export(out); }), "");
+  EXPECT_TRUE(IsUnchangedExport(folder_.Read("out/a.snippet")));
+  EXPECT_NE(folder_.Read("out/a.snippet").find("    more\n"), std::string::npos);
+  EXPECT_NE(folder_.Read("out/c.snippet").find("    by hand\n"), std::string::npos);
+}
+
+TEST_F(Library, AnExportLeavesAnotherLibrarysBelowItAlone) {
+  Record(*tree_, tree_->AddNode(u"F", 1, 0, 0, FolderKind), u"theirs", u"1");
+  const fs::path out = folder_.Path() / "out";
+  Export(out / "lib");
+  const std::string order = folder_.Read("out/lib/F/_order.txt");
+  tree_ = New("b.mdb");
+  Record(*tree_, 1, u"mine", u"2");
+  for (int round = 0; round < 2; ++round) {
+    const ExportedSnippets done = Export(out);
+    EXPECT_TRUE(done.Removed.empty());
+    EXPECT_EQ(done.Kept, std::vector<fs::path>{"lib/F/theirs.snippet"});
+  }
+  EXPECT_EQ(folder_.Read("out/lib/F/_order.txt"), order);
+}
+
+TEST_F(Library, WhatAnEndedExportLeftIsItsOwnToTheNextOne) {
+  const int old = tree_->AddNode(u"old", 1, 0, 0, FolderKind);
+  Record(*tree_, old, u"older", u"0");
+  const fs::path out = folder_.Path() / "out";
+  Export(out);
+  tree_->DeleteNode(old);
+  const int folder = tree_->AddNode(u"new", 1, 0, 0, FolderKind);
+  Record(*tree_, folder, u"first", u"1");
+  Record(*tree_, folder, u"second", u"2");
+  const auto killed = [](const fs::path& file, const std::string& bytes) {
+    if (file.filename() == "second.snippet") throw vb::Failure(vb::PathFileAccess, u"", u"");
+    files::WriteFile(file, bytes);
+  };
+  EXPECT_THROW(ExportSnippets(*tree_, out, killed), vb::Failure);
+  EXPECT_TRUE(fs::exists(out / "new/first.snippet"));
+  tree_->DeleteNode(folder);
+  const ExportedSnippets done = Export(out);
+  EXPECT_EQ(done.Removed, (std::vector<fs::path>{"new/first.snippet", "old/older.snippet"}));
+  EXPECT_FALSE(fs::exists(out / "new"));
+  EXPECT_FALSE(fs::exists(out / "old"));
+}
+
+TEST_F(Library, AnExportFollowsNoLinkAndReadsNoPipe) {
+  const fs::path out = folder_.Path() / "out", other = folder_.Path() / "other";
+  fs::create_directories(other);
+  fs::create_directories(out);
+  folder_.Write("other/target.snippet", "theirs");
+  Record(*tree_, tree_->AddNode(u"F", 1, 0, 0, FolderKind), u"in", u"1");
+  Record(*tree_, 1, u"linked", u"2");
+  Record(*tree_, 1, u"pipe", u"3");
+  fs::create_directory_symlink(other, out / "F");
+  fs::create_symlink(other / "target.snippet", out / "linked.snippet");
+  fs::create_symlink(other / "order", out / "_order.txt");
+  ASSERT_EQ(mkfifo((out / "pipe.snippet").c_str(), 0600), 0);
+  const std::string told = FailureOf([&] { Export(out); });
+  for (const char* const one :
+       {"/F is a link", "/linked.snippet is a link", "/pipe.snippet is no regular file",
+        "/_order.txt is no regular file"}) {
+    EXPECT_NE(told.find(one), std::string::npos) << told;
+  }
+  EXPECT_FALSE(fs::exists(other / "in.snippet"));
+  EXPECT_FALSE(fs::exists(other / "order"));
+  EXPECT_EQ(folder_.Read("other/target.snippet"), "theirs");
+  // Where the library has nothing of that name the pipe is none of its business.
+  tree_ = New("b.mdb");
+  fs::remove(out / "_order.txt");
+  EXPECT_EQ(FailureOf([&] { Export(out); }), "");
+  fs::remove(out / "linked.snippet");
+  EXPECT_TRUE(ImportSnippets(*tree_, out, 1).empty());
+}
+
+TEST_F(Library, AFolderThatCannotBeMadeIsNamedWithTheCause) {
+  folder_.Write("file", "x");
+  const std::string told = FailureOf([&] { Export(folder_.Path() / "file" / "out"); });
+  EXPECT_NE(told.find("/file/out: the folder can't be made: "), std::string::npos) << told;
+}
+
+TEST_F(Library, AnImportTakesNoTextThatIsNoUtf8AndNamesItsLine) {
+  folder_.Write("in/a.snippet", "Name: a\nText:\n    x\n");
+  folder_.Write("in/b.snippet",
+                "Name: b\nText:\n    Gr\xFC\xDF"
+                "e\n");
+  const std::string told = FailureOf([&] { ImportSnippets(*tree_, folder_.Path() / "in", 1); });
+  EXPECT_NE(told.find("b.snippet:3: the text is no UTF-8"), std::string::npos) << told;
+  EXPECT_TRUE(Contents(*tree_).empty());
+  folder_.Write("in/b.snippet", "Name: b\nText:\n    \xEF\xBF\xBD\n");
+  folder_.Write("in/_order.txt", "a.snippet\nF\tGr\xFC\n");
+  EXPECT_NE(FailureOf([&] {
+              ImportSnippets(*tree_, folder_.Path() / "in", 1);
+            }).find("_order.txt:2: the text is no UTF-8"),
+            std::string::npos);
+}
+
+TEST_F(Library, ARecordsFileEndsInAnyCase) {
+  folder_.Write("in/a.SNIPPET", "Name: a\nText:\n    x\n");
+  EXPECT_EQ(ImportSnippets(*tree_, folder_.Path() / "in", 1).size(), 1U);
 }
 
 TEST_F(Library, AnImportReplacesRecordsOfTheSameNameWhole) {
