@@ -5,6 +5,7 @@
 #include "hosts/batch/BatchPlatform.h"
 #include "hosts/linux/LinuxApp.h"
 #include "hosts/linux/SqliteRegistry.h"
+#include "store/PlainCause.h"
 #include "store/Seeds.h"
 
 namespace tessel::batch {
@@ -73,10 +74,14 @@ std::shared_ptr<CSQLTree> OpenLibrary(const std::string& name, const fs::path& d
       store::Recordset records;
       records.Open(String(statement) + u" WHERE 1 = 0", connection);
     } catch (const vb::Failure& failure) {
-      throw vb::Failure(failure.Number(),
-                        file.u16string() + u": is no snippet library; table " + String(table) +
-                            u": " + failure.Description(),
-                        u"Tessel");
+      const String plain = store::PlainCause(failure.Description());
+      const String what = plain.starts_with(u"there is no ")
+                              ? u"is no snippet library; table " + String(table) + u": "
+                              : String();
+      throw vb::Failure(
+          failure.Number(),
+          file.u16string() + u": " + what + (plain.empty() ? failure.Description() : plain),
+          u"Tessel");
     }
   }
   auto tree = std::make_shared<CSQLTree>();

@@ -119,7 +119,7 @@ ListFragment ReadFragment(const SnippetsRequest& request, std::istream& in) {
   } else {
     const String path = fs::absolute(request.File).u16string();
     fragment = mFunctions::FragmentOfFile(path, [&](StringView file, bool companion) {
-      if (companion) return fs::exists(fs::path(file)) ? mFunctions::GetFile(file) : String();
+      if (companion) return mFunctions::GetCompanion(file, false);
       const std::string bytes = files::ReadFile(request.File);
       if (request.CodePage == 0) {
         if (auto marked = MarkedText(bytes)) return std::move(*marked);

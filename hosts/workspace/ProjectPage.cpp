@@ -5,12 +5,14 @@
 #include "hosts/workspace/CodePages.h"
 #include "hosts/workspace/ComponentFile.h"
 #include "hosts/workspace/LoadedProject.h"
+#include "vb/CodePages.h"
 
 namespace tessel::workspace {
 namespace {
 
-/// In the order in which they are tried. Of the pages of two bytes the Japanese one comes first,
-/// since the others hold its syllables, too; the one that holds everything comes last.
+/// In the order in which they are tried. The pages of two bytes hold Greek and Cyrillic letters as
+/// well, so one of them is taken only when the files will be read in it again; the one that holds
+/// everything comes last.
 constexpr int Pages[] = {1252, 1250, 1251, 1253, 1254, 1255, 1256,        1257,
                          1258, 874,  932,  936,  949,  950,  Utf8CodePage};
 
@@ -27,6 +29,15 @@ bool Suits(const model::VBComponent& component, int codePage) {
   return !component.Module() || FileFor(component, codePage).Suits(component, codePage);
 }
 
+/// The bytes of a component in a page that suits it; none for one whose file says its page itself.
+std::string BytesIn(const model::VBComponent& component, int codePage) {
+  if (!component.Module()) return {};
+  ComponentFile file = FileFor(component, codePage);
+  if (file.HasByteOrderMark()) return {};
+  file.SetCodePage(codePage);
+  return file.Compose(component);
+}
+
 }  // namespace
 
 bool ProjectPage::MayBe(int codePage, model::VBProject& project) const {
@@ -37,6 +48,18 @@ bool ProjectPage::MayBe(int codePage, model::VBProject& project) const {
   const auto& all = project.Components().All();
   return std::all_of(all.begin(), all.end(),
                      [&](const auto& component) { return Suits(*component, codePage); });
+}
+
+bool ProjectPage::MayBecome(int codePage, model::VBProject& project, std::string_view more) const {
+  if (!MayBe(codePage, project)) return false;
+  if (vb::IsSingleByteCodePage(codePage)) return true;
+  std::size_t at = 0;
+  std::vector<std::string> all{std::string(more), OwnBytes(),
+                               Encode(project.PlainName(), codePage, at).value_or(std::string())};
+  for (const auto& component : project.Components().All()) {
+    all.push_back(BytesIn(*component, codePage));
+  }
+  return GuessCodePage({all.begin(), all.end()}) == codePage;
 }
 
 /// Once something isn't, it is no longer looked for.
@@ -70,7 +93,7 @@ std::optional<std::string> ProjectPage::BytesOf(StringView text, std::size_t& at
   for (const int page : Pages) {
     std::size_t missing = 0;
     bytes = Encode(text, page, missing);
-    if (!bytes || !MayBe(page, project)) continue;
+    if (!bytes || !MayBecome(page, project, *bytes)) continue;
     Change(page, project);
     return bytes;
   }
@@ -85,7 +108,7 @@ void ProjectPage::Welcome(std::string_view bytes, model::VBProject& project) {
 void ProjectPage::Fit(model::VBProject& project) {
   if (isChosen_ || MayBe(codePage_, project)) return;
   const auto* const page = std::find_if(std::begin(Pages), std::end(Pages),
-                                        [&](int one) { return MayBe(one, project); });
+                                        [&](int one) { return MayBecome(one, project, {}); });
   if (page != std::end(Pages)) Change(*page, project);
 }
 

@@ -38,6 +38,10 @@ class ProjectPage {
 
  private:
   [[nodiscard]] bool MayBe(int codePage, model::VBProject& project) const;
+  /// Whether it may be that page, and would be read in it again with `more` among its files. Pages
+  /// of one byte are the user's own, which reading can't always tell from each other.
+  [[nodiscard]] bool MayBecome(int codePage, model::VBProject& project,
+                               std::string_view more) const;
   [[nodiscard]] bool IsPlain(model::VBProject& project);
   void Change(int codePage, model::VBProject& project);
 

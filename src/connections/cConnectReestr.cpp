@@ -71,25 +71,32 @@ void cConnectReestr::SaveConnect(StringView name, StringView fileName) {
 
 bool cConnectReestr::AddNewConnection(StringView fileName) {
   return Service.Guard([&] {
-    const auto known = GetAllConnect().value_or(std::vector<RegisteredConnection>{});
-    const auto has = [&](auto&& test) { return std::any_of(known.begin(), known.end(), test); };
-    if (has([&](const auto& row) { return vb::SameText(row.FileName, fileName); })) return false;
-    // Numbers that deleted entries left are used again.
-    for (int number = 1;; ++number) {
-      const String name = u"UserConnect" + vb::Str(number);
-      if (has([&](const auto& row) { return vb::SameText(row.Name, name); })) continue;
+    bool added = false;
+    // Another process may be taking the same number.
+    platform::ChangeTogether(platform::Current().Registry(), [&] {
+      const auto known = GetAllConnect().value_or(std::vector<RegisteredConnection>{});
+      const auto has = [&](auto&& test) { return std::any_of(known.begin(), known.end(), test); };
+      if (has([&](const auto& row) { return vb::SameText(row.FileName, fileName); })) return;
+      // Numbers that deleted entries left are used again.
+      int number = 1;
+      String name;
+      do {
+        name = u"UserConnect" + vb::Str(number++);
+      } while (has([&](const auto& row) { return vb::SameText(row.Name, name); }));
       SaveConnect(name, fileName);
-      return true;
-    }
+      added = true;
+    });
+    return added;
   });
 }
 
 void cConnectReestr::DeleteConnection(StringView fileName) {
   Service.Guard([&] {
-    const auto known = GetAllConnect();
-    if (!known) return;
-    // An end between the two would leave no connection at all.
+    // An end between the two would leave no connection at all, and one that another process adds
+    // behind the reading would go.
     platform::ChangeTogether(platform::Current().Registry(), [&] {
+      const auto known = GetAllConnect();
+      if (!known) return;
       appSettings_->DeleteSetting(keyName_, u"");
       for (const RegisteredConnection& row : *known) {
         if (!vb::SameText(row.FileName, fileName)) SaveConnect(row.Name, row.FileName);

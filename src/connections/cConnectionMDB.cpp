@@ -2,6 +2,7 @@
 
 #include "connections/cConnectionMDBs.h"
 #include "platform/Platform.h"
+#include "store/PlainCause.h"
 #include "store/Recordset.h"
 
 namespace tessel {
@@ -52,7 +53,9 @@ bool cConnectionMDB::CheckStructureMDB() const {
       // Whether the columns are there shows without reading any row of a large library.
       records.Open(String(table.Statement) + u" WHERE 1 = 0", mConnectMDB);
     } catch (...) {
-      Report(vb::CurrentFailure().Description() + u"\r\nFile: " + FileName + u"\r\nTable: " +
+      const String description = vb::CurrentFailure().Description();
+      const String plain = store::PlainCause(description);
+      Report((plain.empty() ? description : plain) + u"\r\nFile: " + FileName + u"\r\nTable: " +
              String(table.Name));
       return false;
     }

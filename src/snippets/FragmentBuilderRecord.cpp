@@ -108,11 +108,12 @@ void frmFragmentBuilder::WindowsImport(StringView routine, StringView filter) {
   });
 }
 
-void frmFragmentBuilder::ImportFileInList(StringView connection, StringView path) {
+void frmFragmentBuilder::ImportFileInList(StringView connection, StringView path,
+                                          bool needsCompanion) {
   Routine(u"frmFragmentBuilder.ImportFileInList", [&](const Statements& run) {
     const auto project = run([&] { return VBInstance ? VBInstance->ActiveVBProject() : nullptr; });
     mFunctions::ImportRecordFileObjectToTblList(Need(trees_), connection, path, CurrentID(),
-                                                project);
+                                                project, needsCompanion);
   });
 }
 

@@ -145,7 +145,17 @@ void frmFragmentBuilder::DeleteFolder(StringView connection) {
 void frmFragmentBuilder::MoveFolder(const Statements& run, TreeMove move, StringView connection,
                                     int kind) {
   const std::int32_t id = CurrentID();
-  run([&] { (TreeOf(connection).*move)(id, kind); });
+  const bool moved = run([&] {
+    (TreeOf(connection).*move)(id, kind);
+    return true;
+  });
+  const auto look = [&] {
+    static_cast<void>(TreeOf(connection).NameOfNode(id));
+    return true;
+  };
+  // A library that can't be read stays as it is shown, and with it what the user typed; why was
+  // told already where the move failed.
+  if (moved ? !run(look) : !ResumeNext(look)) return;
   RunLoadTree({String(connection), id});
 }
 
@@ -184,7 +194,7 @@ void frmFragmentBuilder::DropFiles(int row, const std::vector<String>& files) {
     if (!taken) return;
     run([&] { MakeCurrent(row); });
     if (AddFolder(key.Connection, RecordKind, taken->Name, taken->ClassObj) > 0) {
-      ImportFileInList(key.Connection, taken->Path);
+      ImportFileInList(key.Connection, taken->Path, taken->NeedsCompanion);
       run([&] { C1TCodeObject.SetCurrTab(ObjectPage); });
       ViewWindowsRichTextBox(key.Connection);
     }

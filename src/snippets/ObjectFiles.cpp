@@ -60,14 +60,19 @@ String GetFile(StringView path, const std::shared_ptr<host::VBProject>& project)
   return project ? project->SourceText(bytes) : vb::TextOfBytes(bytes, ByteCodePage);
 }
 
-void PutFile(StringView path, StringView text, const std::shared_ptr<host::VBProject>& project) {
+String GetCompanion(StringView path, bool needed) {
+  return needed || FileOf(path).Exists() ? GetFile(path) : String();
+}
+
+void PutFile(StringView path, StringView text, const std::shared_ptr<host::VBProject>& project,
+             StringView knownAs) {
   std::size_t at = 0;
   const auto bytes =
       project ? project->SourceBytes(text, at) : vb::ExactBytesOfText(text, ByteCodePage, at);
   if (!bytes) {
     throw vb::Failure(vb::InvalidCall,
-                      String(path) + u": the character \"" + String(text.substr(at, 1)) +
-                          u"\" isn't in the code page of the project",
+                      String(knownAs.empty() ? path : knownAs) + u": the character \"" +
+                          String(text.substr(at, 1)) + u"\" isn't in the code page of the project",
                       u"Tessel");
   }
   platform::Current().Files().Write(Native(path), *bytes);

@@ -13,10 +13,12 @@ namespace tessel::mFunctions {
 /// Fails with 53 and the path for a missing file.
 [[nodiscard]] String GetFile(StringView path,
                              const std::shared_ptr<host::VBProject>& project = nullptr);
-/// Writes a text to a file as a whole. Fails with a text that names the file and the first
-/// character that the code page lacks.
+/// A companion as `GetFile` reads it; one that is missing is empty unless it is `needed`.
+[[nodiscard]] String GetCompanion(StringView path, bool needed);
+/// Writes a text to a file as a whole. Fails with a text that names the file, or what the user
+/// knows it by, and the first character that the code page lacks.
 void PutFile(StringView path, StringView text,
-             const std::shared_ptr<host::VBProject>& project = nullptr);
+             const std::shared_ptr<host::VBProject>& project = nullptr, StringView knownAs = {});
 
 /// The file beside a component's with another extension, in whatever case it is written; the plain
 /// name when there is none.

@@ -36,7 +36,9 @@ String WriteObject(const ListFragment& object, const ObjectClass& known, const S
     PutFile(base + u"." + String(known.Companion), object.CompObj);
   }
   String path = base + u"." + String(known.Extension);
-  PutFile(path, object.TitleObj + object.TextObj, project);
+  // The file goes again, so its name tells nobody anything.
+  PutFile(path, object.TitleObj + object.TextObj, project,
+          u"the component \"" + object.NameObj + u"\"");
   return path;
 }
 

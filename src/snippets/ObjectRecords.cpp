@@ -123,10 +123,12 @@ ListFragment FragmentOfFile(StringView path, const ComponentReader& read) {
 
 void ImportRecordFileObjectToTblList(const CSQLTrees& trees, StringView nameConnect,
                                      StringView path, std::int32_t id,
-                                     const std::shared_ptr<host::VBProject>& project) {
+                                     const std::shared_ptr<host::VBProject>& project,
+                                     bool needsCompanion) {
   Routine(u"mFunctions.ImportRecordFileObjectToTblList", [&](const Statements& run) {
     const ListFragment fragment = FragmentOfFile(path, [&](StringView file, bool companion) {
-      return run([&] { return GetFile(file, companion ? nullptr : project); });
+      return run(
+          [&] { return companion ? GetCompanion(file, needsCompanion) : GetFile(file, project); });
     });
     run([&] { trees.item(nameConnect)->UpdateListFragment(id, fragment); });
   });
@@ -147,6 +149,7 @@ void WriteDropped(DroppedComponent& taken, StringView path, String text, StringV
   }
   taken.Path = file + u".frm";
   const String companion = ValueBehind(head, u"OleObjectBlob", u":");
+  taken.NeedsCompanion = !companion.empty() || vb::InStr(head, u".frx\":", vb::Compare::Text) > 0;
   if (!companion.empty()) {
     const String source = String(path.substr(0, FolderLength(path))) + companion;
     ResumeNext([&] { CopyFileSafe(file + u".frx", source); });

@@ -30,10 +30,12 @@ struct ObjectClass {
 namespace mFunctions {
 
 /// Stores a file in the record `id`: a component as head, code and companion, any other as a text.
-/// A component's file without its key line stores nothing. Failures go to the failure service.
+/// A component's file without its key line stores nothing. Failures go to the failure service; a
+/// companion that is missing is one when it is needed.
 void ImportRecordFileObjectToTblList(const CSQLTrees& trees, StringView nameConnect,
                                      StringView path, std::int32_t id,
-                                     const std::shared_ptr<host::VBProject>& project = nullptr);
+                                     const std::shared_ptr<host::VBProject>& project = nullptr,
+                                     bool needsCompanion = true);
 
 /// Reads a file of a component; `companion` tells the one beside it.
 using ComponentReader = std::function<String(StringView path, bool companion)>;
@@ -52,6 +54,8 @@ struct DroppedComponent {
   String Name, ClassObj;
   /// Its file below a temporary folder, which the caller removes.
   String Path, Folder;
+  /// Whether its head draws something from a companion.
+  bool NeedsCompanion = false;
 };
 /// Takes a dropped temporary file ("tmp" in its extension) apart, in the code page of `project`;
 /// nothing when it is no component. A form that names no companion, or whose companion is gone,

@@ -45,34 +45,76 @@ class Loader {
   Loader(forms::Grid& grid, const SnippetGridShape& shape, const SnippetChoice& choice)
       : grid_(grid), shape_(shape), choice_(choice), collapsed_(CollapsedRows(grid)) {}
 
-  void LoadTree(StringView connection, CSQLTree& tree, const String& caption) {
+  /// What the grid will show of a library, read while it still shows what it did.
+  void Read(StringView connection, CSQLTree& tree) {
+    Library one{String(connection), u"", std::nullopt, {}};
     Routine(u"SnippetGrid.LoadTree", [&](const Statements& run) {
-      const TreeNodes nodes =
-          run([&] { return shape_.Objects ? tree.GetNodesAndList() : tree.GetNodes(); });
-      const Undrawn undrawn(grid_);
-      const bool had = chosen_ >= 0;
-      run([&] { AddRows(connection, caption, nodes); });
-      if (!had && chosen_ >= 0) {
-        run([&] { Show(chosen_); });
-      } else if (grid_.Row() < grid_.FixedRows() && grid_.Rows() > grid_.FixedRows()) {
-        run([&] { grid_.Select(grid_.FixedRows(), 0); });
-      }
+      one.Caption = run([&] { return tree.GetNameRootTree(); });
+      one.Nodes = run(
+          [&] { return std::optional(shape_.Objects ? tree.GetNodesAndList() : tree.GetNodes()); });
     });
+    // One that can't be read now keeps its rows.
+    if (!one.Nodes) one.Kept = RowsOf(connection);
+    libraries_.push_back(std::move(one));
+  }
+
+  void ShowAll() {
+    grid_.ClearRows();
+    for (Library& one : libraries_) {
+      Routine(u"SnippetGrid.LoadTree", [&](const Statements& run) {
+        const Undrawn undrawn(grid_);
+        const bool had = chosen_ >= 0;
+        run([&] { one.Kept.empty() ? AddRows(one) : AddKept(one); });
+        if (!had && chosen_ >= 0) {
+          run([&] { Show(chosen_); });
+        } else if (grid_.Row() < grid_.FixedRows() && grid_.Rows() > grid_.FixedRows()) {
+          run([&] { grid_.Select(grid_.FixedRows(), 0); });
+        }
+      });
+    }
   }
 
  private:
-  void AddRows(StringView connection, const String& caption, const TreeNodes& nodes) {
+  struct Library {
+    String Name, Caption;
+    /// None when it can't be read.
+    std::optional<TreeNodes> Nodes;
+    std::vector<forms::GridRow> Kept;
+  };
+
+  [[nodiscard]] std::vector<forms::GridRow> RowsOf(StringView connection) const {
+    const String prefix = String(connection) + u".";
+    std::vector<forms::GridRow> rows;
+    for (int row = grid_.FixedRows(); row < grid_.Rows(); ++row) {
+      if (String(grid_.RowAt(row).CellData).starts_with(prefix)) {
+        rows.push_back(grid_.RowAt(row));
+      }
+    }
+    return rows;
+  }
+
+  [[nodiscard]] bool IsChosen(const Library& library, std::int64_t id) const {
+    const bool here = choice_.Connection.empty() || choice_.Connection == library.Name;
+    return here && chosen_ < 0 && id == choice_.Node && id != TopID;
+  }
+
+  void AddKept(Library& library) {
+    for (std::size_t at = 0; at < library.Kept.size(); ++at) {
+      if (IsChosen(library, library.Kept[at].Data)) chosen_ = grid_.Rows() + static_cast<int>(at);
+    }
+    grid_.AddRows(std::move(library.Kept));
+  }
+
+  void AddRows(const Library& library) {
+    const TreeNodes nodes = library.Nodes.value_or(std::nullopt);
     std::vector<forms::GridRow> rows;
     rows.reserve(nodes ? nodes->size() + 1 : 1);
-    const TreeNode top{TopID, caption, TopLevel, FolderKind, {}, {}};
-    rows.push_back(RowOf({connection, top, true}));
+    const TreeNode top{TopID, library.Caption, TopLevel, FolderKind, {}, {}};
+    rows.push_back(RowOf({library.Name, top, true}));
     if (nodes) {
-      const bool here = choice_.Connection.empty() || choice_.Connection == connection;
       for (const TreeNode& node : *nodes) {
-        if (here && chosen_ < 0 && node.ID == choice_.Node) {
-          chosen_ = grid_.Rows() + static_cast<int>(rows.size());
-        }
-        rows.push_back(RowOf({connection, node, false}));
+        if (IsChosen(library, node.ID)) chosen_ = grid_.Rows() + static_cast<int>(rows.size());
+        rows.push_back(RowOf({library.Name, node, false}));
       }
     }
     grid_.AddRows(std::move(rows));
@@ -102,6 +144,7 @@ class Loader {
   const SnippetGridShape& shape_;
   const SnippetChoice& choice_;
   std::unordered_set<String> collapsed_;
+  std::vector<Library> libraries_;
   int chosen_ = -1;
 };
 
@@ -159,15 +202,13 @@ void LoadSnippetGrid(forms::Grid& grid, std::shared_ptr<CSQLTrees>& trees,
     const Undrawn undrawn(grid);
     Loader loader(grid, shape, choice);
     trees = std::make_shared<CSQLTrees>();
-    grid.ClearRows();
     for (const auto& entry : Need(gConnectionMDBs)) {
       const String& name = entry.first;
       if (name == SharedConnection) continue;
       const auto tree = run([&] { return SnippetTreeOf(*trees, name); });
-      if (!tree) continue;
-      const String caption = run([&] { return tree->GetNameRootTree(); });
-      loader.LoadTree(name, *tree, caption);
+      if (tree) loader.Read(name, *tree);
     }
+    loader.ShowAll();
   });
 }
 

@@ -118,7 +118,7 @@ class frmFragmentBuilder : public ToolForm {
   void ViewC1TCodeObject();
   void FillComponents(const Statements& run);
   void WindowsImport(StringView routine, StringView filter);
-  void ImportFileInList(StringView connection, StringView path);
+  void ImportFileInList(StringView connection, StringView path, bool needsCompanion = true);
   /// Writes the text of one edit box into its column of the record.
   void Save(StringView routine, forms::RichTextBox& box, String ListFragment::*column);
   void InsertObject();

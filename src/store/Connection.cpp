@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "store/Engine.h"
+#include "store/PlainCause.h"
 #include "store/SpanCount.h"
 #include "store/TextOrder.h"
 
@@ -72,9 +73,9 @@ void Connection::Open() {
     // The first real look at the file: damage and locks show here and not in some later tool.
     engine::Run(db_, "SELECT count(*) FROM sqlite_master");
   } catch (const vb::Failure& failure) {
-    const String& why = failure.Description();
+    const String plain = PlainCause(failure.Description());
     Close();
-    Fail(file, why);
+    Fail(file, plain.empty() ? failure.Description() : plain);
   }
 }
 

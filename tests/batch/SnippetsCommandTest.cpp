@@ -371,6 +371,37 @@ TEST_F(Snippets, ADamagedLibraryIsNamedAndNoStatementIsShown) {
   EXPECT_GE(told, 12);
 }
 
+TEST_F(Snippets, AFileThatIsNoLibraryIsToldWithoutAStatement) {
+  test::OpenDatabase(library_)->Execute(u"ALTER TABLE List DROP COLUMN TextUserNotes");
+  EXPECT_EQ(Run({"list"}), Failed);
+  EXPECT_EQ(err_.str(), "tessel: " + Path("lib.mdb") +
+                            ": is no snippet library; table List: there is no column "
+                            "TextUserNotes\n");
+  test::OpenDatabase(library_)->Execute(u"DROP TABLE List");
+  EXPECT_EQ(Run({"list"}), Failed);
+  EXPECT_EQ(err_.str(), "tessel: " + Path("lib.mdb") +
+                            ": is no snippet library; table List: there is no table List\n");
+}
+
+TEST_F(Snippets, ASearchOfALibraryThatWasCutOffEnds) {
+  for (int number = 0; number < 40; ++number) {
+    Run({"add", "-", "--name", "Number " + std::to_string(number)}, std::string(3000, 'x'));
+  }
+  const std::string whole = folder_.Read("lib.mdb");
+  constexpr std::size_t Page = 4096;
+  int told = 0;
+  for (std::size_t length = Page; length < whole.size(); length += 3 * Page) {
+    folder_.Write("lib.mdb", whole.substr(0, length));
+    for (const char* const word : {"xx", "nowhere"}) {
+      if (Run({"find", word}) != Failed) continue;
+      ++told;
+      EXPECT_EQ(err_.str(),
+                "tessel: " + Path("lib.mdb") + ": the file is damaged; take it from a copy\n");
+    }
+  }
+  EXPECT_GE(told, 10);
+}
+
 TEST_F(Snippets, AFullDeviceOrAReadOnlyLibraryIsTold) {
   Run({"add", "-", "--name", "One"}, "x");
   EXPECT_EQ(Run({"export", "/dev/null/out"}), Failed);

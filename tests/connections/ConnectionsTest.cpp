@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <utility>
 
 #include "connections/cConnectReestr.h"
 #include "connections/cConnectionMDBs.h"
@@ -63,6 +64,7 @@ TEST_F(Connections, ADeletionIsOneChangeOfTheStore) {
   } services;
   const platform::ScopedPlatform scope(services);
   for (const StringView file : {u"a", u"b"}) EXPECT_TRUE(list_.AddNewConnection(file));
+  services.Own.Groups = 0;
   list_.DeleteConnection(u"a");
   EXPECT_EQ(services.Own.Groups, 1);
   EXPECT_EQ(*list_.GetAllConnect(), (std::vector<RegisteredConnection>{{u"UserConnect2", u"b"}}));
@@ -74,6 +76,46 @@ TEST_F(Connections, AnEntryThatStandsIsNotWrittenAgain) {
   EXPECT_NO_THROW(list_.SaveConnect(u"Marlow", u"a"));
   EXPECT_THROW(list_.SaveConnect(u"Marlow", u"A"), vb::Failure);
   EXPECT_THROW(list_.SaveConnect(u"UserConnect1", u"a"), vb::Failure);
+}
+
+TEST_F(Connections, TheListIsReadWithinTheChangeThatDependsOnIt) {
+  // Another process registers a library whenever nothing holds the store.
+  struct Shared : memory::MemoryRegistry, platform::GroupedChanges {
+    void Together(const std::function<void()>& changes) override {
+      Within = true;
+      changes();
+      Within = false;
+    }
+    std::optional<std::vector<String>> ValueNames(platform::RootKey root, StringView key) override {
+      auto names = MemoryRegistry::ValueNames(root, key);
+      if (!Within && Other) std::exchange(Other, nullptr)();
+      return names;
+    }
+    bool Within = false;
+    std::function<void()> Other;
+  };
+  struct Platform : memory::MemoryPlatform {
+    platform::Registry& Registry() override { return Own; }
+    Shared Own;
+  } services;
+  const platform::ScopedPlatform scope(services);
+  const auto files = [&] {
+    std::string all;
+    for (const auto& row : list_.GetAllConnect().value_or(std::vector<RegisteredConnection>{})) {
+      all += vb::ToUtf8(row.FileName) + " ";
+    }
+    return all;
+  };
+  EXPECT_TRUE(list_.AddNewConnection(u"a"));
+  services.Own.Other = [&] { list_.SaveConnect(u"UserConnect2", u"other"); };
+  EXPECT_TRUE(list_.AddNewConnection(u"b"));
+  EXPECT_TRUE(services.Own.Other) << "the other would take the same number";
+  services.Own.Other = nullptr;
+  EXPECT_EQ(files(), "a b ");
+  services.Own.Other = [&] { list_.SaveConnect(u"UserConnect3", u"other"); };
+  list_.DeleteConnection(u"a");
+  if (services.Own.Other) std::exchange(services.Own.Other, nullptr)();
+  EXPECT_EQ(files(), "b other ");
 }
 
 TEST_F(Connections, ChecksItsProperties) {
@@ -121,6 +163,8 @@ TEST_F(Connections, OpensASnippetDatabaseAndSaysWhatIsMissing) {
   const auto& message = services_.DesktopService.Messages.back();
   EXPECT_NE(message.Text.find(u"\r\nFile: " + connection.FileName + u"\r\nTable: List"),
             String::npos);
+  EXPECT_EQ(message.Text.find(u"SELECT"), String::npos) << vb::ToUtf8(message.Text);
+  EXPECT_TRUE(message.Text.starts_with(u"there is no column TextUserNotes\r\n"));
   EXPECT_EQ(message.Style, 0);
   connection.NameConnect = u"PersonalMarlow";
   EXPECT_TRUE(connection.OpenConnection()) << "its structure is not checked";
@@ -172,6 +216,27 @@ TEST_F(Connections, AFileThatCantBeOpenedShowsWhy) {
   EXPECT_FALSE(connection.OpenConnection());
   EXPECT_EQ(services_.DesktopService.Messages.back().Text,
             u"/no/such.mdb: the file does not exist");
+}
+
+TEST_F(Connections, ADamagedFileIsToldInPlainWords) {
+  store::WriteStandardDatabases(folder_.Path(), platform::Current().Files());
+  const std::string whole = folder_.Read("VBCode.MDB");
+  constexpr std::size_t Head = 100;
+  int told = 0;
+  for (const std::size_t at : {Head, Head + 8, std::size_t{4096}, std::size_t{8192}}) {
+    std::string bytes = whole;
+    bytes.replace(at, Head, Head, '\x7f');
+    cConnectionMDB connection;
+    connection.NameConnect = u"UserConnect1";
+    connection.FileName = folder_.Write("broken.mdb", bytes).u16string();
+    if (connection.OpenConnection()) continue;
+    ++told;
+    const String& text = services_.DesktopService.Messages.back().Text;
+    EXPECT_NE(text.find(connection.FileName), String::npos) << vb::ToUtf8(text);
+    EXPECT_NE(text.find(u"the file is damaged"), String::npos) << vb::ToUtf8(text);
+    EXPECT_EQ(text.find(u"SELECT"), String::npos) << vb::ToUtf8(text);
+  }
+  EXPECT_GE(told, 1);
 }
 
 TEST(ConnectionCollection, IsAPlainLookUpByTheExactKey) {

@@ -67,6 +67,27 @@ TEST_F(Registry, TwoProcessesThatWriteAtOnceLoseNothing) {
   EXPECT_EQ(registry_.ValueNames(RootKey::CurrentUser, u"k")->size(), 2U * Writes);
 }
 
+TEST_F(Registry, WhatAGroupReadNoOtherProcessChangesUnderIt) {
+  constexpr int Times = 40;
+  const auto count = [&] {
+    for (int time = 0; time < Times; ++time) {
+      registry_.Together([&] {
+        const auto old = registry_.GetValue(RootKey::CurrentUser, u"k", u"n");
+        const auto number = old ? std::get<std::uint32_t>(*old) : 0U;
+        registry_.SetValue(RootKey::CurrentUser, u"k", u"n", RegistryValue(number + 1));
+      });
+    }
+  };
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  count();
+  if (child == 0) _exit(0);
+  int status = 0;
+  waitpid(child, &status, 0);
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(registry_.GetValue(RootKey::CurrentUser, u"k", u"n"), RegistryValue(2U * Times));
+}
+
 TEST_F(Registry, AGroupOfChangesIsDoneWholeOrNotAtAll) {
   const auto set = [&](StringView name) {
     registry_.SetValue(RootKey::CurrentUser, u"k", name, RegistryValue(1U));

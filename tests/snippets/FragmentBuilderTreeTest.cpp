@@ -186,6 +186,48 @@ TEST_F(ManagerTree, MovesReloadTheTreeAndKeepTheNodeSelected) {
   EXPECT_EQ(Tree().TextMatrix(Tree().Row(), 0), u"Inner");
 }
 
+TEST_F(ManagerTree, AMoveInALibraryThatAnotherProgramHoldsLeavesRowsAndTypedText) {
+  Fill();
+  Open();
+  Go(u"a1");
+  Page(1);
+  forms::user::Type(Dialog->RicCodeFragmentBuilder, u"typed");
+  for (forms::Button Manager::*const button : {&Manager::btmMoveUp, &Manager::btmMoveDown,
+                                               &Manager::btmMoveLeft, &Manager::btmMoveRight}) {
+    Libraries.At(u"Marlow")->Execute(u"PRAGMA busy_timeout = 1");
+    const auto other = test::OpenDatabase(Folder().Path() / "Marlow.mdb");
+    other->Execute(u"BEGIN EXCLUSIVE");
+    Press(button);
+    EXPECT_EQ(Rows(), Filled);
+    EXPECT_EQ(Tree().TextMatrix(Tree().Row(), 0), u"a1");
+    EXPECT_EQ(Dialog->RicCodeFragmentBuilder.Text(), u"typed");
+    EXPECT_FALSE(Services.Errors.Take().empty());
+    other->Execute(u"ROLLBACK");
+  }
+  Press(&Manager::btmSave);
+  EXPECT_EQ(
+      Main->GetRecordsetFromList(static_cast<std::int32_t>(Tree().RowAt(Tree().Row()).Data)).Text,
+      u"typed");
+}
+
+TEST_F(ManagerTree, ALibraryThatCantBeReadAtAReloadKeepsItsRows) {
+  Fill();
+  Open();
+  Go(u"a1");
+  Libraries.At(u"Marlow")->Execute(u"PRAGMA busy_timeout = 1");
+  test::WriteEmptyDatabase(Folder().Path() / "more.mdb");
+  const auto other = test::OpenDatabase(Folder().Path() / "Marlow.mdb");
+  other->Execute(u"BEGIN EXCLUSIVE");
+  Choose(Folder().Path() / "more.mdb");
+  File(u"OPENDATABASE");
+  EXPECT_EQ(Rows(), std::string(Filled) + "User Database\n");
+  EXPECT_FALSE(Services.Errors.Take().empty());
+  other->Execute(u"ROLLBACK");
+  Go(u"A");
+  Press(&Manager::btmMoveDown);
+  ExpectGridIsTheTable();
+}
+
 TEST_F(ManagerTree, AMoveWorksOnTheRowsOwnDatabase) {
   Fill();
   const auto own = Libraries.Add(u"UserConnect1");
@@ -370,9 +412,19 @@ TEST_F(ManagerDrops, AClassAndAFormWithoutCompanionComeInAsSuch) {
                          "Attribute VB_Name = \"frmOne\"\r\nAttribute VB_Exposed = False\r\n"));
   EXPECT_EQ(Tree().TextMatrix(Tree().Row(), 0), u"frmOne");
   EXPECT_EQ(Tree().RowAt(Tree().Row()).Picture, 112);
-  for (const String& report : Services.Errors.Take()) {
-    EXPECT_NE(report.find(u"File not found"), String::npos) << vb::ToUtf8(report);
-  }
+  EXPECT_EQ(Record().ClassObj, u"FRM");
+  EXPECT_TRUE(Services.Errors.Take().empty()) << "it names no companion, so it lacks none";
+}
+
+TEST_F(ManagerDrops, AFormThatLacksTheCompanionThatItNamesIsTold) {
+  Open();
+  Drop(0, Folder().Write("f.tmp",
+                         "VERSION 5.00\r\nBegin VB.Form frmOne \r\n  Icon = \"frmOne.frx\":0000\r\n"
+                         "End\r\nAttribute VB_Name = \"frmOne\"\r\n"
+                         "Attribute VB_Exposed = False\r\n"));
+  const auto reports = Services.Errors.Take();
+  ASSERT_EQ(reports.size(), 1U);
+  EXPECT_NE(reports.front().find(u"File not found"), String::npos) << vb::ToUtf8(reports.front());
 }
 
 TEST_F(ManagerDrops, WhatIsNoComponentAndWhatFallsOnARecordAddsNothing) {

@@ -107,6 +107,18 @@ TEST_F(Objects, ACharacterThatTheCodePageLacksIsNamedAndTheFileStays) {
   EXPECT_EQ(folder_.Read("a.bas"), "old");
 }
 
+TEST_F(Objects, ACharacterThatAProjectLacksIsToldWithTheComponentAndNoTemporaryFile) {
+  const int id = tree_->AddNode(u"x", 1, 0, 0, RecordKind);
+  tree_->UpdateListFragment(
+      id, {u"", u"Attribute VB_Name = \"M\"\r\n", u"'Ж\r\n", u"", u"M", u"BAS", u""});
+  OpenProject(1252);
+  const String told = Insert(id);
+  EXPECT_NE(told.find(u"the component \"M\": the character \"Ж\" isn't in the code page"),
+            String::npos)
+      << vb::ToUtf8(told);
+  EXPECT_EQ(told.find(u"TempVB6"), String::npos) << vb::ToUtf8(told);
+}
+
 TEST_F(Objects, AComponentIsStoredAsHeadAndCode) {
   const std::string bytes = "VERSION 1.0 CLASS\r\nattribute vb_exposed = False\r\n'code\r\n";
   const ListFragment stored = tree_->GetRecordsetFromList(Store("My.Class.cLs", bytes));

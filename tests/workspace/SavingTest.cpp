@@ -417,6 +417,32 @@ TEST_F(Saving, ANewProjectGetsANameOfItsOwn) {
   EXPECT_EQ(workspace.VBE()->ActiveVBProject()->Name(), u"Project3");
 }
 
+TEST_F(Saving, ANewProjectIsReadAgainAsItWasWrittenWhateverItsScripts) {
+  int number = 0;
+  for (const std::vector<String>& texts :
+       {std::vector<String>{u"' \u041F\u0440\u0438\u0432\u0435\u0442", u"' \u00E9t\u00E9"},
+        {u"' \u041F\u0440\u0438\u0432\u0435\u0442"},
+        {u"' \u041F\u0440\u0438 \u03B1\u03B2"},
+        {u"' \u3053\u3093\u306B\u3061\u306F"},
+        {u"' \u4F60\u597D\uFF0C\u4E16\u754C"},
+        {u"' \uC548\uB155", u"' \u00E9"}}) {
+    const fs::path file = folder_.Path() / ("n" + std::to_string(number++)) / "Project1.vbp";
+    fs::create_directories(file.parent_path());
+    Workspace workspace(services_);
+    const auto project = workspace.NewProject(u"Project1", host::vbext_pt_StandardExe);
+    for (const String& text : texts) {
+      const auto one = project->VBComponents()->Add(host::vbext_ct_StdModule);
+      one->CodeModule()->InsertLines(1, text);
+    }
+    workspace.SaveProjectAs(std::dynamic_pointer_cast<model::VBProject>(project), file);
+    Workspace next(services_);
+    next.Open(file);
+    for (std::size_t at = 0; at < texts.size(); ++at) {
+      EXPECT_EQ(next.Text(u"Module" + vb::Str(static_cast<int>(at) + 1)), texts[at]) << number;
+    }
+  }
+}
+
 TEST_F(Saving, EmptyLinesAtTheEndOfAFileWithoutALastLineEndAreWritten) {
   folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\nDim a");
   Workspace workspace(services_);
