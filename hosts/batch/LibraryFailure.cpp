@@ -45,7 +45,7 @@ void CheckLibrarySound(CSQLTree& tree) {
     throw vb::Failure(vb::InvalidCall, tree.Connection()->DataSource + u": " + String(why),
                       u"Tessel");
   };
-  if (!IsFileSound(tree)) fail(Damaged);
+  if (!IsFileSound(tree)) fail(store::Damaged);
   if (!CheckTree(tree.Connection(), false).empty()) fail(DamagedTree);
 }
 
