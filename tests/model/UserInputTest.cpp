@@ -139,7 +139,7 @@ TEST_F(Environmental, WindowsThatGoAreToldOfWhenTheModelIsWholeAgain) {
     EXPECT_EQ(world_.Environment.VBE()->ActiveCodePane(), nullptr);
   };
   world_.Environment.RemoveComponent({}, u"Form1");
-  EXPECT_EQ(counts, (std::vector<int>{1, 1, 1})) << "code, designer, and the properties' field";
+  EXPECT_EQ(counts, (std::vector<int>{1, 1})) << "code and designer";
   clientEar_->Inside = nullptr;
 }
 
@@ -176,7 +176,12 @@ TEST_F(Environmental, ThePropertiesWindowIsHeardWhenItTurnsToSomethingElse) {
   EXPECT_EQ(turns([&] { world_.Environment.SelectComponent(u"Module1"); }), 1);
   EXPECT_EQ(turns([&] { world_.Environment.SelectComponent(u"Module1"); }), 0) << "it is there";
   EXPECT_EQ(turns([&] { world_.Environment.RenameComponent({}, u"Module1", u"A"); }), 1);
-  EXPECT_EQ(turns([&] { world_.Environment.RemoveComponent({}, u"A"); }), 1);
+  world_.Caret(u"A", 1);
+  EXPECT_EQ(turns([&] { world_.Environment.RemoveComponent({}, u"A"); }), 0)
+      << "the end of its window is told";
+  world_.Environment.ClosePane(u"Module2");
+  EXPECT_EQ(turns([&] { world_.Environment.RemoveComponent({}, u"Module2"); }), 1)
+      << "it has no window whose end could be told";
   EXPECT_EQ(turns([&] { world_.Environment.NewProject(u"P2", host::vbext_pt_StandardExe); }), 1);
   EXPECT_EQ(turns([&] { world_.Environment.ActivateProject(u"Project1"); }), 1);
   EXPECT_EQ(turns([&] { world_.Environment.RemoveProject(u"P2"); }), 1);
