@@ -41,17 +41,6 @@ void SystemClock::DoEvents() {
   }
 }
 
-bool SystemClock::SleepUntil(const std::function<bool()>& condition, int ms) {
-  using namespace std::chrono;
-  constexpr milliseconds Step{5};
-  const auto end = steady_clock::now() + milliseconds(ms);
-  while (!condition()) {
-    if (steady_clock::now() >= end) return false;
-    std::this_thread::sleep_for(Step);
-  }
-  return true;
-}
-
 void SystemClock::Wait(int ms) {
   const std::int64_t end = Ticks() + ms;
   for (;;) {

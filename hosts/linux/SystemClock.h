@@ -14,11 +14,6 @@ class SystemClock : public platform::Clock {
   platform::TimerId StartTimer(int ms, std::function<void()> tick) override;
   void StopTimer(platform::TimerId timer) override;
   void DoEvents() override;
-  bool WaitFor(const std::function<bool()>& condition, int ms) override {
-    return SleepUntil(condition, ms);
-  }
-  /// Looks at the condition every few ms.
-  static bool SleepUntil(const std::function<bool()>& condition, int ms);
   /// Waits that many ms and runs each timer when it falls due.
   void Wait(int ms);
 

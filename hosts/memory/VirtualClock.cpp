@@ -48,12 +48,6 @@ void VirtualClock::DoEvents() {
   }
 }
 
-bool VirtualClock::WaitFor(const std::function<bool()>& condition, int ms) {
-  if (condition()) return true;
-  ticks_ += ms;
-  return condition();
-}
-
 void VirtualClock::Advance(int ms) {
   const std::int64_t end = ticks_ + ms;
   while (RunOneDue(end)) {

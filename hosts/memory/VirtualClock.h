@@ -17,8 +17,6 @@ class VirtualClock : public platform::Clock {
   void StopTimer(platform::TimerId timer) override;
   /// Runs the timers that are due, in the order of their times.
   void DoEvents() override;
-  /// Nothing can come to pass in a wait, so a condition that doesn't hold costs all of it.
-  bool WaitFor(const std::function<bool()>& condition, int ms) override;
   /// Moves the clock on, running each timer at its own time.
   void Advance(int ms);
   [[nodiscard]] std::size_t PendingTimers() const { return timers_.size(); }

@@ -23,9 +23,6 @@ class Clock {
   virtual void StopTimer(TimerId timer) = 0;
   /// Lets pending messages and due timers run before it returns.
   virtual void DoEvents() = 0;
-  /// Waits until the condition holds, at most that many ms, and lets nothing run meanwhile; whether
-  /// it holds.
-  virtual bool WaitFor(const std::function<bool()>& condition, int ms) = 0;
 };
 
 }  // namespace tessel::platform

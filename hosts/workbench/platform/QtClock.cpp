@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <chrono>
 
-#include "hosts/linux/SystemClock.h"
-
 namespace tessel::workbench {
 
 vb::Date QtClock::Now() {
@@ -51,10 +49,6 @@ void QtClock::Tick(platform::TimerId timer) {
   } else {
     tick();
   }
-}
-
-bool QtClock::WaitFor(const std::function<bool()>& condition, int ms) {
-  return linux_host::SystemClock::SleepUntil(condition, ms);
 }
 
 // The first round brings input and timers, the second what they posted, such as a repaint.

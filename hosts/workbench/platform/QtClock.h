@@ -27,7 +27,6 @@ class QtClock : public platform::Clock {
   platform::TimerId StartTimer(int ms, std::function<void()> tick) override;
   void StopTimer(platform::TimerId timer) override;
   void DoEvents() override;
-  bool WaitFor(const std::function<bool()>& condition, int ms) override;
 
  private:
   void Tick(platform::TimerId timer);
