@@ -148,51 +148,6 @@ std::optional<std::string> EncodeByTable(StringView text, const Table& table, st
   return bytes;
 }
 
-// The guess
-
-/// What the high bytes of all files look like.
-struct Statistics {
-  std::size_t High = 0, Runs = 0, InLetters = 0;
-  std::size_t JapanesePairs = 0, KanaPairs = 0, NotJapanese = 0;
-  bool Utf8 = true, SawSequence = false;
-};
-
-void CountJapanese(std::string_view run, Statistics& seen) {
-  for (std::size_t at = 0; at < run.size(); ++at) {
-    const unsigned char byte = Byte(run[at]);
-    if (byte >= 0xA1 && byte <= 0xDF) continue;  // half-width kana
-    const bool lead = (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
-    if (!lead) {
-      ++seen.NotJapanese;
-      continue;
-    }
-    ++seen.JapanesePairs;
-    if (byte == 0x82 || byte == 0x83) ++seen.KanaPairs;
-    ++at;
-  }
-}
-
-void Count(std::string_view bytes, Statistics& seen) {
-  for (std::size_t at = 0; at < bytes.size(); ++at) {
-    if (Byte(bytes[at]) < 0x80) continue;
-    std::size_t end = at;
-    while (end < bytes.size() && Byte(bytes[end]) >= 0x80) ++end;
-    ++seen.Runs;
-    seen.High += end - at;
-    for (std::size_t one = at; one < end; ++one) seen.InLetters += Byte(bytes[one]) >= 0xC0 ? 1 : 0;
-    // The second byte of a Japanese pair may be an ASCII letter.
-    CountJapanese(bytes.substr(at, end - at), seen);
-    for (std::string_view rest = bytes.substr(at, end - at); !rest.empty() && seen.Utf8;) {
-      char32_t point = 0;
-      const std::size_t length = vb::ReadUtf8(rest, point);
-      seen.Utf8 = length > 1;
-      seen.SawSequence |= length > 1;
-      rest.remove_prefix(std::max<std::size_t>(1, length));
-    }
-    at = end;
-  }
-}
-
 }  // namespace
 
 bool IsKnownCodePage(int codePage) {
@@ -211,19 +166,6 @@ String Decode(std::string_view bytes, int codePage) {
 std::optional<std::string> Encode(StringView text, int codePage, std::size_t& at) {
   if (codePage == Utf8CodePage) return vb::ToBytes(text);
   return EncodeByTable(text, TableOf(codePage), at);
-}
-
-int GuessCodePage(const std::vector<std::string_view>& files) {
-  Statistics seen;
-  for (const std::string_view bytes : files) Count(bytes, seen);
-  if (seen.High == 0) return 1252;
-  if (seen.Utf8 && seen.SawSequence) return Utf8CodePage;
-  if (seen.KanaPairs * 4 >= seen.JapanesePairs && seen.KanaPairs > 0 &&
-      seen.NotJapanese * 20 <= seen.JapanesePairs) {
-    return 932;
-  }
-  const bool inWords = seen.High >= 3 * seen.Runs && seen.InLetters * 10 >= seen.High * 8;
-  return inWords ? 1251 : 1252;
 }
 
 }  // namespace tessel::workspace

@@ -27,8 +27,8 @@ inline constexpr int Utf8CodePage = 65001;
 [[nodiscard]] std::optional<std::string> Encode(StringView text, int codePage, std::size_t& at);
 
 /// The code page that the files of one project most likely have: 65001 when all of them are valid
-/// UTF-8 with characters beyond ASCII, 932 when they read as Japanese, 1251 when their high bytes
-/// stand in words, else 1252.
+/// UTF-8 with characters beyond ASCII, 932, 949, 936 or 950 when they read as Japanese, Korean or
+/// Chinese, 1251 when their high bytes stand in words, else 1252.
 [[nodiscard]] int GuessCodePage(const std::vector<std::string_view>& files);
 
 }  // namespace tessel::workspace

@@ -423,6 +423,8 @@ TEST_F(Saving, ANewProjectIsReadAgainAsItWasWrittenWhateverItsScripts) {
        {std::vector<String>{u"' \u041F\u0440\u0438\u0432\u0435\u0442", u"' \u00E9t\u00E9"},
         {u"' \u041F\u0440\u0438\u0432\u0435\u0442"},
         {u"' \u041F\u0440\u0438 \u03B1\u03B2"},
+        {u"' \u4E09\u70B9\u900F\u8996", u"' \u6708"},
+        {u"' \u6708", u"' \u4E09\u70B9\u900F\u8996"},
         {u"' \u3053\u3093\u306B\u3061\u306F"},
         {u"' \u4F60\u597D\uFF0C\u4E16\u754C"},
         {u"' \uC548\uB155", u"' \u00E9"}}) {

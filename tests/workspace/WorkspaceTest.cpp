@@ -157,6 +157,49 @@ TEST_F(Files, GuessesTheCodePage) {
   EXPECT_EQ(GuessCodePage({"\xD0\x9F\xD1\x80"}), 65001);
 }
 
+TEST_F(Files, GuessesTheCodePagesOfTwoBytes) {
+  struct {
+    StringView Text;
+    int CodePage;
+  } const cases[] = {
+      {u"Caption = \"\u4E09\u70B9\u900F\u8996\"", 932},  // no kana
+      {u"C:\\WINDOWS\\\uFF83\uFF9E\uFF7D\uFF78\uFF84\uFF6F\uFF8C\uFF9F", 932},
+      {u"'\u56FA\u5B9A\uFF80\uFF9E\uFF72\uFF71\uFF9B\uFF78\uFF9E", 932},
+      {u"' \u4F60\u597D\uFF0C\u4E16\u754C", 936},  // simplified
+      {u"' \u6587\u4EF6 \u9519\u8BEF\u3002\u672A\u627E\u5230", 936},
+      {u"' \u6A94\u6848\u932F\u8AA4\uFF0C\u627E\u4E0D\u5230", 950},  // traditional
+      {u"' \uD30C\uC77C\uC744 \uCC3E\uC744 \uC218 \uC5C6\uB2E4", 949},
+      {u"' \uC548\uB155", 949},
+  };
+  for (const auto& one : cases) {
+    std::size_t at = 0;
+    const auto bytes = Encode(one.Text, one.CodePage, at);
+    ASSERT_TRUE(bytes) << vb::ToUtf8(one.Text);
+    EXPECT_EQ(GuessCodePage({*bytes}), one.CodePage) << vb::ToUtf8(one.Text);
+  }
+}
+
+TEST_F(Files, TakesSignsAndAccentsForNoPairs) {
+  struct {
+    StringView Text;
+    int CodePage, Guess;
+  } const cases[] = {
+      {u"20 \u00B0C, \u00A9Tailor, \u00ABoui\u00BB, \u00C4nderung \u00C0 l'\u00E9t\u00E9", 1252,
+       1252},
+      {u"don\u2019t \u201CHello\u201D \u2018so\u2019 \u2013 a\u2026b", 1252, 1252},
+      {u"\u017B\u00F3\u0142\u0107 g\u0119\u015Bl\u0105 ja\u017A\u0144", 1250, 1252},
+      {u"\u041E\u0428\u0418\u0411\u041A\u0410 \u0424\u0410\u0419\u041B\u0410", 1251, 1251},
+      {u"\u039A\u03B1\u03BB\u03B7\u03BC\u03AD\u03C1\u03B1", 1253, 1251},
+      {u"\u0E2A\u0E27\u0E31\u0E2A\u0E14\u0E35\u0E0A\u0E32\u0E27\u0E42\u0E25\u0E01", 874, 1252},
+  };
+  for (const auto& one : cases) {
+    std::size_t at = 0;
+    const auto bytes = Encode(one.Text, one.CodePage, at);
+    ASSERT_TRUE(bytes) << vb::ToUtf8(one.Text);
+    EXPECT_EQ(GuessCodePage({*bytes}), one.Guess) << vb::ToUtf8(one.Text);
+  }
+}
+
 TEST_F(Files, RefusesTextThatTheCodePageCantHoldAheadOfWritingAnything) {
   folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\nDim a\r\n");
   folder_.Write("N.bas", "Attribute VB_Name = \"N\"\r\nDim a\r\n");
