@@ -4,11 +4,11 @@
 #include <benchmark/benchmark.h>
 #include <sqlite3.h>
 
+#include "LargeLibrary.h"
 #include "foundation/CErrorHandler.h"
 #include "hosts/memory/UnattendedPlatform.h"
 #include "hosts/workspace/Workspace.h"
 #include "snippets/OpenLibraries.h"
-#include "snippets/SnippetDatabase.h"
 #include "snippets/SnippetFolder.h"
 #include "snippets/SnippetSearch.h"
 #include "snippets/frmFragmentBuilder.h"
@@ -19,7 +19,8 @@ namespace {
 
 using namespace tessel;
 
-constexpr int Nodes = 100000, Levels = 5, Fan = 10;
+using bench::Library;
+constexpr int Nodes = 100000;
 
 /// What everything else is measured by: all rows of a statement, nothing kept.
 void ReadPlainly(sqlite3* db, const char* sql) {
@@ -38,69 +39,14 @@ void ReadPlainly(sqlite3* db, const char* sql) {
   sqlite3_finalize(statement);
 }
 
-/// The database, made once: four levels of folders with ten children each, then records.
-class Library {
- public:
-  enum class Age { New, Older };
-  explicit Library(Age age) {
-    const auto file = folder_.Path() / "large.mdb";
-    test::WriteEmptyDatabase(file);
-    Connection = test::OpenDatabase(file);
-    Connection->Execute(u"PRAGMA synchronous = 0");
-    if (age == Age::Older) Connection->Execute(u"DROP INDEX ListObjects");
-    insert_.ActiveConnection = list_.ActiveConnection = Connection;
-    Connection->Execute(u"DELETE FROM Tree");
-    store::Transaction transaction(*Connection);
-    Add(1);
-    transaction.Commit();
-    Tree = test::OpenTree(Connection);
-  }
-  std::shared_ptr<store::Connection> Connection;
-  std::shared_ptr<CSQLTree> Tree;
-  /// Somewhere in the front of the tree.
-  int Record = 0, Folder = 0;
-
- private:
-  void Add(int level) {
-    const int id = ++count_;
-    const bool record = level > Levels;
-    if (record && Record == 0) Record = id;
-    if (level == 4 && Folder == 0) Folder = id;
-    const int left = ++number_;
-    // The last level fills the tree up to its size.
-    const int children = record ? 0 : level < Levels ? Fan : Nodes / 10000 - 1;
-    for (int at = 0; at < children && count_ < Nodes; ++at) Add(level + 1);
-    insert_.Execute({std::int64_t{id}, String(u"Node ") + vb::Str(id), std::int64_t{left},
-                     std::int64_t{++number_}, std::int64_t{record ? RecordKind : FolderKind}});
-    if (record) AddRecord(id);
-  }
-
-  /// One in ten stores an object.
-  void AddRecord(int id) {
-    const bool object = id % 10 == 0;
-    const auto text = [&](StringView value) {
-      return object ? store::Value(String(value)) : store::Value(store::Null{});
-    };
-    list_.Execute(
-        {std::int64_t{id}, String(1000, u'x'), text(u"Module" + vb::Str(id)), text(u"BAS")});
-  }
-
-  test::TemporaryFolder folder_;
-  int count_ = 0, number_ = 0;
-  store::Command insert_{
-      nullptr, u"INSERT INTO Tree (ID, Name, lft, rgt, Root) VALUES (@a, @b, @c, @d, @e)"};
-  store::Command list_{nullptr,
-                       u"INSERT INTO List (Id, Text, NameObj, ClassObj) VALUES (@a, @b, @c, @d)"};
-};
-
 Library& Large() {
-  static Library library(Library::Age::New);
+  static Library library(Nodes, Library::Age::New);
   return library;
 }
 
 /// A library that was made ahead of the index over the objects.
 Library& LargeAndOlder() {
-  static Library library(Library::Age::Older);
+  static Library library(Nodes, Library::Age::Older);
   return library;
 }
 

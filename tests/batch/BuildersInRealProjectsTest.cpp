@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <set>
 
 #include "builders/frmClassBuilder.h"
@@ -17,6 +16,7 @@
 #include "support/ErrorDialogs.h"
 #include "support/FakeConnect.h"
 #include "support/MemoryPlatform.h"
+#include "support/ProjectsFolder.h"
 #include "support/SharedDatabase.h"
 #include "support/TemporaryFolder.h"
 
@@ -251,7 +251,7 @@ TEST_F(BuildersInRealProjects, AComponentWithoutCodeIsReportedAndKeepsTheDialogO
 }
 
 TEST_F(BuildersInRealProjects, NothingButTheInsertedLinesDiffersBehindASave) {
-  const char* const folder = std::getenv("TESSEL_PROJECTS");
+  const char* const folder = test::ProjectsFolder();
   if (folder == nullptr) GTEST_SKIP() << "TESSEL_PROJECTS names no folder";
   for (const auto& repository : fs::directory_iterator(folder)) {
     const Copy copy(repository.path());

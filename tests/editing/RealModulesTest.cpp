@@ -11,6 +11,7 @@
 #include "hosts/editing/LineTidy.h"
 #include "hosts/editing/Names.h"
 #include "support/Modules.h"
+#include "support/ProjectsFolder.h"
 
 namespace tessel::editing {
 namespace {
@@ -63,7 +64,7 @@ bool IsModule(const fs::path& file) {
 }
 
 TEST(RealModules, KeepTheMeaningOfEveryLine) {
-  const char* const root = std::getenv("TESSEL_PROJECTS");
+  const char* const root = test::ProjectsFolder();
   if (root == nullptr) GTEST_SKIP() << "TESSEL_PROJECTS names no folder";
   const char* const shown = std::getenv("TESSEL_SHOW_CHANGED");
   long lines = 0, code = 0, same = 0;

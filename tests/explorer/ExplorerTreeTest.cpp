@@ -1,6 +1,5 @@
 // The rows, and how they follow what happens in the environment.
 
-#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 
@@ -10,6 +9,7 @@
 #include "hosts/workspace/Workspace.h"
 #include "projectmodel/ProjectTables.h"
 #include "support/GeneratedMembers.h"
+#include "support/ProjectsFolder.h"
 
 namespace tessel {
 namespace {
@@ -94,7 +94,7 @@ TEST_F(ExplorerTree, EveryRowOfRandomProjectsIsAsAPlainReadingHasItWithEachCombi
 }
 
 TEST_F(ExplorerTree, RowsOfRealProjectsAreAsAPlainReadingHasThem) {
-  const char* const folder = std::getenv("TESSEL_PROJECTS");
+  const char* const folder = test::ProjectsFolder();
   if (folder == nullptr) GTEST_SKIP() << "TESSEL_PROJECTS names no folder";
   std::size_t projects = 0, rows = 0;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {

@@ -2,7 +2,6 @@
 // at hand: TESSEL_PROJECTS=/folder.
 
 #include <algorithm>
-#include <cstdlib>
 #include <iostream>
 
 #include "hosts/files/AtomicFile.h"
@@ -14,6 +13,7 @@
 #include "snippets/SnippetDialogs.h"
 #include "snippets/frmGetFromVbCode.h"
 #include "snippets/frmStoreToVbCode.h"
+#include "support/ProjectsFolder.h"
 
 namespace tessel {
 namespace {
@@ -125,7 +125,7 @@ bool HasKeyLine(const Original& one) {
 }
 
 TEST_F(RealComponents, StoredAndInsertedIntoANewProjectTheyAreTheSame) {
-  const char* const folder = std::getenv("TESSEL_PROJECTS");
+  const char* const folder = test::ProjectsFolder();
   if (folder == nullptr) GTEST_SKIP() << "TESSEL_PROJECTS names no folder";
   std::size_t same = 0, pictures = 0, keyless = 0, clashes = 0;
   for (const fs::path& path : ProjectsBelow(folder)) {

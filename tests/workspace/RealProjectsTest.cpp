@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "hosts/model/Vbe.h"
 #include "hosts/workspace/Workspace.h"
 #include "scanning/mFunctions.h"
 #include "support/MemoryPlatform.h"
+#include "support/ProjectsFolder.h"
 #include "tools/ModuleEdits.h"
 
 namespace tessel::workspace {
@@ -65,7 +64,7 @@ void ForEachModule(
 }
 
 TEST(RealProjects, EveryMemberWrittenAnewChangesNothingButTheLayout) {
-  const char* const folder = std::getenv("TESSEL_PROJECTS");
+  const char* const folder = test::ProjectsFolder();
   if (folder == nullptr) GTEST_SKIP() << "TESSEL_PROJECTS names no folder";
   ForEachModule(folder,
                 [](Workspace& workspace, host::VBComponent& component, model::CodeModule& module) {
@@ -86,7 +85,7 @@ TEST(RealProjects, EveryMemberWrittenAnewChangesNothingButTheLayout) {
 }
 
 TEST(RealProjects, LoadAndSaveByteForByteAlsoWhenEveryModuleIsWrittenAnew) {
-  const char* const folder = std::getenv("TESSEL_PROJECTS");
+  const char* const folder = test::ProjectsFolder();
   if (folder == nullptr) GTEST_SKIP() << "TESSEL_PROJECTS names no folder";
   memory::MemoryPlatform services;
   const platform::ScopedPlatform scope(services);

@@ -2,9 +2,8 @@
 // what the model holds, and nothing counts as changed.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "hosts/workbench/designer/DesignerView.h"
+#include "support/ProjectsFolder.h"
 #include "workbench/window/WindowFixture.h"
 
 namespace tessel::workbench {
@@ -27,7 +26,7 @@ class RealProjects : public InWindow {
 };
 
 TEST_F(RealProjects, ShowEveryComponentAndChangeNothing) {
-  const char* const root = std::getenv("TESSEL_PROJECTS");
+  const char* const root = test::ProjectsFolder();
   if (root == nullptr) GTEST_SKIP() << "TESSEL_PROJECTS names no folder";
   QTimer answer;  // components that are left out are told of
   answer.setInterval(10);
