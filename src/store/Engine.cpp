@@ -1,5 +1,8 @@
 #include "store/Engine.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "store/StoredText.h"
 
 namespace tessel::store::engine {
@@ -28,10 +31,21 @@ struct Binder {
   }
 };
 
+/// Failures of the file, whatever was to be done with it.
+bool IsOfTheFile(int code) {
+  constexpr int Codes[] = {SQLITE_BUSY,    SQLITE_LOCKED, SQLITE_FULL, SQLITE_READONLY,
+                           SQLITE_CORRUPT, SQLITE_NOTADB, SQLITE_IOERR};
+  return std::find(std::begin(Codes), std::end(Codes), code & 0xFF) != std::end(Codes);
+}
+
 }  // namespace
 
 vb::Failure Error(sqlite3* db, const std::string& what) {
-  return {StoreFailure, vb::FromUtf8(std::string(sqlite3_errmsg(db)) + ": " + what),
+  const bool ofFile = IsOfTheFile(sqlite3_errcode(db));
+  const char* const file = ofFile ? sqlite3_db_filename(db, "main") : nullptr;
+  const bool named = file != nullptr && *file != '\0';
+  return {StoreFailure,
+          vb::FromUtf8(std::string(sqlite3_errmsg(db)) + ": " + (named ? file : what)),
           u"Tessel.store"};
 }
 

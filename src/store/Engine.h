@@ -17,7 +17,8 @@ struct Finalize {
 };
 using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 
-/// The failure for the engine's present error, with what was being done.
+/// The failure for the engine's present error: with the file where that can't be used as it should,
+/// else with what was being done.
 [[nodiscard]] vb::Failure Error(sqlite3* db, const std::string& what);
 /// Fails when the connection isn't open.
 [[nodiscard]] sqlite3* Need(const Connection* connection);

@@ -109,6 +109,22 @@ TEST_F(ManagerRecord, AnEmptiedBoxSavesNothing) {
   EXPECT_EQ(Dialog->RicUserCode.Text(), u"how it works");
 }
 
+TEST_F(ManagerRecord, ARecordOfFiftyMegabytesIsShownAndSaved) {
+  constexpr std::size_t Size = std::size_t{50} << 20;
+  const StringView line = u"    Total = Total + Value(Index) ' \u0434\r\n";
+  String text;
+  text.reserve(Size + line.size());
+  while (text.size() < Size) text += line;
+  Open(test::TextFragment(text));
+  Page(CodePage);
+  ASSERT_TRUE(Code().Text() == text);
+  text += u"Debug.Print Total\r\n";
+  forms::user::Type(Code(), text);
+  Press(&Manager::btmSave);
+  EXPECT_TRUE(Code().Text() == text);
+  EXPECT_TRUE(Record().Text == text);
+}
+
 // The colours must not change what is saved.
 TEST_F(ManagerRecord, ShowingAndSavingChangesNoCharacter) {
   const String texts[] = {u"Const G = \"{00-11}\" ' {x} \\par \\\\\r\n",
