@@ -4,6 +4,6 @@ set -euo pipefail
 cd "$(dirname "$0")"
 tools/install.sh test
 
-cmake --preset test -DTESSEL_MINGW=ON >/dev/null
+cmake --preset test -DTESSEL_MINGW=ON -DTESSEL_BENCH=ON >/dev/null
 cmake --build --preset test
 ctest --preset test -j "$(nproc)"

@@ -5,7 +5,7 @@ set -euo pipefail
 
 run_packages=(g++ cmake ninja-build ccache pkg-config libsqlite3-dev libutf8proc-dev nlohmann-json3-dev
   libcli11-dev mdbtools qt6-base-dev qt6-svg-dev libqscintilla2-qt6-dev fonts-dejavu-core)
-test_packages=(libgtest-dev g++-mingw-w64-i686-posix python3 patch locales)
+test_packages=(libgtest-dev libbenchmark-dev g++-mingw-w64-i686-posix python3 patch locales)
 
 packages=("${run_packages[@]}")
 [ "${1:-run}" = test ] && packages+=("${test_packages[@]}")
