@@ -173,15 +173,28 @@ String ComponentFile::Name() const {
 }
 
 void ComponentFile::SetCodePage(int codePage) {
-  if (bom_ == 0) codePage_ = codePage;
+  if (bom_ > 0) return;
+  auto bytes = isNew_ ? InOther(bytes_, codePage) : std::nullopt;
+  if (bytes && *bytes != bytes_) {
+    for (Companion& one : carried_) one.Name = InOther(one.Name, codePage).value_or(one.Name);
+    bytes_ = *std::move(bytes);
+    FindParts();
+  }
+  codePage_ = codePage;
+}
+
+std::optional<std::string> ComponentFile::InOther(const std::string& bytes, int codePage) const {
+  if (codePage == codePage_ || IsAscii(bytes)) return bytes;
+  std::size_t at = 0;
+  return Encode(Decode(bytes, codePage_), codePage, at);
 }
 
 bool ComponentFile::Suits(const model::VBComponent& component, int codePage) const {
   if (bom_ > 0) return true;
-  if (codePage != codePage_ && !IsAscii(bytes_) &&
-      Decode(bytes_, codePage) != Decode(bytes_, codePage_)) {
-    return false;
-  }
+  const bool mayBe = isNew_ ? InOther(bytes_, codePage).has_value()
+                            : codePage == codePage_ || IsAscii(bytes_) ||
+                                  Decode(bytes_, codePage) == Decode(bytes_, codePage_);
+  if (!mayBe) return false;
   if (!IsModified(component)) return true;
   ComponentFile other = *this;
   other.SetCodePage(codePage);

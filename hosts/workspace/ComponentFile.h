@@ -53,10 +53,11 @@ class ComponentFile : public model::ComponentStorage {
   /// The name that the file says, or its own without extension.
   [[nodiscard]] String Name() const;
   [[nodiscard]] bool HasByteOrderMark() const { return bom_ > 0; }
+  /// What has no file yet is kept in that page from now on, if it has the characters.
   void SetCodePage(int codePage);
   [[nodiscard]] int CodePage() const { return codePage_; }
-  /// Whether the component would be the same in another code page: the bytes that it is kept in,
-  /// and what was changed since.
+  /// Whether the component would be the same in another code page: the bytes of its file, or what
+  /// waits for one, and what was changed since.
   [[nodiscard]] bool Suits(const model::VBComponent& component, int codePage) const;
   /// Whether it holds nothing beyond ASCII, or says its code page itself.
   [[nodiscard]] bool IsPlain(const model::VBComponent& component) const;
@@ -77,6 +78,8 @@ class ComponentFile : public model::ComponentStorage {
   [[nodiscard]] int FileLine(int codeLine) const;
 
  private:
+  /// Bytes of this file in another page; nothing when that lacks a character.
+  [[nodiscard]] std::optional<std::string> InOther(const std::string& bytes, int codePage) const;
   void FindParts();
   void FindHeadEnd();
   [[nodiscard]] std::string_view Part(std::size_t from, std::size_t to) const;

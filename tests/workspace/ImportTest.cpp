@@ -148,17 +148,73 @@ TEST_F(Importing, ANewProjectTakesTheCodePageOfTheFirstTextThatNeedsOne) {
   const auto module =
       Import(workspace, Temporary("M.BAS", "Attribute VB_Name = \"M\"\r\n" + CyrillicBytes));
   EXPECT_EQ(module->CodeModule()->Lines(1, 1) + u"\r\n", Cyrillic);
-  // A third page has no place beside the second.
-  std::size_t at = 0;
-  EXPECT_FALSE(project->SourceBytes(u"x \u00E9", at).has_value());
-  EXPECT_EQ(at, 2U);
   EXPECT_EQ(project->SourceText(CyrillicBytes), Cyrillic);
+  EXPECT_EQ(BytesIn(workspace, u"x \u00E9"), "x \xC3\xA9") << "beside the second UTF-8 has both";
   DropTemporary();
   workspace.SaveProjectAs(std::dynamic_pointer_cast<model::VBProject>(project),
                           folder_.Path() / "New.vbp");
-  EXPECT_EQ(folder_.Read("M.bas"), "Attribute VB_Name = \"M\"\r\n" + CyrillicBytes);
+  EXPECT_EQ(folder_.Read("M.bas"), "Attribute VB_Name = \"M\"\r\n" + CyrillicBytes)
+      << "the text in UTF-8 never came";
   EXPECT_EQ(folder_.Read("C.bas"), "Attribute VB_Name = \"C\"\r\n'\xA9\r\n");
   EXPECT_EQ(BytesIn(workspace, Cyrillic), CyrillicBytes) << "also behind the save";
+}
+
+TEST_F(Importing, WhatWaitsForTheFirstSaveGoesToTheCodePageThatHoldsAllOfIt) {
+  struct {
+    std::vector<String> Texts;
+    int CodePage;
+  } const cases[] = {
+      {{u"'\u4E2D\u6587 \u5DE5\u7A0B", u"'\u8F6F\u4EF6\u8BBE\u8BA1 \u6253\u5F00"}, 936},
+      {{u"'\uC11C\uC6B8", u"'\uD55C\uAD6D\uC5B4 \uD504\uB85C\uADF8\uB7A8"}, 949},
+      {{u"'\u4E2D\u6587", u"'\u6A94\u6848 \u958B\u555F \u8A2D\u5B9A"}, 950},
+      {{u"'\u65E5", u"'\u6771\u4EAC \u5927\u962A \u4EAC\u90FD"}, 932},
+      {{u"'\u041F\u0440\u0438\u0432\u0435\u0442", u"'\u00E9t\u00E9"}, 65001},
+  };
+  int number = 0;
+  for (const auto& one : cases) {
+    Workspace workspace(services_);
+    const auto project = workspace.NewProject(u"New", host::vbext_pt_StandardExe);
+    const fs::path folder = folder_.Path() / std::to_string(++number);
+    fs::create_directories(folder);
+    for (std::size_t at = 0; at < one.Texts.size(); ++at) {
+      const std::string name = "M" + std::to_string(at);
+      const String text =
+          u"Attribute VB_Name = \"" + vb::FromUtf8(name) + u"\"\r\n" + one.Texts[at] + u"\r\n";
+      Import(workspace, Temporary(name + ".BAS", BytesIn(workspace, text)));
+    }
+    DropTemporary();
+    workspace.SaveProjectAs(std::dynamic_pointer_cast<model::VBProject>(project),
+                            folder / "New.vbp");
+    Workspace next(services_, {one.CodePage});
+    next.Open(folder / "New.vbp");
+    Workspace guessed(services_);
+    guessed.Open(folder / "New.vbp");
+    for (std::size_t at = 0; at < one.Texts.size(); ++at) {
+      const String name = u"M" + vb::Str(static_cast<int>(at));
+      EXPECT_EQ(next.Text(name), one.Texts[at]) << number;
+      EXPECT_EQ(guessed.Text(name), one.Texts[at]) << number;
+    }
+  }
+}
+
+TEST_F(Importing, NamesOfCompanionsGoToTheCodePageOfTheFirstSaveAsWell) {
+  Workspace workspace(services_);
+  const auto project = workspace.NewProject(u"New", host::vbext_pt_StandardExe);
+  const std::string one = "\u041F\u0440.frx", other = "\u0438\u0432.frx";
+  Temporary(one, Pictures);
+  Temporary(other, "other");
+  const String text = vb::FromUtf8("VERSION 5.00\r\nBegin VB.Form Form1 \r\n   Icon = \"" + one +
+                                   "\":0000\r\n   Picture = \"" + other +
+                                   "\":0000\r\nEnd\r\nAttribute VB_Name = \"Form1\"\r\n");
+  Import(workspace, Temporary("Form1.frm", BytesIn(workspace, text)));
+  const std::string french = BytesIn(workspace, u"Attribute VB_Name = \"M\"\r\n'\u00E9t\u00E9\r\n");
+  Import(workspace, Temporary("M.bas", french));
+  DropTemporary();
+  workspace.SaveProjectAs(std::dynamic_pointer_cast<model::VBProject>(project),
+                          folder_.Path() / "New.vbp");
+  EXPECT_EQ(vb::FromUtf8(folder_.Read("Form1.frm")), text);
+  EXPECT_EQ(folder_.Read(one), Pictures);
+  EXPECT_EQ(folder_.Read(other), "other");
 }
 
 TEST_F(Importing, WhatWasTypedHoldsTheCodePageOfANewProject) {
