@@ -46,7 +46,7 @@ void CheckLibrarySound(CSQLTree& tree) {
                       u"Tessel");
   };
   if (!IsFileSound(tree)) fail(store::Damaged);
-  if (!CheckTree(tree.Connection(), false).empty()) fail(DamagedTree);
+  if (!IsTreeSound(tree.Connection())) fail(DamagedTree);
 }
 
 vb::Failure Explained(const vb::Failure& failure, CSQLTree& tree) {

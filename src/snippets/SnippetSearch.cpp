@@ -69,6 +69,7 @@ class Search {
       Look(rows.Whole(0),
            {rows.StoredText(1), rows.StoredText(2), rows.StoredText(3), rows.StoredText(4)});
     }
+    while (next_ != places_.end()) LookAtNext({});
     return Ranked();
   }
 
@@ -81,6 +82,7 @@ class Search {
   struct Entry {
     String Name;
     std::size_t Folder;
+    bool IsRecord;
   };
   struct Hit {
     std::int32_t ID;
@@ -102,7 +104,7 @@ class Search {
         folders_.push_back(FolderOf(path));
       }
       places_.emplace_back(node.ID, entries_.size());
-      entries_.push_back({std::move(node.Name), folder});
+      entries_.push_back({std::move(node.Name), folder, node.Root == RecordKind});
       folders.resize(walk.Depth() + 1);
     }
     std::sort(places_.begin(), places_.end());
@@ -115,17 +117,22 @@ class Search {
     return folder;
   }
 
-  /// Rows come by rising numbers, and so do the places.
+  /// Rows come by rising numbers, and so do the places. A record gets its row with its first text.
   void Look(std::int64_t id, const Texts& texts) {
-    while (next_ != places_.end() && next_->first < id) ++next_;
-    if (next_ == places_.end() || next_->first != id) return;
+    while (next_ != places_.end() && next_->first < id) LookAtNext({});
+    if (next_ != places_.end() && next_->first == id) LookAtNext(texts);
+  }
+
+  void LookAtNext(const Texts& texts) {
+    const auto [id, entry] = *next_++;
+    if (!entries_[entry].IsRecord) return;
     int score = 0;
     for (std::size_t word = 0; word < words_.size(); ++word) {
-      const int worth = ScoreOf(entries_[next_->second], texts, word);
+      const int worth = ScoreOf(entries_[entry], texts, word);
       if (worth == 0) return;
       score += worth;
     }
-    if (score > 0) hits_.push_back({next_->first, next_->second, score});
+    if (score > 0) hits_.push_back({id, entry, score});
   }
 
   /// 0 when the word stands nowhere.

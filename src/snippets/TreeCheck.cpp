@@ -41,19 +41,28 @@ class Check {
     // Who only looks may look at what can't be written.
     std::optional<store::Transaction> transaction;
     if (mend_) transaction.emplace(*connection_);
-    ReadNodes();
-    AdoptRows();
-    MendKinds();
-    Place();
-    Number();
-    CheckNumbers();
+    CheckNodes();
     AddRows();
     WriteNumbers();
     if (mend_) transaction->Commit();
     return std::move(findings_);
   }
 
+  bool AreNodesSound() {
+    CheckNodes();
+    return findings_.empty();
+  }
+
  private:
+  void CheckNodes() {
+    ReadNodes();
+    AdoptRows();
+    MendKinds();
+    Place();
+    Number();
+    CheckNumbers();
+  }
+
   void ReadNodes() {
     store::Recordset records;
     records.Open(u"SELECT ID, Name, lft, rgt, Root FROM Tree ORDER BY lft, rgt DESC, ID",
@@ -235,6 +244,10 @@ class Check {
 
 std::vector<String> CheckTree(const std::shared_ptr<store::Connection>& connection, bool mend) {
   return Check(connection, mend).Run();
+}
+
+bool IsTreeSound(const std::shared_ptr<store::Connection>& connection) {
+  return Check(connection, false).AreNodesSound();
 }
 
 }  // namespace tessel

@@ -19,4 +19,8 @@ inline constexpr StringView DamagedTree =
 [[nodiscard]] std::vector<String> CheckTree(const std::shared_ptr<store::Connection>& connection,
                                             bool mend);
 
+/// Whether all nodes have their places, and all contents their nodes. A record that waits for its
+/// first text has no contents yet. Fails with what the store says.
+[[nodiscard]] bool IsTreeSound(const std::shared_ptr<store::Connection>& connection);
+
 }  // namespace tessel

@@ -160,6 +160,17 @@ TEST_F(Snippets, AnExportedFolderIsImported) {
   EXPECT_EQ(out_.str(), "73\tTeam/\n74\t  F/\n75\t    One\n71\tF/\n72\t  One\n");
 }
 
+TEST_F(Snippets, ARecordThatWaitsForItsFirstTextIsFoundAndExported) {
+  EXPECT_EQ(Run({"add", "-", "--name", "Other"}, "x = 1\r\n"), Done);
+  // As the manager adds one.
+  const int id =
+      test::OpenTree(test::OpenDatabase(library_))->AddNode(u"Empty yet", TopID, 0, 0, RecordKind);
+  EXPECT_EQ(Run({"find", "empty"}), Done);
+  EXPECT_EQ(out_.str(), std::to_string(id) + "\tEmpty yet\n");
+  EXPECT_EQ(Run({"export", Path("out")}), Done) << err_.str();
+  EXPECT_NE(out_.str().find("Empty yet.snippet\n"), std::string::npos) << out_.str();
+}
+
 TEST_F(Snippets, AnExportNamesWhatItRemovesAndWhatItKeeps) {
   Run({"add", "-", "--name", "One", "--folder", "F"}, "text");
   Run({"export", Path("out")});
