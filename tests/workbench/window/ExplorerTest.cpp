@@ -13,6 +13,7 @@
 #include "explorer/udProjectExplorer.h"
 #include "forms/User.h"
 #include "hosts/workbench/designer/DesignerView.h"
+#include "hosts/workbench/designer/PropertiesWindow.h"
 #include "hosts/workbench/window/ExplorerCommands.h"
 #include "workbench/window/WindowFixture.h"
 
@@ -50,6 +51,20 @@ class ExplorerDock : public InWindow {
     return -1;
   }
 };
+
+TEST_F(ExplorerDock, TheObjectsOfAClosedProjectAreNoLongerInThePropertiesWindow) {
+  Show();
+  ASSERT_NE(window_->ShowDesigner(Component(u"frmFind")), nullptr);
+  Settle();
+  auto* const properties = window_->findChild<PropertiesWindow*>();
+  ASSERT_NE(properties, nullptr);
+  ASSERT_NE(properties->Component(), nullptr);
+  // As somebody may who looks at it still.
+  const auto held = properties->Component()->Project();
+  ASSERT_TRUE(window_->CloseProjects());
+  Settle();
+  EXPECT_EQ(properties->Component(), nullptr);
+}
 
 TEST_F(ExplorerDock, OpensByItsCommandAndLeavesTheKeysToTheCode) {
   CodeEditor& editor = Code(u"modText").Editor();
