@@ -56,14 +56,17 @@ TEST_F(ExplorerDock, TheObjectsOfAClosedProjectAreNoLongerInThePropertiesWindow)
   Show();
   ASSERT_NE(window_->ShowDesigner(Component(u"frmFind")), nullptr);
   Settle();
-  auto* const properties = window_->findChild<PropertiesWindow*>();
+  PropertiesWindow* properties = nullptr;
+  for (QWidget* const widget : window_->findChildren<QWidget*>()) {
+    if (auto* const one = dynamic_cast<PropertiesWindow*>(widget)) properties = one;
+  }
   ASSERT_NE(properties, nullptr);
-  ASSERT_NE(properties->Component(), nullptr);
+  ASSERT_EQ(properties->Component(), Component(u"frmFind"));
   // As somebody may who looks at it still.
   const auto held = properties->Component()->Project();
   ASSERT_TRUE(window_->CloseProjects());
   Settle();
-  EXPECT_EQ(properties->Component(), nullptr);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return properties->Component() == nullptr; }, 1500));
 }
 
 TEST_F(ExplorerDock, OpensByItsCommandAndLeavesTheKeysToTheCode) {
