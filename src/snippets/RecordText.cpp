@@ -14,7 +14,7 @@ namespace {
 
 constexpr int ByteCodePage = 1252;
 constexpr StringView Indent = u"    ", Hex = u"0123456789abcdef";
-/// Of the line that only an export writes.
+/// Of a line that older exports wrote, a digest of the record.
 constexpr StringView ExportKey = u"Export";
 
 struct Section {
@@ -117,9 +117,8 @@ String InHex(std::string_view bytes) {
 
 class Writer {
  public:
-  std::string Write(const NamedFragment& record, const String& digest = {}) {
+  std::string Write(const NamedFragment& record) {
     Line(u"Name", record.Name);
-    if (!digest.empty()) Line(ExportKey, digest);
     for (const Section& one : Values) {
       if (!(record.Fragment.*one.Text).empty()) Line(one.Key, record.Fragment.*one.Text);
     }
@@ -182,8 +181,6 @@ class Reader {
     if (record_.Name.empty() && !named_) Fail(u"the record has no name");
     return std::move(record_);
   }
-  /// What the export wrote into the head; empty without.
-  [[nodiscard]] const String& Digest() const { return digest_; }
 
  private:
   [[noreturn]] void Fail(StringView why) const {
@@ -207,7 +204,6 @@ class Reader {
       return;
     }
     if (vb::SameText(key, ExportKey)) {
-      digest_ = rest;
       ++at_;
       return;
     }
@@ -289,38 +285,12 @@ class Reader {
   std::vector<StringView> lines_;
   std::size_t at_ = 0;
   NamedFragment record_;
-  String digest_;
   bool named_ = false;
 };
-
-/// Of the record itself, so that the line ends of a checkout make no difference (FNV-1a).
-String DigestOf(const NamedFragment& record) {
-  std::uint64_t digest = 0xCBF29CE484222325U;
-  for (const char unit : Writer().Write(record)) {
-    digest = (digest ^ static_cast<unsigned char>(unit)) * 0x100000001B3U;
-  }
-  String text;
-  for (int shift = 60; shift >= 0; shift -= 4) text += Hex[digest >> shift & 15U];
-  return text;
-}
 
 }  // namespace
 
 std::string WriteRecordText(const NamedFragment& record) { return Writer().Write(record); }
-
-std::string WriteExportedText(const NamedFragment& record) {
-  return Writer().Write(record, DigestOf(record));
-}
-
-bool IsUnchangedExport(std::string_view bytes) {
-  try {
-    Reader reader(bytes, u"");
-    const NamedFragment record = reader.Read();
-    return !reader.Digest().empty() && reader.Digest() == DigestOf(record);
-  } catch (const vb::Failure&) {
-    return false;
-  }
-}
 
 String TextOfUtf8(std::string_view bytes, StringView file) {
   if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);

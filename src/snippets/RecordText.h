@@ -19,14 +19,9 @@ struct NamedFragment {
 /// docs/batch.md has an example.
 [[nodiscard]] std::string WriteRecordText(const NamedFragment& record);
 
-/// The same with a line "Export: digest" in the head, which tells that the file is an export's.
-[[nodiscard]] std::string WriteExportedText(const NamedFragment& record);
-/// Whether a file is what `WriteExportedText` wrote of some record, whatever its line ends are now:
-/// nobody has changed it since. False for one that can't be read.
-[[nodiscard]] bool IsUnchangedExport(std::string_view bytes);
-
-/// Reads what WriteRecordText wrote; also with CR LF line ends and a byte order mark. Fails with a
-/// vb::Failure that names `file` and the line.
+/// Reads what WriteRecordText wrote; also with CR LF line ends and a byte order mark, and with the
+/// line "Export:" that older exports wrote into the head. Fails with a vb::Failure that names
+/// `file` and the line.
 [[nodiscard]] NamedFragment ReadRecordText(std::string_view bytes, StringView file);
 
 /// The text of a file in UTF-8, without its byte order mark. Fails with a vb::Failure that names

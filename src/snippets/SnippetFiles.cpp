@@ -10,21 +10,27 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The entries of a folder: those in order first, then the others by name.
-std::vector<SnippetEntry> EntriesOf(const fs::path& folder) {
+/// The entries of a folder: those in order first, then the others by name; how many are in order.
+struct FolderEntries {
+  std::vector<SnippetEntry> All;
+  std::size_t Listed = 0;
+};
+
+FolderEntries EntriesOf(const fs::path& folder, const ReadFileSink& sink) {
   std::vector<SnippetEntry> entries;
   std::set<fs::path> listed;
-  for (SnippetEntry& entry : ReadSnippetOrder(folder)) {
+  for (SnippetEntry& entry : ReadSnippetOrder(folder, sink)) {
     std::error_code error;
     if (!fs::exists(folder / entry.File, error) || !listed.insert(entry.File).second) continue;
     entries.push_back(std::move(entry));
   }
+  const std::size_t count = entries.size();
   for (const fs::path& name : NamesIn(folder)) {
     if (!listed.contains(name) && name.native().front() != fs::path(".").native().front()) {
       entries.push_back({name, std::nullopt});
     }
   }
-  return entries;
+  return {std::move(entries), count};
 }
 
 }  // namespace
@@ -62,12 +68,14 @@ std::string ReadSnippetBytes(const fs::path& file) {
   return bytes;
 }
 
-std::vector<SnippetEntry> ReadSnippetOrder(const fs::path& folder) {
+std::vector<SnippetEntry> ReadSnippetOrder(const fs::path& folder, const ReadFileSink& sink) {
   std::vector<SnippetEntry> entries;
   const fs::path file = folder / SnippetOrderFile;
   std::error_code error;
   if (!fs::exists(file, error)) return entries;
-  const String text = TextOfUtf8(ReadSnippetBytes(file), vb::FromUtf8(file.string()));
+  const std::string bytes = ReadSnippetBytes(file);
+  const String text = TextOfUtf8(bytes, vb::FromUtf8(file.string()));
+  if (sink) sink(file, bytes);
   for (StringView line : vb::SplitViews(text, u"\n")) {
     if (line.ends_with(u'\r')) line.remove_suffix(1);
     const std::size_t tab = line.find(u'\t');
@@ -80,19 +88,28 @@ std::vector<SnippetEntry> ReadSnippetOrder(const fs::path& folder) {
   return entries;
 }
 
-std::vector<SnippetFileNode> ReadSnippetFiles(const fs::path& folder) {
+std::vector<SnippetFileNode> ReadSnippetFiles(const fs::path& folder, const ReadFileSink& sink) {
   std::vector<SnippetFileNode> nodes;
-  for (const SnippetEntry& entry : EntriesOf(folder)) {
+  const FolderEntries entries = EntriesOf(folder, sink);
+  for (std::size_t at = 0; at < entries.All.size(); ++at) {
+    const SnippetEntry& entry = entries.All[at];
     const fs::path path = folder / entry.File;
     std::error_code error;
+    SnippetFileNode node;
+    node.IsListed = at < entries.Listed;
     if (fs::is_directory(fs::symlink_status(path, error))) {
-      nodes.push_back(
-          {std::nullopt, entry.Name.value_or(entry.File.u16string()), ReadSnippetFiles(path)});
+      node.IsNamed = entry.Name.has_value();
+      node.Name = entry.Name.value_or(entry.File.u16string());
+      node.Children = ReadSnippetFiles(path, sink);
     } else if (IsSnippetName(path) && fs::is_regular_file(path, error)) {
-      NamedFragment record = ReadRecordText(ReadSnippetBytes(path), path.u16string());
-      String name = record.Name;
-      nodes.push_back({std::move(record), std::move(name), {}});
+      const std::string bytes = ReadSnippetBytes(path);
+      node.Record = ReadRecordText(bytes, path.u16string());
+      node.Name = node.Record->Name;
+      if (sink) sink(path, bytes);
+    } else {
+      continue;
     }
+    nodes.push_back(std::move(node));
   }
   return nodes;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -22,19 +23,26 @@ struct SnippetEntry {
   /// Nothing where the line names none; a name may be empty.
   std::optional<String> Name;
 };
+/// Is told of each file that was read.
+using ReadFileSink =
+    std::function<void(const std::filesystem::path& file, const std::string& bytes)>;
 /// The entries of a folder's order file; none without one. Fails with a text that names the file.
-[[nodiscard]] std::vector<SnippetEntry> ReadSnippetOrder(const std::filesystem::path& folder);
+[[nodiscard]] std::vector<SnippetEntry> ReadSnippetOrder(const std::filesystem::path& folder,
+                                                         const ReadFileSink& sink = {});
 
 /// A folder with what is in it, or a record.
 struct SnippetFileNode {
   std::optional<NamedFragment> Record;
   String Name;
   std::vector<SnippetFileNode> Children;
+  /// Whether the order file names it, and whether that gives a folder its name.
+  bool IsListed = false, IsNamed = false;
 };
 /// All folders and records below a folder: those of its order file first, then the others by name.
 /// Links to folders aren't followed, and only regular files are read. Fails with a text that names
 /// file and line.
-[[nodiscard]] std::vector<SnippetFileNode> ReadSnippetFiles(const std::filesystem::path& folder);
+[[nodiscard]] std::vector<SnippetFileNode> ReadSnippetFiles(const std::filesystem::path& folder,
+                                                            const ReadFileSink& sink = {});
 
 /// Whether the name is that of a record's file, in any case.
 [[nodiscard]] bool IsSnippetName(const std::filesystem::path& name);

@@ -14,7 +14,8 @@ namespace tessel {
 struct ExportedSnippets {
   /// The files of the library's records, also those that were the same already.
   std::vector<std::filesystem::path> Written;
-  /// Files of an earlier export whose records are gone, and which nobody has changed since.
+  /// Files that this library wrote or read earlier, whose records are gone or have other files now,
+  /// and which nobody has changed since.
   std::vector<std::filesystem::path> Removed;
   /// Other ".snippet" files that are none of the library's records.
   std::vector<std::filesystem::path> Kept;
@@ -23,9 +24,10 @@ struct ExportedSnippets {
 using FileWriter = std::function<void(const std::filesystem::path& file, const std::string& bytes)>;
 /// Writes all nodes below the top: a folder for each folder, a ".snippet" file for each record, and
 /// in each folder "_order.txt", which keeps their order and names. What is there already with the
-/// same bytes isn't written. Fails with a text that names the file; ahead of the first write, with
-/// all of them, where a file was written or changed by hand and the library doesn't have the
-/// change, and where a link stands.
+/// same bytes isn't written. The library notes what it wrote, unless it can only be read. Fails
+/// with a text that names the file; ahead of the first write, with all of them, where a file stands
+/// that the library neither wrote nor read as it is and that says something else, and where a link
+/// stands.
 ExportedSnippets ExportSnippets(CSQLTree& tree, const std::filesystem::path& folder,
                                 const FileWriter& write);
 
@@ -36,7 +38,8 @@ struct ImportedSnippet {
 };
 /// Reads such a folder into the node `parent`: all of it or, when a file can't be read, nothing. A
 /// record whose name stands in the same folder of the library is replaced, others are added;
-/// nothing is deleted. Fails with a text that names file and line.
+/// nothing is deleted. What an order file names stands in its order then. The library notes what it
+/// read. Fails with a text that names file and line.
 std::vector<ImportedSnippet> ImportSnippets(CSQLTree& tree, const std::filesystem::path& folder,
                                             std::int32_t parent);
 

@@ -1,6 +1,7 @@
 #include "snippets/TreeBatch.h"
 
 #include <algorithm>
+#include <set>
 
 #include "snippets/ColumnSizes.h"
 #include "snippets/TreeCheck.h"
@@ -90,6 +91,22 @@ std::int32_t TreeBatch::Add(StringView name, std::int32_t folder, std::int32_t k
     parent.Children.push_back(at);
   }
   return id;
+}
+
+void TreeBatch::Arrange(std::int32_t folder, const std::vector<std::int32_t>& children) {
+  auto& all = nodes_[places_.at(folder)].Children;
+  for (const std::int32_t kind : {FolderKind, RecordKind}) {
+    std::vector<std::size_t> wanted;
+    for (const std::int32_t id : children) {
+      const std::size_t at = places_.at(id);
+      if (nodes_[at].Kind == kind) wanted.push_back(at);
+    }
+    const std::set<std::size_t> moved(wanted.begin(), wanted.end());
+    auto next = wanted.begin();
+    for (std::size_t& child : all) {
+      if (moved.contains(child)) child = *next++;
+    }
+  }
 }
 
 void TreeBatch::WriteNumbers() {

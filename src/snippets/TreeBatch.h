@@ -24,6 +24,9 @@ class TreeBatch {
   /// Adds a node as `CSQLTree::AddNode` would: a folder comes first below its parent, a record
   /// last. Fails when the parent is no folder.
   std::int32_t Add(StringView name, std::int32_t folder, std::int32_t kind);
+  /// Brings children of a folder into the given order, folders and records each among themselves;
+  /// other children keep their places.
+  void Arrange(std::int32_t folder, const std::vector<std::int32_t>& children);
   /// Gives every node its numbers.
   void WriteNumbers();
 

@@ -9,15 +9,14 @@ namespace {
 struct Cause {
   StringView Engine, Plain;
 };
-constexpr Cause Causes[] = {
-    {u"attempt to write a readonly database", u"the file can't be written, it is read-only"},
-    {u"database disk image is malformed", Damaged},
-    {u"file is not a database", Damaged},
-    {u"database or disk is full", NoRoom},
-    {u"database is locked", u"another program has locked the file"},
-    {u"database schema is locked", u"another program has locked the file"},
-    {u"unable to open database file", u"the file or its folder can't be opened"},
-    {u"disk I/O error", u"the disk can't be read or written"}};
+constexpr Cause Causes[] = {{u"attempt to write a readonly database", ReadOnly},
+                            {u"database disk image is malformed", Damaged},
+                            {u"file is not a database", Damaged},
+                            {u"database or disk is full", NoRoom},
+                            {u"database is locked", u"another program has locked the file"},
+                            {u"database schema is locked", u"another program has locked the file"},
+                            {u"unable to open database file", CannotOpen},
+                            {u"disk I/O error", u"the disk can't be read or written"}};
 /// What a statement names and the database lacks; the name follows, up to the next colon.
 constexpr Cause Missing[] = {{u"no such column: ", u"there is no column "},
                              {u"no such table: ", u"there is no table "}};

@@ -214,6 +214,30 @@ TEST_F(Snippets, AnExportNamesEveryFileThatWasChangedByHand) {
   EXPECT_FALSE(fs::exists(Path("out/_order.txt")));
 }
 
+TEST_F(Snippets, ATeamKeepsOneFolderAndNobodysWorkIsLost) {
+  Run({"add", "-", "--name", "One"}, "old\r\n");
+  Run({"add", "-", "--name", "Two"}, "old\r\n");
+  ASSERT_EQ(Run({"export", Path("out")}), Done);
+  // The colleague has a copy of the library, with all that it knows, and a change of One.
+  folder_.Write("colleague.mdb", folder_.Read("lib.mdb"));
+  folder_.Write("edit/One.snippet", "Name: One\nText:\n    theirs\n");
+  const auto theirs = [&](std::vector<std::string> words, const std::string& input = {}) {
+    return Run(std::move(words), input, Path("colleague.mdb"));
+  };
+  ASSERT_EQ(theirs({"import", Path("edit")}), Done);
+  ASSERT_EQ(theirs({"add", "-", "--name", "Three"}, "new\r\n"), Done);
+  ASSERT_EQ(theirs({"export", Path("out")}), Done) << err_.str();
+  EXPECT_EQ(Run({"export", Path("out")}), Failed);
+  const std::string why = " was changed by hand; import it or remove it first\n";
+  EXPECT_EQ(err_.str(), "tessel: " + Path("out/_order.txt") + why + Path("out/One.snippet") + why);
+  EXPECT_EQ(Run({"import", Path("out")}), Done);
+  EXPECT_EQ(out_.str(), "replaced One\nreplaced Two\nadded Three\n");
+  EXPECT_EQ(Run({"export", Path("out")}), Done);
+  EXPECT_EQ(folder_.Read("out/One.snippet"), "Name: One\nText:\n    theirs\n");
+  EXPECT_EQ(folder_.Read("out/Three.snippet"), "Name: Three\nText:\n    new\n");
+  EXPECT_EQ(Run({"check", "--check"}), Done) << out_.str();
+}
+
 TEST_F(Snippets, AMarkTellsHowATextIsWritten) {
   using namespace std::string_literals;
   const std::string plain =

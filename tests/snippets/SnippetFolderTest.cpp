@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <functional>
+#include <set>
 
 #include "hosts/files/AtomicFile.h"
 #include "snippets/SnippetDatabase.h"
@@ -41,8 +42,9 @@ class Library : public testing::Test {
     return all;
   }
 
-  ExportedSnippets Export(const fs::path& to) {
-    return ExportSnippets(*tree_, to, [](const fs::path& file, const std::string& bytes) {
+  ExportedSnippets Export(const fs::path& to) { return Export(*tree_, to); }
+  static ExportedSnippets Export(CSQLTree& tree, const fs::path& to) {
+    return ExportSnippets(tree, to, [](const fs::path& file, const std::string& bytes) {
       files::WriteFile(file, bytes);
     });
   }
@@ -201,7 +203,7 @@ std::string FailureOf(const std::function<void()>& action) {
 TEST_F(Library, AnExportWritesOverNothingThatSomebodyChangedOrWroteUntilItIsImported) {
   for (const StringView name : {u"a", u"b", u"c"}) Record(*tree_, 1, name, u"text\r\n");
   const fs::path out = folder_.Path() / "out";
-  const std::string hand = "Name: C\nText:\n    by hand\n";
+  const std::string hand = "Name: c\nText:\n    by hand\n";
   folder_.Write("out/c.snippet", hand);
   EXPECT_EQ(FailureOf([&] { Export(out); }),
             (out / "c.snippet").string() + " was changed by hand; import it or remove it first");
@@ -221,9 +223,215 @@ TEST_F(Library, AnExportWritesOverNothingThatSomebodyChangedOrWroteUntilItIsImpo
   EXPECT_EQ(folder_.Read("out/c.snippet"), hand);
   ImportSnippets(*tree_, out, 1);
   EXPECT_EQ(FailureOf([&] { Export(out); }), "");
-  EXPECT_TRUE(IsUnchangedExport(folder_.Read("out/a.snippet")));
   EXPECT_NE(folder_.Read("out/a.snippet").find("    more\n"), std::string::npos);
   EXPECT_NE(folder_.Read("out/c.snippet").find("    by hand\n"), std::string::npos);
+}
+
+/// A file that was changed by hand, as an export names it.
+std::string Refused(const fs::path& file) {
+  return file.string() + " was changed by hand; import it or remove it first";
+}
+
+TEST_F(Library, AColleaguesExportIsNeverWrittenOverAheadOfItsImport) {
+  for (const StringView name : {u"a", u"b"}) Record(*tree_, 1, name, u"old\r\n");
+  const fs::path out = folder_.Path() / "out";
+  Export(out);
+  // The colleague's library is of its own, and the folder comes and goes by version control.
+  const auto other = New("b.mdb");
+  ImportSnippets(*other, out, 1);
+  const int known = PathsOf(*other).front().Node.ID;
+  other->UpdateListFragment(known, {u"theirs\r\n", u"", u"", u"", u"", u"", u""});
+  Record(*other, 1, u"c", u"new\r\n");
+  other->DeleteNode(PathsOf(*other)[1].Node.ID);
+  EXPECT_EQ(Export(*other, out).Removed, std::vector<fs::path>{"b.snippet"});
+  const std::string theirs = folder_.Read("out/a.snippet"), order = folder_.Read("out/_order.txt");
+
+  EXPECT_EQ(FailureOf([&] { Export(out); }),
+            Refused(out / "_order.txt") + "\n" + Refused(out / "a.snippet"));
+  EXPECT_EQ(folder_.Read("out/a.snippet"), theirs);
+  EXPECT_EQ(folder_.Read("out/_order.txt"), order);
+  EXPECT_TRUE(fs::exists(out / "c.snippet"));
+  ImportSnippets(*tree_, out, 1);
+  const ExportedSnippets done = Export(out);
+  EXPECT_TRUE(done.Removed.empty() && done.Kept.empty());
+  EXPECT_EQ(folder_.Read("out/a.snippet"), theirs);
+  EXPECT_EQ(Contents(*tree_), (std::vector<std::string>{"a=theirs\r\n", "b=old\r\n", "c=new\r\n"}));
+  // What this library has read and nobody changed since is its own to change.
+  tree_->UpdateListFragment(PathsOf(*tree_)[2].Node.ID,
+                            {u"mine\r\n", u"", u"", u"", u"", u"", u""});
+  Export(out);
+  EXPECT_EQ(folder_.Read("out/c.snippet"), "Name: c\nText:\n    mine\n");
+}
+
+TEST_F(Library, ARecordThatAColleagueAddedStaysWhereTheOrderIsTheSame) {
+  Record(*tree_, 1, u"a", u"1");
+  const fs::path out = folder_.Path() / "out";
+  Export(out);
+  folder_.Write("out/c.snippet", "Name: c\nText:\n    theirs\n");
+  EXPECT_EQ(Export(out).Kept, std::vector<fs::path>{"c.snippet"});
+  ImportSnippets(*tree_, out, 1);
+  EXPECT_TRUE(Export(out).Kept.empty());
+  // It is gone when its record is, and only where nobody changed it.
+  tree_->DeleteNode(PathsOf(*tree_)[1].Node.ID);
+  EXPECT_EQ(Export(out).Removed, std::vector<fs::path>{"c.snippet"});
+}
+
+TEST_F(Library, ALibraryThatKnowsNothingOfAFolderTakesWhatSaysTheSame) {
+  Record(*tree_, 1, u"a", u"1\r\n");
+  Record(*tree_, 1, u"b", u"2\r\n");
+  // As an older export wrote it, and as a checkout has it.
+  folder_.Write("out/a.snippet", "Name: a\nExport: 0123456789abcdef\nText:\n    1\n");
+  folder_.Write("out/b.snippet", "Name: b\r\nText:\r\n    2\r\n");
+  folder_.Write("out/_order.txt", "a.snippet\r\nb.snippet\r\n");
+  const fs::path out = folder_.Path() / "out";
+  EXPECT_EQ(FailureOf([&] { Export(out); }), "");
+  EXPECT_EQ(folder_.Read("out/a.snippet"), "Name: a\nText:\n    1\n");
+  tree_->UpdateListFragment(PathsOf(*tree_)[0].Node.ID, {u"3", u"", u"", u"", u"", u"", u""});
+  EXPECT_EQ(FailureOf([&] { Export(out); }), "");
+}
+
+TEST_F(Library, AFolderIsTheSameByWhateverNameItIsCalled) {
+  const int record = Record(*tree_, 1, u"a", u"1");
+  const fs::path out = folder_.Path() / "out";
+  Export(out);
+  fs::create_directory_symlink(out, folder_.Path() / "link");
+  for (const fs::path& name :
+       {out / "", out / ".." / "out", folder_.Path() / "link", fs::proximate(out)}) {
+    tree_->UpdateListFragment(record, {String(name.u16string()), u"", u"", u"", u"", u"", u""});
+    EXPECT_EQ(FailureOf([&] { Export(name); }), "") << name;
+  }
+}
+
+TEST_F(Library, AnotherNameInAFileIsAnotherRecord) {
+  Record(*tree_, 1, u"a", u"1\r\n");
+  const fs::path out = folder_.Path() / "out";
+  Export(out);
+  folder_.Write("out/a.snippet", "Name: other\nText:\n    1\n");
+  EXPECT_FALSE(ImportSnippets(*tree_, out, 1).at(0).Replaced);
+  const ExportedSnippets done = Export(out);
+  EXPECT_EQ(done.Written, (std::vector<fs::path>{"a.snippet", "other.snippet"}));
+  EXPECT_TRUE(done.Kept.empty());
+  EXPECT_EQ(folder_.Read("out/a.snippet"), "Name: a\nText:\n    1\n");
+  for (const ImportedSnippet& one : ImportSnippets(*tree_, out, 1)) EXPECT_TRUE(one.Replaced);
+}
+
+TEST_F(Library, TheSameNameInAnotherCaseRenamesTheRecordAndTheFolder) {
+  const int folder = tree_->AddNode(u"files", 1, 0, 0, FolderKind);
+  Record(*tree_, folder, u"read", u"1\r\n");
+  const fs::path out = folder_.Path() / "out";
+  Export(out);
+  folder_.Write("out/_order.txt", "files\tFiles\n");
+  folder_.Write("out/files/read.snippet", "Name: Read\nText:\n    1\n");
+  EXPECT_TRUE(ImportSnippets(*tree_, out, 1).at(0).Replaced);
+  EXPECT_EQ(Contents(*tree_), (std::vector<std::string>{"Files/", "Files/Read=1\r\n"}));
+  EXPECT_EQ(Export(out).Removed, std::vector<fs::path>{"files/read.snippet"});
+  EXPECT_FALSE(fs::exists(out / "files"));
+  EXPECT_EQ(folder_.Read("out/Files/Read.snippet"), "Name: Read\nText:\n    1\n");
+  EXPECT_EQ(ImportSnippets(*tree_, out, 1).size(), 1U);
+}
+
+TEST_F(Library, ARenamedFileIsTheSameRecord) {
+  Record(*tree_, 1, u"a", u"1\r\n");
+  const fs::path out = folder_.Path() / "out";
+  for (const bool imported : {true, false}) {
+    Export(out);
+    fs::rename(out / "a.snippet", out / "b.snippet");
+    if (imported) {
+      EXPECT_TRUE(ImportSnippets(*tree_, out, 1).at(0).Replaced);
+    }
+    const ExportedSnippets done = Export(out);
+    EXPECT_EQ(done.Written, std::vector<fs::path>{"a.snippet"});
+    EXPECT_EQ(done.Removed, std::vector<fs::path>{"b.snippet"});
+    const auto again = ImportSnippets(*tree_, out, 1);
+    ASSERT_EQ(again.size(), 1U);
+    EXPECT_TRUE(again.front().Replaced);
+  }
+}
+
+TEST_F(Library, AnOrderThatWasChangedByHandIsRefusedAndImported) {
+  const int folder = tree_->AddNode(u"F", 1, 0, 0, FolderKind);
+  for (const StringView name : {u"G", u"H"}) {
+    Record(*tree_, tree_->AddNode(name, folder, 0, 0, FolderKind), u"in", name);
+  }
+  for (const StringView name : {u"a", u"b", u"c", u"d"}) Record(*tree_, folder, name, name);
+  const fs::path out = folder_.Path() / "out";
+  Export(out);
+  EXPECT_EQ(folder_.Read("out/F/_order.txt"),
+            "H\tH\nG\tG\na.snippet\nb.snippet\nc.snippet\nd.snippet\n");
+  // What it doesn't name keeps its place.
+  const std::string order = "d.snippet\nG\tG\nb.snippet\nH\tH\na.snippet\n";
+  folder_.Write("out/F/_order.txt", order);
+  EXPECT_EQ(FailureOf([&] { Export(out); }), Refused(out / "F/_order.txt"));
+  EXPECT_EQ(folder_.Read("out/F/_order.txt"), order);
+  ImportSnippets(*tree_, out, 1);
+  EXPECT_EQ(Contents(*tree_),
+            (std::vector<std::string>{"F/", "F/G/", "F/G/in=G", "F/H/", "F/H/in=H", "F/d=d",
+                                      "F/b=b", "F/c=c", "F/a=a"}));
+  EXPECT_EQ(test::Unsound(test::RowsOf(tree_->Connection())), "");
+  EXPECT_EQ(FailureOf([&] { Export(out); }), "");
+  EXPECT_EQ(folder_.Read("out/F/_order.txt"),
+            "G\tG\nH\tH\nd.snippet\nb.snippet\nc.snippet\na.snippet\n");
+}
+
+TEST_F(Library, ANewRecordComesWhereTheOrderNamesIt) {
+  for (const StringView name : {u"a", u"b"}) Record(*tree_, 1, name, name);
+  const fs::path out = folder_.Path() / "out";
+  Export(out);
+  folder_.Write("out/new.snippet", "Name: new\nText open:\n    n\n");
+  folder_.Write("out/_order.txt", "a.snippet\nnew.snippet\nb.snippet\n");
+  ImportSnippets(*tree_, out, 1);
+  EXPECT_EQ(Contents(*tree_), (std::vector<std::string>{"a=a", "new=n", "b=b"}));
+}
+
+TEST_F(Library, NamesOfDevicesGetFilesThatWindowsCanMake) {
+  for (const StringView name : {u"CON", u"nul.txt", u"Lpt1", u"COM1 .a", u"CONSOLE", u"COM0"}) {
+    Record(*tree_, tree_->AddNode(name, 1, 0, 0, FolderKind), name, name);
+  }
+  const fs::path out = folder_.Path() / "out";
+  std::set<std::string> files;
+  for (const fs::path& file : Export(out).Written) files.insert(file.string());
+  EXPECT_EQ(files, (std::set<std::string>{"%43ON/%43ON.snippet", "%6Eul.txt/%6Eul.txt.snippet",
+                                          "%4Cpt1/%4Cpt1.snippet", "%43OM1 .a/%43OM1 .a.snippet",
+                                          "CONSOLE/CONSOLE.snippet", "COM0/COM0.snippet"}));
+  const auto copy = New("b.mdb");
+  ImportSnippets(*copy, out, 1);
+  EXPECT_EQ(Contents(*copy), Contents(*tree_));
+}
+
+TEST_F(Library, ALibraryThatCanOnlyBeReadIsExportedAllTheSame) {
+  Record(*tree_, 1, u"a", u"1");
+  tree_->Connection()->Execute(u"PRAGMA query_only = 1");
+  const fs::path out = folder_.Path() / "out";
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(Export(out).Written, std::vector<fs::path>{"a.snippet"});
+  }
+  folder_.Write("out/a.snippet", "Name: a\nText:\n    by hand\n");
+  EXPECT_EQ(FailureOf([&] { Export(out); }), Refused(out / "a.snippet"));
+}
+
+TEST_F(Library, AnExportThatEndedEarlyLocksNobodyOutAndTakesNobodysWork) {
+  const int a = Record(*tree_, 1, u"a", u"1"), b = Record(*tree_, 1, u"b", u"1");
+  const fs::path out = folder_.Path() / "out";
+  Export(out);
+  const auto text = [&](int id, StringView now) {
+    tree_->UpdateListFragment(id, {String(now), u"", u"", u"", u"", u"", u""});
+  };
+  text(a, u"2");
+  text(b, u"2");
+  const auto killed = [](const fs::path& file, const std::string& bytes) {
+    if (file.filename() == "b.snippet") throw vb::Failure(vb::PathFileAccess, u"", u"");
+    files::WriteFile(file, bytes);
+  };
+  EXPECT_THROW(ExportSnippets(*tree_, out, killed), vb::Failure);
+  text(a, u"3");
+  text(b, u"3");
+  const std::string hand = "Name: b\nText:\n    by hand\n", before = folder_.Read("out/b.snippet");
+  folder_.Write("out/b.snippet", hand);
+  EXPECT_EQ(FailureOf([&] { Export(out); }), Refused(out / "b.snippet"));
+  EXPECT_EQ(folder_.Read("out/b.snippet"), hand);
+  folder_.Write("out/b.snippet", before);
+  EXPECT_EQ(FailureOf([&] { Export(out); }), "");
+  EXPECT_EQ(folder_.Read("out/a.snippet"), "Name: a\nText open:\n    3\n");
 }
 
 TEST_F(Library, AnExportLeavesAnotherLibrarysBelowItAlone) {
