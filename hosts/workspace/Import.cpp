@@ -28,7 +28,7 @@ void CheckIsNew(model::VBProject& project, const fs::path& file) {
   const auto fail = [&](StringView why) {
     throw vb::Failure(vb::PathFileAccess, TextOf(file) + u": " + String(why), u"Tessel.workspace");
   };
-  const String extension = file.extension().u16string();
+  const String extension = TextOf(file.extension());
   for (const StringView one : {u".vbp", u".vbg", u".mak"}) {
     if (vb::SameText(extension, one)) fail(u"is a project and no component");
   }
