@@ -10,6 +10,7 @@ constexpr HeaderWords Words{u"Procedure", 13};
 /// description included.
 constexpr StringView Label = u"Procedure    :";
 constexpr int DeclarationLines = 2;
+constexpr std::size_t MostFields = 8;  // of the dialog, with those of the comment
 
 /// Texts grow in place: a list may ask for thousands of properties.
 void Append(String& text, std::initializer_list<StringView> pieces) {
@@ -103,10 +104,12 @@ std::optional<Complaint> CheckField(const PropertyChoices& choices) {
     return complaint;
   }
   if (auto complaint = CheckMadeNames(choices)) return complaint;
-  FieldTexts fields{{u"txtName", u"Name", choices.Name},
-                    {u"ComValueType", u"Value Type", choices.ValueType},
-                    {u"ComValueType", u"Value Type", choices.Prefix},
-                    {u"txtMemberVariable", u"Member Variable", choices.MemberVariable}};
+  FieldTexts fields;
+  fields.reserve(MostFields);
+  fields = {{u"txtName", u"Name", choices.Name},
+            {u"ComValueType", u"Value Type", choices.ValueType},
+            {u"ComValueType", u"Value Type", choices.Prefix},
+            {u"txtMemberVariable", u"Member Variable", choices.MemberVariable}};
   AddComment(fields, choices.Comment);
   return CheckLimitsOf(fields, [&] {
     const PropertyText text = GeneratorTextProperty(choices);
