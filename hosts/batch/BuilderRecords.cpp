@@ -139,7 +139,7 @@ class Fields {
   [[noreturn]] void Fail(const std::string& why) const { FailWith(origin_.Words() + " " + why); }
 
   /// Leaves `value` alone when the record has no such field, and answers whether it has.
-  bool Text(const char* name, String& value) {
+  bool Text(std::string_view name, String& value) {
     const Json* const found = Take(name);
     if (found == nullptr) return false;
     if (!found->is_string()) Fail(Quoted(name) + " is no text");
@@ -147,17 +147,17 @@ class Fields {
     return true;
   }
   /// A text that the record must have: what a dialog opens with is a place holder.
-  void Needed(const char* name, String& value) {
+  void Needed(std::string_view name, String& value) {
     if (!Text(name, value)) Fail("lacks the field " + Quoted(name));
   }
-  void Flag(const char* name, bool& value) {
+  void Flag(std::string_view name, bool& value) {
     if (const Json* const found = Take(name)) {
       if (!found->is_boolean()) Fail(Quoted(name) + " is neither true nor false");
       value = found->get<bool>();
     }
   }
   /// A text that is one of `words`, in their spelling.
-  void Word(const char* name, String& value, std::initializer_list<StringView> words) {
+  void Word(std::string_view name, String& value, std::initializer_list<StringView> words) {
     String text;
     if (!Text(name, text)) return;
     for (const StringView word : words) {
@@ -169,11 +169,11 @@ class Fields {
     Fail(Quoted(name) + " can't be \"" + vb::ToUtf8(text) + '"');
   }
   /// Calls `item` with each element of a list.
-  void List(const char* name, const std::function<void(const Json&, std::string)>& item) {
+  void List(std::string_view name, const std::function<void(const Json&, std::string)>& item) {
     const Json* const found = Take(name);
     if (found == nullptr) return;
     if (!found->is_array()) Fail(Quoted(name) + " is no list");
-    const std::string where = origin_.Words() + "." + name;
+    const std::string where = origin_.Words() + "." + std::string(name);
     std::size_t at = 0;
     for (const Json& one : *found) item(one, where + "[" + std::to_string(at++) + "]");
   }
@@ -189,9 +189,9 @@ class Fields {
  private:
   static constexpr std::size_t MostFields = 16;
 
-  static std::string Quoted(const std::string& name) { return '"' + name + '"'; }
-  const Json* Take(const char* name) {
-    taken_.emplace_back(name);
+  static std::string Quoted(std::string_view name) { return '"' + std::string(name) + '"'; }
+  const Json* Take(std::string_view name) {
+    taken_.push_back(name);
     const auto found = json_.find(name);
     return found == json_.end() ? nullptr : &*found;
   }

@@ -48,10 +48,9 @@ void Add(ModuleText& text, const ProcedureChoices& choices) {
   text.Members += builders::GeneratorTextMethod(choices) + String(vb::CrLf);
 }
 void Add(ModuleText& text, const PropertyChoices& choices) {
-  builders::PropertyText property = builders::GeneratorTextProperty(choices);
-  text.Declarations += StringView(property.Declaration).substr(0, property.Declaration.size() - 2);
+  builders::AppendTextProperty(choices, text.Declarations, text.Members);
+  text.Declarations.resize(text.Declarations.size() - vb::CrLf.size());  // the empty line
   text.AfterVariable = true;
-  text.Members += property.Body;
 }
 void Add(ModuleText& text, const EnumChoices& choices) {
   if (text.Declarations.empty()) text.Apart = true;
