@@ -10,6 +10,7 @@
 #include "store/Command.h"
 #include "store/PlainCause.h"
 #include "store/Recordset.h"
+#include "store/Snapshot.h"
 #include "vb/Failure.h"
 
 namespace tessel {
@@ -76,6 +77,7 @@ ExportPlan PlanAndNote(CSQLTree& tree, const fs::path& folder) {
     notes.Write();
   });
   if (plan) return std::move(*plan);
+  const store::Snapshot snapshot(*tree.Connection());
   return PlanExport(tree, folder, FolderNotes(tree.Connection(), folder));
 }
 
@@ -118,6 +120,7 @@ class Importer {
         rename_(tree.Connection(), u"UPDATE Tree SET Name = @Name WHERE ID = @ID") {}
 
   void Enter(const std::vector<SnippetFileNode>& nodes, std::int32_t parent, const String& path) {
+    for (const SnippetFileNode& node : nodes) CheckSizes(node);
     std::vector<std::int32_t> known = Known(nodes, parent);
     // New folders enter at the front: the last one goes first.
     for (std::size_t at = nodes.size(); at-- > 0;) {
@@ -165,9 +168,19 @@ class Importer {
     return known;
   }
 
+  /// Tells of the file in which a text is too long for its column.
+  static void CheckSizes(const SnippetFileNode& node) {
+    try {
+      CheckNodeName(node.Name);
+      if (node.Record) CheckObject(node.Record->Fragment);
+    } catch (const vb::Failure& failure) {
+      throw vb::Failure(failure.Number(), node.File.u16string() + u": " + failure.Description(),
+                        failure.Source());
+    }
+  }
+
   std::int32_t EnterRecord(const NamedFragment& record, std::int32_t id, std::int32_t parent,
                            const String& path) {
-    CheckObject(record.Fragment);
     const bool known = id != 0;
     if (known) {
       tree_.Connection()->Execute(u"DELETE FROM List WHERE Id = " + vb::Str(id));
