@@ -1,7 +1,6 @@
 #include "snippets/SnippetFolder.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "snippets/ColumnSizes.h"
 #include "snippets/ExportPlan.h"
@@ -10,7 +9,6 @@
 #include "store/Command.h"
 #include "store/PlainCause.h"
 #include "store/Recordset.h"
-#include "store/Snapshot.h"
 #include "vb/Failure.h"
 
 namespace tessel {
@@ -67,18 +65,15 @@ void Note(CSQLTree& tree, Body&& change) {
 }
 
 /// Notes what is about to be written beside what was, so that the next export knows both, whatever
-/// ends this one. The plan is of one moment of the library.
+/// ends this one.
 ExportPlan PlanAndNote(CSQLTree& tree, const fs::path& folder) {
-  std::optional<ExportPlan> plan;
+  ExportPlan plan = PlanExport(tree, folder, FolderNotes(tree.Connection(), folder));
   Note(tree, [&] {
     FolderNotes notes(tree.Connection(), folder);
-    plan = PlanExport(tree, folder, notes);
-    for (const PlannedFile& file : plan->Files) notes.Add(file.Path, file.Bytes);
+    for (const PlannedFile& file : plan.Files) notes.Add(file.Path, file.Bytes);
     notes.Write();
   });
-  if (plan) return std::move(*plan);
-  const store::Snapshot snapshot(*tree.Connection());
-  return PlanExport(tree, folder, FolderNotes(tree.Connection(), folder));
+  return plan;
 }
 
 void Settle(CSQLTree& tree, const fs::path& folder, const ExportPlan& plan) {
