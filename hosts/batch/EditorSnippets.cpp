@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "snippets/TabStops.h"
 #include "vb/Failure.h"
@@ -51,8 +52,22 @@ std::string PlainJson(std::string text) {
 Json Parse(std::string_view bytes, const std::string& file) {
   if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
   const std::string text = PlainJson(std::string(bytes));
+  // Of each open object its keys: a second one would take the place of the first in silence.
+  std::vector<std::set<std::string>> keys;
+  std::string doubled;
+  const auto look = [&](int, Json::parse_event_t event, Json& parsed) {
+    if (event == Json::parse_event_t::object_start) keys.emplace_back();
+    if (event == Json::parse_event_t::object_end) keys.pop_back();
+    if (event == Json::parse_event_t::key && doubled.empty() &&
+        !keys.back().insert(parsed.get<std::string>()).second) {
+      doubled = parsed.get<std::string>();
+    }
+    return true;
+  };
   try {
-    return Json::parse(text);
+    Json all = Json::parse(text, look);
+    if (!doubled.empty()) Fail(file, "holds \"" + doubled + "\" twice");
+    return all;
   } catch (const Json::parse_error& error) {
     const auto end = text.begin() + static_cast<std::ptrdiff_t>(std::min(error.byte, text.size()));
     Fail(file + ":" + std::to_string(1 + std::count(text.begin(), end, '\n')),

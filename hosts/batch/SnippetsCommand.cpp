@@ -53,9 +53,13 @@ void List(CSQLTree& tree, std::ostream& out) {
 
 TreeNode RecordNamed(CSQLTree& tree, const std::string& named) {
   const String path = vb::FromUtf8(named);
-  for (const SnippetPath& one : PathsOf(tree)) {
-    if (one.Node.Root == FolderKind) continue;
-    if (vb::Str(one.Node.ID) == path || vb::SameText(one.Path, path)) return one.Node;
+  const auto all = PathsOf(tree);
+  // A number is what the listings print, so a record that bears it as its name comes behind.
+  for (const bool byNumber : {true, false}) {
+    for (const SnippetPath& one : all) {
+      if (one.Node.Root == FolderKind) continue;
+      if (byNumber ? vb::Str(one.Node.ID) == path : vb::SameText(one.Path, path)) return one.Node;
+    }
   }
   Fail("there is no record " + named + " (list and find name them)");
 }
@@ -104,23 +108,25 @@ String TextOf(const std::string& bytes, int codePage) {
     if (auto marked = MarkedText(bytes)) return std::move(*marked);
   }
   if (codePage != 0) return workspace::Decode(bytes, codePage);
-  const String text = vb::FromUtf8(bytes);
-  return text.find(u'\xFFFD') == String::npos ? text : vb::TextOfBytes(bytes, CodePage);
+  String text = vb::FromUtf8(bytes);
+  // The sign for what can't be read may stand in the text itself.
+  const bool isUtf8 = text.find(u'\xFFFD') == String::npos || vb::ToUtf8(text) == bytes;
+  return isUtf8 ? std::move(text) : vb::TextOfBytes(bytes, CodePage);
 }
 
 /// A component's file as an object, anything else as a text. A form without a companion is one.
-ListFragment ReadFragment(const SnippetsRequest& request, std::istream& in) {
+/// `bytes` are those of the file, which is read once: it may be a pipe.
+ListFragment ReadFragment(const SnippetsRequest& request, const std::string& bytes) {
   if (request.CodePage != 0 && !workspace::IsKnownCodePage(request.CodePage)) {
     Fail("there is no code page " + std::to_string(request.CodePage));
   }
   ListFragment fragment;
   if (request.File == "-") {
-    fragment.Text = TextOf(ReadAll(in), request.CodePage);
+    fragment.Text = TextOf(bytes, request.CodePage);
   } else {
     const String path = fs::absolute(request.File).u16string();
     fragment = mFunctions::FragmentOfFile(path, [&](StringView file, bool companion) {
       if (companion) return mFunctions::GetCompanion(file, false);
-      const std::string bytes = files::ReadFile(request.File);
       if (request.CodePage == 0) {
         if (auto marked = MarkedText(bytes)) return std::move(*marked);
       }
@@ -128,7 +134,7 @@ ListFragment ReadFragment(const SnippetsRequest& request, std::istream& in) {
           bytes, request.CodePage != 0 ? request.CodePage : workspace::GuessCodePage({bytes}));
     });
     if (fragment.ClassObj.empty()) {
-      fragment.Text = TextOf(files::ReadFile(request.File), request.CodePage);
+      fragment.Text = TextOf(bytes, request.CodePage);
     }
   }
   fragment.TextUserNotes = vb::FromUtf8(request.Notes);
@@ -146,15 +152,21 @@ void AddRecord(CSQLTree& tree, std::int32_t folder, const String& name,
 
 /// A library keeps the binary file of a form and of a user document; what other kinds draw from one
 /// doesn't come in.
-void TellOfLostCompanions(const std::string& file, const ListFragment& fragment,
-                          std::ostream& err) {
+void TellOfLostCompanions(const std::string& file, const std::string& bytes,
+                          const ListFragment& fragment, std::ostream& err) {
   if (fragment.ClassObj.empty()) return;
   const ObjectClass* const known = ClassOfObject(fragment.ClassObj);
   const fs::path path = fs::absolute(file);
-  const fs::path kept = known == nullptr || fragment.CompObj.empty()
-                            ? fs::path()
-                            : fs::path(path.stem().u16string() + u"." + String(known->Companion));
-  const std::string bytes = files::ReadFile(file);
+  const fs::path kept =
+      known == nullptr || known->Companion.empty()
+          ? fs::path()
+          : fs::path(path.stem().u16string() + u"." + vb::LCase(known->Companion));
+  const bool isNamed =
+      vb::InStr(fragment.TitleObj, u"\"" + kept.u16string() + u"\":", vb::Compare::Text) > 0;
+  if (!kept.empty() && fragment.CompObj.empty() && isNamed) {
+    err << "tessel: " << file << ": its pictures and texts lie in " << kept.string()
+        << ", which is missing or empty; the record has come in without them\n";
+  }
   for (const auto& one : workspace::CompanionsOf(bytes, path, workspace::GuessCodePage({bytes}))) {
     const fs::path name = one.File.filename();
     if (vb::SameText(name.u16string(), kept.u16string())) continue;
@@ -165,7 +177,9 @@ void TellOfLostCompanions(const std::string& file, const ListFragment& fragment,
 }
 
 void Add(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams) {
-  const ListFragment fragment = ReadFragment(request, streams.In);
+  const std::string bytes =
+      request.File == "-" ? ReadAll(streams.In) : files::ReadFile(request.File);
+  const ListFragment fragment = ReadFragment(request, bytes);
   const std::string name =
       !request.Name.empty() ? request.Name : fs::path(request.File).stem().string();
   if (name.empty() || (request.File == "-" && request.Name.empty()))
@@ -176,7 +190,7 @@ void Add(CSQLTree& tree, const SnippetsRequest& request, const Streams& streams)
   AddRecord(tree, FolderAt(tree, vb::FromUtf8(request.Folder)), vb::FromUtf8(name), fragment, told);
   transaction.Commit();
   streams.Out << told.str();
-  TellOfLostCompanions(request.File, fragment, streams.Err);
+  TellOfLostCompanions(request.File, bytes, fragment, streams.Err);
 }
 
 /// A folder that an export wrote may be empty; any other one was hardly meant.

@@ -8,6 +8,7 @@
 #include "snippets/SnippetFileNames.h"
 #include "snippets/SnippetFiles.h"
 #include "snippets/SnippetSearch.h"
+#include "store/Snapshot.h"
 #include "vb/Failure.h"
 
 namespace tessel {
@@ -28,8 +29,10 @@ struct LibraryFolder {
   std::vector<PlannedFile> Records;
 };
 
-/// The folders of a library, each one ahead of those in it.
+/// The folders of a library as it is at one moment, each one ahead of those in it. The library is
+/// free again when the files are looked at.
 std::vector<LibraryFolder> FoldersOf(CSQLTree& tree, const fs::path& root) {
+  const store::Snapshot snapshot(*tree.Connection());
   std::vector<LibraryFolder> folders(1);
   folders.front().Path = root;
   std::vector<std::size_t> open{0};

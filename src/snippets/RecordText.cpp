@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -195,6 +197,9 @@ class Reader {
     if (colon == StringView::npos) Fail(u"a key and a colon are expected");
     const StringView key = line.substr(0, colon);
     StringView rest = line.substr(colon + 1);
+    if (!keys_.insert(vb::LCase(key.substr(0, key.find(u' ')))).second) {
+      Fail(u"\"" + String(key) + u"\" stands here twice");
+    }
     // One blank separates; any other belongs to the value.
     if (rest.starts_with(u' ')) rest.remove_prefix(1);
     if (vb::SameText(key, u"Name")) {
@@ -213,22 +218,32 @@ class Reader {
       ++at_;
       return;
     }
-    ReadSection(key);
+    ReadSection(key, rest);
   }
 
-  void ReadSection(StringView key) {
+  void ReadSection(StringView key, StringView rest) {
     for (const Section& one : Sections) {
       if (!vb::SameText(key.substr(0, key.find(u' ')), one.Key)) continue;
       const String flags(key.substr(std::min(key.size(), one.Key.size())));
       const auto has = [&](StringView flag) {
         return (flags + u" ").find(String(flag) + u" ") != String::npos;
       };
+      for (const StringView flag : vb::SplitViews(flags, u" ")) CheckFlag(flag);
+      if (!vb::Trim(rest).empty()) Fail(u"a section stands in the lines below, four blanks in");
       ++at_;
       record_.Fragment.*one.Text =
           has(BytesFlag) ? ReadBytes() : ReadLines(has(LfFlag), has(OpenFlag), has(EscapedFlag));
       return;
     }
     Fail(u"there is no \"" + String(key) + u"\"");
+  }
+
+  void CheckFlag(StringView flag) const {
+    const StringView known[] = {LfFlag, OpenFlag, EscapedFlag, BytesFlag};
+    const bool is =
+        flag.empty() || std::any_of(std::begin(known), std::end(known),
+                                    [&](StringView one) { return one.substr(1) == flag; });
+    if (!is) Fail(u"nothing is written \"" + String(flag) + u"\"");
   }
 
   /// True for a line of the present section; it stands without its indent then.
@@ -285,6 +300,8 @@ class Reader {
   std::vector<StringView> lines_;
   std::size_t at_ = 0;
   NamedFragment record_;
+  /// That were read, in lower case.
+  std::set<String> keys_;
   bool named_ = false;
 };
 

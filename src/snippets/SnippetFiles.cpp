@@ -96,6 +96,7 @@ std::vector<SnippetFileNode> ReadSnippetFiles(const fs::path& folder, const Read
     const fs::path path = folder / entry.File;
     std::error_code error;
     SnippetFileNode node;
+    node.File = path;
     node.IsListed = at < entries.Listed;
     if (fs::is_directory(fs::symlink_status(path, error))) {
       node.IsNamed = entry.Name.has_value();

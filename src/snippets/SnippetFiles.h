@@ -34,7 +34,8 @@ using ReadFileSink =
 struct SnippetFileNode {
   std::optional<NamedFragment> Record;
   String Name;
-  std::vector<SnippetFileNode> Children;
+  std::filesystem::path File{};
+  std::vector<SnippetFileNode> Children{};
   /// Whether the order file names it, and whether that gives a folder its name.
   bool IsListed = false, IsNamed = false;
 };

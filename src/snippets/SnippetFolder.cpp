@@ -1,7 +1,6 @@
 #include "snippets/SnippetFolder.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "snippets/ColumnSizes.h"
 #include "snippets/ExportPlan.h"
@@ -66,17 +65,15 @@ void Note(CSQLTree& tree, Body&& change) {
 }
 
 /// Notes what is about to be written beside what was, so that the next export knows both, whatever
-/// ends this one. The plan is of one moment of the library.
+/// ends this one.
 ExportPlan PlanAndNote(CSQLTree& tree, const fs::path& folder) {
-  std::optional<ExportPlan> plan;
+  ExportPlan plan = PlanExport(tree, folder, FolderNotes(tree.Connection(), folder));
   Note(tree, [&] {
     FolderNotes notes(tree.Connection(), folder);
-    plan = PlanExport(tree, folder, notes);
-    for (const PlannedFile& file : plan->Files) notes.Add(file.Path, file.Bytes);
+    for (const PlannedFile& file : plan.Files) notes.Add(file.Path, file.Bytes);
     notes.Write();
   });
-  if (plan) return std::move(*plan);
-  return PlanExport(tree, folder, FolderNotes(tree.Connection(), folder));
+  return plan;
 }
 
 void Settle(CSQLTree& tree, const fs::path& folder, const ExportPlan& plan) {
@@ -118,6 +115,7 @@ class Importer {
         rename_(tree.Connection(), u"UPDATE Tree SET Name = @Name WHERE ID = @ID") {}
 
   void Enter(const std::vector<SnippetFileNode>& nodes, std::int32_t parent, const String& path) {
+    for (const SnippetFileNode& node : nodes) CheckSizes(node);
     std::vector<std::int32_t> known = Known(nodes, parent);
     // New folders enter at the front: the last one goes first.
     for (std::size_t at = nodes.size(); at-- > 0;) {
@@ -165,9 +163,19 @@ class Importer {
     return known;
   }
 
+  /// Tells of the file in which a text is too long for its column.
+  static void CheckSizes(const SnippetFileNode& node) {
+    try {
+      CheckNodeName(node.Name);
+      if (node.Record) CheckObject(node.Record->Fragment);
+    } catch (const vb::Failure& failure) {
+      throw vb::Failure(failure.Number(), node.File.u16string() + u": " + failure.Description(),
+                        failure.Source());
+    }
+  }
+
   std::int32_t EnterRecord(const NamedFragment& record, std::int32_t id, std::int32_t parent,
                            const String& path) {
-    CheckObject(record.Fragment);
     const bool known = id != 0;
     if (known) {
       tree_.Connection()->Execute(u"DELETE FROM List WHERE Id = " + vb::Str(id));

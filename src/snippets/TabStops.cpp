@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 
 namespace tessel {
 namespace {
@@ -52,7 +53,7 @@ class Reader {
     const bool braced = At(u'{');
     if (braced) ++at_;
     const String name = ReadName();
-    if (name.empty() || (braced && broken_)) {
+    if (name.empty() || (braced && (broken_ || failed_.contains(start)))) {
       at_ = start + 1;
       return u"$";
     }
@@ -61,8 +62,10 @@ class Reader {
     const String word = ReadRest(name);
     --depth_;
     if (!At(u'}')) {
-      // Nothing closes any more up to the end, so no later stop is tried in vain.
-      broken_ = true;
+      // Where the text ended, nothing closes any more, so no later stop is tried in vain. One that
+      // is read again as a part of another is tried once.
+      broken_ = broken_ || at_ >= in_.size();
+      failed_.insert(start);
       at_ = start + 1;
       return u"$";
     }
@@ -121,6 +124,7 @@ class Reader {
   std::size_t at_ = 0;
   int depth_ = 0;
   bool broken_ = false;
+  std::set<std::size_t> failed_;
 };
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include "snippets/CSQLTree.h"
 #include "store/Command.h"
+#include "store/Snapshot.h"
 
 namespace tessel {
 namespace {
@@ -243,10 +244,14 @@ class Check {
 }  // namespace
 
 std::vector<String> CheckTree(const std::shared_ptr<store::Connection>& connection, bool mend) {
+  std::optional<store::Snapshot> snapshot;
+  // A mend begins a transaction of its own.
+  if (!mend) snapshot.emplace(*connection);
   return Check(connection, mend).Run();
 }
 
 bool IsTreeSound(const std::shared_ptr<store::Connection>& connection) {
+  const store::Snapshot snapshot(*connection);
   return Check(connection, false).AreNodesSound();
 }
 

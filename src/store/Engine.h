@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "store/CellTable.h"
@@ -27,6 +28,10 @@ using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 [[nodiscard]] bool Step(sqlite3* db, sqlite3_stmt* statement);
 /// Runs plain statements of the engine.
 void Run(sqlite3* db, const std::string& sql);
+
+/// A text in UTF-8, however the file keeps it, or bytes as they are; empty for null. Holds until
+/// the statement goes on.
+[[nodiscard]] std::string_view StoredBytes(sqlite3_value* value);
 
 /// Reads the columns of a statement's present row; whole numbers of columns declared as truth
 /// values become bool.

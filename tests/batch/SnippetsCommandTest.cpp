@@ -1,10 +1,13 @@
 #include "hosts/batch/SnippetsCommand.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
+#include <fstream>
 #include <sstream>
 
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "connections/cConnectReestr.h"
@@ -265,6 +268,10 @@ TEST_F(Snippets, AMarkTellsHowATextIsWritten) {
                 "G\0r"s),
             Failed);
   EXPECT_NE(err_.str().find("ends within a character"), std::string::npos) << err_.str();
+  // The sign for what can't be read is a character like another.
+  EXPECT_EQ(Run({"add", "-", "--name", "Sign"}, plain + "\xEF\xBF\xBD"), Done);
+  EXPECT_EQ(Run({"show", "Sign"}), Done);
+  EXPECT_EQ(out_.str(), plain + "\xEF\xBF\xBD");
   EXPECT_EQ(Run({"add", "-", "--name", "Old", "--code-page", "1252"}, "\xFF\xFE"), Done);
   EXPECT_EQ(Run({"show", "Old"}), Done);
   EXPECT_EQ(out_.str(), "\xC3\xBF\xC3\xBE");
@@ -288,6 +295,72 @@ TEST_F(Snippets, WhatIsNoFileIsToldInPlainWords) {
   ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
   EXPECT_EQ(Run({"import", Path("pipe")}), Failed);
   EXPECT_EQ(err_.str(), "tessel: " + Path("pipe") + ": is no regular file\n");
+}
+
+TEST_F(Snippets, ANumberIsThatOfARecordAheadOfAName) {
+  Run({"add", "-", "--name", "72"}, "first");
+  Run({"add", "-", "--name", "other"}, "second");
+  EXPECT_EQ(Run({"show", "72"}), Done);
+  EXPECT_EQ(out_.str(), "second");
+}
+
+TEST_F(Snippets, APipeIsReadOnceAndWhole) {
+  ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
+  const pid_t writer = fork();
+  if (writer == 0) {
+    std::ofstream(Path("pipe")) << "hello\r\n";
+    _exit(0);
+  }
+  EXPECT_EQ(Run({"add", Path("pipe"), "--name", "Piped"}), Done) << err_.str();
+  waitpid(writer, nullptr, 0);
+  EXPECT_EQ(Run({"show", "Piped"}), Done);
+  EXPECT_EQ(out_.str(), "hello\r\n");
+}
+
+TEST_F(Snippets, AFormWhoseCompanionIsMissingComesInAndIsTold) {
+  folder_.Write("F.frm",
+                "VERSION 5.00\r\nBegin VB.Form F\r\n   Icon = \"F.frx\":0000\r\nEnd\r\n"
+                "Attribute VB_Name = \"F\"\r\nAttribute VB_Exposed = False\r\n");
+  EXPECT_EQ(Run({"add", Path("F.frm")}), Done);
+  EXPECT_EQ(err_.str(), "tessel: " + Path("F.frm") +
+                            ": its pictures and texts lie in F.frx, which is missing or empty; the "
+                            "record has come in without them\n");
+  folder_.Write("F.frx", "pictures");
+  EXPECT_EQ(Run({"add", Path("F.frm")}), Done);
+  EXPECT_EQ(err_.str(), "");
+}
+
+TEST_F(Snippets, ALibraryInUtf16IsReadAndChanged) {
+  fs::remove(library_);
+  sqlite3* raw = nullptr;
+  ASSERT_EQ(sqlite3_open(library_.c_str(), &raw), SQLITE_OK);
+  ASSERT_EQ(
+      sqlite3_exec(raw,
+                   "PRAGMA encoding = 'UTF-16le';"
+                   "CREATE TABLE Tree (ID INTEGER PRIMARY KEY AUTOINCREMENT, Name VARCHAR(255),"
+                   " lft INTEGER, rgt INTEGER, Root INTEGER);"
+                   "CREATE TABLE List (Id INTEGER PRIMARY KEY REFERENCES Tree (ID) ON DELETE"
+                   " CASCADE, Text TEXT, TitleObj TEXT, TextObj TEXT, CompObj TEXT,"
+                   " NameObj VARCHAR(50), ClassObj VARCHAR(3), TextUserNotes TEXT);"
+                   "CREATE TABLE NameMDB (Name VARCHAR(50));"
+                   "INSERT INTO Tree (ID, Name, lft, rgt, Root) VALUES (1, 'root', 1, 2, 1);",
+                   nullptr, nullptr, nullptr),
+      SQLITE_OK);
+  sqlite3_close(raw);
+  const std::string text =
+      "Gr\xC3\xBC\xC3\x9F"
+      "e \xF0\x9F\x98\x80 \xD0\x96";
+  EXPECT_EQ(Run({"add", "-", "--name", "One \xD0\x96"}, text), Done) << err_.str();
+  EXPECT_EQ(Run({"show", "one \xD0\xB6"}), Done) << err_.str();
+  EXPECT_EQ(out_.str(), text);
+  EXPECT_EQ(Run({"find",
+                 "gr\xC3\x9C\xC3\x9F"
+                 "E"}),
+            Done);
+  EXPECT_EQ(out_.str(), "2\tOne \xD0\x96\n");
+  EXPECT_EQ(Run({"export", Path("out")}), Done) << err_.str();
+  EXPECT_EQ(Run({"export", Path("out")}), Done) << err_.str();
+  EXPECT_EQ(Run({"check", "--check"}), Done) << out_.str();
 }
 
 TEST_F(Snippets, AnExportClearsWhatAKilledOneLeft) {
@@ -326,6 +399,9 @@ TEST_F(Snippets, ABadImportChangesNothingAndNamesThePlace) {
   EXPECT_EQ(Run({"import", Path("bad.code-snippets"), "--folder", "New"}), Failed);
   EXPECT_NE(err_.str().find("the body of the snippet \"a\" is neither a text nor a list of texts"),
             std::string::npos);
+  folder_.Write("bad.code-snippets", "{\"a\": {\"body\": \"x\"}, \"a\": {\"body\": \"y\"}}");
+  EXPECT_EQ(Run({"import", Path("bad.code-snippets"), "--folder", "New"}), Failed);
+  EXPECT_EQ(err_.str(), "tessel: " + Path("bad.code-snippets") + ": holds \"a\" twice\n");
   EXPECT_EQ(Run({"list"}), Done);
   EXPECT_EQ(out_.str(), "");
 }
@@ -357,6 +433,9 @@ TEST_F(Snippets, ANameThatTheColumnCannotHoldIsRefusedAndNeverCut) {
     EXPECT_EQ(Run(words, "x"), Failed);
     EXPECT_NE(err_.str().find(" has at most "), std::string::npos) << err_.str();
     EXPECT_NE(err_.str().find("nnn...\" has 256"), std::string::npos) << err_.str();
+    if (words[1] == Path("in") || words[1] == Path("object")) {
+      EXPECT_TRUE(err_.str().starts_with("tessel: " + words[1] + "/a.snippet: ")) << err_.str();
+    }
   }
   EXPECT_EQ(Run({"list"}), Done);
   EXPECT_EQ(out_.str(), "71\t" + name + "\n");

@@ -151,7 +151,7 @@ class DeclaredNames {
       const bool type = at > 0 && (Is(words, at - 1, u"As") || Is(words, at - 1, u"New") ||
                                    (Is(words, at - 1, u"Is") && Is(words, at - 3, u"TypeOf")));
       const bool argument = at + 2 < words.size() && words[at + 1] == u":" && words[at + 2] == u"=";
-      const bool target = jumps && at + 1 == words.size();
+      const bool target = at + 1 == words.size() && (jumps || Is(words, at - 1, u"Resume"));
       if (part || type || argument || target) continue;
       const String name = vb::UCase(words[at]);
       if (!local_->contains(name) && !module_.contains(name) && !Language().contains(name)) {
@@ -191,7 +191,8 @@ class DeclaredNames {
           u"vbNormalFocus "
           u"vbMonday vbFromUnicode vbHourglass vbDefault vbExclamation vbInformation vbCritical "
           u"vbQuestion "
-          u"vbYesNoCancel vbYes vbNo vbCancel vbRetry vbIgnore vbAbortRetryIgnore vbKeyReturn "
+          u"vbYesNoCancel vbYes vbNo vbCancel vbRetry vbRetryCancel vbKeyReturn "
+          u"vbComboDropdownList "
           u"vbUnchecked "
           u"vbCopyPen vbNotXorPen vbHighlight vbHimetric vbTwips vbPRORLandscape vbModal "
           u"vbFormControlMenu "

@@ -91,6 +91,12 @@ TEST(RecordText, NamesFileAndLineOfWhatIsWrong) {
   EXPECT_EQ(FailureOf("Name: a\nColour: red\n"), u"f:2: there is no \"Colour\"");
   EXPECT_EQ(FailureOf("Name: a\nCompanion bytes:\n    0g\n"),
             u"f:3: hexadecimal digits are expected");
+  EXPECT_EQ(FailureOf("Name: a\nText: inline\n"),
+            u"f:2: a section stands in the lines below, four blanks in");
+  EXPECT_EQ(FailureOf("Name: a\nText lf opne:\n    x\n"), u"f:2: nothing is written \"opne\"");
+  EXPECT_EQ(FailureOf("Name: a\nText:\n    x\nText open:\n    y\n"),
+            u"f:4: \"Text open\" stands here twice");
+  EXPECT_EQ(FailureOf("Name: a\nNAME: b\n"), u"f:2: \"NAME\" stands here twice");
   EXPECT_NE(FailureOf("Name: \\q\n").find(u"f:1: behind"), String::npos);
   EXPECT_NE(FailureOf("Name: \\u12g4\n").find(u"four hexadecimal digits"), String::npos);
 }

@@ -21,10 +21,18 @@ TEST(TabStops, BecomeWords) {
                         {u"cost \\$5 \\} \\\\", u"cost $5 } \\"},
                         {u"Left$(a, 1) & b$", u"Left$(a, 1) & b$"},
                         {u"${1:open", u"${1:open"},
+                        {u"${a.b} then ${1:name} and ${2}", u"${a.b} then name and Value2"},
+                        {u"${1|a,b|x} ${2:y}", u"${1|a,b|x} y"},
                         {u"", u""}};
   for (const Case& one : cases) {
     EXPECT_EQ(WithoutTabStops(one.Body), one.Expected) << vb::ToUtf8(one.Body);
   }
+}
+
+TEST(TabStops, NestedThatAreNoneAreReadOnce) {
+  String deep;
+  for (int level = 0; level < 5000; ++level) deep += u"${1|a,";
+  EXPECT_EQ(WithoutTabStops(deep + u"b|x ${2:y}"), deep + u"b|x y");
 }
 
 TEST(TabStops, NestedWithoutEndAreTaken) {
