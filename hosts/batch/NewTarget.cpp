@@ -1,27 +1,15 @@
 #include "hosts/batch/NewTarget.h"
 
-#include <algorithm>
-#include <iterator>
 #include <set>
 
 #include "hosts/model/Designer.h"
+#include "hosts/workspace/Paths.h"
 
 namespace tessel::batch {
 namespace {
 
 [[noreturn]] void Fail(StringView name, const String& why) {
   throw vb::Failure(vb::InvalidCall, String(name) + why, u"Tessel");
-}
-
-/// Names that no file of Windows can have, whatever its extension.
-bool IsDevice(StringView name) {
-  constexpr StringView Single[] = {u"CON", u"PRN", u"AUX", u"NUL"}, Numbered[] = {u"COM", u"LPT"};
-  const auto is = [&](StringView text) {
-    return [text](StringView device) { return vb::SameText(device, text); };
-  };
-  if (std::any_of(std::begin(Single), std::end(Single), is(name))) return true;
-  return name.size() == 4 && name.back() >= u'1' && name.back() <= u'9' &&
-         std::any_of(std::begin(Numbered), std::end(Numbered), is(name.substr(0, 3)));
 }
 
 bool IsLoneFile(const model::VBProject& project) { return project.File.empty(); }
@@ -95,7 +83,7 @@ bool NewTarget::IsTaken(StringView name) const {
 }
 
 void NewTarget::CheckNew(StringView name) const {
-  if (IsDevice(name)) {
+  if (workspace::IsDevice(name)) {
     Fail(name, u" can't be the name of a component: Windows keeps it for a device");
   }
   if (vb::SameText(vbe_->Active()->Name(), name)) {

@@ -1,6 +1,7 @@
 #include "hosts/workspace/Paths.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "hosts/workspace/CodePages.h"
 #include "vb/ByteText.h"
@@ -24,6 +25,16 @@ bool Exists(const fs::path& path) {
 String TextOf(const fs::path& path) { return vb::FromBytes(path.string()); }
 
 fs::path PathOf(StringView text) { return {vb::ToBytes(text)}; }
+
+bool IsDevice(StringView name) {
+  constexpr StringView Single[] = {u"CON", u"PRN", u"AUX", u"NUL"}, Numbered[] = {u"COM", u"LPT"};
+  const auto is = [](StringView text) {
+    return [text](StringView device) { return vb::SameText(device, text); };
+  };
+  if (std::any_of(std::begin(Single), std::end(Single), is(name))) return true;
+  return name.size() == 4 && name.back() >= u'1' && name.back() <= u'9' &&
+         std::any_of(std::begin(Numbered), std::end(Numbered), is(name.substr(0, 3)));
+}
 
 /// Most paths that are compared lie in one folder and differ in their last letters: these are
 /// looked at first, and only what isn't plain letters is turned into text.

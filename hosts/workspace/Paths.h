@@ -17,6 +17,10 @@ namespace tessel::workspace {
 /// Whether two paths are the same, in any case as the other system sees them.
 [[nodiscard]] bool SamePath(const std::filesystem::path& one, const std::filesystem::path& other);
 
+/// Whether the other system keeps a name without extension for a device: no file there can have it,
+/// whatever its extension.
+[[nodiscard]] bool IsDevice(StringView name);
+
 /// Finds a file named as on the other system: "\" or "/" between folders, any case. The path as
 /// written when there is none.
 [[nodiscard]] std::filesystem::path ResolvePath(const std::filesystem::path& folder,

@@ -16,5 +16,14 @@ TEST(Paths, TwoPathsThatDifferInCaseOnlyAreTheSame) {
   EXPECT_FALSE(SamePath("Module1.bas", "dule1.bas"));
 }
 
+TEST(Paths, ADeviceIsKnownByItsNameAlone) {
+  for (const StringView name : {u"CON", u"prn", u"Aux", u"nul", u"com1", u"LPT9"}) {
+    EXPECT_TRUE(IsDevice(name)) << vb::ToUtf8(name);
+  }
+  for (const StringView name : {u"COM0", u"COM", u"COM10", u"CONS", u"CO", u""}) {
+    EXPECT_FALSE(IsDevice(name)) << vb::ToUtf8(name);
+  }
+}
+
 }  // namespace
 }  // namespace tessel::workspace
