@@ -437,6 +437,67 @@ TEST_F(NewCommand, ManyCollectionsComeInOneCall) {
   EXPECT_NE(files::ReadFile(project).find("Class=Thing99S; Thing99S.cls\r\n"), std::string::npos);
 }
 
+// Fields that stand in each other's way
+
+TEST_F(NewCommand, AnArgumentOfAnEmptyTypeHasNone) {
+  Input = R"({"name": "P", "arguments": [{"name": "x", "type": ""}, {"name": "y", "type": " "}]})";
+  ASSERT_EQ(Run({"procedure", "--from", "-"}), 0) << Err;
+  EXPECT_TRUE(Out.starts_with("Public Sub P (x , y )\r\n")) << Out;
+}
+
+TEST_F(NewCommand, AFieldThatAnotherOneWouldHideIsRefused) {
+  const std::pair<const char*, const char*> arguments[] = {
+      {R"("default": "1")", R"("default" without "optional")"},
+      {R"("array": true, "type": "Long")", R"("type" beside "array")"},
+      {R"("array": true, "param-array": true)", R"("param-array" beside "array")"},
+      {R"("array": true, "passing": "ByVal")", R"("passing" beside "array")"},
+      {R"("array": true, "optional": true)", R"("optional" beside "array")"},
+      {R"("param-array": true, "optional": true)", R"("optional" beside "param-array")"},
+      {R"("param-array": true, "type": "Long")", R"("type" beside "param-array")"},
+      {R"("param-array": true, "default": "1")", R"("default" beside "param-array")"},
+  };
+  for (const auto& [fields, fault] : arguments) {
+    Input = std::string(R"({"name": "P", "arguments": [{"name": "x", )") + fields + "}]}";
+    EXPECT_EQ(Run({"procedure", "--from", "-"}), 2) << Input;
+    EXPECT_EQ(Err, std::string("tessel: standard input: the record.arguments[0] can't have ") +
+                       fault + "\n");
+  }
+  const std::pair<const char*, const char*> records[] = {
+      {R"("return-type": "Long")", R"("return-type": a Sub returns nothing)"},
+      {R"("author": "A")", R"("author" without "header")"},
+      {R"("date-time": "now")", R"("date-time" without "header")"},
+  };
+  for (const auto& [fields, fault] : records) {
+    Input = std::string(R"({"name": "P", )") + fields + "}";
+    EXPECT_EQ(Run({"procedure", "--from", "-"}), 2) << Input;
+    EXPECT_EQ(Err, std::string("tessel: standard input: the record can't have ") + fault + "\n");
+  }
+  Input = R"json({"name": "P", "type": "Sub", "return-type": "(None)", "author": "",
+    "arguments": [{"name": "x", "array": true, "type": "(None)", "optional": false}]})json";
+  EXPECT_EQ(Run({"procedure", "--from", "-"}), 0) << "what says nothing hides nothing: " << Err;
+}
+
+// Members of an enum as text
+
+TEST_F(NewCommand, AMemberIsANameOrANameAndAValue) {
+  ASSERT_EQ(Run({"enum", "--name", "E", "--prefix", "e", "--member", "A=1", "--member",
+                 " B  =  -2 ", "--member", "C ' last"}),
+            0)
+      << Err;
+  EXPECT_EQ(Out, "Public Enum E\r\n   eA = 1\r\n   eB = -2\r\n   eC ' last\r\nEnd Enum\r\n\r\n");
+  EXPECT_EQ(Run({"enum", "--name", "E", "--member", "A=1", "--member", "a=2"}), 2);
+  EXPECT_EQ(Err, "tessel: the options: the record \"members\" has a twice\n");
+  EXPECT_EQ(Run({"enum", "--name", "E", "--member", "A 1"}), 2);
+  EXPECT_EQ(Err,
+            "tessel: the options: the record.members[0] is neither a name nor a name, \"=\" and a "
+            "value: \"A 1\"\n");
+  EXPECT_EQ(Run({"enum", "--name", "E", "--member", "A ="}), 2);
+  EXPECT_EQ(Err, "tessel: the options: the record.members[0] has no value behind its \"=\"\n");
+  Input = R"({"name": "E", "prefix": "e", "members": [{"name": "A=1"}]})";
+  EXPECT_EQ(Run({"enum", "--from", "-"}), 2);
+  EXPECT_EQ(Err, "tessel: standard input: the record.members[0] \"name\" holds a blank or \"=\"\n");
+}
+
 // Which project and which component
 
 class NewInGroup : public NewCommand {
