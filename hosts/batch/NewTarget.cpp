@@ -78,6 +78,19 @@ void NewTarget::ChooseBeside(StringView baseClass) {
   if (!Find(baseClass)) ChooseOnlyProject(baseClass);
 }
 
+void NewTarget::CheckClass(StringView name) const {
+  const auto component = vbe_->Active()->Components().Find(name);
+  if (!component) return;
+  switch (component->PlainType()) {
+    case host::vbext_ct_StdModule:
+    case host::vbext_ct_ResFile:
+    case host::vbext_ct_RelatedDocument:
+      Fail(component->PlainName(), u" is no class, and a collection holds objects of one");
+    default:
+      break;
+  }
+}
+
 bool NewTarget::IsTaken(StringView name) const {
   return vbe_->Active()->Components().Find(name) != nullptr;
 }
