@@ -340,6 +340,12 @@ void CheckType(const Fields& fields, StringView type) {
     fields.Fail("\"type\" can't be \"" + vb::ToUtf8(bare) + "\": a property has a type");
   }
   // A variable says behind its name that it is an array, which no type does.
+  if (bare.find(u'*') != StringView::npos) {
+    fields.Fail("\"type\" can't have a length: a property's value is a String of any");
+  }
+  if (vb::StartsWithText(bare, u"New ")) {
+    fields.Fail("\"type\" can't begin with \"New\": a property has a type alone");
+  }
   if (bare.ends_with(u')')) fields.Fail("\"type\" can't be an array; a Variant holds one");
 }
 

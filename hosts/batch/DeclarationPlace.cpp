@@ -1,6 +1,6 @@
 #include "hosts/batch/DeclarationPlace.h"
 
-#include "hosts/editing/Tokens.h"
+#include "hosts/batch/OpenCode.h"
 
 namespace tessel::batch {
 
@@ -21,8 +21,8 @@ int LineForDeclarations(model::CodeModule& code) {
     const int block = comments > 1 ? comments : line;
     comments = 0;
     if (cut.Tokens.empty()) continue;
-    if (editing::Is(cut.Tokens.front(), u"#If")) open.push_back(block);
-    if (editing::Is(cut.Tokens.front(), u"#End") && !open.empty()) open.pop_back();
+    if (IsDirective(cut.Tokens, u"If")) open.push_back(block);
+    if (IsDirective(cut.Tokens, u"End") && !open.empty()) open.pop_back();
   }
   return open.empty() ? last + 1 : open.front();
 }

@@ -232,6 +232,9 @@ class Inserter {
   void MakeClasses(const CollectionChoices& choices) {
     target_.ChooseBeside(choices.BaseClass);
     target_.CheckClass(choices.BaseClass);
+    if (vb::SameText(choices.ClassName, choices.BaseClass)) {
+      Fail(choices.ClassName + u" would be the class of its own items");
+    }
     if (target_.IsTaken(choices.ClassName)) Fail(mFunctions::MessageText(8, choices.ClassName));
     MakeClass(choices.ClassName, builders::GeneratorTextClass(choices));
     if (!target_.IsTaken(choices.BaseClass)) {

@@ -64,12 +64,12 @@ NewTarget::ComponentPtr NewTarget::Choose(StringView name) {
   for (const workspace::Problem& problem : environment_.Problems()) {
     if (vb::SameText(problem.Component, name)) Fail(name, u" can't be read");
   }
+  if (!OnlyComponent().empty()) Fail(name, u" isn't there, and a new one needs a project");
   if (!mayMake_) Fail(name, u" isn't there; --new-component makes it as a module");
   if (!model::IsName(name)) Fail(name, u" can't be the name of a component");
   NeedAllRead(name);
   ChooseOnlyProject(name);
   CheckNew(name);
-  if (IsLoneFile(*vbe_->Active())) Fail(name, u" isn't there, and a new one needs a project");
   return nullptr;
 }
 

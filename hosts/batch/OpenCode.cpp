@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <initializer_list>
-#include <vector>
-
-#include "hosts/editing/Tokens.h"
 
 namespace tessel::batch {
 namespace {
@@ -83,8 +80,8 @@ class Reader {
     const auto is = [&](std::initializer_list<StringView> words) {
       return at < statement_.size() && IsAny(statement_[at], words);
     };
-    if (is({u"#If"})) return conditionals_.push_back(begin_);
-    if (is({u"#End"})) {
+    if (IsDirective(statement_, u"If")) return conditionals_.push_back(begin_);
+    if (IsDirective(statement_, u"End")) {
       if (!conditionals_.empty()) conditionals_.pop_back();
       return;
     }
@@ -133,6 +130,14 @@ CodeAhead ReadAhead(const model::LineBuffer& lines, int line) {
   Reader reader;
   for (int one = 1; one < line; ++one) reader.Read(one, lines.Line(one));
   return reader.Answer();
+}
+
+bool IsDirective(const std::vector<Token>& statement, StringView word) {
+  if (statement.empty()) return false;
+  const Token& first = statement.front();
+  if (first.Kind == TokenKind::Hash) return statement.size() > 1 && Is(statement[1], word);
+  return first.Kind == TokenKind::Word && first.Text.front() == u'#' &&
+         vb::SameText(first.Text.substr(1), word);
 }
 
 }  // namespace tessel::batch

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
+#include "hosts/editing/Tokens.h"
 #include "hosts/model/LineBuffer.h"
 
 namespace tessel::batch {
@@ -22,5 +24,8 @@ struct CodeAhead {
 /// Reads the lines from the first to that ahead of `line` (1 to Count() + 1). A head that comes
 /// ahead of the End of another one leaves only itself open: branches of #If may hold one each.
 [[nodiscard]] CodeAhead ReadAhead(const model::LineBuffer& lines, int line);
+
+/// Whether a statement begins with "#" and that word; blanks may stand between.
+[[nodiscard]] bool IsDirective(const std::vector<editing::Token>& statement, StringView word);
 
 }  // namespace tessel::batch

@@ -234,6 +234,17 @@ TEST_F(NewCommand, ALineThatIsTooLongIsRefused) {
             "\"Description\"\n");
 }
 
+TEST_F(NewCommand, ATypeThatAPropertyCannotHaveIsRefusedByField) {
+  EXPECT_EQ(Run({"property", "--name", "P", "--prefix", "s", "--type", "String * 5"}), 2);
+  EXPECT_EQ(Err,
+            "tessel: the options: the record \"type\" can't have a length: a property's value is a "
+            "String of any\n");
+  EXPECT_EQ(Run({"property", "--name", "P", "--prefix", "o", "--type", "new Order"}), 2);
+  EXPECT_EQ(Err,
+            "tessel: the options: the record \"type\" can't begin with \"New\": a property has a "
+            "type alone\n");
+}
+
 TEST_F(NewCommand, APropertyOfAnArrayIsRefusedByField) {
   EXPECT_EQ(Run({"property", "--name", "Items", "--type", "Long()", "--prefix", "l"}), 2);
   EXPECT_EQ(Err,
@@ -458,6 +469,18 @@ TEST_F(NewCommand, ACollectionHoldsObjectsOfAClass) {
   File("modMain.bas", "Attribute VB_Name = \"modMain\"\r\n");
   EXPECT_EQ(Run({"collection", "--base-class", "MODMAIN", "--into", project}), 2);
   EXPECT_EQ(Err, "tessel: modMain is no class, and a collection holds objects of one\n");
+  EXPECT_EQ(Run({"collection", "--base-class", "Order", "--name", "ORDER", "--into", project}), 2);
+  EXPECT_EQ(Err, "tessel: ORDER would be the class of its own items\n");
+}
+
+TEST_F(NewCommand, AComponentFileIsToldToHaveNoOther) {
+  const fs::path file = File("M.bas", "Attribute VB_Name = \"M\"\r\n");
+  for (const bool make : {false, true}) {
+    std::vector<std::string> words{"procedure", "--name", "P", "--into", file, "--component", "N"};
+    if (make) words.emplace_back("--new-component");
+    EXPECT_EQ(Run(words), 2);
+    EXPECT_EQ(Err, "tessel: N isn't there, and a new one needs a project\n");
+  }
 }
 
 // What the code leaves open
@@ -481,6 +504,7 @@ TEST_F(NewCommand, CodeWithoutAnEndIsNamedByItsPlaceAndTakesNothingIn) {
       {"procedure", "Public Property Get P()\r\nEnd\r\n", ":3: the Property has no End Property"},
       {"procedure", "Sub A()\r\nEnd Sub\r\n#If X Then\r\n  #If Y Then\r\n  #End If\r\n",
        ":5: the #If has no #End If"},
+      {"procedure", "# If X Then\r\nConst Y = 1\r\n", ":3: the #If has no #End If"},
       {"procedure", "Sub A(): Sub B()\r\nEnd Sub: Call C( _\r\n", ":4: the statement has no end"},
       {"enum", "Private Type T\r\n  Type As Long\r\n  Function As Long\r\n",
        ":3: the Type has no End Type"},
