@@ -1,6 +1,7 @@
 #include "hosts/workspace/Paths.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "hosts/workspace/CodePages.h"
 #include "vb/ByteText.h"

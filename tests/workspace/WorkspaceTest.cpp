@@ -411,6 +411,16 @@ TEST_F(Files, RefusesToSaveANewProjectOverFilesThatAreThere) {
   EXPECT_FALSE(fs::exists(folder_.Path() / "F.vbp"));
 }
 
+TEST_F(Files, RefusesToSaveANewProjectWithAComponentNamedLikeADevice) {
+  Workspace workspace(services_);
+  workspace.NewProject(u"Fresh", host::vbext_pt_StandardExe);
+  workspace.AddComponent(u"Fresh", host::vbext_ct_ClassModule, u"Lpt1", u"x");
+  EXPECT_THROW(
+      static_cast<void>(workspace.SaveProjectAs(ProjectOf(workspace), folder_.Path() / "F.vbp")),
+      vb::Failure);
+  EXPECT_FALSE(fs::exists(folder_.Path() / "F.vbp"));
+}
+
 TEST_F(Files, TakesAComponentFromItsFileAgain) {
   folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\nSub A()\r\nEnd Sub\r\n");
   Workspace workspace(services_);
