@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "forms/Controls.h"
 #include "forms/User.h"
 #include "hosts/drive/Fields.h"
 #include "vb/Failure.h"
@@ -38,6 +39,21 @@ std::vector<NamedAnswer> ButtonsOf(int style) {
     default:
       return {Ok};
   }
+}
+
+/// The first control, as the form is read, that takes the focus; null for none.
+forms::Control* FirstToFocus(const forms::Layout& node) {
+  forms::Control* const content = node.Content;
+  if (content != nullptr && !content->Visible()) return nullptr;
+  if (content != nullptr && content->Enabled() && content->TakesFocus()) return content;
+  const auto* const tabs = node.Type == forms::Layout::Kind::Tabs
+                               ? dynamic_cast<const forms::TabControl*>(content)
+                               : nullptr;
+  for (std::size_t at = 0; at < node.Children.size(); ++at) {
+    if (tabs != nullptr && static_cast<int>(at) != tabs->CurrTab()) continue;
+    if (forms::Control* const first = FirstToFocus(node.Children[at])) return first;
+  }
+  return nullptr;
 }
 
 /// The answer of a box that is closed without one.
@@ -258,6 +274,9 @@ forms::MenuItem* ChannelDesktop::PopUp(forms::Surface&, forms::MenuItem& menu,
 
 void ChannelDesktop::Show(forms::Form& form, platform::ShowStyle style) {
   waiting_.emplace_back(form.shared_from_this());
+  if (form.ActiveControl() == nullptr) {
+    if (forms::Control* const first = FirstToFocus(form.Arrangement())) first->SetFocus();
+  }
   if (style == platform::ShowStyle::Modeless) return;
   channel_->WaitUntil([&] { return !form.Visible(); });
   if (form.Visible()) form.CloseByFrame();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "builders/frmClassBuilder.h"
 #include "builders/frmEnumBuilder.h"
@@ -26,20 +27,28 @@ namespace {
 namespace fs = std::filesystem;
 namespace user = forms::user;
 
+/// The lines with what ends them; the last one may have a line end or not, which is passed over.
 std::vector<std::string> LinesOf(const std::string& bytes) {
   std::vector<std::string> lines(1);
   for (const char unit : bytes) {
-    if (unit == '\n') {
-      lines.emplace_back();
-    } else if (unit != '\r') {
-      lines.back() += unit;
-    }
+    lines.back() += unit;
+    if (unit == '\n') lines.emplace_back();
   }
-  if (lines.back().empty()) lines.pop_back();  // the last line may have a line end or not
+  if (lines.back().empty()) {
+    lines.pop_back();
+  } else if (lines.size() > 1) {
+    lines.back() += lines.front().ends_with("\r\n") ? "\r\n" : "\n";
+  }
+  return lines;
+}
+
+std::vector<std::string> WithoutEnds(std::vector<std::string> lines) {
+  for (std::string& line : lines) line.erase(std::min(line.find_first_of("\r\n"), line.size()));
   return lines;
 }
 
 std::vector<std::string> Filled(std::vector<std::string> lines) {
+  lines = WithoutEnds(std::move(lines));
   std::erase_if(lines, [](const std::string& line) { return line.empty(); });
   std::sort(lines.begin(), lines.end());
   return lines;
