@@ -83,6 +83,15 @@ void Run(sqlite3* db, const std::string& sql) {
   if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) throw Error(db, sql);
 }
 
+std::string_view TextOf(sqlite3_value* value) {
+  // As text the engine gives what a database in UTF-16 holds in UTF-8; in one of UTF-8 it copies
+  // nothing. A blob as text would be read in the database's own way.
+  const void* const bytes = sqlite3_value_type(value) == SQLITE_BLOB ? sqlite3_value_blob(value)
+                                                                     : sqlite3_value_text(value);
+  if (bytes == nullptr) return {};
+  return {static_cast<const char*>(bytes), static_cast<std::size_t>(sqlite3_value_bytes(value))};
+}
+
 RowReader::RowReader(sqlite3_stmt* statement) : statement_(statement) {
   const int columns = sqlite3_column_count(statement);
   for (int column = 0; column < columns; ++column) {
@@ -113,11 +122,8 @@ void RowReader::Add(CellTable& cells, int column) const {
     }
     case SQLITE_FLOAT:
       return cells.AddNumber(sqlite3_value_double(value));
-    default: {
-      const auto* const bytes = static_cast<const char*>(sqlite3_value_blob(value));
-      const auto length = static_cast<std::size_t>(sqlite3_value_bytes(value));
-      return cells.AddText(bytes == nullptr ? std::string_view() : std::string_view(bytes, length));
-    }
+    default:
+      return cells.AddText(TextOf(value));
   }
 }
 

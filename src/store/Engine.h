@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "store/CellTable.h"
@@ -27,6 +28,10 @@ using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 [[nodiscard]] bool Step(sqlite3* db, sqlite3_stmt* statement);
 /// Runs plain statements of the engine.
 void Run(sqlite3* db, const std::string& sql);
+
+/// The bytes of a text in UTF-8, whatever the database writes its texts in; of a blob as they are.
+/// Points into the value.
+[[nodiscard]] std::string_view TextOf(sqlite3_value* value);
 
 /// Reads the columns of a statement's present row; whole numbers of columns declared as truth
 /// values become bool.

@@ -34,9 +34,7 @@ std::string_view RowStream::StoredText(int column) const {
   sqlite3_value* const value = sqlite3_column_value(statement_.get(), column);
   const int type = sqlite3_value_type(value);
   if (type != SQLITE_TEXT && type != SQLITE_BLOB) return {};
-  const auto* const bytes = static_cast<const char*>(sqlite3_value_blob(value));
-  if (bytes == nullptr) return {};
-  return {bytes, static_cast<std::size_t>(sqlite3_value_bytes(value))};
+  return engine::TextOf(value);
 }
 
 }  // namespace tessel::store
