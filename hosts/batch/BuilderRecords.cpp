@@ -43,40 +43,86 @@ struct Origin {
   throw vb::Failure(vb::InvalidCall, vb::FromUtf8(why), u"Tessel");
 }
 
-/// Reads JSON in which no object has a field twice: one of the two would be lost.
+/// Reads JSON in which no object has a field twice: one of the two would be lost. The reader of
+/// JSON calls the functions in lower case.
 class Parser {
  public:
   explicit Parser(const std::string& source) : source_(source) {}
 
   Json Parse(const std::string& json) {
     try {
-      return Json::parse(json, [this](int, Json::parse_event_t event, Json& parsed) {
-        Take(event, parsed);
-        return true;
-      });
+      Json::sax_parse(json, this);
     } catch (const Json::parse_error& error) {
       FailWith(source_ + ": no JSON: " + error.what());
     }
+    return std::move(whole_);
+  }
+
+  bool null() { return Put(nullptr); }
+  bool boolean(bool value) { return Put(value); }
+  bool number_integer(std::int64_t value) { return Put(value); }
+  bool number_unsigned(std::uint64_t value) { return Put(value); }
+  bool number_float(double value, const std::string&) { return Put(value); }
+  bool string(const std::string& value) { return Put(value); }
+  bool binary(const Json::binary_t& value) { return Put(value); }
+
+  bool start_array(std::size_t) {
+    if (objects_ == 0) isList_ = true;
+    return Open(Json::array());
+  }
+  bool end_array() { return Close(); }
+  bool start_object(std::size_t) {
+    if (objects_++ == 0) ++record_;
+    return Open(Json::object());
+  }
+  bool end_object() {
+    --objects_;
+    return Close();
+  }
+  bool key(const std::string& name) {
+    const auto [field, isNew] = open_.back()->emplace(name, nullptr);
+    if (!isNew) FailTwice(name);
+    field_ = &*field;
+    return true;
+  }
+  template <class Error>
+  [[noreturn]] bool parse_error(std::size_t, const std::string&, const Error& error) {
+    throw error;
   }
 
  private:
-  void Take(Json::parse_event_t event, const Json& parsed) {
-    if (event == Json::parse_event_t::array_start && fields_.empty()) isList_ = true;
-    if (event == Json::parse_event_t::object_end) fields_.pop_back();
-    if (event == Json::parse_event_t::object_start) {
-      if (fields_.empty()) ++record_;
-      fields_.emplace_back();
-    }
-    if (event != Json::parse_event_t::key) return;
-    const auto& name = parsed.get_ref<const std::string&>();
-    if (fields_.back().insert(name).second) return;
+  /// Where the next value goes.
+  Json& Place() {
+    if (open_.empty()) return whole_;
+    Json& parent = *open_.back();
+    return parent.is_array() ? parent.emplace_back() : *field_;
+  }
+  template <class Value>
+  bool Put(const Value& value) {
+    Place() = value;
+    return true;
+  }
+  bool Open(Json empty) {
+    Json& place = Place();
+    place = std::move(empty);
+    open_.push_back(&place);
+    return true;
+  }
+  bool Close() {
+    open_.pop_back();
+    return true;
+  }
+  [[noreturn]] void FailTwice(const std::string& name) const {
     const std::string only = source_ + ": the record";
     const Origin origin = isList_ ? Origin{source_, record_} : Origin{only};
     FailWith(origin.Words() + " has the field \"" + name + "\" twice");
   }
 
   const std::string& source_;
-  std::vector<std::unordered_set<std::string>> fields_;  // of the objects that are open
+  Json whole_;
+  std::vector<Json*> open_;  // lists and objects; none grows while one within it is open
+  Json* field_ = nullptr;    // of the innermost object
+  std::size_t objects_ = 0;  // that are open
   std::size_t record_ = 0;
   bool isList_ = false;
 };

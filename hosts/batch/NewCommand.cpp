@@ -34,6 +34,11 @@ using builders::PropertyChoices;
 /// What goes to the end of the declarations, and what goes to the end of the module. Properties
 /// bring both: their variables stand together.
 struct ModuleText {
+  /// Makes room for the members of so many records: a long text is not moved while it grows.
+  explicit ModuleText(std::size_t records) {
+    constexpr std::size_t UsualLength = 256;
+    Members.reserve(records * UsualLength);
+  }
   String Declarations, Members;
   bool Apart = false;          ///< a blank line belongs ahead of the declarations
   bool AfterVariable = false;  ///< the declarations end in a variable, with no blank line behind
@@ -86,6 +91,7 @@ void FindPrefixes(const NewRequest& request, std::vector<BuilderRecord>& records
 /// Classes have names of the project, the others have names of one module.
 void CheckNames(const std::vector<BuilderRecord>& records) {
   std::unordered_set<String> classes, members;  // in upper case
+  members.reserve(2 * records.size());
   const auto take = [](std::unordered_set<String>& names, const String& name) {
     if (!names.insert(vb::UCase(name)).second) Fail(name + u" is the name of two records");
   };
@@ -161,19 +167,19 @@ class Inserter {
     }
     if (first == records.end()) return;
     auto component = Choose(*first);
-    ModuleText text;
+    ModuleText text(records.size());
     for (const BuilderRecord& record : records) {
       if (IsCollection(record)) continue;
-      Refuse(NameOf(record));
+      RefuseTaken(NameOf(record));
       if (const auto* const property = std::get_if<PropertyChoices>(&record)) {
-        Refuse(builders::VariableOf(*property));
+        RefuseTaken(builders::VariableOf(*property));
       }
       std::visit([&](const auto& choices) { Add(text, choices); }, record);
     }
     if (!component) component = target_.Make(component_, host::vbext_ct_StdModule);
     model::CodeModule& code = ModuleOf(*component);
-    IntoDeclarations(code, text);
-    ToTheEnd(code, text.Members);
+    IntoDeclarations(code, std::move(text.Declarations), text.Apart);
+    ToTheEnd(code, std::move(text.Members));
   }
 
  private:
@@ -212,26 +218,26 @@ class Inserter {
       MakeClass(choices.BaseClass, builders::BaseClassText());
     }
   }
-  void MakeClass(const String& name, const String& text) {
-    ToTheEnd(ModuleOf(*target_.Make(name, host::vbext_ct_ClassModule)), text);
+  void MakeClass(const String& name, String text) {
+    ToTheEnd(ModuleOf(*target_.Make(name, host::vbext_ct_ClassModule)), std::move(text));
   }
 
   /// One blank line stands between what is there and what comes, but variables stand with those
   /// that are there.
-  static void IntoDeclarations(model::CodeModule& code, const ModuleText& all) {
-    String text{blanklines::WithoutLineEnds(all.Declarations)};
+  static void IntoDeclarations(model::CodeModule& code, String text, bool apart) {
+    text.resize(blanklines::WithoutLineEnds(text).size());
     if (text.empty()) return;
     const int line = LineForDeclarations(code);
-    if (all.Apart) text = blanklines::PrecededByOne(text, code, line);
+    if (apart) text = blanklines::PrecededByOne(std::move(text), code, line);
     if (line <= code.CountOfLines()) text += vb::CrLf;  // a blank line is wanted behind it
     code.InsertLines(line, blanklines::FollowedByOne(text, code, line));
   }
   /// One blank line stands between what is there and what comes.
-  static void ToTheEnd(model::CodeModule& code, StringView members) {
-    const StringView text = blanklines::WithoutLineEnds(members);
+  static void ToTheEnd(model::CodeModule& code, String text) {
+    text.resize(blanklines::WithoutLineEnds(text).size());
     if (text.empty()) return;
     const int line = code.CountOfLines() + 1;
-    code.InsertLines(line, blanklines::PrecededByOne(text, code, line));
+    code.InsertLines(line, blanklines::PrecededByOne(std::move(text), code, line));
   }
   static model::CodeModule& ModuleOf(model::VBComponent& component) {
     const auto module = component.Module();
@@ -239,9 +245,9 @@ class Inserter {
     return *module;
   }
 
-  /// Names that the component has already, or that two records share, would not compile.
-  void Refuse(const String& name) {
-    if (!names_.insert(vb::UCase(name)).second) {
+  /// A name that the component has already would not compile. No two records share one.
+  void RefuseTaken(const String& name) const {
+    if (names_.contains(vb::UCase(name))) {
       Fail(component_ + u" has a member " + name + u" already");
     }
   }
@@ -252,7 +258,7 @@ class Inserter {
 };
 
 void Print(const std::vector<BuilderRecord>& records, std::ostream& out) {
-  ModuleText text;
+  ModuleText text(records.size());
   for (const BuilderRecord& record : records) {
     std::visit([&](const auto& choices) { Add(text, choices); }, record);
   }

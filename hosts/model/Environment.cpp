@@ -179,6 +179,9 @@ void Environment::RemoveProject(const std::shared_ptr<VBProject>& project) {
   }
   auto& all = vbe_->Projects().All();
   std::erase(all, project);
+  if (const auto selected = vbe_->Selected(); selected && selected->Project() == project) {
+    vbe_->Select(nullptr);
+  }
   vbe_->OwnHook()->Tell(&Observer::ProjectsChanged);
   if (vbe_->Active() == project) vbe_->Activate(all.empty() ? nullptr : all.front());
   for (const auto& window : windows) window->Close();

@@ -46,8 +46,10 @@ std::vector<StringView> CutLines(StringView text) {
   return lines;
 }
 
-/// Copies lines of `units` units in all; room for growth is not wanted in a big module.
-void LineBuffer::Block::Hold(const std::vector<StringView>& lines, std::size_t units) {
+/// Copies lines; room for growth is not wanted in a big module.
+void LineBuffer::Block::Hold(std::span<const StringView> lines) {
+  std::size_t units = 0;
+  for (const StringView line : lines) units += line.size();
   Text.reserve(units);
   Ends.reserve(lines.size());
   for (const StringView line : lines) {
@@ -90,13 +92,13 @@ LineBuffer::LineBuffer(StringView text) {
   while (!text.empty()) {
     Block& block = blocks_.emplace_back();
     block.LineEnds.reserve(MostLines);
-    std::size_t units = 0;
-    for (lines.clear(); lines.size() < MostLines && !text.empty(); units += lines.back().size()) {
+    lines.clear();
+    while (lines.size() < MostLines && !text.empty()) {
       endsLast_ = TakeLine(text, lines.emplace_back(), end);
       if (endsLast_) ++seen[static_cast<std::size_t>(end)];
       block.LineEnds.push_back(end);
     }
-    block.Hold(lines, units);
+    block.Hold(lines);
     count_ += block.Count();
   }
   const auto* const most = std::max_element(std::begin(seen), std::end(seen));
@@ -213,7 +215,12 @@ int LineBuffer::Insert(int line, StringView text) {
   } else {
     place = Find(line);
   }
-  InsertPieces(place, lines);
+  count_ += static_cast<int>(lines.size());
+  if (lines.size() > MostLines) {
+    InsertBlocks(place, lines);
+  } else {
+    InsertPieces(place, lines);
+  }
   return static_cast<int>(lines.size());
 }
 
@@ -238,8 +245,24 @@ void LineBuffer::InsertPieces(Place place, const std::vector<StringView>& lines)
   block.Ends.insert(block.Ends.begin() + index, ends.begin(), ends.end());
   block.LineEnds.insert(block.LineEnds.begin() + index, lines.size(), defaultEnd_);
   block.MoveHung(place.Index, static_cast<int>(lines.size()));
-  count_ += static_cast<int>(lines.size());
   if (block.Count() > 2 * MostLines) SplitBlock(place.Block);
+}
+
+/// Many lines are copied once, into blocks of their own.
+void LineBuffer::InsertBlocks(Place place, std::span<const StringView> lines) {
+  const Block whole = std::move(blocks_[place.Block]);
+  std::vector<Block> parts;
+  if (place.Index > 0) parts.push_back(whole.Part(0, place.Index));
+  while (!lines.empty()) {
+    const auto pieces = lines.first(std::min<std::size_t>(MostLines, lines.size()));
+    Block& part = parts.emplace_back();
+    part.Hold(pieces);
+    part.LineEnds.assign(pieces.size(), defaultEnd_);
+    lines = lines.subspan(pieces.size());
+  }
+  const int behind = whole.Count() - place.Index;
+  if (behind > 0) parts.push_back(whole.Part(place.Index, behind));
+  ReplaceBlock(place.Block, std::move(parts));
 }
 
 void LineBuffer::SplitBlock(std::size_t at) {
@@ -248,6 +271,10 @@ void LineBuffer::SplitBlock(std::size_t at) {
   for (int first = 0; first < whole.Count(); first += MostLines) {
     parts.push_back(whole.Part(first, std::min(MostLines, whole.Count() - first)));
   }
+  ReplaceBlock(at, std::move(parts));
+}
+
+void LineBuffer::ReplaceBlock(std::size_t at, std::vector<Block> parts) {
   blocks_[at] = std::move(parts.front());
   blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(at) + 1,
                  std::make_move_iterator(parts.begin() + 1), std::make_move_iterator(parts.end()));

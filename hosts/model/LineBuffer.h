@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "vb/Text.h"
@@ -83,7 +84,7 @@ class LineBuffer {
     [[nodiscard]] std::size_t StartOf(int index) const {
       return index == 0 ? 0 : Ends[static_cast<std::size_t>(index) - 1];
     }
-    void Hold(const std::vector<StringView>& lines, std::size_t units);
+    void Hold(std::span<const StringView> lines);
     /// `count` lines from index `first` as a block of their own.
     [[nodiscard]] Block Part(int first, int count) const;
     /// The first that hangs on line `index` or one behind it.
@@ -98,7 +99,9 @@ class LineBuffer {
 
   [[nodiscard]] Place Find(int line) const;
   void InsertPieces(Place place, const std::vector<StringView>& lines);
+  void InsertBlocks(Place place, std::span<const StringView> lines);
   void SplitBlock(std::size_t block);
+  void ReplaceBlock(std::size_t block, std::vector<Block> parts);
 
   std::vector<Block> blocks_;
   HiddenLines lead_;  // ahead of the first line

@@ -142,9 +142,10 @@ void VBComponents::TakeOut(const std::shared_ptr<VBComponent>& component) {
   const auto windows = component->TakeWindows();
   std::erase(items_, component);
   Forget(*component);
+  const auto vbe = project_->Environment();
+  if (vbe && vbe->Selected() == component) vbe->Select(nullptr);
   hook_->Tell(&Observer::ProjectsChanged);
   if (project_->OnRemoved) project_->OnRemoved(component);
-  const auto vbe = project_->Environment();
   for (const auto& window : windows) window->Close();
   // A window that closes is told of by itself.
   if (vbe && windows.empty()) vbe->OwnWindows().ShowProperties();

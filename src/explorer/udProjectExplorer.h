@@ -162,6 +162,7 @@ class udProjectExplorer : public GuardedDocument {
   std::optional<Look> before_;  // the tree ahead of what was typed
   String chosen_;               // the row that became current since
   int firstFind_ = -1;
+  bool narrowed_ = false;  // the rows are those that the words leave
   bool viewObject_ = false;
   bool busy_ = false;     // a jump of our own
   bool reading_ = false;  // a reload or a notice is under way

@@ -232,6 +232,8 @@ void udProjectExplorer::txtFind_Change() {
   Routine(u"udProjectExplorer.txtFind_Change", [&] {
     words_ = explorer::TreeWords(txtFind.Text());
     if (!projects_) return;
+    // Blanks or the "-" that begins a word find nothing yet: the tree stays as it is.
+    if (words_.IsEmpty() && !narrowed_) return;
     if (words_.IsEmpty()) {
       const auto look = std::exchange(before_, std::nullopt);
       PutRows(false);

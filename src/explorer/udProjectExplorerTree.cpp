@@ -100,7 +100,8 @@ void udProjectExplorer::PutRows(bool letEventsRun) {
   }
   std::vector<GridRow> rows;
   if (projects_) rows = explorer::RowsOf(*projects_, filter_);
-  firstFind_ = words_.IsEmpty() ? -1 : words_.Narrow(rows);
+  narrowed_ = !words_.IsEmpty();
+  firstFind_ = narrowed_ ? words_.Narrow(rows) : -1;
   fgTree.AddRows(std::move(rows));
   if (firstFind_ < 0) fgTree.SetOutline(explorer::ComponentLevel);
 }

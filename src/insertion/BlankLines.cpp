@@ -18,9 +18,10 @@ StringView FollowedByOne(StringView text, host::CodeModule& module, int line) {
   return text.substr(0, plain.size() + vb::CrLf.size());
 }
 
-String PrecededByOne(StringView text, host::CodeModule& module, int line) {
+String PrecededByOne(String text, host::CodeModule& module, int line) {
   const bool code = line > 1 && !IsBlank(module, line - 1);
-  return (code ? String(vb::CrLf) : String()) + String(text);
+  if (code) text.insert(0, vb::CrLf);
+  return text;
 }
 
 }  // namespace tessel::blanklines

@@ -15,6 +15,6 @@ namespace tessel::blanklines {
 [[nodiscard]] StringView FollowedByOne(StringView text, host::CodeModule& module, int line);
 /// `text` as it is to stand ahead of `line`: where code stands right above, a blank line comes
 /// between.
-[[nodiscard]] String PrecededByOne(StringView text, host::CodeModule& module, int line);
+[[nodiscard]] String PrecededByOne(String text, host::CodeModule& module, int line);
 
 }  // namespace tessel::blanklines

@@ -445,6 +445,24 @@ TEST_F(ExplorerFind, GivesTheTreeBackAsItWas) {
   }
 }
 
+TEST_F(ExplorerFind, WhatFindsNothingYetLeavesTheTreeAsItIs) {
+  user::Collapse(Grid(), RowOf(u"Form1"));
+  user::SelectRow(Grid(), MemberOf(u"Module1", u"First"), 0);
+  const auto rows = RowsIn(Grid());
+  for (const StringView text : {u" ", u"-", u"- -", u"-", u""}) {
+    Find(text);
+    EXPECT_EQ(RowsIn(Grid()), rows);
+    EXPECT_TRUE(Grid().RowAt(RowOf(u"Form1")).Collapsed);
+    EXPECT_EQ(Current(), u"First");
+  }
+  for (const StringView text : {u"-", u"-s", u"-se"}) Find(text);
+  EXPECT_NE(RowsIn(Grid()), rows);
+  user::Key(tree_->txtFind, 27);
+  EXPECT_EQ(RowsIn(Grid()), rows);
+  EXPECT_TRUE(Grid().RowAt(RowOf(u"Form1")).Collapsed);
+  EXPECT_EQ(Current(), u"First");
+}
+
 TEST_F(ExplorerFind, EnterGoesToTheFirstFind) {
   Find(u"form1 second");
   user::Key(tree_->txtFind, 13);

@@ -128,6 +128,28 @@ TEST(LineBuffer, TakesAWholeModuleIntoTheMiddle) {
   EXPECT_EQ(buffer.Line(3007), u"line 6");
 }
 
+TEST(LineBuffer, WhatHangsOnLinesAndTheirEndsStayBesideAWholeModuleThatComesBetween) {
+  LineBuffer buffer(u"a\nb\rc\r\nd\r\n");
+  const auto hang = [&](int line, StringView text) {
+    HiddenLine one;
+    one.Text = text;
+    buffer.SetHidden(line, {one});
+  };
+  hang(2, u"of b");
+  hang(3, u"of c");
+  EXPECT_EQ(buffer.Insert(3, Numbered(1000)), 1001);
+  EXPECT_EQ(buffer.LinesWithHidden(0, buffer.Count()), (std::vector<int>{2, 1004}));
+  ASSERT_EQ(buffer.HiddenAt(2).size(), 1U);
+  EXPECT_EQ(buffer.HiddenAt(2).front().Text, u"of b");
+  ASSERT_EQ(buffer.HiddenAt(1004).size(), 1U);
+  EXPECT_EQ(buffer.HiddenAt(1004).front().Text, u"of c");
+  EXPECT_EQ(buffer.EndOf(1), LineEnd::Lf);
+  EXPECT_EQ(buffer.EndOf(2), LineEnd::Cr);
+  EXPECT_EQ(buffer.EndOf(3), LineEnd::CrLf);
+  EXPECT_EQ(buffer.EndOf(1003), LineEnd::CrLf);
+  EXPECT_EQ(buffer.Text(1004, 2), u"c\r\nd");
+}
+
 TEST(LineBuffer, FindsLinesInAnyOrder) {
   const LineBuffer buffer(Numbered(3000));
   for (const int line : {3000, 1, 1500, 512, 513, 2, 2999, 1024, 1025}) {

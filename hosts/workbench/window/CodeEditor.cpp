@@ -415,8 +415,10 @@ void CodeEditor::paste() {
 }
 
 void CodeEditor::keyPressEvent(QKeyEvent* event) {
-  if (event->matches(QKeySequence::Paste))
-    return paste();  // the component's own key tidies nothing
+  // The component's own keys tidy nothing and throw the caret about.
+  if (event->matches(QKeySequence::Paste)) return paste();
+  if (event->matches(QKeySequence::Undo)) return undo();
+  if (event->matches(QKeySequence::Redo)) return redo();
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   const long caret = Ask(SCI_GETCURRENTPOS);
   const int line = LineOf(caret);

@@ -418,9 +418,12 @@ void MainWindow::ShowChoice() {
 
 void MainWindow::ShowProjects() {
   children_->CloseGone();
+  // Somebody may hold what was closed for a while; nobody would save what is changed there.
   const auto shown = properties_->Component();
-  const auto owner = shown ? shown->Project() : nullptr;
-  if (shown && (!owner || std::ranges::count(owner->Components().All(), shown) == 0)) {
+  const auto holdsShown = [&](const auto& project) {
+    return std::ranges::count(project->Components().All(), shown) > 0;
+  };
+  if (shown && std::ranges::none_of(vbe_->Projects().All(), holdsShown)) {
     properties_->ShowObjects(nullptr, {});
   }
   projects_->Refresh();

@@ -99,6 +99,12 @@ TEST_F(Editing, StaysAtItsLineWhenAToolWritesTheWholeTextAnewAndWhenThatIsUndone
   editor.redo();
   EXPECT_TRUE(Shown().startsWith(QStringLiteral("  txtNew.x = 1\n")));
   expectThere("the redo");
+  QTest::keyClick(&editor, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_TRUE(Shown().startsWith(QStringLiteral("  Old.x = 1\n")));
+  expectThere("the key of the undo");
+  QTest::keyClick(&editor, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_TRUE(Shown().startsWith(QStringLiteral("  txtNew.x = 1\n")));
+  expectThere("the key of the redo");
 }
 
 TEST_F(Editing, PutsWhatAToolDoesIntoTheText) {

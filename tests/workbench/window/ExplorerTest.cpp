@@ -13,6 +13,7 @@
 #include "explorer/udProjectExplorer.h"
 #include "forms/User.h"
 #include "hosts/workbench/designer/DesignerView.h"
+#include "hosts/workbench/designer/PropertiesWindow.h"
 #include "hosts/workbench/window/ExplorerCommands.h"
 #include "workbench/window/WindowFixture.h"
 
@@ -50,6 +51,23 @@ class ExplorerDock : public InWindow {
     return -1;
   }
 };
+
+TEST_F(ExplorerDock, TheObjectsOfAClosedProjectAreNoLongerInThePropertiesWindow) {
+  Show();
+  ASSERT_NE(window_->ShowDesigner(Component(u"frmFind")), nullptr);
+  Settle();
+  PropertiesWindow* properties = nullptr;
+  for (QWidget* const widget : window_->findChildren<QWidget*>()) {
+    if (auto* const one = dynamic_cast<PropertiesWindow*>(widget)) properties = one;
+  }
+  ASSERT_NE(properties, nullptr);
+  ASSERT_EQ(properties->Component(), Component(u"frmFind"));
+  // As somebody may who looks at it still.
+  const auto held = properties->Component()->Project();
+  ASSERT_TRUE(window_->CloseProjects());
+  Settle();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return properties->Component() == nullptr; }, 1500));
+}
 
 TEST_F(ExplorerDock, OpensByItsCommandAndLeavesTheKeysToTheCode) {
   CodeEditor& editor = Code(u"modText").Editor();
