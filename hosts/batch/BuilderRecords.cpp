@@ -139,7 +139,7 @@ class Fields {
   [[noreturn]] void Fail(const std::string& why) const { FailWith(origin_.Words() + " " + why); }
 
   /// Leaves `value` alone when the record has no such field, and answers whether it has.
-  bool Text(const char* name, String& value) {
+  bool Text(std::string_view name, String& value) {
     const Json* const found = Take(name);
     if (found == nullptr) return false;
     if (!found->is_string()) Fail(Quoted(name) + " is no text");
@@ -147,17 +147,17 @@ class Fields {
     return true;
   }
   /// A text that the record must have: what a dialog opens with is a place holder.
-  void Needed(const char* name, String& value) {
+  void Needed(std::string_view name, String& value) {
     if (!Text(name, value)) Fail("lacks the field " + Quoted(name));
   }
-  void Flag(const char* name, bool& value) {
+  void Flag(std::string_view name, bool& value) {
     if (const Json* const found = Take(name)) {
       if (!found->is_boolean()) Fail(Quoted(name) + " is neither true nor false");
       value = found->get<bool>();
     }
   }
   /// A text that is one of `words`, in their spelling.
-  void Word(const char* name, String& value, std::initializer_list<StringView> words) {
+  void Word(std::string_view name, String& value, std::initializer_list<StringView> words) {
     String text;
     if (!Text(name, text)) return;
     for (const StringView word : words) {
@@ -169,13 +169,20 @@ class Fields {
     Fail(Quoted(name) + " can't be \"" + vb::ToUtf8(text) + '"');
   }
   /// Calls `item` with each element of a list.
-  void List(const char* name, const std::function<void(const Json&, std::string)>& item) {
+  void List(std::string_view name, const std::function<void(const Json&, std::string)>& item) {
     const Json* const found = Take(name);
     if (found == nullptr) return;
     if (!found->is_array()) Fail(Quoted(name) + " is no list");
-    const std::string where = origin_.Words() + "." + name;
+    const std::string where = origin_.Words() + "." + std::string(name);
     std::size_t at = 0;
     for (const Json& one : *found) item(one, where + "[" + std::to_string(at++) + "]");
+  }
+  /// Fails for a field that would be passed over, by what stands in its way or what it lacks.
+  [[noreturn]] void FailBeside(const char* name, const char* other) const {
+    Fail("can't have " + Quoted(name) + " beside " + Quoted(other));
+  }
+  [[noreturn]] void FailWithout(const char* name, const char* other) const {
+    Fail("can't have " + Quoted(name) + " without " + Quoted(other));
   }
   /// Fails for a field that nobody took.
   void Done() const {
@@ -189,9 +196,9 @@ class Fields {
  private:
   static constexpr std::size_t MostFields = 16;
 
-  static std::string Quoted(const std::string& name) { return '"' + name + '"'; }
-  const Json* Take(const char* name) {
-    taken_.emplace_back(name);
+  static std::string Quoted(std::string_view name) { return '"' + std::string(name) + '"'; }
+  const Json* Take(std::string_view name) {
+    taken_.push_back(name);
     const auto found = json_.find(name);
     return found == json_.end() ? nullptr : &*found;
   }
@@ -207,6 +214,9 @@ void ReadComment(Fields& fields, builders::HeaderChoices& comment) {
   fields.Text("description", comment.Description);
   fields.Text("author", comment.Author);
   fields.Text("date-time", comment.DateTime);
+  if (comment.Full) return;
+  if (!comment.Author.empty()) fields.FailWithout("author", "header");
+  if (!comment.DateTime.empty()) fields.FailWithout("date-time", "header");
 }
 
 void ReadScope(Fields& fields, String& accessibility, String& fixed) {
@@ -225,11 +235,26 @@ String TextOfItem(const Fields& fields, const Choices& choices) {
   return builders::GeneratorStrok(choices);
 }
 
+bool IsBlank(StringView text) { return text.find_first_not_of(u' ') == StringView::npos; }
+
+/// What the dialog would disable is refused: it would be left out of the code in silence.
+void CheckFields(const Fields& fields, const builders::ArgumentChoices& choices) {
+  const builders::ArgumentFields counts = builders::EnabledField(choices);
+  const char* const array = choices.Array ? "array" : "param-array";
+  if (choices.ParamArray && !counts.ParamArray) fields.FailBeside("param-array", array);
+  if (choices.Optional && !counts.Optional) fields.FailBeside("optional", array);
+  if ((choices.ByRef || choices.ByVal) && !counts.Passing) fields.FailBeside("passing", array);
+  if (!builders::IsNoType(choices.Type) && !counts.Type) fields.FailBeside("type", array);
+  if (choices.DefaultValue.empty() || counts.DefaultValue) return;
+  if (choices.Array || choices.ParamArray) fields.FailBeside("default", array);
+  fields.FailWithout("default", "optional");
+}
+
 /// A finished text, or an object with the fields of the Argument Builder.
 String ReadArgument(const Json& json, const std::string& where) {
   if (json.is_string()) {
     String text = OneLine(json, [&] { return where; });
-    if (text.find_first_not_of(u' ') == String::npos) FailWith(where + " is empty");
+    if (IsBlank(text)) FailWith(where + " is empty");
     return text;
   }
   Fields fields(json, {where});
@@ -237,6 +262,7 @@ String ReadArgument(const Json& json, const std::string& where) {
   String passing;
   fields.Needed("name", choices.Name);
   fields.Text("type", choices.Type);
+  if (IsBlank(choices.Type)) choices.Type = NoType;
   fields.Flag("array", choices.Array);
   fields.Flag("optional", choices.Optional);
   fields.Flag("param-array", choices.ParamArray);
@@ -245,12 +271,38 @@ String ReadArgument(const Json& json, const std::string& where) {
   fields.Done();
   choices.ByRef = passing == u"ByRef";
   choices.ByVal = passing == u"ByVal";
+  CheckFields(fields, choices);
   return TextOfItem(fields, choices);
+}
+
+StringView Trimmed(StringView text) {
+  if (IsBlank(text)) return {};
+  const std::size_t first = text.find_first_not_of(u' ');
+  return text.substr(first, text.find_last_not_of(u' ') + 1 - first);
+}
+
+/// A member as text is its name, or name and value as the fields of its dialog: "Red=1" has the
+/// name "Red". A comment may stand behind the name.
+String MemberOfText(StringView written, const std::string& where, const String& prefix) {
+  const StringView text = Trimmed(written);
+  const std::size_t end = text.find_first_of(u" =");
+  if (end == StringView::npos) return prefix + String(text);
+  const StringView rest = Trimmed(text.substr(end));
+  if (rest.front() == u'\'') return prefix + String(text);
+  if (rest.front() != u'=') {
+    FailWith(where + " is neither a name nor a name, \"=\" and a value: \"" + vb::ToUtf8(text) +
+             '"');
+  }
+  const StringView value = Trimmed(rest.substr(1));
+  if (value.empty()) FailWith(where + " has no value behind its \"=\"");
+  return builders::GeneratorStrok({prefix, String(text.substr(0, end)), String(value)});
 }
 
 /// A finished text, or an object with the fields of an enum's member.
 String ReadMember(const Json& json, const std::string& where, const String& prefix) {
-  if (json.is_string()) return prefix + OneLine(json, [&] { return where; });
+  if (json.is_string()) {
+    return MemberOfText(OneLine(json, [&] { return where; }), where, prefix);
+  }
   Fields fields(json, {where});
   builders::EnumMemberChoices choices;
   choices.Prefix = prefix;
@@ -258,6 +310,10 @@ String ReadMember(const Json& json, const std::string& where, const String& pref
   fields.Needed("name", choices.Name);
   fields.Text("value", choices.InitValue);
   fields.Done();
+  if (choices.Name.find_first_of(u" =") != String::npos) {
+    fields.Fail("\"name\" holds a blank or \"=\"");
+  }
+  if (IsBlank(choices.InitValue)) choices.InitValue.clear();
   return TextOfItem(fields, choices);
 }
 
@@ -269,7 +325,10 @@ BuilderRecord ReadProcedure(Fields& fields) {
   fields.List("arguments", [&](const Json& json, const std::string& where) {
     choices.Arguments.push_back(ReadArgument(json, where));
   });
-  fields.Text("return-type", choices.ReturnValueType);
+  if (fields.Text("return-type", choices.ReturnValueType) && !IsBlank(choices.ReturnValueType) &&
+      !builders::IsNoType(choices.ReturnValueType) && !builders::HasReturnValue(choices)) {
+    fields.Fail("can't have \"return-type\": a Sub returns nothing");
+  }
   ReadComment(fields, choices.Comment);
   return choices;
 }
@@ -281,6 +340,12 @@ void CheckType(const Fields& fields, StringView type) {
     fields.Fail("\"type\" can't be \"" + vb::ToUtf8(bare) + "\": a property has a type");
   }
   // A variable says behind its name that it is an array, which no type does.
+  if (bare.find(u'*') != StringView::npos) {
+    fields.Fail("\"type\" can't have a length: a property's value is a String of any");
+  }
+  if (vb::StartsWithText(bare, u"New ")) {
+    fields.Fail("\"type\" can't begin with \"New\": a property has a type alone");
+  }
   if (bare.ends_with(u')')) fields.Fail("\"type\" can't be an array; a Variant holds one");
 }
 

@@ -4,6 +4,7 @@
 #include <iostream>
 #include <iterator>
 #include <unordered_set>
+#include <utility>
 
 #include "connections/CSQLDataType.h"
 #include "hosts/batch/BatchPlatform.h"
@@ -12,10 +13,12 @@
 #include "hosts/batch/DeclarationPlace.h"
 #include "hosts/batch/Inputs.h"
 #include "hosts/batch/NewTarget.h"
+#include "hosts/batch/OpenCode.h"
 #include "hosts/batch/PersonalDatabase.h"
 #include "hosts/editing/Declarations.h"
 #include "hosts/files/AtomicFile.h"
 #include "hosts/model/Designer.h"
+#include "hosts/workspace/CodePages.h"
 #include "hosts/workspace/Workspace.h"
 #include "insertion/BlankLines.h"
 #include "scanning/mFunctions.h"
@@ -48,10 +51,9 @@ void Add(ModuleText& text, const ProcedureChoices& choices) {
   text.Members += builders::GeneratorTextMethod(choices) + String(vb::CrLf);
 }
 void Add(ModuleText& text, const PropertyChoices& choices) {
-  builders::PropertyText property = builders::GeneratorTextProperty(choices);
-  text.Declarations += StringView(property.Declaration).substr(0, property.Declaration.size() - 2);
+  builders::AppendTextProperty(choices, text.Declarations, text.Members);
+  text.Declarations.resize(text.Declarations.size() - vb::CrLf.size());  // the empty line
   text.AfterVariable = true;
-  text.Members += property.Body;
 }
 void Add(ModuleText& text, const EnumChoices& choices) {
   if (text.Declarations.empty()) text.Apart = true;
@@ -110,6 +112,17 @@ void Check(const std::vector<BuilderRecord>& records) {
   CheckNames(records);
 }
 
+/// What says where text goes, or how a file is read, says nothing of text that is printed.
+void CheckPrinted(const NewRequest& request) {
+  if (!request.Into.empty()) return;
+  const std::pair<bool, StringView> given[] = {{!request.Component.empty(), u"--component"},
+                                               {request.NewComponent, u"--new-component"},
+                                               {request.CodePage != 0, u"--code-page"}};
+  for (const auto& [is, option] : given) {
+    if (is) Fail(String(option) + u" is for a file, which --into names");
+  }
+}
+
 /// Text is put into sources only: whatever else a file is, it would be spoilt.
 void CheckInto(const std::filesystem::path& file) {
   std::error_code error;
@@ -129,6 +142,11 @@ std::vector<BuilderRecord> ReadRecords(const NewRequest& request, std::istream& 
   }
   const std::string json{std::istreambuf_iterator<char>(in), {}};
   return ReadBuilderRecords(json, "standard input", request.Kind);
+}
+
+String FirstCharacter(StringView text) {
+  const bool isPair = text.size() > 1 && (text.front() & 0xFC00) == 0xD800;
+  return String(text.substr(0, isPair ? 2 : 1));
 }
 
 /// Whether the name of what is declared may not be that of something else in the module.
@@ -153,7 +171,10 @@ bool IsCollection(const BuilderRecord& record) {
 class Inserter {
  public:
   Inserter(const workspace::Workspace& environment, const NewRequest& request)
-      : target_(environment, request.NewComponent), component_(vb::FromUtf8(request.Component)) {}
+      : environment_(environment),
+        target_(environment, request.NewComponent),
+        component_(vb::FromUtf8(request.Component)),
+        isPageChosen_(request.CodePage != 0) {}
 
   void Insert(const std::vector<BuilderRecord>& records) {
     const auto first = std::find_if_not(records.begin(), records.end(), IsCollection);
@@ -177,7 +198,10 @@ class Inserter {
       std::visit([&](const auto& choices) { Add(text, choices); }, record);
     }
     if (!component) component = target_.Make(component_, host::vbext_ct_StdModule);
+    CheckPage(*component, text);
     model::CodeModule& code = ModuleOf(*component);
+    if (!text.Members.empty()) CheckOpen(*component, code.CountOfLines() + 1);
+    if (!text.Declarations.empty()) CheckOpen(*component, LineForDeclarations(code));
     IntoDeclarations(code, std::move(text.Declarations), text.Apart);
     ToTheEnd(code, std::move(text.Members));
   }
@@ -212,6 +236,10 @@ class Inserter {
 
   void MakeClasses(const CollectionChoices& choices) {
     target_.ChooseBeside(choices.BaseClass);
+    target_.CheckClass(choices.BaseClass);
+    if (vb::SameText(choices.ClassName, choices.BaseClass)) {
+      Fail(choices.ClassName + u" would be the class of its own items");
+    }
     if (target_.IsTaken(choices.ClassName)) Fail(mFunctions::MessageText(8, choices.ClassName));
     MakeClass(choices.ClassName, builders::GeneratorTextClass(choices));
     if (!target_.IsTaken(choices.BaseClass)) {
@@ -223,12 +251,14 @@ class Inserter {
   }
 
   /// One blank line stands between what is there and what comes, but variables stand with those
-  /// that are there.
+  /// that are there, unless a comment would take them in.
   static void IntoDeclarations(model::CodeModule& code, String text, bool apart) {
     text.resize(blanklines::WithoutLineEnds(text).size());
     if (text.empty()) return;
     const int line = LineForDeclarations(code);
-    if (apart) text = blanklines::PrecededByOne(std::move(text), code, line);
+    if (apart || ReadAhead(code.Buffer(), line).GoesOn) {
+      text = blanklines::PrecededByOne(std::move(text), code, line);
+    }
     if (line <= code.CountOfLines()) text += vb::CrLf;  // a blank line is wanted behind it
     code.InsertLines(line, blanklines::FollowedByOne(text, code, line));
   }
@@ -238,6 +268,31 @@ class Inserter {
     if (text.empty()) return;
     const int line = code.CountOfLines() + 1;
     code.InsertLines(line, blanklines::PrecededByOne(std::move(text), code, line));
+  }
+  /// Code without an end would take in what comes ahead of the line. It is told by its place in the
+  /// file, which holds nothing new yet.
+  void CheckOpen(model::VBComponent& component, int line) const {
+    const CodeAhead ahead = ReadAhead(ModuleOf(component).Buffer(), line);
+    if (!ahead.Open) return;
+    Fail(vb::FromUtf8(environment_.FileOf(component).string()) + u":" +
+         vb::Str(environment_.FileLine(component, ahead.Open->Line)) + u": " + ahead.Open->Why +
+         u"; what is new would become a part of it");
+  }
+  /// A component file that holds nothing beyond ASCII says nothing of its page, and the projects
+  /// that name it may read another one than is guessed.
+  void CheckPage(const model::VBComponent& component, const ModuleText& text) const {
+    constexpr char16_t LastPlain = 0x7F;
+    const auto isPlain = [](char16_t unit) { return unit <= LastPlain; };
+    if (isPageChosen_ || target_.OnlyComponent().empty()) return;
+    if (!workspace::IsAscii(environment_.StoredBytes(component))) return;
+    for (const String* const part : {&text.Declarations, &text.Members}) {
+      const auto* const end = part->data() + part->size();
+      const auto* const other = std::find_if_not(part->data(), end, isPlain);
+      if (other == end) continue;
+      Fail(vb::FromUtf8(environment_.FileOf(component).string()) +
+           u": nothing in it tells the code page of \"" + FirstCharacter({other, end}) +
+           u"\"; --code-page does, or the file of its project in --into");
+    }
   }
   static model::CodeModule& ModuleOf(model::VBComponent& component) {
     const auto module = component.Module();
@@ -252,8 +307,10 @@ class Inserter {
     }
   }
 
+  const workspace::Workspace& environment_;
   NewTarget target_;
   String component_;
+  bool isPageChosen_;
   std::unordered_set<String> names_;  // in upper case
 };
 
@@ -269,6 +326,7 @@ void Print(const std::vector<BuilderRecord>& records, std::ostream& out) {
 void Carry(const NewRequest& request, std::istream& in, std::ostream& out, std::ostream& err) {
   BatchPlatform services(4);
   const platform::ScopedPlatform scope(services);
+  CheckPrinted(request);
   CheckInto(request.Into);
   std::vector<BuilderRecord> records = ReadRecords(request, in);
   FindPrefixes(request, records);

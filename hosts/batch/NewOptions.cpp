@@ -21,6 +21,9 @@ struct OptionRow {
   const char* Help;
 };
 
+/// Texts of an option that may come again and again.
+constexpr int MostTexts = 1'000'000;
+
 constexpr char Procedure = 'p', Property = 'q', Collection = 'c', Enum = 'e';
 
 constexpr OptionRow Options[] = {
@@ -62,29 +65,45 @@ void AddOption(CLI::App& command, const OptionRow& row, const Record& record) {
           option, [record, name] { (*record)[name.substr(3)] = false; }, row.Help);
       break;
     case Sort::List:
-      command.add_option_function<std::vector<std::string>>(
-          option,
-          [record, name](const std::vector<std::string>& texts) { (*record)[name + "s"] = texts; },
-          row.Help);
+      // A text in brackets is no list: without the extra ones it is taken as it stands.
+      command
+          .add_option_function<std::vector<std::string>>(
+              option,
+              [record, name](const std::vector<std::string>& texts) {
+                (*record)[name + "s"] = texts;
+              },
+              row.Help)
+          ->expected(1, MostTexts)
+          ->allow_extra_args(false);
       break;
   }
 }
 
+/// An empty word is a variable of the shell that was forgotten: it would change what is done.
+std::string Needed(const std::string& text) { return text.empty() ? "is empty" : std::string(); }
+
 /// Where the records come from and where their text goes.
 void AddPlaces(CLI::App& command, NewRequest& request) {
-  command.add_option("--from", request.From,
-                     "a JSON file with one record or a list of them; - for standard input");
-  command.add_option("--into", request.Into,
-                     "write into this project, group or component file; without it the text is "
-                     "printed");
+  command
+      .add_option("--from", request.From,
+                  "a JSON file with one record or a list of them; - for standard input")
+      ->check(Needed);
+  command
+      .add_option("--into", request.Into,
+                  "write into this project, group or component file; without it the text is "
+                  "printed")
+      ->check(Needed);
   command.add_option("--code-page", request.CodePage, "code page of the files; guessed without it");
-  command.add_option("--data", request.Data, "take the types of this program's directory");
+  command.add_option("--data", request.Data, "take the types of this program's directory")
+      ->check(Needed);
 }
 
 /// A collection has no use for it: it makes classes of its own.
 void AddComponent(CLI::App& command, NewRequest& request) {
-  command.add_option("--component", request.Component,
-                     "the component it goes into; of a component file its own without it");
+  command
+      .add_option("--component", request.Component,
+                  "the component it goes into; of a component file its own without it")
+      ->check(Needed);
   command.add_flag("--new-component", request.NewComponent,
                    "make the component as a module when it isn't there");
 }

@@ -64,18 +64,31 @@ NewTarget::ComponentPtr NewTarget::Choose(StringView name) {
   for (const workspace::Problem& problem : environment_.Problems()) {
     if (vb::SameText(problem.Component, name)) Fail(name, u" can't be read");
   }
+  if (!OnlyComponent().empty()) Fail(name, u" isn't there, and a new one needs a project");
   if (!mayMake_) Fail(name, u" isn't there; --new-component makes it as a module");
   if (!model::IsName(name)) Fail(name, u" can't be the name of a component");
   NeedAllRead(name);
   ChooseOnlyProject(name);
   CheckNew(name);
-  if (IsLoneFile(*vbe_->Active())) Fail(name, u" isn't there, and a new one needs a project");
   return nullptr;
 }
 
 void NewTarget::ChooseBeside(StringView baseClass) {
   NeedAllRead(baseClass);
   if (!Find(baseClass)) ChooseOnlyProject(baseClass);
+}
+
+void NewTarget::CheckClass(StringView name) const {
+  const auto component = vbe_->Active()->Components().Find(name);
+  if (!component) return;
+  switch (component->PlainType()) {
+    case host::vbext_ct_StdModule:
+    case host::vbext_ct_ResFile:
+    case host::vbext_ct_RelatedDocument:
+      Fail(component->PlainName(), u" is no class, and a collection holds objects of one");
+    default:
+      break;
+  }
 }
 
 bool NewTarget::IsTaken(StringView name) const {

@@ -24,6 +24,8 @@ class NewTarget {
   /// Chooses the project that the classes of a collection go to: that of the class of its items,
   /// else the only one. Fails as `Choose` does.
   void ChooseBeside(StringView baseClass);
+  /// Fails when the active project has a component of that name which is no class.
+  void CheckClass(StringView name) const;
   /// Whether the active project has a component of that name.
   [[nodiscard]] bool IsTaken(StringView name) const;
   /// Makes a component without text in the active project. Fails for a name that another component

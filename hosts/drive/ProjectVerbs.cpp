@@ -4,6 +4,7 @@
 #include "hosts/drive/Session.h"
 #include "hosts/drive/TypeNames.h"
 #include "hosts/workspace/CodePages.h"
+#include "hosts/workspace/Paths.h"
 
 namespace tessel::drive {
 namespace {
@@ -13,7 +14,7 @@ using host::VBProject;
 
 std::filesystem::path PathOf(const String& text) { return std::filesystem::path(text); }
 
-std::string PathText(const std::filesystem::path& path) { return Utf8(path.u16string()); }
+std::string PathText(const std::filesystem::path& path) { return Utf8(workspace::TextOf(path)); }
 
 /// The field as a code page that files can be read with; 0 without one, which finds out.
 int CodePageField(const Json& request) {

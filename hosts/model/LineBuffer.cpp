@@ -165,6 +165,12 @@ String LineBuffer::Text(int first, int count) const {
   return text;
 }
 
+std::size_t LineBuffer::CountOfUnits() const {
+  std::size_t units = 0;
+  for (const Block& block : blocks_) units += block.Text.size();
+  return units;
+}
+
 const HiddenLines& LineBuffer::HiddenAt(int line) const {
   static const HiddenLines None;
   if (line == 0) return lead_;

@@ -44,6 +44,9 @@ class LineBuffer {
   /// `count` lines from `first`, all of which must exist, separated by CR LF.
   [[nodiscard]] String Text(int first, int count) const;
 
+  /// Units in all lines, their ends not counted.
+  [[nodiscard]] std::size_t CountOfUnits() const;
+
   /// Inserts ahead of `line` (1 to Count() + 1). What stands behind the last line end of `text` is
   /// one more line, even when it is empty. Answers the number of lines.
   int Insert(int line, StringView text);

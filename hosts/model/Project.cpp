@@ -89,7 +89,7 @@ void VBComponents::CheckName(StringView name, const VBComponent* except) const {
     throw vb::Failure(NameInUse, u"\"" + String(name) + u"\" is not a valid name", u"VBIDE");
   }
   const auto other = Find(name);
-  if (other && other.get() != except) {
+  if ((other && other.get() != except) || vb::SameText(project_->PlainName(), name)) {
     throw vb::Failure(
         NameInUse,
         u"Name conflicts with existing module, project, or object library: " + String(name),
@@ -119,7 +119,7 @@ void VBComponents::Forget(const VBComponent& component) {
 String VBComponents::FreeName(StringView base) const {
   for (int number = 1;; ++number) {
     String name = String(base) + vb::Str(number);
-    if (!Find(name)) return name;
+    if (!Find(name) && !vb::SameText(project_->PlainName(), name)) return name;
   }
 }
 

@@ -32,7 +32,7 @@ class VBComponents : public host::VBComponents {
   void Insert(const std::shared_ptr<VBComponent>& component);
   /// Closes a component's pane, takes it out and tells the storage.
   void TakeOut(const std::shared_ptr<VBComponent>& component);
-  /// Fails with 32813 when the name is none or another component has it.
+  /// Fails with 32813 when the name is none, or another component or the project has it.
   void CheckName(StringView name, const VBComponent* except) const;
   void Renamed(VBComponent& component, StringView newName);
   /// The first free name of a kind: "Module1", "Module2" ...

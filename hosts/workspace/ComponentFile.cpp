@@ -308,7 +308,10 @@ std::string ComponentFile::CodeBytes(const model::VBComponent& component) const 
   }
   const model::LineBuffer& lines = component.Module()->SettledBuffer();
   String text;
-  text.reserve(bytes_.size() + bytes_.size() / 4);
+  // Few lines are hidden.
+  const std::size_t units =
+      lines.CountOfUnits() + vb::CrLf.size() * static_cast<std::size_t>(lines.Count());
+  text.reserve(units + units / 8);
   std::size_t lastEnd = 0;
   bool lastIsEmpty = false;
   const auto add = [&](StringView line, model::LineEnd end) {

@@ -23,6 +23,23 @@ bool IsTemporary(const fs::path& file) {
   return !error && !within.empty() && *within.begin() != "..";
 }
 
+/// What the project has already, or is itself, would be written over by what came in from there.
+void CheckIsNew(model::VBProject& project, const fs::path& file) {
+  const auto fail = [&](StringView why) {
+    throw vb::Failure(vb::PathFileAccess, TextOf(file) + u": " + String(why), u"Tessel.workspace");
+  };
+  const String extension = TextOf(file.extension());
+  for (const StringView one : {u".vbp", u".vbg", u".mak"}) {
+    if (vb::SameText(extension, one)) fail(u"is a project and no component");
+  }
+  std::error_code error;
+  for (const auto& component : project.Components().All()) {
+    const String kept = component->Storage() ? component->Storage()->FileName() : String();
+    if (kept.empty() || !fs::equivalent(PathOf(kept), file, error)) continue;
+    fail(u"the project has it already, as the component \"" + component->PlainName() + u"\"");
+  }
+}
+
 }  // namespace
 
 std::shared_ptr<model::VBComponent> MakeComponent(const model::Hook& hook,
@@ -45,11 +62,15 @@ std::shared_ptr<model::VBComponent> ImportComponent(model::VBProject& project, S
   const fs::path path = fs::absolute(PathOf(vb::Replace(fileName, u"\\", u"/"))).lexically_normal();
   std::string bytes = files::ReadFile(path);
   // What lies in the temporary folder was written for this project, in its page.
-  if (!IsTemporary(path)) page.Welcome(bytes, project);
+  const bool isTemporary = IsTemporary(path);
+  if (!isTemporary) {
+    CheckIsNew(project, path);
+    page.Welcome(bytes, project);
+  }
   const auto file = std::make_shared<ComponentFile>(path, std::move(bytes));
   file->SetCodePage(page.Current());
   auto component = MakeComponent(project.OwnHook(), project.shared_from_this(), file);
-  if (IsTemporary(path)) file->TakeOver();
+  if (isTemporary) file->TakeOver();
   auto& components = project.Components();
   if (components.Find(component->PlainName())) {
     component->PutName(components.FreeName(component->PlainName()));

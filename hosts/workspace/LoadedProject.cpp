@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "foundation/DeviceNames.h"
 #include "hosts/files/AtomicFile.h"
 #include "hosts/workspace/CodePages.h"
 #include "hosts/workspace/ComponentKinds.h"
@@ -206,6 +207,7 @@ std::shared_ptr<LoadedProject> LoadedProject::Found(
     if (!isHomeless(component)) continue;
     const fs::path file = PlainPath(path.parent_path(), *component);
     if (IsTaken(file)) Fail(file, u"the file exists already");
+    if (IsDeviceName(TextOf(file.stem()))) Fail(file, u"Windows keeps the name for a device");
   }
   for (const auto& component : components) {
     if (!isHomeless(component)) continue;
@@ -304,7 +306,8 @@ ComponentPtr LoadedProject::Import(StringView fileName) {
 }
 
 /// A place beside the project that no file has and no component is to get: "Module1.bas",
-/// "Module1_2.bas" ... Companions that wait with the component find room beside it.
+/// "Module1_2.bas" ... No file is named like a device. Companions that wait with the component find
+/// room beside it.
 fs::path LoadedProject::FreePath(const model::VBComponent& component,
                                  const std::vector<PendingFile>& pending) const {
   const auto isMeant = [&](const fs::path& path) {
@@ -333,7 +336,9 @@ fs::path LoadedProject::FreePath(const model::VBComponent& component,
     fs::path path = PlainPath(Folder(), component, number == 1 ? String() : u"_" + vb::Str(number));
     // What can't be renamed is told by the save.
     const bool isLast = number > MostTried;
-    if (!IsTaken(path) && !isMeant(path) && (isLast || companionsFit(path))) return path;
+    if (!IsDeviceName(TextOf(path.stem())) && !IsTaken(path) && !isMeant(path) &&
+        (isLast || companionsFit(path)))
+      return path;
   }
 }
 

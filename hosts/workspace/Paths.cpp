@@ -1,6 +1,7 @@
 #include "hosts/workspace/Paths.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "hosts/workspace/CodePages.h"
 #include "vb/ByteText.h"
@@ -85,9 +86,14 @@ int CodePageOfNames(const fs::path& folder, const std::vector<std::string>& name
     if (!IsAscii(name)) telling.push_back(name);
   }
   if (telling.empty()) return 0;
+  // A byte that a page lacks is the same in any name: a file that bears it tells nothing.
+  const auto isIn = [](const std::string& name, int page) {
+    const String text = Decode(name, page);
+    return std::none_of(text.begin(), text.end(), vb::IsByteEscape);
+  };
   const auto suits = [&](int page) {
     return std::all_of(telling.begin(), telling.end(), [&](const std::string& name) {
-      return Exists(ResolvePath(folder, NamedIn(name, page)));
+      return isIn(name, page) && Exists(ResolvePath(folder, NamedIn(name, page)));
     });
   };
   if (suits(likelyPage)) return likelyPage;

@@ -28,7 +28,7 @@ String GeneratorStrok(const ArgumentChoices& choices) {
 
 std::optional<Complaint> CheckField(const ArgumentChoices& choices) {
   if (auto complaint = CheckName({u"txtName", u"Name"}, choices.Name)) return complaint;
-  return CheckNameLengths({{u"txtName", u"Name", choices.Name}});
+  return CheckNameLength({u"txtName", u"Name", choices.Name});
 }
 
 }  // namespace tessel::builders

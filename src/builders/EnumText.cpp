@@ -38,7 +38,7 @@ std::optional<Complaint> CheckList(const std::vector<String>& items) {
     }
   }
   if (!lines.empty()) {
-    if (auto complaint = CheckLineEnds({lines.back()})) return complaint;
+    if (auto complaint = CheckLineEnd(lines.back())) return complaint;
   }
   return CheckNameLengths(names);
 }

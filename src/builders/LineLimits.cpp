@@ -82,20 +82,27 @@ void AddItems(FieldTexts& fields, StringView control, StringView label,
   }
 }
 
+std::optional<Complaint> CheckNameLength(const FieldText& name) {
+  if (name.Text.size() <= MostNameUnits) return std::nullopt;
+  return Refused(name, u"A name would have " + vb::Str(name.Text.size()) +
+                           u" characters, more than " + vb::Str(MostNameUnits));
+}
+
 std::optional<Complaint> CheckNameLengths(const FieldTexts& names) {
   for (const FieldText& name : names) {
-    if (name.Text.size() <= MostNameUnits) continue;
-    return Refused(name, u"A name would have " + vb::Str(name.Text.size()) +
-                             u" characters, more than " + vb::Str(MostNameUnits));
+    if (auto complaint = CheckNameLength(name)) return complaint;
   }
   return std::nullopt;
 }
 
+std::optional<Complaint> CheckLineEnd(const FieldText& lastInLine) {
+  if (!ContinuesLine(lastInLine.Text)) return std::nullopt;
+  return Refused(lastInLine, u"A text that ends in \" _\" would take the next line in");
+}
+
 std::optional<Complaint> CheckLineEnds(const FieldTexts& lastInLine) {
   for (const FieldText& field : lastInLine) {
-    if (ContinuesLine(field.Text)) {
-      return Refused(field, u"A text that ends in \" _\" would take the next line in");
-    }
+    if (auto complaint = CheckLineEnd(field)) return complaint;
   }
   return std::nullopt;
 }

@@ -26,10 +26,14 @@ void AddComment(FieldTexts& fields, const HeaderChoices& comment);
 void AddItems(FieldTexts& fields, StringView control, StringView label,
               const std::vector<String>& items);
 
-/// Refuses a name that is too long. Each text is a name as it is to stand in the code, with the
+/// Refuses a name that is too long. The text is a name as it is to stand in the code, with the
 /// field that brought it, or most of it.
+[[nodiscard]] std::optional<Complaint> CheckNameLength(const FieldText& name);
+/// Refuses the first of several.
 [[nodiscard]] std::optional<Complaint> CheckNameLengths(const FieldTexts& names);
 /// Refuses a text that would draw the next line of the code into its own.
+[[nodiscard]] std::optional<Complaint> CheckLineEnd(const FieldText& lastInLine);
+/// Refuses the first of several.
 [[nodiscard]] std::optional<Complaint> CheckLineEnds(const FieldTexts& lastInLine);
 /// Why a name that is put together can't stand in code, in words that name the field.
 [[nodiscard]] std::optional<Complaint> CheckMadeName(const FieldText& name);

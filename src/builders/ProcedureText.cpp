@@ -54,7 +54,7 @@ std::optional<Complaint> CheckField(const ProcedureChoices& choices) {
     return Complaint{u"ComReturnValueType", 4, u"Return Value Type"};
   }
   const FieldText name{u"txtName", u"Name", choices.Name};
-  if (auto complaint = CheckNameLengths({name})) return complaint;
+  if (auto complaint = CheckNameLength(name)) return complaint;
   FieldTexts fields;
   AddItems(fields, List, u"Arguments", choices.Arguments);
   if (HasReturnValue(choices)) {

@@ -10,6 +10,7 @@ constexpr HeaderWords Words{u"Procedure", 13};
 /// description included.
 constexpr StringView Label = u"Procedure    :";
 constexpr int DeclarationLines = 2;
+constexpr std::size_t MostFields = 8;  // of the dialog, with those of the comment
 
 /// Texts grow in place: a list may ask for thousands of properties.
 void Append(String& text, std::initializer_list<StringView> pieces) {
@@ -25,11 +26,9 @@ class Parts {
         as_(choices.ValueType.empty() ? u"" : u" As "),
         assign_(choices.LetSet ? u"    Set " : u"    ") {}
 
-  [[nodiscard]] String Declaration() const {
-    String text;
+  void Declaration(String& text) const {
     Append(text, {u"Private ", choices_.MemberVariable, choices_.Name, as_, choices_.ValueType,
                   vb::CrLf, vb::CrLf});
-    return text;
   }
   void Get(String& text) const {
     // The comment says "Set" above a Get where objects are read, as it always has.
@@ -67,7 +66,7 @@ std::optional<Complaint> CheckMadeNames(const PropertyChoices& choices) {
   if (!choices.ValueType.empty()) {
     if (auto complaint = CheckMadeName(parameter)) return complaint;
   }
-  if (auto complaint = CheckLineEnds({{u"ComValueType", u"Value Type", choices.ValueType}})) {
+  if (auto complaint = CheckLineEnd({u"ComValueType", u"Value Type", choices.ValueType})) {
     return complaint;
   }
   const String variable = VariableOf(choices);
@@ -75,20 +74,25 @@ std::optional<Complaint> CheckMadeNames(const PropertyChoices& choices) {
   if (choices.MemberVariable.size() > choices.Name.size()) {
     whole = {u"txtMemberVariable", u"Member Variable", variable};
   }
-  return CheckNameLengths({{u"txtName", u"Name", choices.Name}, whole, parameter});
+  for (const FieldText& name : {FieldText{u"txtName", u"Name", choices.Name}, whole, parameter}) {
+    if (auto complaint = CheckNameLength(name)) return complaint;
+  }
+  return std::nullopt;
 }
 
 }  // namespace
 
 PropertyText GeneratorTextProperty(const PropertyChoices& choices) {
-  constexpr std::size_t UsualLength = 256;
-  const Parts parts(choices);
   PropertyText text;
-  text.Declaration = parts.Declaration();
-  text.Body.reserve(UsualLength);
-  if (choices.Get) parts.Get(text.Body);
-  parts.Take(text.Body);
+  AppendTextProperty(choices, text.Declaration, text.Body);
   return text;
+}
+
+void AppendTextProperty(const PropertyChoices& choices, String& declarations, String& bodies) {
+  const Parts parts(choices);
+  parts.Declaration(declarations);
+  if (choices.Get) parts.Get(bodies);
+  parts.Take(bodies);
 }
 
 String VariableOf(const PropertyChoices& choices) { return choices.MemberVariable + choices.Name; }
@@ -100,10 +104,12 @@ std::optional<Complaint> CheckField(const PropertyChoices& choices) {
     return complaint;
   }
   if (auto complaint = CheckMadeNames(choices)) return complaint;
-  FieldTexts fields{{u"txtName", u"Name", choices.Name},
-                    {u"ComValueType", u"Value Type", choices.ValueType},
-                    {u"ComValueType", u"Value Type", choices.Prefix},
-                    {u"txtMemberVariable", u"Member Variable", choices.MemberVariable}};
+  FieldTexts fields;
+  fields.reserve(MostFields);
+  fields = {{u"txtName", u"Name", choices.Name},
+            {u"ComValueType", u"Value Type", choices.ValueType},
+            {u"ComValueType", u"Value Type", choices.Prefix},
+            {u"txtMemberVariable", u"Member Variable", choices.MemberVariable}};
   AddComment(fields, choices.Comment);
   return CheckLimitsOf(fields, [&] {
     const PropertyText text = GeneratorTextProperty(choices);

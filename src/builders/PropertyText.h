@@ -25,6 +25,8 @@ struct PropertyText {
 
 /// Both texts; every line ends in CR LF. The part that takes the value is always there.
 [[nodiscard]] PropertyText GeneratorTextProperty(const PropertyChoices& choices);
+/// Puts both behind the texts of other properties.
+void AppendTextProperty(const PropertyChoices& choices, String& declarations, String& bodies);
 /// Name of the variable.
 [[nodiscard]] String VariableOf(const PropertyChoices& choices);
 [[nodiscard]] std::optional<Complaint> CheckField(const PropertyChoices& choices);

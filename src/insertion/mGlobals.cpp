@@ -75,13 +75,19 @@ void ShowPane(const Statements& run, const std::shared_ptr<host::CodeModule>& mo
     Need(module).DeleteLines(1, 1);
     blank = false;
   };
+  // No stray line stays on top of the user's module: one more try, and one with a report of its
+  // own.
+  const auto settle = [&] {
+    if (blank) ResumeNext(remove);
+    if (blank) run(remove);
+  };
   try {
     run(remove);
   } catch (const RoutineAborted&) {
-    ResumeNext(remove);  // no stray line on top of the user's module
+    settle();
     throw;
   }
-  if (blank) ResumeNext(remove);
+  settle();
 }
 
 /// Puts a text into a component at the place of a mode, and the caret on it. `inserted` tells that

@@ -234,6 +234,17 @@ TEST_F(NewCommand, ALineThatIsTooLongIsRefused) {
             "\"Description\"\n");
 }
 
+TEST_F(NewCommand, ATypeThatAPropertyCannotHaveIsRefusedByField) {
+  EXPECT_EQ(Run({"property", "--name", "P", "--prefix", "s", "--type", "String * 5"}), 2);
+  EXPECT_EQ(Err,
+            "tessel: the options: the record \"type\" can't have a length: a property's value is a "
+            "String of any\n");
+  EXPECT_EQ(Run({"property", "--name", "P", "--prefix", "o", "--type", "new Order"}), 2);
+  EXPECT_EQ(Err,
+            "tessel: the options: the record \"type\" can't begin with \"New\": a property has a "
+            "type alone\n");
+}
+
 TEST_F(NewCommand, APropertyOfAnArrayIsRefusedByField) {
   EXPECT_EQ(Run({"property", "--name", "Items", "--type", "Long()", "--prefix", "l"}), 2);
   EXPECT_EQ(Err,
@@ -291,7 +302,7 @@ TEST_F(NewCommand, ANameThatIsDeclaredInTheModuleIsRefused) {
 TEST_F(NewCommand, DeclarationsStandAheadOfAConditionalBlockThatGoesOnBehindThem) {
   const std::string head =
       "Attribute VB_Name = \"modA\"\r\nOption Explicit\r\n#If Win32 Then\r\nPrivate a As Long\r\n"
-      "#End If\r\n' #If in a comment _\r\n#If of the same comment\r\n";
+      "#End If\r\n' #If in a comment _\r\n#If of the same comment\r\n\r\n";
   const std::string rest =
       "#If VBA7 Then ' \"\r\nPrivate b As Long\r\n  #If Win64 Then\r\n"
       "Public Sub A()\r\nEnd Sub\r\n  #End If\r\n#Else\r\nPublic Sub B()\r\nEnd Sub\r\n#End If\r\n";
@@ -303,6 +314,22 @@ TEST_F(NewCommand, DeclarationsStandAheadOfAConditionalBlockThatGoesOnBehindThem
   EXPECT_TRUE(files::ReadFile(file).starts_with(
       head + "Private lP As Long\r\n\r\nPublic Enum E\r\n   X\r\nEnd Enum\r\n\r\n" + rest))
       << files::ReadFile(file);
+}
+
+TEST_F(NewCommand, WhatIsSaidOfAConditionalBlockStaysWithIt) {
+  const std::string head = "Attribute VB_Name = \"modA\"\r\n",
+                    rest =
+                        "' What the block is _\r\nfor\r\n' and who wrote it\r\n"
+                        "#If VBA7 Then\r\nPublic Sub A()\r\nEnd Sub\r\n#End If\r\n";
+  const fs::path file = File("MA.bas", head + "Option Explicit\r\n" + rest);
+  ASSERT_EQ(Run({"property", "--name", "P", "--type", "Long", "--into", file}), 0) << Err;
+  EXPECT_TRUE(files::ReadFile(file).starts_with(
+      head + "Option Explicit\r\nPrivate lP As Long\r\n\r\n" + rest))
+      << files::ReadFile(file);
+  const fs::path other = File("MB.bas", head + rest);
+  ASSERT_EQ(Run({"property", "--name", "P", "--type", "Long", "--into", other}), 0) << Err;
+  EXPECT_TRUE(files::ReadFile(other).starts_with(head + "' What the block is"))
+      << "the comment on top may be the module's";
 }
 
 TEST_F(NewCommand, OneBlankLineStandsAroundAnEnum) {
@@ -437,6 +464,190 @@ TEST_F(NewCommand, ManyCollectionsComeInOneCall) {
   EXPECT_NE(files::ReadFile(project).find("Class=Thing99S; Thing99S.cls\r\n"), std::string::npos);
 }
 
+TEST_F(NewCommand, ACollectionHoldsObjectsOfAClass) {
+  const fs::path project = File("P.vbp", "Type=Exe\r\nModule=modMain; modMain.bas\r\n");
+  File("modMain.bas", "Attribute VB_Name = \"modMain\"\r\n");
+  EXPECT_EQ(Run({"collection", "--base-class", "MODMAIN", "--into", project}), 2);
+  EXPECT_EQ(Err, "tessel: modMain is no class, and a collection holds objects of one\n");
+  EXPECT_EQ(Run({"collection", "--base-class", "Order", "--name", "ORDER", "--into", project}), 2);
+  EXPECT_EQ(Err, "tessel: ORDER would be the class of its own items\n");
+}
+
+TEST_F(NewCommand, AComponentFileIsToldToHaveNoOther) {
+  const fs::path file = File("M.bas", "Attribute VB_Name = \"M\"\r\n");
+  for (const bool make : {false, true}) {
+    std::vector<std::string> words{"procedure", "--name", "P", "--into", file, "--component", "N"};
+    if (make) words.emplace_back("--new-component");
+    EXPECT_EQ(Run(words), 2);
+    EXPECT_EQ(Err, "tessel: N isn't there, and a new one needs a project\n");
+  }
+}
+
+// What the code leaves open
+
+TEST_F(NewCommand, ACommentThatGoesOnDoesNotTakeInWhatIsNew) {
+  const std::string before = "Attribute VB_Name = \"M\"\r\nOption Explicit\r\n' hello _";
+  const fs::path file = File("M.bas", before);
+  ASSERT_EQ(Run({"property", "--name", "X", "--type", "Long", "--into", file}), 0) << Err;
+  EXPECT_TRUE(
+      files::ReadFile(file).starts_with(before + "\r\n\r\nPrivate lX As Long\r\n\r\nPublic "))
+      << files::ReadFile(file);
+}
+
+TEST_F(NewCommand, CodeWithoutAnEndIsNamedByItsPlaceAndTakesNothingIn) {
+  const std::string head = "Attribute VB_Name = \"M\"\r\nOption Explicit\r\n";
+  const struct {
+    const char *Kind, *Code, *Fault;
+  } cases[] = {
+      {"procedure", "Sub A()\r\nEnd Sub\r\n\r\nPrivate Function B() As Long\r\n  B = 1\r\n",
+       ":6: the Function has no End Function"},
+      {"procedure", "Public Property Get P()\r\nEnd\r\n", ":3: the Property has no End Property"},
+      {"procedure", "Sub A()\r\nEnd Sub\r\n#If X Then\r\n  #If Y Then\r\n  #End If\r\n",
+       ":5: the #If has no #End If"},
+      {"procedure", "# If X Then\r\nConst Y = 1\r\n", ":3: the #If has no #End If"},
+      {"procedure", "Sub A(): Sub B()\r\nEnd Sub: Call C( _\r\n", ":4: the statement has no end"},
+      {"enum", "Private Type T\r\n  Type As Long\r\n  Function As Long\r\n",
+       ":3: the Type has no End Type"},
+      {"enum", "Enum E2\r\n  A\r\n\r\nSub A()\r\nEnd Sub\r\n", ":3: the Enum has no End Enum"},
+      {"enum", "Dim X As Long, _\r\n", ":3: the statement has no end"},
+  };
+  for (const auto& one : cases) {
+    const fs::path file = File("M.bas", head + one.Code);
+    std::vector<std::string> words{one.Kind, "--name", "New1", "--into", file};
+    if (words.front() == "enum") words.insert(words.end(), {"--member", "Y"});
+    EXPECT_EQ(Run(words), 2) << one.Code;
+    EXPECT_EQ(Err,
+              "tessel: " + file.string() + one.Fault + "; what is new would become a part of it\n");
+    EXPECT_EQ(files::ReadFile(file), head + one.Code);
+  }
+}
+
+TEST_F(NewCommand, CodeThatHasItsEndsTakesWhatIsNew) {
+  const fs::path file =
+      File("M.bas",
+           "Attribute VB_Name = \"M\"\r\n"
+           "Private Type T: Type As Long: End Type\r\nPublic _\r\n  Enum E2\r\n  A\r\nEnd Enum\r\n"
+           "#If X Then\r\nSub A(B)\r\n#Else\r\nSub A(C)\r\n#End If\r\n  If B Then End\r\n"
+           "' Sub D()\r\nEnd Sub\r\nDeclare Sub F Lib \"f\" ()\r\nSub G(): End Sub ' Sub H()\r\n");
+  EXPECT_EQ(Run({"property", "--name", "New1", "--type", "Long", "--into", file}), 0) << Err;
+}
+
+// What a file that says no code page can't take
+
+TEST_F(NewCommand, ALonePlainFileTakesOtherLettersInANamedCodePageOnly) {
+  const std::string before = "Attribute VB_Name = \"M\"\r\n", letter = "\xC3\xA9";
+  const fs::path file = File("M.bas", before);
+  for (const char* const option : {"--name", "--member-variable", "--description"}) {
+    std::vector<std::string> words{"property", "--prefix", "p", "--into", file, option, letter};
+    if (words[5] != "--name") words.insert(words.end(), {"--name", "A"});
+    EXPECT_EQ(Run(words), 2);
+    EXPECT_EQ(Err, "tessel: " + file.string() + ": nothing in it tells the code page of \"" +
+                       letter + "\"; --code-page does, or the file of its project in --into\n");
+    EXPECT_EQ(files::ReadFile(file), before);
+  }
+  ASSERT_EQ(Run({"procedure", "--name", letter, "--into", file, "--code-page", "1250"}), 0) << Err;
+  EXPECT_NE(files::ReadFile(file).find("Sub \xE9 ()"), std::string::npos);
+}
+
+TEST_F(NewCommand, ALoneFileWhoseLettersTellTheirPageTakesOthersOfIt) {
+  const fs::path file =
+      File("M.bas", "Attribute VB_Name = \"M\"\r\n' \xCF\xF0\xE8\xE2\xE5\xF2\r\n");
+  ASSERT_EQ(Run({"procedure", "--name", "\xD0\xB9", "--into", file}), 0) << Err;
+  EXPECT_NE(files::ReadFile(file).find("Sub \xE9 ()"), std::string::npos);
+}
+
+// Fields that stand in each other's way
+
+TEST_F(NewCommand, AnArgumentOfAnEmptyTypeHasNone) {
+  Input = R"({"name": "P", "arguments": [{"name": "x", "type": ""}, {"name": "y", "type": " "}]})";
+  ASSERT_EQ(Run({"procedure", "--from", "-"}), 0) << Err;
+  EXPECT_TRUE(Out.starts_with("Public Sub P (x , y )\r\n")) << Out;
+}
+
+TEST_F(NewCommand, AFieldThatAnotherOneWouldHideIsRefused) {
+  const std::pair<const char*, const char*> arguments[] = {
+      {R"("default": "1")", R"("default" without "optional")"},
+      {R"("array": true, "type": "Long")", R"("type" beside "array")"},
+      {R"("array": true, "param-array": true)", R"("param-array" beside "array")"},
+      {R"("array": true, "passing": "ByVal")", R"("passing" beside "array")"},
+      {R"("array": true, "optional": true)", R"("optional" beside "array")"},
+      {R"("param-array": true, "optional": true)", R"("optional" beside "param-array")"},
+      {R"("param-array": true, "type": "Long")", R"("type" beside "param-array")"},
+      {R"("param-array": true, "default": "1")", R"("default" beside "param-array")"},
+  };
+  for (const auto& [fields, fault] : arguments) {
+    Input = std::string(R"({"name": "P", "arguments": [{"name": "x", )") + fields + "}]}";
+    EXPECT_EQ(Run({"procedure", "--from", "-"}), 2) << Input;
+    EXPECT_EQ(Err, std::string("tessel: standard input: the record.arguments[0] can't have ") +
+                       fault + "\n");
+  }
+  const std::pair<const char*, const char*> records[] = {
+      {R"("return-type": "Long")", R"("return-type": a Sub returns nothing)"},
+      {R"("author": "A")", R"("author" without "header")"},
+      {R"("date-time": "now")", R"("date-time" without "header")"},
+  };
+  for (const auto& [fields, fault] : records) {
+    Input = std::string(R"({"name": "P", )") + fields + "}";
+    EXPECT_EQ(Run({"procedure", "--from", "-"}), 2) << Input;
+    EXPECT_EQ(Err, std::string("tessel: standard input: the record can't have ") + fault + "\n");
+  }
+  Input = R"json({"name": "P", "type": "Sub", "return-type": "(None)", "author": "",
+    "arguments": [{"name": "x", "array": true, "type": "(None)", "optional": false}]})json";
+  EXPECT_EQ(Run({"procedure", "--from", "-"}), 0) << "what says nothing hides nothing: " << Err;
+}
+
+// Members of an enum as text
+
+TEST_F(NewCommand, AMemberIsANameOrANameAndAValue) {
+  ASSERT_EQ(Run({"enum", "--name", "E", "--prefix", "e", "--member", "A=1", "--member",
+                 " B  =  -2 ", "--member", "C ' last"}),
+            0)
+      << Err;
+  EXPECT_EQ(Out, "Public Enum E\r\n   eA = 1\r\n   eB = -2\r\n   eC ' last\r\nEnd Enum\r\n\r\n");
+  EXPECT_EQ(Run({"enum", "--name", "E", "--member", "A=1", "--member", "a=2"}), 2);
+  EXPECT_EQ(Err, "tessel: the options: the record \"members\" has a twice\n");
+  EXPECT_EQ(Run({"enum", "--name", "E", "--member", "A 1"}), 2);
+  EXPECT_EQ(Err,
+            "tessel: the options: the record.members[0] is neither a name nor a name, \"=\" and a "
+            "value: \"A 1\"\n");
+  EXPECT_EQ(Run({"enum", "--name", "E", "--member", "A ="}), 2);
+  EXPECT_EQ(Err, "tessel: the options: the record.members[0] has no value behind its \"=\"\n");
+  Input = R"({"name": "E", "prefix": "e", "members": [{"name": "A=1"}]})";
+  EXPECT_EQ(Run({"enum", "--from", "-"}), 2);
+  EXPECT_EQ(Err, "tessel: standard input: the record.members[0] \"name\" holds a blank or \"=\"\n");
+}
+
+// The words of the command line
+
+TEST_F(NewCommand, ATextInBracketsIsTakenAsItStands) {
+  EXPECT_EQ(Run({"enum", "--name", "E", "--member", "[_First]"}), 2);
+  EXPECT_NE(Err.find("Impossible symbols"), std::string::npos) << Err;
+  ASSERT_EQ(Run({"procedure", "--name", "P", "--argument", "[x, y]", "--argument", "z"}), 0) << Err;
+  EXPECT_TRUE(Out.starts_with("Public Sub P ([x, y], z)\r\n")) << Out;
+  ASSERT_EQ(Run({"procedure", "--name", "P", "--argument", "x", "y"}), 0) << Err;
+  EXPECT_TRUE(Out.starts_with("Public Sub P (x, y)\r\n")) << Out;
+}
+
+TEST_F(NewCommand, WhatIsForAFileIsRefusedWithoutOne) {
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
+      {{"--component", "M"}, "--component"},
+      {{"--new-component"}, "--new-component"},
+      {{"--code-page", "1252"}, "--code-page"}};
+  for (const auto& [more, option] : cases) {
+    std::vector<std::string> words{"procedure", "--name", "P"};
+    words.insert(words.end(), more.begin(), more.end());
+    EXPECT_EQ(Run(words), 2);
+    EXPECT_EQ(Err, "tessel: " + option + " is for a file, which --into names\n");
+    EXPECT_EQ(Out, "");
+  }
+}
+
+TEST_F(NewCommand, AnEmptyWordIsNoFile) {
+  for (const char* const option : {"--into", "--from", "--component", "--data"}) {
+    EXPECT_THROW(Run({"procedure", "--name", "P", option, ""}), CLI::ValidationError) << option;
+  }
+}
+
 // Which project and which component
 
 class NewInGroup : public NewCommand {
@@ -445,8 +656,10 @@ class NewInGroup : public NewCommand {
     std::string entries = "Type=Exe\r\n";
     for (const std::string& module : modules) {
       const std::string vbName = module.substr(module.size() - 2);
-      entries += "Module=" + vbName + "; " + module + ".bas\r\n";
-      File(module + ".bas", "Attribute VB_Name = \"" + vbName + "\"\r\n");
+      const bool isClass = vbName.front() == 'C';
+      const std::string file = module + (isClass ? ".cls" : ".bas");
+      entries += (isClass ? "Class=" : "Module=") + vbName + "; " + file + "\r\n";
+      File(file, "Attribute VB_Name = \"" + vbName + "\"\r\n");
     }
     File(name + ".vbp", entries + "Name=\"" + name + "\"\r\n");
   }
@@ -509,10 +722,10 @@ TEST_F(NewInGroup, ANewComponentNeedsOneProject) {
 
 TEST_F(NewInGroup, ACollectionStandsBesideTheClassOfItsItems) {
   Project2("P1", {"MA"});
-  Project2("P2", {"MB"});
+  Project2("P2", {"CB"});
   Group();
-  ASSERT_EQ(Run({"collection", "--base-class", "MB", "--into", Path("G.vbg")}), 0) << Err;
-  EXPECT_NE(files::ReadFile(Path("P2.vbp")).find("Class=MBS;"), std::string::npos);
+  ASSERT_EQ(Run({"collection", "--base-class", "CB", "--into", Path("G.vbg")}), 0) << Err;
+  EXPECT_NE(files::ReadFile(Path("P2.vbp")).find("Class=CBS;"), std::string::npos);
   EXPECT_EQ(Run({"collection", "--base-class", "Order", "--into", Path("G.vbg")}), 2);
   EXPECT_NE(Err.find("the group has 2 projects"), std::string::npos) << Err;
 }

@@ -114,5 +114,14 @@ TEST_F(ClassBuilder, ARefusedNameLeavesNoHalfMadeClass) {
   EXPECT_EQ(Names(Play(1)), (std::vector<std::string>{"Module1", "Order", "Customer"}));
 }
 
+TEST_F(ClassBuilder, AClassNamedLikeTheProjectIsRefusedByTheHost) {
+  Begin();
+  Type("txtCollectionClassName", "PROJECT1");
+  Press("btmOK");
+  Press("btnAbort");
+  Ask({{"do", "projects"}});
+  EXPECT_EQ(Names(Play(1)), (std::vector<std::string>{"Module1", "Order", "Customer"}));
+}
+
 }  // namespace
 }  // namespace tessel

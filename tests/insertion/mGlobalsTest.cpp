@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "forms/User.h"
 #include "foundation/CErrorHandler.h"
 #include "support/Modules.h"
@@ -146,6 +148,24 @@ TEST_F(FailingInsertion, NeitherIgnoreNorAbortLeavesTheBlankLine) {
   EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b\r\n' new");
   InsertFailing("CodeModule.DeleteLines", 1, u"btnAbort");
   EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b\r\n' new");
+}
+
+TEST_F(FailingInsertion, ABlankLineThatStaysIsToldOfUntilItGoes) {
+  for (const StringView first : {u"btnIgnore", u"btnAbort"}) {
+    int calls = 0;
+    world_.Environment.SetOperationHook([&](std::string_view called) {
+      if (called == "CodeModule.DeleteLines" && ++calls <= 4) throw vb::Failure(7, u"no");
+    });
+    bool isFirst = true;
+    world_.Services.DesktopService.OnModal = [&](forms::Form& form) {
+      forms::user::Press(*form.Find(std::exchange(isFirst, false) ? first : u"btnRetry"));
+    };
+    Insert(u"M", u"' new", EndOfModule);
+    world_.Environment.SetOperationHook({});
+    EXPECT_EQ(world_.Errors.Take().size(), 3U);
+    EXPECT_EQ(calls, 5);
+    EXPECT_EQ(world_.Text(u"M"), u"Dim a\r\nDim b\r\n' new");
+  }
 }
 
 TEST_F(FailingInsertion, AComponentWhoseNameIsRefusedAndGivenUpIsTakenOutAgain) {

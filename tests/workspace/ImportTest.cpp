@@ -294,6 +294,26 @@ TEST_F(Importing, WhatIsNoComponentLeavesTheProject) {
   EXPECT_TRUE(workspace.ChangedFiles().empty());
 }
 
+TEST_F(Importing, WhatTheProjectHasAlreadyOrIsItselfIsRefused) {
+  folder_.Write("M.bas", "Attribute VB_Name = \"M\"\r\n'own\r\n");
+  fs::create_symlink(folder_.Path() / "M.bas", folder_.Path() / "Link.bas");
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\n"));
+  workspace.SetText(u"M", u"'work");
+  for (const char* const name : {"M.bas", "Link.bas"}) {
+    EXPECT_TRUE(Fails([&] {
+                  Import(workspace, (folder_.Path() / name).u16string());
+                }).ends_with("the project has it already, as the component \"M\""));
+  }
+  EXPECT_TRUE(Fails([&] {
+                Import(workspace, (folder_.Path() / "P.vbp").u16string());
+              }).ends_with("P.vbp: is a project and no component"));
+  EXPECT_EQ(workspace.VBE()->ActiveVBProject()->VBComponents()->Count(), 1);
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("M.bas"), "Attribute VB_Name = \"M\"\r\n'work\r\n");
+  EXPECT_EQ(folder_.Read("P.vbp"), "Type=Exe\r\nModule=M; M.bas\r\nName=\"P\"\r\n");
+}
+
 TEST_F(Importing, SaveAsWritesTheComponentElsewhereAndLeavesItsFile) {
   const std::string form = FormText("Main", "frmMain.frx");
   folder_.Write("frmMain.frm", form);

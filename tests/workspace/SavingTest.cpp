@@ -251,6 +251,17 @@ TEST_F(Saving, ANewNameBeyondTheCodePageIsRefusedAheadOfEverything) {
   EXPECT_EQ(folder_.Read("M.bas"), Module("M"));
 }
 
+TEST_F(Saving, ANewComponentTakesNoFileThatWindowsKeepsForADevice) {
+  folder_.Write("M.bas", Module("M"));
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; M.bas\r\n"));
+  workspace.AddComponent(u"", host::vbext_ct_StdModule, u"con", u"");
+  workspace.Save();
+  EXPECT_EQ(folder_.Read("con_2.bas"), Module("con", ""));
+  EXPECT_EQ(folder_.Read("P.vbp"),
+            "Type=Exe\r\nModule=M; M.bas\r\nModule=con; con_2.bas\r\nName=\"P\"\r\n");
+}
+
 TEST_F(Saving, ANewComponentTakesNoFileThatLiesInTheFolder) {
   folder_.Write("module1.BAS", "mine");
   folder_.Write("M.bas", Module("M"));

@@ -214,6 +214,19 @@ TEST_F(Files, RefusesTextThatTheCodePageCantHoldAheadOfWritingAnything) {
   EXPECT_EQ(folder_.Read("M.bas"), "Attribute VB_Name = \"M\"\r\nDim a\r\n");
 }
 
+TEST_F(Files, ANameOfRawBytesOnTheDiskTellsNothingOfUtf8) {
+  const std::string name = "M\xFCll.bas";
+  folder_.Write(name,
+                "Attribute VB_Name = \"M\"\r\n'Gr\xFC\xDF"
+                "e\r\n");
+  Workspace workspace(services_);
+  workspace.Open(Project("Module=M; " + name + "\r\n"));
+  EXPECT_EQ(workspace.Text(u"M"), u"'Gr\u00FC\u00DFe");
+  workspace.SetText(u"M", u"'sch\u00F6n");
+  workspace.Save();
+  EXPECT_EQ(folder_.Read(name), "Attribute VB_Name = \"M\"\r\n'sch\xF6n\r\n");
+}
+
 TEST_F(Files, NamesTheFileAndTheLineOfWhatIsBroken) {
   EXPECT_EQ(OpenFails(folder_.Path() / "no.vbp"),
             (folder_.Path() / "no.vbp").string() + ": the file does not exist");
@@ -395,6 +408,16 @@ TEST_F(Files, RefusesToSaveANewProjectOverFilesThatAreThere) {
       static_cast<void>(workspace.SaveProjectAs(ProjectOf(workspace), folder_.Path() / "F.vbp")),
       vb::Failure);
   EXPECT_EQ(folder_.Read("Thing.cls"), "mine");
+  EXPECT_FALSE(fs::exists(folder_.Path() / "F.vbp"));
+}
+
+TEST_F(Files, RefusesToSaveANewProjectWithAComponentNamedLikeADevice) {
+  Workspace workspace(services_);
+  workspace.NewProject(u"Fresh", host::vbext_pt_StandardExe);
+  workspace.AddComponent(u"Fresh", host::vbext_ct_ClassModule, u"Lpt1", u"x");
+  EXPECT_THROW(
+      static_cast<void>(workspace.SaveProjectAs(ProjectOf(workspace), folder_.Path() / "F.vbp")),
+      vb::Failure);
   EXPECT_FALSE(fs::exists(folder_.Path() / "F.vbp"));
 }
 

@@ -16,6 +16,7 @@
 #include "hosts/workbench/platform/Text.h"
 #include "hosts/workbench/window/ComponentIcon.h"
 #include "hosts/workbench/window/Unsaved.h"
+#include "hosts/workspace/Paths.h"
 
 namespace tessel::workbench {
 namespace {
@@ -198,7 +199,7 @@ void ProjectWindow::AddProblems(Node& parent) {
     if (problem.Project.lock() != project || !number) continue;
     auto* const node = new Node(project, *number, nullptr);
     FolderOf(parent, *number).addChild(node);
-    const QString path = QString::fromStdU16String(problem.File.u16string());
+    const QString path = ToQt(workspace::TextOf(problem.File));
     const QString name = ToQt(problem.Component);
     node->setText(0,
                   Caption(name.isEmpty() ? QFileInfo(path).completeBaseName() : name, path, false));
