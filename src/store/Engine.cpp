@@ -83,10 +83,11 @@ void Run(sqlite3* db, const std::string& sql) {
   if (sqlite3_exec(db, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) throw Error(db, sql);
 }
 
-std::string_view StoredBytes(sqlite3_value* value) {
-  // A file may keep its texts in UTF-16: as bytes they would come out so.
-  const bool text = sqlite3_value_type(value) == SQLITE_TEXT;
-  const void* const bytes = text ? sqlite3_value_text(value) : sqlite3_value_blob(value);
+std::string_view TextOf(sqlite3_value* value) {
+  // As text the engine gives what a database in UTF-16 holds in UTF-8; in one of UTF-8 it copies
+  // nothing. A blob as text would be read in the database's own way.
+  const void* const bytes = sqlite3_value_type(value) == SQLITE_BLOB ? sqlite3_value_blob(value)
+                                                                     : sqlite3_value_text(value);
   if (bytes == nullptr) return {};
   return {static_cast<const char*>(bytes), static_cast<std::size_t>(sqlite3_value_bytes(value))};
 }
@@ -122,7 +123,7 @@ void RowReader::Add(CellTable& cells, int column) const {
     case SQLITE_FLOAT:
       return cells.AddNumber(sqlite3_value_double(value));
     default:
-      return cells.AddText(StoredBytes(value));
+      return cells.AddText(TextOf(value));
   }
 }
 

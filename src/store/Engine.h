@@ -29,9 +29,9 @@ using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 /// Runs plain statements of the engine.
 void Run(sqlite3* db, const std::string& sql);
 
-/// A text in UTF-8, however the file keeps it, or bytes as they are; empty for null. Holds until
-/// the statement goes on.
-[[nodiscard]] std::string_view StoredBytes(sqlite3_value* value);
+/// The bytes of a text in UTF-8, whatever the database writes its texts in; of a blob as they are.
+/// Points into the value.
+[[nodiscard]] std::string_view TextOf(sqlite3_value* value);
 
 /// Reads the columns of a statement's present row; whole numbers of columns declared as truth
 /// values become bool.

@@ -34,7 +34,7 @@ std::string_view RowStream::StoredText(int column) const {
   sqlite3_value* const value = sqlite3_column_value(statement_.get(), column);
   const int type = sqlite3_value_type(value);
   if (type != SQLITE_TEXT && type != SQLITE_BLOB) return {};
-  return engine::StoredBytes(value);
+  return engine::TextOf(value);
 }
 
 }  // namespace tessel::store

@@ -23,7 +23,7 @@ class RowStream {
   [[nodiscard]] bool Next();
   /// Only while there is a row. Columns count from 0. Text and Null read as 0.
   [[nodiscard]] std::int64_t Whole(int column) const;
-  /// A text as it is stored, empty for any other value. Holds until the next row.
+  /// A text as it is stored, in UTF-8, empty for any other value. Holds until the next row.
   [[nodiscard]] std::string_view StoredText(int column) const;
 
  private:

@@ -46,6 +46,34 @@ TEST(RowStream, ATextHasAllItsUnits) {
   EXPECT_EQ(FromStored(rows.StoredText(0)), odd);
 }
 
+TEST(RowStream, ADatabaseInAnotherEncodingReadsAlike) {
+  const std::string wide(2000, 'w');
+  for (const char* const encoding : {"UTF-8", "UTF-16le", "UTF-16be"}) {
+    const auto connection = test::InMemory("PRAGMA encoding = '" + std::string(encoding) + "';" +
+                                           "CREATE TABLE N (ID INTEGER PRIMARY KEY, Name TEXT);"
+                                           "INSERT INTO N VALUES (1, 'Gr\xC3\xB6\xC3\x9F"
+                                           "e'), (2, x'C3B6'), (3, '" +
+                                           wide + "')");
+    ASSERT_EQ(test::FirstColumn(u"PRAGMA encoding", connection), test::Texts{encoding});
+    Command(connection, u"INSERT INTO N (ID, Name) VALUES (@a, @b)")
+        .Execute({std::int64_t{4}, String(u"\xd83d\xde00 a") + char16_t{0} + u"b"});
+    const test::Texts all{
+        "Gr\xC3\xB6\xC3\x9F"
+        "e",
+        "\xC3\xB6", wide, std::string("\xF0\x9F\x98\x80 a\0b", 8)};
+    RowStream rows(u"SELECT Name FROM N ORDER BY ID", connection);
+    test::Texts shown;
+    while (rows.Next()) shown.emplace_back(rows.StoredText(0));
+    EXPECT_EQ(shown, all) << encoding;
+    EXPECT_EQ(test::FirstColumn(u"SELECT Name FROM N ORDER BY ID", connection), all) << encoding;
+    EXPECT_EQ(test::FirstColumn(u"SELECT ID FROM N WHERE Name = 'gr\xF6\xDF"
+                                u"E'",
+                                connection),
+              test::Texts{"1"})
+        << encoding;
+  }
+}
+
 TEST(RowStream, AStatementThatIsNoneOrNeedsAllItsRowsFails) {
   const auto connection = test::InMemory("CREATE TABLE Tree (ID, Name, lft, rgt, Root)");
   EXPECT_THROW(RowStream(u"SELECT ID FROM Nowhere", connection), vb::Failure);
