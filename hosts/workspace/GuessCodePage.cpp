@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <iterator>
 
 #include "hosts/workspace/CodePages.h"
@@ -11,6 +13,18 @@ namespace tessel::workspace {
 namespace {
 
 unsigned char Byte(char unit) { return static_cast<unsigned char>(unit); }
+
+/// The place of the next byte beyond ASCII, the length for none. Looks at eight bytes at a time,
+/// since most texts hold few of them or none.
+std::size_t NextHigh(std::string_view bytes, std::size_t at) {
+  constexpr std::uint64_t HighBits = 0x8080808080808080;
+  for (std::uint64_t eight = 0; at + sizeof eight <= bytes.size(); at += sizeof eight) {
+    std::memcpy(&eight, bytes.data() + at, sizeof eight);
+    if ((eight & HighBits) != 0) break;
+  }
+  while (at < bytes.size() && Byte(bytes[at]) < 0x80) ++at;
+  return at;
+}
 
 /// The pairs that make up nearly all of a text in a code page of two bytes: its punctuation and the
 /// common half of its characters, which those standards keep apart from the rare ones.
@@ -58,10 +72,15 @@ bool IsCommonPair(unsigned char lead, unsigned char trail, int codePage) {
 
 void CountReading(std::string_view bytes, int codePage, Reading& seen) {
   std::size_t row = 0;  // common pairs that touch each other, up to here
-  for (std::size_t at = 0; at < bytes.size(); ++at) {
+  for (std::size_t at = NextHigh(bytes, 0); at < bytes.size(); ++at) {
     const unsigned char byte = Byte(bytes[at]);
+    if (byte < 0x80) {
+      row = 0;
+      at = NextHigh(bytes, at) - 1;
+      continue;
+    }
     const unsigned char next = at + 1 < bytes.size() ? Byte(bytes[at + 1]) : 0;
-    if (byte >= 0x80 && IsCommonPair(byte, next, codePage)) {
+    if (IsCommonPair(byte, next, codePage)) {
       ++seen.Pairs;
       ++row;
       seen.InRow += row == 1 ? 0 : row == 2 ? 2 : 1;
@@ -70,7 +89,6 @@ void CountReading(std::string_view bytes, int codePage, Reading& seen) {
     }
     if (codePage == 932 && IsHalfWidthKana(byte)) continue;
     row = 0;
-    if (byte < 0x80) continue;
     ++seen.Other;
     if (next >= 0x80) ++at;
   }
@@ -99,8 +117,7 @@ void Count(std::string_view bytes, Statistics& seen) {
   for (std::size_t page = 0; page < std::size(DoubleBytePages); ++page) {
     CountReading(bytes, DoubleBytePages[page], seen.Readings[page]);
   }
-  for (std::size_t at = 0; at < bytes.size(); ++at) {
-    if (Byte(bytes[at]) < 0x80) continue;
+  for (std::size_t at = NextHigh(bytes, 0); at < bytes.size(); at = NextHigh(bytes, at)) {
     std::size_t end = at;
     while (end < bytes.size() && Byte(bytes[end]) >= 0x80) ++end;
     ++seen.Runs;
