@@ -8,7 +8,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -85,13 +84,6 @@ pid_t Spawn(const std::string& program, const std::vector<std::string>& argument
   return child;
 }
 
-/// A program that has ended already needs none.
-void Limit(pid_t child, __rlimit_resource what, std::uint64_t most) {
-  if (most == 0) return;
-  const rlimit limit{most, most};
-  prlimit(child, what, &limit, nullptr);
-}
-
 /// Takes what there is; false at the end.
 bool Take(int from, std::string& into) {
   std::array<char, 65536> buffer{};
@@ -119,11 +111,9 @@ void TakeAll(int out, std::string& outText, int err, std::string& errText) {
 }  // namespace
 
 ChildResult RunChild(const std::string& program, const std::vector<std::string>& arguments,
-                     const std::vector<std::string>& settings, const ChildLimits& limits) {
+                     const std::vector<std::string>& settings) {
   Pipe out(program), err(program);
   const pid_t child = Spawn(program, arguments, settings, out, err);
-  Limit(child, RLIMIT_AS, limits.Memory);
-  Limit(child, RLIMIT_CPU, limits.Seconds);
   out.CloseWrite();
   err.CloseWrite();
   ChildResult result;

@@ -14,9 +14,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A damaged file may lead its reader round in circles; a whole one has at most 2 GB.
-constexpr ChildLimits ReaderLimits{.Memory = std::uint64_t{2} << 30U, .Seconds = 600};
-
 std::optional<JetHeader> HeaderOf(const fs::path& file) {
   std::ifstream in(file, std::ios::binary);
   std::string head(JetHeaderSize, '\0');
@@ -145,8 +142,7 @@ std::string JetFile::Run(const std::string& program, const std::vector<std::stri
   try {
     result = RunChild(program, words,
                       {"LC_ALL=C.UTF-8", "MDBICONV=UTF-8",
-                       "MDBOPTS=", "MDB_JET3_CHARSET=CP" + std::to_string(header_.CodePage)},
-                      ReaderLimits);
+                       "MDBOPTS=", "MDB_JET3_CHARSET=CP" + std::to_string(header_.CodePage)});
   } catch (const vb::Failure& failure) {
     if (failure.Number() != vb::FileNotFound) throw;
     Fail("a Jet database is read by " + program +
