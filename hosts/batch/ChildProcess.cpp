@@ -7,7 +7,9 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -66,22 +68,59 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
   return pointers;
 }
 
+void Limit(decltype(RLIMIT_AS) what, std::uint64_t most) {
+  if (most == 0) return;
+  const rlimit limit{most, most};
+  setrlimit(what, &limit);
+}
+
+/// What the child runs up to the other program; only what may be called between fork and exec.
+/// Comes back with what failed.
+int Become(pid_t parent, const std::vector<char*>& words, const std::vector<char*>& environment,
+           const std::array<int, 3>& streams, const ChildLimits& limits) {
+  if (prctl(PR_SET_PDEATHSIG, SIGKILL) != 0) return errno;
+  // The parent may have gone before the child asked to go with it.
+  if (getppid() != parent) return ECHILD;
+  for (int at = 0; at < static_cast<int>(streams.size()); ++at) {
+    if (dup2(streams[static_cast<std::size_t>(at)], at) < 0) return errno;
+  }
+  const rlimit none{0, 0};
+  setrlimit(RLIMIT_CORE, &none);
+  Limit(RLIMIT_CPU, limits.Seconds);
+  Limit(RLIMIT_AS, limits.Memory);
+  execvpe(words.front(), words.data(), environment.data());
+  return errno;
+}
+
 pid_t Spawn(const std::string& program, const std::vector<std::string>& arguments,
-            const std::vector<std::string>& settings, const Pipe& out, const Pipe& err) {
+            const std::vector<std::string>& settings, const Pipe& out, const Pipe& err,
+            const ChildLimits& limits) {
   std::vector<std::string> words{program};
   words.insert(words.end(), arguments.begin(), arguments.end());
   auto environment = Environment(settings);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-  posix_spawn_file_actions_adddup2(&actions, out.Write(), STDOUT_FILENO);
-  posix_spawn_file_actions_adddup2(&actions, err.Write(), STDERR_FILENO);
-  pid_t child = 0;
-  const int error = posix_spawnp(&child, program.c_str(), &actions, nullptr, Pointers(words).data(),
-                                 Pointers(environment).data());
-  posix_spawn_file_actions_destroy(&actions);
-  if (error != 0) Fail(program, error);
-  return child;
+  const auto wordPointers = Pointers(words), environmentPointers = Pointers(environment);
+  const int empty = open("/dev/null", O_RDONLY | O_CLOEXEC);
+  if (empty < 0) Fail(program, errno);
+  Pipe failure(program);
+  const pid_t parent = getpid();
+  const pid_t child = fork();
+  if (child == 0) {
+    const int error = Become(parent, wordPointers, environmentPointers,
+                             {empty, out.Write(), err.Write()}, limits);
+    static_cast<void>(!write(failure.Write(), &error, sizeof error));
+    _exit(127);
+  }
+  int error = child < 0 ? errno : 0;
+  close(empty);
+  failure.CloseWrite();
+  // The pipe ends without a word when the other program runs.
+  ssize_t told = 0;
+  do {
+    told = child < 0 ? 0 : read(failure.Read(), &error, sizeof error);
+  } while (told < 0 && errno == EINTR);
+  if (error == 0) return child;
+  if (child > 0) waitpid(child, nullptr, 0);
+  Fail(program, error);
 }
 
 /// Takes what there is; false at the end.
@@ -96,28 +135,33 @@ bool Take(int from, std::string& into) {
   return true;
 }
 
-/// Reads both to their ends, so that neither fills up while the other is waited for.
-void TakeAll(int out, std::string& outText, int err, std::string& errText) {
+/// Reads both to their ends, so that neither fills up while the other is waited for. False as soon
+/// as one is longer than `most`.
+bool TakeAll(int out, std::string& outText, int err, std::string& errText, std::uint64_t most) {
   std::array<pollfd, 2> waiting{{{out, POLLIN, 0}, {err, POLLIN, 0}}};
   while (waiting[0].fd >= 0 || waiting[1].fd >= 0) {
-    if (poll(waiting.data(), waiting.size(), -1) < 0 && errno != EINTR) return;
+    if (poll(waiting.data(), waiting.size(), -1) < 0 && errno != EINTR) return true;
     for (std::size_t at = 0; at < waiting.size(); ++at) {
       if (waiting[at].fd < 0 || waiting[at].revents == 0) continue;
-      if (!Take(waiting[at].fd, at == 0 ? outText : errText)) waiting[at].fd = -1;
+      std::string& text = at == 0 ? outText : errText;
+      if (!Take(waiting[at].fd, text)) waiting[at].fd = -1;
+      if (most != 0 && text.size() > most) return false;
     }
   }
+  return true;
 }
 
 }  // namespace
 
 ChildResult RunChild(const std::string& program, const std::vector<std::string>& arguments,
-                     const std::vector<std::string>& settings) {
+                     const std::vector<std::string>& settings, const ChildLimits& limits) {
   Pipe out(program), err(program);
-  const pid_t child = Spawn(program, arguments, settings, out, err);
+  const pid_t child = Spawn(program, arguments, settings, out, err, limits);
   out.CloseWrite();
   err.CloseWrite();
   ChildResult result;
-  TakeAll(out.Read(), result.Out, err.Read(), result.Err);
+  result.WroteTooMuch = !TakeAll(out.Read(), result.Out, err.Read(), result.Err, limits.Output);
+  if (result.WroteTooMuch) kill(child, SIGKILL);
   int status = 0;
   while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
   }

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <fstream>
 
+#include <fcntl.h>
 #include <stdlib.h>
+#include <unistd.h>
 
 #include "hosts/batch/ChildProcess.h"
 #include "vb/CodePages.h"
@@ -86,6 +88,13 @@ bool SameNames(const std::vector<JetColumn>& definition, const std::vector<Strin
          });
 }
 
+/// More than any sound file of that size needs; a damaged one may lead in a circle. A bit of a row
+/// becomes two signs at most.
+ChildLimits LimitsFor(std::uint64_t fileSize) {
+  constexpr std::uint64_t Mega = 1U << 20U;
+  return {1024 * Mega, Mega + 32 * fileSize, 60 + fileSize / Mega};
+}
+
 }  // namespace
 
 bool IsJetFile(const fs::path& file) { return HeaderOf(file).has_value(); }
@@ -95,22 +104,7 @@ JetFile::JetFile(const fs::path& file) : file_(file) {
   if (!header) Fail("is no Jet database");
   if (header->Encrypted) Fail("the database is encrypted; take the encryption off it first");
   header_ = *header;
-  std::string pattern = (fs::temp_directory_path() / "tessel-jet-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) Fail("no temporary folder can be made");
-  folder_ = pattern;
-  copy_ = folder_ / "copy.mdb";
-  try {
-    MakeCopy();
-  } catch (...) {
-    std::error_code ignored;
-    fs::remove_all(folder_, ignored);
-    throw;
-  }
-}
-
-JetFile::~JetFile() {
-  std::error_code ignored;
-  fs::remove_all(folder_, ignored);
+  MakeCopy();
 }
 
 void JetFile::Fail(const std::string& why) const {
@@ -118,37 +112,52 @@ void JetFile::Fail(const std::string& why) const {
 }
 
 void JetFile::MakeCopy() {
+  const fs::path folder = fs::temp_directory_path();
+  std::string name = (folder / "tessel-jet-XXXXXX").string();
+  const int made = mkostemp(name.data(), O_CLOEXEC);
+  if (made >= 0) unlink(name.c_str());
+  copy_.reset(made < 0 ? nullptr : fdopen(made, "wb"));
+  if (!copy_) Fail("no temporary file can be made in " + folder.string());
   std::ifstream in(file_, std::ios::binary);
-  std::ofstream out(copy_, std::ios::binary);
   std::string page(header_.PageSize, '\0');
-  while (in.read(page.data(), static_cast<std::streamsize>(page.size()))) {
+  const auto put = [&](std::size_t size) {
+    return std::fwrite(page.data(), 1, size, copy_.get()) == size;
+  };
+  bool written = true;
+  while (written && in.read(page.data(), static_cast<std::streamsize>(page.size()))) {
     if (auto columns = MemosAsBytes(page, header_); !columns.empty()) {
       definitions_.push_back(std::move(columns));
     }
-    out.write(page.data(), in.gcount());
+    written = put(page.size());
   }
   // The rest of a page that was cut off.
-  out.write(page.data(), in.gcount());
-  out.close();
-  if (in.bad() || !out) Fail("the file can't be copied to " + folder_.string());
+  written = written && put(static_cast<std::size_t>(in.gcount()));
+  if (in.bad() || !written || std::fflush(copy_.get()) != 0) {
+    Fail("the file can't be copied to " + folder.string());
+  }
 }
 
 std::string JetFile::Run(const std::string& program, const std::vector<std::string>& options,
                          const std::string& table) const {
   std::vector<std::string> words = options;
-  words.push_back(copy_.string());
+  words.push_back("/proc/" + std::to_string(getpid()) + "/fd/" +
+                  std::to_string(fileno(copy_.get())));
   words.push_back(table);
   ChildResult result;
   try {
     result = RunChild(program, words,
                       {"LC_ALL=C.UTF-8", "MDBICONV=UTF-8",
-                       "MDBOPTS=", "MDB_JET3_CHARSET=CP" + std::to_string(header_.CodePage)});
+                       "MDBOPTS=", "MDB_JET3_CHARSET=CP" + std::to_string(header_.CodePage)},
+                      LimitsFor(fs::file_size(file_)));
   } catch (const vb::Failure& failure) {
     if (failure.Number() != vb::FileNotFound) throw;
     Fail("a Jet database is read by " + program +
          ", which isn't here; install the package mdbtools");
   }
   if (result.Exit == 0) return std::move(result.Out);
+  if (result.Exit < 0) {
+    Fail("the file is damaged; " + program + " doesn't come to an end with the table " + table);
+  }
   const bool gone = result.Err.find("does not exist") != std::string::npos;
   if (gone) Fail("is no snippet library; there is no table " + table);
   Fail("the table " + table + " can't be read; " + program + " ended with " +

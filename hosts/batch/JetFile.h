@@ -1,7 +1,9 @@
 // The tables of a genuine Jet database, read by the programs of mdbtools.
 #pragma once
 
+#include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,12 +30,9 @@ class JetFile {
  public:
   /// Fails with a text that names the file when it can't be read, is encrypted or no Jet database.
   explicit JetFile(const std::filesystem::path& file);
-  ~JetFile();
-  JetFile(const JetFile&) = delete;
-  JetFile& operator=(const JetFile&) = delete;
 
   /// Fails with a text that names the file and the table or the missing column, and for a missing
-  /// mdbtools the package.
+  /// mdbtools the package. A damaged file on which mdbtools doesn't come to an end fails too.
   [[nodiscard]] JetTable Read(const std::string& table, const std::vector<String>& columns) const;
 
  private:
@@ -46,7 +45,13 @@ class JetFile {
   [[nodiscard]] String Decoded(const std::string& field, bool memo, const std::string& table) const;
   void ReadRows(JetTable& table, const std::string& text, const std::string& name) const;
 
-  std::filesystem::path file_, folder_, copy_;
+  struct Close {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+
+  std::filesystem::path file_;
+  /// Has no name, so nothing is left of it, whatever ends this process.
+  std::unique_ptr<std::FILE, Close> copy_;
   JetHeader header_;
   /// Of all tables that the file defines.
   std::vector<std::vector<JetColumn>> definitions_;

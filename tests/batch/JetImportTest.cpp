@@ -4,6 +4,11 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <functional>
+
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "batch/Tessel.h"
 #include "hosts/batch/ChildProcess.h"
@@ -187,6 +192,36 @@ TEST_F(JetImport, ACutFileAddsNothingOrAllThatItTellsOf) {
   }
 }
 
+TEST_F(JetImport, AFileOnWhichTheReaderDoesNotEndIsNamedAndNothingIsLeft) {
+  // One that writes without end stands in for it.
+  const fs::path tools = tessel_.Folder.Path() / "tools", rest = tessel_.Folder.Path() / "rest";
+  fs::create_directories(tools);
+  fs::create_directories(rest);
+  tessel_.Folder.Write("tools/mdb-export", "#!/bin/sh\nexec yes\n");
+  fs::permissions(tools / "mdb-export", fs::perms::owner_all);
+  const std::string path = std::getenv("PATH");
+  setenv("PATH", (tools.string() + ":" + path).c_str(), 1);
+  setenv("TMPDIR", rest.c_str(), 1);
+  EXPECT_EQ(Import(Data / "library.mdb"), Failed);
+  unsetenv("TMPDIR");
+  setenv("PATH", path.c_str(), 1);
+  EXPECT_EQ(tessel_.Err, "tessel: " + (Data / "library.mdb").string() +
+                             ": the file is damaged; mdb-export doesn't come to an end with the "
+                             "table Tree\n");
+  EXPECT_TRUE(fs::is_empty(rest));
+  EXPECT_EQ(List(), "");
+}
+
+TEST_F(JetImport, TheCopyThatIsReadHasNoName) {
+  const fs::path rest = tessel_.Folder.Path() / "rest";
+  fs::create_directories(rest);
+  setenv("TMPDIR", rest.c_str(), 1);
+  const JetFile file(Data / "library.mdb");
+  EXPECT_TRUE(fs::is_empty(rest)) << "a process that is killed leaves nothing";
+  unsetenv("TMPDIR");
+  EXPECT_FALSE(file.Read("Tree", {u"ID"}).Rows.empty());
+}
+
 TEST_F(JetImport, AMissingReaderIsNamedWithItsPackage) {
   const std::string path = std::getenv("PATH");
   setenv("PATH", "/nowhere", 1);
@@ -232,6 +267,44 @@ TEST(ChildProcess, ReadsOutputsThatAreLongerThanAPipeHolds) {
       {"-c", "head -c 1000000 /dev/zero >&2; head -c 1000000 /dev/zero; head -c 9 /dev/zero >&2"});
   EXPECT_EQ(result.Out.size(), 1000000U);
   EXPECT_EQ(result.Err.size(), 1000009U);
+}
+
+TEST(ChildProcess, AProgramThatDoesNotEndIsEnded) {
+  const ChildResult writes = RunChild("yes", {}, {}, {0, 100000, 0});
+  EXPECT_TRUE(writes.WroteTooMuch);
+  EXPECT_EQ(writes.Exit, -SIGKILL);
+  EXPECT_LT(writes.Out.size(), 200000U);
+  EXPECT_TRUE(RunChild("sh", {"-c", "yes >&2"}, {}, {0, 100000, 0}).WroteTooMuch);
+  const ChildResult runs = RunChild("sh", {"-c", "while :; do :; done"}, {}, {0, 0, 1});
+  EXPECT_EQ(runs.Exit, -SIGKILL);
+  EXPECT_FALSE(runs.WroteTooMuch);
+  constexpr std::uint64_t Memory = 64U << 20U;
+  EXPECT_EQ(RunChild("sh", {"-c", "ulimit -v"}, {}, {Memory, 0, 0}).Out, "65536\n");
+}
+
+TEST(ChildProcess, EndsWithTheProcessThatRanIt) {
+  test::TemporaryFolder folder;
+  const fs::path number = folder.Path() / "number";
+  const pid_t parent = fork();
+  if (parent == 0) {
+    static_cast<void>(
+        RunChild("sh", {"-c", "echo $$ > \"$1.new\"; mv \"$1.new\" \"$1\"; exec sleep 60", "sh",
+                        number.string()}));
+    _exit(0);
+  }
+  const auto waitFor = [](const std::function<bool()>& done) {
+    for (int looks = 0; looks < 3000 && !done(); ++looks) usleep(10000);
+    return done();
+  };
+  ASSERT_TRUE(waitFor([&] { return fs::exists(number); }));
+  const pid_t child = std::stoi(BytesOf(number));
+  kill(parent, SIGKILL);
+  waitpid(parent, nullptr, 0);
+  EXPECT_TRUE(waitFor([&] {
+    // One that nobody waited for is gone too.
+    const std::string about = BytesOf("/proc/" + std::to_string(child) + "/stat");
+    return about.empty() || about.find(") Z ") != std::string::npos;
+  }));
 }
 
 TEST(ChildProcess, AProgramThatIsNotThereIsNamed) {
