@@ -56,6 +56,10 @@ vb::Failure Explained(const vb::Failure& failure, CSQLTree& tree) {
     return vb::Failure(failure.Number(), file + u": " + String(text), failure.Source());
   };
   if (const String cause = store::PlainCause(description); !cause.empty()) return with(cause);
+  if (failure.Number() == vb::TypeMismatch || failure.Number() == vb::Overflow) {
+    return with(IsTreeSound(tree.Connection()) ? StringView(u"a number in it is too large or none")
+                                               : DamagedTree);
+  }
   const bool hidden = std::any_of(std::begin(Causeless), std::end(Causeless),
                                   [&](StringView one) { return description.ends_with(one); });
   if (!hidden) return failure;

@@ -42,6 +42,9 @@ class Check {
     // Who only looks may look at what can't be written.
     std::optional<store::Transaction> transaction;
     if (mend_) transaction.emplace(*connection_);
+    CheckIndexes();
+    // What is read by such an index tells nothing about the numbers.
+    if (!findings_.empty() && !mend_) return std::move(findings_);
     CheckNodes();
     AddRows();
     WriteNumbers();
@@ -55,6 +58,20 @@ class Check {
   }
 
  private:
+  /// An index that doesn't fit its table hides rows from those who look by it, and refuses new
+  /// ones.
+  void CheckIndexes() {
+    store::Recordset told;
+    told.Open(u"PRAGMA integrity_check", connection_);
+    for (std::size_t row = 0; row < told.RecordCount(); ++row) {
+      if (vb::InStr(store::ToText(told.Cell(row, 0)), u"index") == 0) continue;
+      findings_.push_back(u"An index didn't fit its table; all are made anew");
+      Change(u"REINDEX", {});
+      indexesMade_ = true;
+      return;
+    }
+  }
+
   void CheckNodes() {
     ReadNodes();
     AdoptRows();
@@ -204,7 +221,7 @@ class Check {
   }
 
   void CheckNumbers() {
-    if (!findings_.empty()) return;
+    if (findings_.size() > (indexesMade_ ? 1U : 0U)) return;
     const auto moved = std::count_if(nodes_.begin(), nodes_.end(), [](const Node& node) {
       return node.Lft != node.NewLft || node.Rgt != node.NewRgt;
     });
@@ -236,6 +253,7 @@ class Check {
   std::shared_ptr<store::Connection> connection_;
   bool mend_;
   std::vector<String> findings_;
+  bool indexesMade_ = false;
   /// The top comes first, the others in the order of their left numbers.
   std::vector<Node> nodes_;
   std::set<std::int64_t> rows_, adopted_;

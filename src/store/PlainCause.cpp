@@ -11,6 +11,7 @@ struct Cause {
 };
 constexpr Cause Causes[] = {{u"attempt to write a readonly database", ReadOnly},
                             {u"database disk image is malformed", Damaged},
+                            {u"malformed database schema", Damaged},
                             {u"file is not a database", Damaged},
                             {u"database or disk is full", NoRoom},
                             {u"database is locked", u"another program has locked the file"},

@@ -485,6 +485,33 @@ TEST_F(Snippets, ADamagedLibraryIsNamedAndNoStatementIsShown) {
   EXPECT_GE(told, 12);
 }
 
+TEST_F(Snippets, ANumberThatIsNoneIsToldWithTheFileAndTheRemedy) {
+  Run({"add", "-", "--name", "One"}, "x");
+  test::OpenDatabase(library_)->Execute(u"UPDATE Tree SET Root = 'many' WHERE ID = 71");
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"list"}, {"show", "One"}, {"find", "x"}}) {
+    EXPECT_EQ(Run(words), Failed);
+    EXPECT_EQ(err_.str(), "tessel: " + Path("lib.mdb") +
+                              ": The numbers of the tree are damaged; \"tessel snippets check\" "
+                              "mends them\n")
+        << words.front();
+  }
+  EXPECT_EQ(Run({"check"}), Done);
+  EXPECT_EQ(Run({"find", "x"}), Done);
+  EXPECT_EQ(out_.str(), "71\tOne\n");
+}
+
+TEST_F(Snippets, ASchemaThatIsDamagedIsToldWithoutAStatement) {
+  const auto library = test::OpenDatabase(library_);
+  library->Execute(u"PRAGMA writable_schema = 1");
+  library->Execute(
+      u"UPDATE sqlite_master SET sql = 'CREATE INDEX oops' WHERE name = 'ListObjects'");
+  library->Close();
+  EXPECT_EQ(Run({"list"}), Failed);
+  EXPECT_EQ(err_.str(),
+            "tessel: " + Path("lib.mdb") + ": the file is damaged; take it from a copy\n");
+}
+
 TEST_F(Snippets, AFileThatIsNoLibraryIsToldWithoutAStatement) {
   test::OpenDatabase(library_)->Execute(u"ALTER TABLE List DROP COLUMN TextUserNotes");
   EXPECT_EQ(Run({"list"}), Failed);

@@ -54,6 +54,30 @@ TEST_F(Checking, ASoundTreeIsLeftAsItIs) {
   EXPECT_EQ(test::RowsOf(connection_), before);
 }
 
+TEST_F(Checking, AnIndexThatDoesNotFitItsTableIsMadeAnew) {
+  // The records of the fixture come in while the index isn't there.
+  Break(u"CREATE TABLE Aside AS SELECT * FROM sqlite_master WHERE name = 'ListObjects'");
+  const auto reopened = [&] {
+    return connection_ = test::OpenDatabase(folder_.Path() / "new.mdb");
+  };
+  Break(u"PRAGMA writable_schema = 1");
+  Break(u"DELETE FROM sqlite_master WHERE name = 'ListObjects'");
+  const auto tree = test::OpenTree(reopened());
+  for (const StringView name : {u"c", u"d"}) {
+    tree->InsertIdTableList(tree->AddNode(name, 71, 0, 0, RecordKind));
+  }
+  Break(u"PRAGMA writable_schema = 1");
+  Break(u"INSERT INTO sqlite_master SELECT * FROM Aside");
+  reopened();
+  Break(u"DROP TABLE Aside");
+  const auto before = test::RowsOf(connection_);
+  const Found wanted{u"An index didn't fit its table; all are made anew"};
+  EXPECT_EQ(CheckTree(connection_, false), wanted);
+  EXPECT_EQ(Mend(), wanted);
+  EXPECT_EQ(test::RowsOf(connection_), before);
+  EXPECT_EQ(test::ListIdsOf(connection_), (std::vector<int>{72, 73, 74, 75, 76}));
+}
+
 TEST_F(Checking, LookingChangesNothing) {
   Break(u"UPDATE Tree SET lft = lft + 5, rgt = rgt + 5 WHERE ID > 1");
   const auto before = test::RowsOf(connection_);
