@@ -213,7 +213,10 @@ void Import(CSQLTree& tree, const SnippetsRequest& request, std::ostream& out) {
     const auto done = ImportSnippets(tree, request.File, FolderAt(tree, folder));
     if (done.empty()) TellOfNothing(request.File, told);
     for (const ImportedSnippet& one : done) {
-      told << (one.Replaced ? "replaced " : "added ") << vb::ToUtf8(one.Path) << '\n';
+      told << (one.Kept       ? "kept "
+               : one.Replaced ? "replaced "
+                              : "added ")
+           << vb::ToUtf8(one.Path) << '\n';
     }
   } else if (fs::exists(status) && !fs::is_regular_file(status)) {
     Fail(request.File + ": is no regular file");

@@ -72,6 +72,8 @@ std::string FolderNotes::NameOf(const fs::path& file) const {
   return vb::ToUtf8(vb::FromUtf8(file.lexically_relative(folder_).generic_string()));
 }
 
+bool FolderNotes::IsNoted(const fs::path& file) const { return notes_.contains(NameOf(file)); }
+
 bool FolderNotes::Fits(const fs::path& file, const std::string& bytes) const {
   const auto note = notes_.find(NameOf(file));
   return note != notes_.end() && note->second.contains(DigestOf(bytes));

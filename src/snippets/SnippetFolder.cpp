@@ -109,8 +109,11 @@ std::int32_t Added(CSQLTree& tree, StringView name, std::int32_t parent, std::in
 
 class Importer {
  public:
-  explicit Importer(CSQLTree& tree)
+  /// `before` are the notes ahead of the import.
+  Importer(CSQLTree& tree, const FolderNotes& before, FolderNotes& notes)
       : tree_(tree),
+        before_(before),
+        notes_(notes),
         batch_(tree.Connection()),
         rename_(tree.Connection(), u"UPDATE Tree SET Name = @Name WHERE ID = @ID") {}
 
@@ -125,7 +128,7 @@ class Importer {
     for (std::size_t at = 0; at < nodes.size(); ++at) {
       const String own = path + nodes[at].Name;
       if (nodes[at].Record) {
-        known[at] = EnterRecord(*nodes[at].Record, known[at], parent, own);
+        known[at] = EnterRecord(nodes[at], known[at], parent, own);
       } else {
         Enter(nodes[at].Children, known[at], own + u"/");
       }
@@ -137,7 +140,12 @@ class Importer {
     batch_.Arrange(parent, listed);
   }
 
-  void Finish() { batch_.WriteNumbers(); }
+  void Finish() {
+    if (!conflicts_.empty()) {
+      throw vb::Failure(vb::InvalidCall, conflicts_, u"Tessel");
+    }
+    batch_.WriteNumbers();
+  }
 
   std::vector<ImportedSnippet> Done;
 
@@ -174,20 +182,40 @@ class Importer {
     }
   }
 
-  std::int32_t EnterRecord(const NamedFragment& record, std::int32_t id, std::int32_t parent,
+  std::int32_t EnterRecord(const SnippetFileNode& node, std::int32_t id, std::int32_t parent,
                            const String& path) {
+    const NamedFragment& record = *node.Record;
     const bool known = id != 0;
-    if (known) {
+    const bool kept = known && !IsNewer(node, id);
+    if (known && !kept) {
       tree_.Connection()->Execute(u"DELETE FROM List WHERE Id = " + vb::Str(id));
-    } else {
+    } else if (!known) {
       id = batch_.Add(record.Name, parent, RecordKind);
     }
-    tree_.UpdateListFragment(id, record.Fragment);
-    Done.push_back({path, known});
+    if (!kept) tree_.UpdateListFragment(id, record.Fragment);
+    // The file says this, whatever it looks like.
+    notes_.Add(node.File, WriteRecordText(record));
+    Done.push_back({path, known && !kept, kept});
     return id;
   }
 
+  /// Whether a file has something newer than the record of the library that it stands for.
+  bool IsNewer(const SnippetFileNode& node, std::int32_t id) {
+    const NamedFragment own{node.Record->Name, tree_.GetRecordsetFromList(id)};
+    if (own == *node.Record || !before_.IsNoted(node.File)) return true;
+    if (before_.Fits(node.File, WriteRecordText(*node.Record))) return false;
+    if (!before_.Fits(node.File, WriteRecordText(own))) {
+      if (!conflicts_.empty()) conflicts_ += u"\n";
+      conflicts_ += vb::FromUtf8(node.File.string()) +
+                    u" was changed, and so was its record; give one of them another name";
+    }
+    return true;
+  }
+
   CSQLTree& tree_;
+  const FolderNotes& before_;
+  FolderNotes& notes_;
+  String conflicts_;
   TreeBatch batch_;
   store::Command rename_;
 };
@@ -211,10 +239,11 @@ ExportedSnippets ExportSnippets(CSQLTree& tree, const fs::path& folder, const Fi
 std::vector<ImportedSnippet> ImportSnippets(CSQLTree& tree, const fs::path& folder,
                                             std::int32_t parent) {
   store::Transaction transaction(*tree.Connection());
-  FolderNotes notes(tree.Connection(), folder);
+  const FolderNotes before(tree.Connection(), folder);
+  FolderNotes notes = before;
   const auto nodes = ReadSnippetFiles(
       folder, [&](const fs::path& file, const std::string& bytes) { notes.Set(file, bytes); });
-  Importer importer(tree);
+  Importer importer(tree, before, notes);
   importer.Enter(nodes, parent, u"");
   importer.Finish();
   notes.Write();

@@ -35,11 +35,14 @@ ExportedSnippets ExportSnippets(CSQLTree& tree, const std::filesystem::path& fol
 struct ImportedSnippet {
   String Path;
   bool Replaced = false;
+  /// The library's own is the newer one: its file is as the library last wrote or read it.
+  bool Kept = false;
 };
 /// Reads such a folder into the node `parent`: all of it or, when a file can't be read, nothing. A
-/// record whose name stands in the same folder of the library is replaced, others are added;
-/// nothing is deleted. What an order file names stands in its order then. The library notes what it
-/// read. Fails with a text that names file and line.
+/// record whose name stands in the same folder of the library is replaced, unless it was changed
+/// since the file was; others are added; nothing is deleted. What an order file names stands in its
+/// order then. The library notes what it read. Fails with a text that names file and line, or all
+/// files that were changed as well as their records.
 std::vector<ImportedSnippet> ImportSnippets(CSQLTree& tree, const std::filesystem::path& folder,
                                             std::int32_t parent);
 

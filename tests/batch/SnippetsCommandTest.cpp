@@ -241,6 +241,59 @@ TEST_F(Snippets, ATeamKeepsOneFolderAndNobodysWorkIsLost) {
   EXPECT_EQ(Run({"check", "--check"}), Done) << out_.str();
 }
 
+TEST_F(Snippets, AnImportTakesNobodysOlderTextForANewerOne) {
+  const auto write = [&](const std::string& name, const std::string& text) {
+    folder_.Write("edit/" + name + ".snippet", "Name: " + name + "\nText:\n    " + text + "\n");
+  };
+  const auto shown = [&](const std::string& name) {
+    EXPECT_EQ(Run({"show", name}), Done) << err_.str();
+    return out_.str();
+  };
+  for (const char* const name : {"Mine", "Theirs", "Both"}) {
+    Run({"add", "-", "--name", name}, "old\r\n");
+  }
+  ASSERT_EQ(Run({"export", Path("out")}), Done);
+  // In the library, as by its dialog.
+  write("Mine", "mine");
+  ASSERT_EQ(Run({"import", Path("edit")}), Done);
+  // In the folder, by somebody else.
+  folder_.Write("out/Theirs.snippet", "Name: Theirs\nText:\n    theirs\n");
+  EXPECT_EQ(Run({"import", Path("out")}), Done) << err_.str();
+  EXPECT_EQ(out_.str(), "kept Mine\nreplaced Theirs\nreplaced Both\n");
+  EXPECT_EQ(shown("Mine"), "mine\r\n");
+  EXPECT_EQ(shown("Theirs"), "theirs\r\n");
+  ASSERT_EQ(Run({"export", Path("out")}), Done) << err_.str();
+  EXPECT_EQ(folder_.Read("out/Mine.snippet"), "Name: Mine\nText:\n    mine\n");
+  // Both sides of one record.
+  write("Both", "mine");
+  fs::remove(Path("edit/Mine.snippet"));
+  ASSERT_EQ(Run({"import", Path("edit")}), Done);
+  folder_.Write("out/Both.snippet", "Name: Both\nText:\n    theirs\n");
+  EXPECT_EQ(Run({"import", Path("out")}), Failed);
+  EXPECT_EQ(err_.str(), "tessel: " + Path("out/Both.snippet") +
+                            " was changed, and so was its record; give one of them another name\n");
+  EXPECT_EQ(shown("Both"), "mine\r\n");
+  folder_.Write("out/Both.snippet", "Name: Both, theirs\nText:\n    theirs\n");
+  EXPECT_EQ(Run({"import", Path("out")}), Done) << err_.str();
+  EXPECT_EQ(out_.str(), "replaced Mine\nreplaced Theirs\nadded Both, theirs\n");
+  EXPECT_EQ(shown("Both"), "mine\r\n");
+  EXPECT_EQ(Run({"export", Path("out")}), Done) << err_.str();
+  EXPECT_EQ(folder_.Read("out/Both.snippet"), "Name: Both\nText:\n    mine\n");
+}
+
+TEST_F(Snippets, AFileByHandIsNoChangeOfItsRecord) {
+  Run({"add", "-", "--name", "One"}, "old\r\n");
+  ASSERT_EQ(Run({"export", Path("out")}), Done);
+  for (const char* const text : {"second", "third"}) {
+    // As a person writes it: other blanks, other line ends.
+    folder_.Write("out/One.snippet", std::string("Name: One\r\nText:\r\n    ") + text + "\r\n");
+    EXPECT_EQ(Run({"import", Path("out")}), Done) << err_.str();
+    EXPECT_EQ(out_.str(), "replaced One\n");
+  }
+  EXPECT_EQ(Run({"show", "One"}), Done);
+  EXPECT_NE(out_.str().find("third"), std::string::npos);
+}
+
 TEST_F(Snippets, AMarkTellsHowATextIsWritten) {
   using namespace std::string_literals;
   const std::string plain =
