@@ -202,11 +202,6 @@ bool Designer::IsTaken(StringView name, const DesignerNode* except, int index) c
   });
 }
 
-void Designer::CheckName(StringView name, const DesignerNode* except) const {
-  RequireName(name);
-  if (IsTaken(name, except, -1)) FailTaken(name);
-}
-
 std::shared_ptr<VBControl> Designer::AddControl(
     StringView className, StringView name, const std::vector<std::pair<String, String>>& properties,
     DesignerNode* parent, bool onTop) {
@@ -227,13 +222,18 @@ std::shared_ptr<VBControl> Designer::AddControl(
 void Designer::RenameControl(const std::shared_ptr<VBControl>& control, StringView name) {
   DesignerNode* const node = control->Node();
   if (node == nullptr || node->Name == name) return;
-  CheckName(name, node);
+  RequireName(name);
   const String before = node->Name;
   const int index = node->ArrayIndex();
-  tree_->Rename(*node, name);
+  PutName(*node, name);
   if (auto* const sinks = Sinks()) sinks->ControlRenamed(control, before, index);
   const auto owner = component_.lock();
   if (const auto vbe = owner ? owner->Environment() : nullptr) vbe->OwnWindows().ShowProperties();
+}
+
+void Designer::PutName(DesignerNode& node, StringView name) {
+  if (IsTaken(name, &node, -1)) FailTaken(name);
+  tree_->Rename(node, name);
 }
 
 TakenBlock Designer::TakeControl(DesignerNode& node) {

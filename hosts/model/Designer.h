@@ -68,6 +68,8 @@ class Designer : public host::Designer,
                                         DesignerNode* parent = nullptr, bool onTop = false);
   /// Renames and raises the event; fails when the name is taken or is no name.
   void RenameControl(const std::shared_ptr<VBControl>& control, StringView name);
+  /// Gives a control a name back that it had, without an event; fails when it is taken by now.
+  void PutName(DesignerNode& node, StringView name);
   /// Takes a control off with what stands in it, and raises the event for each, innermost first.
   TakenBlock TakeControl(DesignerNode& node);
   /// Puts back what TakeControl took, without an event: nobody has to name what has a name. Fails
@@ -76,7 +78,6 @@ class Designer : public host::Designer,
 
  private:
   [[nodiscard]] bool IsTaken(StringView name, const DesignerNode* except, int index) const;
-  void CheckName(StringView name, const DesignerNode* except) const;
   [[nodiscard]] model::Events* Sinks() const;
   Hook hook_;
   std::weak_ptr<VBComponent> component_;
