@@ -319,6 +319,23 @@ TEST_F(Drive, TellsTheControlsOfADesigner) {
   EXPECT_EQ(replies[5]["error"], "\"M\" has no designer");
 }
 
+TEST_F(Drive, TakesAFormWhoseControlsBearNamesThatNoneCanBeGiven) {
+  folder_.Write("P.vbp", "Type=Exe\r\nForm=F.frm\r\nName=\"P\"\r\n");
+  folder_.Write("F.frm",
+                "VERSION 5.00\r\nBegin VB.Form F \r\n   Begin VB.Label Sub \r\n   End\r\n"
+                "   Begin VB.Label F \r\n   End\r\nEnd\r\nAttribute VB_Name = \"F\"\r\n");
+  const auto replies = Play(R"({"do":"open","file":)" + File("P.vbp") + R"(}
+{"do":"controls","component":"F"}
+{"do":"rename-control","component":"F","name":"Sub","new-name":"lblSub"}
+{"do":"rename-control","component":"F","name":"lblSub","new-name":"Sub"}
+)");
+  ASSERT_EQ(replies.size(), 4U);
+  ASSERT_EQ(replies[1]["controls"].size(), 2U);
+  EXPECT_EQ(replies[1]["controls"][0]["name"], "Sub");
+  EXPECT_EQ(replies[2]["ok"], true);
+  EXPECT_EQ(replies[3]["error"], "\"Sub\" is not a valid name");
+}
+
 TEST_F(Drive, RunsAHandlerThatNoControlReaches) {
   const auto replies = Play(R"({"do":"run","handler":"MenuFastEditErrorHandkerScheme_Click"}
 {"do":"connect"}
