@@ -1,5 +1,7 @@
 // The controls on designers.
 
+#include <algorithm>
+
 #include "hosts/drive/Fields.h"
 #include "hosts/drive/Session.h"
 #include "hosts/model/Component.h"
@@ -19,9 +21,20 @@ std::vector<std::pair<String, String>> PropertiesField(const Json& request) {
   return properties;
 }
 
+/// A class by itself or with its library.
+String ClassField(const Json& request) {
+  const String text = TextField(request, "class");
+  const auto words = vb::Split(text, u".");
+  if (words.empty() || words.size() > 2 ||
+      !std::all_of(words.begin(), words.end(), model::IsName)) {
+    Refuse("field \"class\": \"" + Utf8(text) + "\" is no class and no Library.Class");
+  }
+  return text;
+}
+
 Json AddControl(Session& session, const Json& request) {
   const auto control =
-      session.Environment().AddControl(TextField(request, "component"), TextField(request, "class"),
+      session.Environment().AddControl(TextField(request, "component"), ClassField(request),
                                        TextField(request, "name"), PropertiesField(request));
   return {{"name", Utf8(control->ControlObjectName())}};
 }

@@ -10,6 +10,10 @@ namespace {
 
 using model::CodePane;
 
+constexpr int TabWidth = 4;
+constexpr StringView LineEnd = u"\r\n";
+constexpr char16_t Delete = 0x7F;
+
 int LengthOf(CodePane& pane, int line) {
   const auto& lines = pane.Module()->Buffer();
   return line > lines.Count() ? 0 : static_cast<int>(lines.Line(line).size());
@@ -41,29 +45,58 @@ void MoveLeft(CodePane& pane) {
   }
 }
 
-/// In place of what is selected.
-void Type(CodePane& pane, char16_t unit) {
+/// Puts a text in place of what is selected.
+void Type(CodePane& pane, const String& text) {
   model::CodeModule& module = *pane.Module();
   const host::Selection at = pane.GetSelection();
   if (module.Buffer().Count() == 0) {
-    module.InsertLines(1, String(1, unit));
+    module.InsertLines(1, text);
   } else {
     const auto column = [](int value) { return static_cast<std::size_t>(value - 1); };
     const String head =
         String(module.Buffer().Line(at.StartLine)).substr(0, column(at.StartColumn));
     const String tail = String(module.Buffer().Line(at.EndLine)).substr(column(at.EndColumn));
-    module.Edit(at.StartLine, at.EndLine - at.StartLine + 1, head + unit + tail);
+    module.Edit(at.StartLine, at.EndLine - at.StartLine + 1, head + text + tail);
   }
-  PutCaret(pane, at.StartLine, at.StartColumn + 1);
+  if (text == LineEnd) {
+    PutCaret(pane, at.StartLine + 1, 1);
+  } else {
+    PutCaret(pane, at.StartLine, at.StartColumn + static_cast<int>(text.size()));
+  }
+}
+
+/// Takes away what is selected, else what stands ahead of the caret.
+void TakeBack(CodePane& pane) {
+  if (pane.Module()->Buffer().Count() == 0) return;
+  const host::Selection at = pane.GetSelection();
+  if (at.StartLine == at.EndLine && at.StartColumn == at.EndColumn) {
+    MoveLeft(pane);
+    const host::Selection start = pane.GetSelection();
+    pane.SetSelection({start.StartLine, start.StartColumn, at.EndLine, at.EndColumn});
+  }
+  Type(pane, {});
+}
+
+/// Up to the next stop.
+String TabAt(CodePane& pane) {
+  const int column = pane.GetSelection().StartColumn - 1;
+  return String(static_cast<std::size_t>(TabWidth - column % TabWidth), u' ');
 }
 
 void Press(CodePane& pane, StringView key) {
-  if (vb::SameText(key, u"RIGHT")) {
+  const auto is = [key](StringView name) { return vb::SameText(key, name); };
+  if (is(u"RIGHT")) {
     MoveRight(pane);
-  } else if (vb::SameText(key, u"LEFT")) {
+  } else if (is(u"LEFT")) {
     MoveLeft(pane);
-  } else if (key.size() == 1) {
-    Type(pane, key.front());
+  } else if (is(u"ENTER")) {
+    Type(pane, String(LineEnd));
+  } else if (is(u"TAB")) {
+    Type(pane, TabAt(pane));
+  } else if (is(u"BACKSPACE")) {
+    TakeBack(pane);
+  } else if (key.size() == 1 && key.front() >= u' ' && key.front() != Delete) {
+    Type(pane, String(key));
   }
 }
 

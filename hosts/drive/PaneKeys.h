@@ -5,9 +5,10 @@
 
 namespace tessel::drive {
 
-/// Lets the code pane in front have keys in the notation of SendKeys: characters are typed at the
-/// caret, "{RIGHT}" and "{LEFT}" move it, any other key is heard and changes nothing. Nothing
-/// happens without a pane.
+/// Lets the code pane in front have keys in the notation of SendKeys: characters, "{ENTER}" and
+/// "{TAB}" are typed at the caret, "{BACKSPACE}" takes back, "{RIGHT}" and "{LEFT}" move it; any
+/// other key, as a character of control, is heard and changes nothing. Nothing happens without a
+/// pane.
 void TypeInPane(model::Environment& environment, StringView keys);
 
 }  // namespace tessel::drive

@@ -4,10 +4,13 @@
 #include <initializer_list>
 #include <iterator>
 
-#include "hosts/editing/Words.h"
+#include "hosts/model/Words.h"
 
 namespace tessel::editing {
 namespace {
+
+using model::FindWord;
+using model::WordKind;
 
 /// A token of a statement, which may run over several lines.
 struct Piece {

@@ -4,10 +4,14 @@
 #include <iterator>
 
 #include "hosts/editing/Spacing.h"
-#include "hosts/editing/Words.h"
+#include "hosts/model/Words.h"
 
 namespace tessel::editing {
 namespace {
+
+using model::FindWord;
+using model::Word;
+using model::WordKind;
 
 std::size_t EndOf(const Token& token) { return token.At + token.Text.size(); }
 

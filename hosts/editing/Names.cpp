@@ -2,11 +2,14 @@
 
 #include <algorithm>
 
-#include "hosts/editing/Words.h"
 #include "hosts/model/Project.h"
+#include "hosts/model/Words.h"
 
 namespace tessel::editing {
 namespace {
+
+using model::FindWord;
+using model::WordKind;
 
 using Component = std::shared_ptr<model::VBComponent>;
 

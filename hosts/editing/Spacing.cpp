@@ -3,10 +3,15 @@
 #include <algorithm>
 #include <iterator>
 
-#include "hosts/editing/Words.h"
+#include "hosts/model/Words.h"
 
 namespace tessel::editing {
 namespace {
+
+using model::FindWord;
+using model::IsKeyword;
+using model::Word;
+using model::WordKind;
 
 template <std::size_t N>
 bool OneOf(StringView text, const StringView (&words)[N]) {

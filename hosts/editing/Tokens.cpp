@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "hosts/editing/Words.h"
+#include "hosts/model/Words.h"
 
 namespace tessel::editing {
 namespace {

@@ -4,6 +4,7 @@
 
 #include "hosts/model/Component.h"
 #include "hosts/model/Vbe.h"
+#include "hosts/model/Words.h"
 #include "vb/Failure.h"
 #include "vb/Numbers.h"
 
@@ -45,11 +46,6 @@ int IndexIn(const std::vector<std::pair<String, String>>& properties) {
     if (vb::SameText(name, u"Index") && vb::IsNumeric(value)) return vb::CLng(value);
   }
   return -1;
-}
-
-void RequireName(StringView name) {
-  if (IsName(name)) return;
-  throw vb::Failure(NotAName, u"\"" + String(name) + u"\" is not a valid name", u"VBIDE");
 }
 
 [[noreturn]] void FailTaken(StringView name) {
@@ -202,15 +198,21 @@ bool Designer::IsTaken(StringView name, const DesignerNode* except, int index) c
   });
 }
 
-void Designer::CheckName(StringView name, const DesignerNode* except) const {
-  RequireName(name);
-  if (IsTaken(name, except, -1)) FailTaken(name);
+/// What a file holds is taken as it is; who names a control is held to the language.
+void Designer::CheckName(StringView name) const {
+  if (!IsName(name) || FindWord(name).Kind == WordKind::Reserved) {
+    throw vb::Failure(NotAName, u"\"" + String(name) + u"\" is not a valid name", u"VBIDE");
+  }
+  const auto owner = Component();
+  if (owner && vb::SameText(owner->PlainName(), name)) {
+    throw vb::Failure(NotAName, u"\"" + String(name) + u"\" is the name of the form", u"VBIDE");
+  }
 }
 
 std::shared_ptr<VBControl> Designer::AddControl(
     StringView className, StringView name, const std::vector<std::pair<String, String>>& properties,
     DesignerNode* parent, bool onTop) {
-  RequireName(name);
+  CheckName(name);
   if (IsTaken(name, nullptr, IndexIn(properties))) FailTaken(name);
   const String full =
       className.find(u'.') == StringView::npos ? u"VB." + String(className) : String(className);
@@ -227,13 +229,18 @@ std::shared_ptr<VBControl> Designer::AddControl(
 void Designer::RenameControl(const std::shared_ptr<VBControl>& control, StringView name) {
   DesignerNode* const node = control->Node();
   if (node == nullptr || node->Name == name) return;
-  CheckName(name, node);
+  CheckName(name);
   const String before = node->Name;
   const int index = node->ArrayIndex();
-  tree_->Rename(*node, name);
+  PutName(*node, name);
   if (auto* const sinks = Sinks()) sinks->ControlRenamed(control, before, index);
   const auto owner = component_.lock();
   if (const auto vbe = owner ? owner->Environment() : nullptr) vbe->OwnWindows().ShowProperties();
+}
+
+void Designer::PutName(DesignerNode& node, StringView name) {
+  if (IsTaken(name, &node, -1)) FailTaken(name);
+  tree_->Rename(node, name);
 }
 
 TakenBlock Designer::TakeControl(DesignerNode& node) {

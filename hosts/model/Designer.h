@@ -62,12 +62,15 @@ class Designer : public host::Designer,
   [[nodiscard]] std::shared_ptr<VBControl> ControlOf(DesignerNode* node);
 
   /// A new control inside `parent` (null: on the form itself), with its properties; an "Index"
-  /// makes it an element of an array. Raises the event; fails when the name is taken or is no name.
+  /// makes it an element of an array. Raises the event; fails when the name is taken, the form's or
+  /// no name.
   std::shared_ptr<VBControl> AddControl(StringView className, StringView name,
                                         const std::vector<std::pair<String, String>>& properties,
                                         DesignerNode* parent = nullptr, bool onTop = false);
-  /// Renames and raises the event; fails when the name is taken or is no name.
+  /// Renames and raises the event; fails when the name is taken, the form's or no name.
   void RenameControl(const std::shared_ptr<VBControl>& control, StringView name);
+  /// Gives a control a name back that it had, without an event; fails when it is taken by now.
+  void PutName(DesignerNode& node, StringView name);
   /// Takes a control off with what stands in it, and raises the event for each, innermost first.
   TakenBlock TakeControl(DesignerNode& node);
   /// Puts back what TakeControl took, without an event: nobody has to name what has a name. Fails
@@ -76,7 +79,7 @@ class Designer : public host::Designer,
 
  private:
   [[nodiscard]] bool IsTaken(StringView name, const DesignerNode* except, int index) const;
-  void CheckName(StringView name, const DesignerNode* except) const;
+  void CheckName(StringView name) const;
   [[nodiscard]] model::Events* Sinks() const;
   Hook hook_;
   std::weak_ptr<VBComponent> component_;

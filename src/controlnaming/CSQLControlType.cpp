@@ -14,7 +14,7 @@ String CSQLControlType::GetPrefixControl(StringView className) const {
   if (className.empty()) return {};
   store::Recordset records;
   records.Open(u"SELECT Name, Prefix From ControlType WHERE ((ControlType.Name=\"" +
-                   String(className) + u"\") AND (ControlType.Enable=Yes))",
+                   vb::Replace(className, u"\"", u"\"\"") + u"\") AND (ControlType.Enable=Yes))",
                connection_->mConnectMDB);
   return records.RecordCount() < 1 ? String() : store::ToText(records.Field(u"Prefix"));
 }

@@ -11,10 +11,15 @@ namespace {
 
 using forms::GridRow;
 
+/// What input methods put between words of wide letters.
+constexpr char16_t WideBlank = 0x3000;
+
 }  // namespace
 
 TreeWords::TreeWords(StringView text) {
-  for (const String& word : vb::Split(vb::LCase(text), u" ")) {
+  String folded = vb::LCase(text);
+  std::replace(folded.begin(), folded.end(), WideBlank, u' ');
+  for (const String& word : vb::Split(folded, u" ")) {
     const bool minus = word.starts_with(u'-');
     String part = minus ? word.substr(1) : word;
     if (!part.empty()) (minus ? unwanted_ : wanted_).push_back(std::move(part));

@@ -28,6 +28,27 @@ class Flag {
   bool before_;
 };
 
+/// Hears of each failure for the length of a scope.
+class FailureWatch {
+ public:
+  explicit FailureWatch(bool& failed) : service_(gErrorHandler) {
+    if (!service_) return;
+    before_ = std::exchange(service_->OnFailure, [this, &failed](const vb::Failure& failure) {
+      failed = true;
+      if (before_) before_(failure);
+    });
+  }
+  ~FailureWatch() {
+    if (service_) service_->OnFailure = std::move(before_);
+  }
+  FailureWatch(const FailureWatch&) = delete;
+  FailureWatch& operator=(const FailureWatch&) = delete;
+
+ private:
+  std::shared_ptr<CErrorHandler> service_;
+  std::function<void(const vb::Failure&)> before_;
+};
+
 bool IsShown(StringView value) {
   return !gAppSettings || gAppSettings->GetText(Section, value, u"1") == u"1";
 }
@@ -102,6 +123,7 @@ void udProjectExplorer::UserDocument_Initialize() {
 
 /// The first time the tree is read; later ones find it as the notices have kept it.
 void udProjectExplorer::UserDocument_Show() {
+  const FailureWatch watch(failed_);
   Routine(u"udProjectExplorer.UserDocument_Show", [&](const Statements& run) {
     MenuOfWindow.mnuWindowHide.SetEnabled(true);
     if (!projects_) run([&] { Reading([this] { Reload(); }); });
@@ -133,6 +155,8 @@ void udProjectExplorer::FilterPressed(StringView routine, StringView value, Togg
 void udProjectExplorer::btnRefresh_Click() {
   Routine(u"udProjectExplorer.btnRefresh_Click", [&] {
     if (reading_) return;
+    failed_ = false;
+    const FailureWatch watch(failed_);
     Reading([this] { Reload(); });
     Position(2);
     ButtonEnabled();
@@ -172,7 +196,9 @@ void udProjectExplorer::Reading(const std::function<void()>& work) {
 }
 
 /// A notice during a jump tells nothing new. One during a reading does: what it tells of may have
-/// been read already, so all is compared once more. However it ends, the next one can come.
+/// been read already, so all is compared once more. However it ends, the next one can come; when a
+/// call failed, that one reads all anew, but for one that has just done so: what keeps failing is
+/// left to the next change.
 void udProjectExplorer::cTreeVBA_Tree(std::int32_t kind, std::int32_t argument) {
   if (busy_ || reading_) {
     noticed_ = noticed_ || reading_;
@@ -181,12 +207,15 @@ void udProjectExplorer::cTreeVBA_Tree(std::int32_t kind, std::int32_t argument) 
   }
   {
     const Flag reading(reading_);
+    const FailureWatch watch(failed_);
     do {
+      const bool anew = std::exchange(failed_, false);
       Routine(u"udProjectExplorer.cTreeVBA_Tree", [&](const Statements& run) {
         noticed_ = false;
         run([] { platform::Current().Clock().DoEvents(); });
-        HandleNotice(run, kind, argument);
+        HandleNotice(run, kind, argument, anew);
       });
+      failed_ = failed_ && !anew;
       kind = 0;
       argument = 2;
     } while (noticed_);
@@ -195,9 +224,10 @@ void udProjectExplorer::cTreeVBA_Tree(std::int32_t kind, std::int32_t argument) 
 }
 
 void udProjectExplorer::HandleNotice(const Statements& run, std::int32_t kind,
-                                     std::int32_t argument) {
+                                     std::int32_t argument, bool anew) {
   // Without a project there is nothing to compare and to go to.
   if (!projects_ || GetActiveVBProjectName().empty()) return ProjectTree();
+  if (anew) Reload();
   switch (kind) {
     case 0:
       if (!ProjectsMayDiffer(run)) return SelectRowTree(0);
@@ -283,7 +313,9 @@ void udProjectExplorer::Reload() {
   RestoreCollapsedExpanded();
 }
 
+/// What fails here keeps the selection where it is; no row is lost.
 void udProjectExplorer::Position(std::int32_t argument) {
+  const bool failed = failed_;
   String project, component;
   if (argument == 1) {
     if (const auto active = ActiveComponent()) {
@@ -299,6 +331,7 @@ void udProjectExplorer::Position(std::int32_t argument) {
   } else {
     SelectItemTree(project, component, 0, 1);
   }
+  failed_ = failed;
 }
 
 void udProjectExplorer::SelectAtCaret() {

@@ -90,7 +90,7 @@ class udProjectExplorer : public GuardedDocument {
                      bool explorer::MemberFilter::*shown);
   void btnRefresh_Click();
   void cTreeVBA_Tree(std::int32_t kind, std::int32_t argument);
-  void HandleNotice(const Statements& run, std::int32_t kind, std::int32_t argument);
+  void HandleNotice(const Statements& run, std::int32_t kind, std::int32_t argument, bool anew);
   [[nodiscard]] bool ProjectsMayDiffer(const Statements& run);
   void ComponentsMayDiffer(const Statements& run);
   void CodeMayDiffer(const Statements& run);
@@ -167,7 +167,9 @@ class udProjectExplorer : public GuardedDocument {
   bool busy_ = false;     // a jump of our own
   bool reading_ = false;  // a reload or a notice is under way
   bool noticed_ = false;  // one more came meanwhile
-  bool outrun_ = false;   // the marks of a notice that gave up were cleared ahead of the next one
+  bool failed_ =
+      false;  // a call of the last notice or reading did: what it was to find may be lost
+  bool outrun_ = false;  // the marks of a notice that gave up were cleared ahead of the next one
 };
 
 }  // namespace tessel

@@ -72,14 +72,19 @@ void udProjectExplorer::ProjectTree_Project(const ProjectFiller& filler,
 void udProjectExplorer::ProjectTree_TypeComponent(const ProjectFiller& filler, cProjecteses& model,
                                                   StringView caption,
                                                   const std::shared_ptr<host::VBProject>& project) {
+  const bool failed = failed_;
+  bool refuses = true;
   Routine(u"udProjectExplorer.ProjectTree_TypeComponent", [&](const Statements& run) {
     const auto components = run([&] { return project->VBComponents(); });
     if (!components) return;
+    refuses = false;
     for (int index = 1; index <= run([&] { return components->Count(); }); ++index) {
       run([&] { filler.EnterComponent(model, caption, components->Item(index)); });
       run(DoEvents);
     }
   });
+  // Reading it anew would be refused as well.
+  if (refuses) failed_ = failed;
 }
 
 void udProjectExplorer::LoadTree(int) {

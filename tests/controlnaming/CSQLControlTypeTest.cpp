@@ -76,6 +76,13 @@ TEST_F(ControlTypes, AnEmptyOrUnknownClassHasNone) {
   EXPECT_EQ(Prefix(u"NeverHeardOf"), u"");
 }
 
+TEST_F(ControlTypes, AQuoteInAClassIsPartOfItsName) {
+  EXPECT_EQ(Prefix(u"A\"b"), u"");
+  EXPECT_EQ(Prefix(u"\" OR \"1\"=\"1"), u"");
+  Execute(u"INSERT INTO ControlType (Name, Prefix, Enable) VALUES (\"A\"\"b\", \"abc\", Yes)");
+  EXPECT_EQ(Prefix(u"A\"b"), u"abc");
+}
+
 TEST_F(ControlTypes, ARowThatIsSwitchedOffTakesNoPart) {
   Execute(u"UPDATE ControlType SET Enable=No WHERE Name=\"Timer\"");
   EXPECT_EQ(Prefix(u"Timer"), u"");

@@ -319,6 +319,42 @@ TEST_F(Drive, TellsTheControlsOfADesigner) {
   EXPECT_EQ(replies[5]["error"], "\"M\" has no designer");
 }
 
+TEST_F(Drive, TakesNoControlOfAClassThatCanBeNone) {
+  for (const std::string bad : {"", ".", "a b", "A\"b", "VB.", ".Label", "A.B.C", "2D"}) {
+    const auto replies = Play(R"({"do":"connect"}
+{"do":"new-project","name":"P"}
+{"do":"add-component","type":"Form","name":"F"}
+{"do":"add-control","component":"F","name":"one","class":)" +
+                              Json(bad).dump() + R"(}
+{"do":"controls","component":"F"}
+{"do":"add-control","component":"F","name":"one","class":"MSComctlLib.TreeView"}
+{"do":"press","control":"btmCansel"}
+)");
+    ASSERT_EQ(replies.size(), 7U);
+    EXPECT_EQ(replies[3]["error"],
+              "field \"class\": \"" + bad + "\" is no class and no Library.Class");
+    EXPECT_TRUE(replies[4]["controls"].empty()) << bad;
+    EXPECT_EQ(replies[5]["ok"], true);
+  }
+}
+
+TEST_F(Drive, TakesAFormWhoseControlsBearNamesThatNoneCanBeGiven) {
+  folder_.Write("P.vbp", "Type=Exe\r\nForm=F.frm\r\nName=\"P\"\r\n");
+  folder_.Write("F.frm",
+                "VERSION 5.00\r\nBegin VB.Form F \r\n   Begin VB.Label Sub \r\n   End\r\n"
+                "   Begin VB.Label F \r\n   End\r\nEnd\r\nAttribute VB_Name = \"F\"\r\n");
+  const auto replies = Play(R"({"do":"open","file":)" + File("P.vbp") + R"(}
+{"do":"controls","component":"F"}
+{"do":"rename-control","component":"F","name":"Sub","new-name":"lblSub"}
+{"do":"rename-control","component":"F","name":"lblSub","new-name":"Sub"}
+)");
+  ASSERT_EQ(replies.size(), 4U);
+  ASSERT_EQ(replies[1]["controls"].size(), 2U);
+  EXPECT_EQ(replies[1]["controls"][0]["name"], "Sub");
+  EXPECT_EQ(replies[2]["ok"], true);
+  EXPECT_EQ(replies[3]["error"], "\"Sub\" is not a valid name");
+}
+
 TEST_F(Drive, RunsAHandlerThatNoControlReaches) {
   const auto replies = Play(R"({"do":"run","handler":"MenuFastEditErrorHandkerScheme_Click"}
 {"do":"connect"}

@@ -179,10 +179,20 @@ TEST_F(Watching, KeysThatAToolSendsReachThePaneInFront) {
     const char16_t* Keys;
     int LineAfter, ColumnAfter;
     const char* Text;
-  } cases[] = {{1, 1, u"{LEFT}", 1, 1, "ab\r\ncd"}, {1, 3, u"{RIGHT}", 2, 1, "ab\r\ncd"},
-               {2, 1, u"{LEFT}", 1, 3, "ab\r\ncd"}, {2, 3, u"{RIGHT}", 2, 3, "ab\r\ncd"},
-               {1, 2, u"x", 1, 3, "axb\r\ncd"},     {1, 3, u"{{}{}}", 1, 5, "ab{}\r\ncd"},
-               {1, 1, u"{F5}", 1, 1, "ab\r\ncd"}};
+  } cases[] = {{1, 1, u"{LEFT}", 1, 1, "ab\r\ncd"},
+               {1, 3, u"{RIGHT}", 2, 1, "ab\r\ncd"},
+               {2, 1, u"{LEFT}", 1, 3, "ab\r\ncd"},
+               {2, 3, u"{RIGHT}", 2, 3, "ab\r\ncd"},
+               {1, 2, u"x", 1, 3, "axb\r\ncd"},
+               {1, 3, u"{{}{}}", 1, 5, "ab{}\r\ncd"},
+               {1, 1, u"{F5}", 1, 1, "ab\r\ncd"},
+               {1, 2, u"{ENTER}", 2, 1, "a\r\nb\r\ncd"},
+               {2, 3, u"{ENTER}x", 3, 2, "ab\r\ncd\r\nx"},
+               {1, 3, u"{BACKSPACE}", 1, 2, "a\r\ncd"},
+               {2, 1, u"{BACKSPACE}", 1, 3, "abcd"},
+               {1, 1, u"{BACKSPACE}", 1, 1, "ab\r\ncd"},
+               {1, 2, u"{TAB}", 1, 5, "a   b\r\ncd"},
+               {1, 2, u"\u0001\u007F\u001B", 1, 2, "ab\r\ncd"}};
   for (const auto& one : cases) {
     SCOPED_TRACE(vb::ToUtf8(one.Keys));
     const auto replies = Play(

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "hosts/editing/Words.h"
-
 namespace tessel::editing {
 namespace {
 
@@ -68,16 +66,6 @@ TEST(Tokens, KnowWhatTheNextLineBeginsWith) {
   EXPECT_EQ(Cut(u"x_").Next, LineStart::Statement);
   EXPECT_EQ(Pieces(u"it's x=1", LineStart::Remark), "it's x=1");
   EXPECT_EQ(Pieces(u"Rem = 1", LineStart::Inside), "Rem|=|1");
-}
-
-TEST(Words, AreFoundInAnyCase) {
-  for (const Word& word : Words()) {
-    EXPECT_EQ(FindWord(vb::UCase(word.Text)).Text, word.Text);
-    EXPECT_EQ(FindWord(vb::LCase(word.Text)).Kind, word.Kind);
-  }
-  EXPECT_EQ(FindWord(u"frmMain").Kind, WordKind::None);
-  EXPECT_TRUE(IsKeyword(u"TEXT"));
-  EXPECT_FALSE(IsKeyword(u"msgbox"));
 }
 
 }  // namespace

@@ -403,6 +403,15 @@ TEST_F(ExplorerFind, ShowsWhatHoldsEachPartInAnyOrderAndOpensTheWayThere) {
   EXPECT_EQ(Find(u"form sec"), captions);
 }
 
+TEST_F(ExplorerFind, WideBlanksStandBetweenWordsAsWell) {
+  const auto captions = Find(u"sec form");
+  Find(u"");
+  EXPECT_EQ(Find(u"sec\u3000form"), captions);
+  EXPECT_EQ(Find(u"\u3000form\u3000\u3000sec\u3000"), captions);
+  Find(u"\u3000");
+  EXPECT_EQ(Grid().Rows(), 9);
+}
+
 TEST_F(ExplorerFind, AFoundComponentKeepsItsMembersBelowIt) {
   EXPECT_EQ(Find(u"module1"), (std::vector<std::string>{"Project1", ".Modules", "..Module1",
                                                         "...First", "...Second"}));

@@ -557,6 +557,56 @@ TEST_F(ExplorerTree, WhateverCallFailsTheMarksAreClearAndTheNextNoticeTellsTheTr
   }
 }
 
+TEST_F(ExplorerTree, WhatANoticeLostToAFailedCallTheNextOneReadsWhateverItTells) {
+  Add(host::vbext_ct_StdModule, u"Module1", TwoSubs);
+  Add(host::vbext_ct_VBForm, u"Form1", TwoSubs);
+  gErrorHandler->SetErrorHandlerActions(ActionMessageBox);
+  for (const auto answer : {platform::MessageAnswer::Abort, platform::MessageAnswer::Ignore}) {
+    for (int nth = 1;; ++nth) {
+      world_.Caret(u"Module1", 3);
+      Notice(0);
+      // As many lines as before: only who reads the members can tell.
+      world_.Environment.SetText(u"Module1",
+                                 vb::Replace(TwoSubs, u"Second", u"Fresh" + vb::Str(nth)));
+      int calls = 0;
+      world_.Services.DesktopService.Answers.assign(10, answer);
+      world_.Environment.SetOperationHook([&](std::string_view) {
+        if (++calls == nth) throw vb::Failure(7, u"no room");
+      });
+      world_.Services.DesktopService.Messages.clear();
+      Notice(2);
+      world_.Environment.SetOperationHook({});
+      // What is passed over in silence is no failure.
+      const bool silent = calls >= nth && world_.Services.DesktopService.Messages.empty();
+      world_.Caret(u"Form1", 3);
+      Notice(2);
+      const std::string label = "call " + std::to_string(nth);
+      if (!silent) ExpectTruth(label);
+      EXPECT_EQ(Reloads([&] { Notice(2); }), 0) << label << ": once is enough";
+      if (calls < nth) break;
+    }
+  }
+}
+
+TEST_F(ExplorerTree, WhatKeepsFailingIsNotReadAnewByEachNotice) {
+  Add(host::vbext_ct_StdModule, u"Module1", TwoSubs);
+  tree_->Show();
+  int reloads = 0;
+  world_.Environment.SetOperationHook([&](std::string_view call) {
+    reloads += call == "VBProject.Type";
+    if (call == "CodeModule.ProcOfLine") throw vb::Failure(7, u"no room");
+  });
+  Notice(1);
+  EXPECT_FALSE(world_.Errors.Take().empty());
+  reloads = 0;
+  Notice(1);
+  EXPECT_EQ(reloads, 1) << "what failed is tried once more";
+  Notice(1);
+  EXPECT_EQ(reloads, 1) << "and left alone when that failed";
+  world_.Environment.SetOperationHook({});
+  EXPECT_FALSE(world_.Errors.Take().empty());
+}
+
 TEST_F(ExplorerTree, DocumentsOfOtherHostsHaveThePicturesOfTheirHosts) {
   cProjecteses model;
   cProjectes& project = *model.item(u"Book1");

@@ -99,6 +99,26 @@ TEST_F(DesignerTest, TakesAnotherElementOfAControlArray) {
   EXPECT_THROW(Form().AddControl(u"Label", u"Frame1", {{u"Index", u"0"}}), vb::Failure);
 }
 
+TEST_F(DesignerTest, TakesNoWordOfTheLanguageAndNotTheFormsNameForAControl) {
+  const auto label = Form().Find(u"Label1", -1);
+  for (const StringView name : {u"Sub", u"end", u"ME", u"Form1", u"fOrM1"}) {
+    try {
+      Form().AddControl(u"Label", name, {});
+      FAIL() << vb::ToUtf8(name);
+    } catch (const vb::Failure& failure) {
+      EXPECT_EQ(failure.Number(), 32813);
+      EXPECT_NE(failure.Description().find(name), String::npos);
+    }
+    EXPECT_THROW(Form().RenameControl(label, name), vb::Failure) << vb::ToUtf8(name);
+    EXPECT_THROW(label->Properties()->Item(u"Name")->SetValue(name), vb::Failure);
+  }
+  EXPECT_EQ(label->ControlObjectName(), u"Label1");
+  EXPECT_EQ(Form().Count(), 2);
+  EXPECT_EQ(events_, u"");
+  Form().RenameControl(label, u"Text");
+  EXPECT_EQ(label->ControlObjectName(), u"Text") << "a word that names may be";
+}
+
 TEST_F(DesignerTest, RefusesATakenOrBadNameForANewControl) {
   EXPECT_THROW(Form().AddControl(u"Label", u"FRAME1", {}), vb::Failure);
   EXPECT_THROW(Form().AddControl(u"Label", u"2x", {}), vb::Failure);

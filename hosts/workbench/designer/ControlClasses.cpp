@@ -64,6 +64,7 @@ StringView ShortName(StringView className) {
 
 String FreeControlName(const model::DesignerTree& tree, StringView className) {
   std::unordered_set<String> taken;
+  if (tree.Root() != nullptr) taken.insert(vb::LCase(tree.Root()->Name));
   for (const model::DesignerNode* node : tree.Controls()) taken.insert(vb::LCase(node->Name));
   const ControlClass* const known = FindControlClass(className);
   const String base(known != nullptr ? known->BaseName : ShortName(className));

@@ -138,7 +138,10 @@ bool DesignerEditor::Remove(const std::vector<model::DesignerNode*>& nodes) {
 bool DesignerEditor::Rename(model::DesignerNode& node, StringView name) {
   if (node.Name == name) return true;
   Steps steps;
-  steps.push_back(std::make_unique<RenameStep>(component_, node, name));
+  steps.push_back(std::make_unique<RenameStep>(
+      component_, node, name, [this](auto& component, const String& before, const String& after) {
+        return OnTakeBack && OnTakeBack(component, before, after);
+      }));
   return Push(QStringLiteral("Rename %1").arg(ToQt(node.Name)), -1, std::move(steps));
 }
 

@@ -30,6 +30,10 @@ class DesignerEditor {
   /// its argument once. None: the argument is just called.
   std::function<void(const std::function<void()>&)> RunTool;
 
+  /// Takes back what a tool made of the code when a control was renamed. None: who hears of the
+  /// name is asked once more.
+  TakeBackCode OnTakeBack;
+
   [[nodiscard]] const std::shared_ptr<model::VBComponent>& Component() const { return component_; }
   /// The outermost block; null for a component without a designer.
   [[nodiscard]] model::DesignerNode* Root() const;

@@ -17,6 +17,11 @@ std::shared_ptr<model::DesignerNode> Standing(const model::Designer& designer,
   return node;
 }
 
+String CodeOf(const model::VBComponent& component) {
+  const model::LineBuffer& lines = component.Module()->Buffer();
+  return lines.Count() == 0 ? String() : lines.Text(1, lines.Count());
+}
+
 }  // namespace
 
 AddStep::AddStep(std::shared_ptr<model::Designer> designer, model::DesignerNode& container,
@@ -60,17 +65,39 @@ void RemoveStep::Undo() {
 }
 
 RenameStep::RenameStep(std::shared_ptr<model::VBComponent> component, model::DesignerNode& node,
-                       StringView name)
+                       StringView name, TakeBackCode takeBack)
     : component_(std::move(component)),
       node_(node.weak_from_this()),
-      before_(node.Name),
-      after_(name) {}
+      before_{node.Name, {}},
+      after_{String(name), {}},
+      takeBack_(std::move(takeBack)) {}
 
-void RenameStep::Rename(StringView name) {
+void RenameStep::Rename(State& from, State& to) {
   const auto& designer = component_->OwnDesigner();
-  const auto node = Standing(*designer, node_, name == after_ ? before_ : after_);
-  if (node->Parent == nullptr) return component_->SetName(name);
-  designer->RenameControl(designer->ControlOf(node.get()), name);
+  const auto node = Standing(*designer, node_, from.Name);
+  if (node->Parent == nullptr) return component_->SetName(to.Name);
+  String code = CodeOf(*component_);
+  if (done_ && code == from.Code && GoesWithCode(*designer, *node, from, to)) return;
+  designer->RenameControl(designer->ControlOf(node.get()), to.Name);
+  from.Code = std::move(code);
+  to.Code = CodeOf(*component_);
+  done_ = true;
+}
+
+/// The name goes first: it may be another control's by now, and then the code stays.
+bool RenameStep::GoesWithCode(model::Designer& designer, model::DesignerNode& node,
+                              const State& from, const State& to) const {
+  designer.PutName(node, to.Name);
+  if (from.Code == to.Code) return true;
+  bool done = false;
+  try {
+    done = takeBack_(*component_, to.Code, from.Code);
+  } catch (...) {
+    designer.PutName(node, from.Name);
+    throw;
+  }
+  if (!done) designer.PutName(node, from.Name);
+  return done;
 }
 
 PropertyStep::PropertyStep(std::shared_ptr<model::Designer> designer, model::DesignerNode& node,

@@ -1,6 +1,7 @@
 // The single steps that edits of a designer are made of. Each can be taken back.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -12,6 +13,11 @@ namespace tessel::workbench {
 
 /// A property and its value.
 using NamedValue = std::pair<String, String>;
+
+/// Gives a component's code the text that it had `before`; false, changing nothing, when it isn't
+/// `after` any more.
+using TakeBackCode =
+    std::function<bool(model::VBComponent& component, const String& before, const String& after)>;
 
 /// One change of a designer. Both directions fail with a vb::Failure and then leave everything as
 /// it was, but for what a handler of the host's events throws: it hears of a change that stands.
@@ -60,19 +66,30 @@ class RemoveStep : public EditStep {
   std::optional<model::TakenBlock> taken_;
 };
 
-/// Gives a control, or the component itself, another name.
+/// Gives a control, or the component itself, another name. Who hears of it may carry the name
+/// through the code: while the code is as it was then, the way back and forth gives both back and
+/// nobody is told.
 class RenameStep : public EditStep {
  public:
   RenameStep(std::shared_ptr<model::VBComponent> component, model::DesignerNode& node,
-             StringView name);
-  void Do() override { Rename(after_); }
-  void Undo() override { Rename(before_); }
+             StringView name, TakeBackCode takeBack);
+  void Do() override { Rename(before_, after_); }
+  void Undo() override { Rename(after_, before_); }
 
  private:
-  void Rename(StringView name);
+  /// A name, and the code that went with it.
+  struct State {
+    String Name, Code;
+  };
+  void Rename(State& from, State& to);
+  [[nodiscard]] bool GoesWithCode(model::Designer& designer, model::DesignerNode& node,
+                                  const State& from, const State& to) const;
+
   std::shared_ptr<model::VBComponent> component_;
   std::weak_ptr<model::DesignerNode> node_;
-  String before_, after_;
+  State before_, after_;
+  bool done_ = false;
+  TakeBackCode takeBack_;
 };
 
 /// Sets one property to what the file is to have.

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "hosts/editing/Words.h"
+#include "hosts/model/Words.h"
 #include "hosts/workbench/platform/Text.h"
 
 namespace tessel::workbench {
@@ -28,8 +28,8 @@ bool Known(int style) { return style >= 0 && style < static_cast<int>(Styles.siz
 
 BasicLexer::BasicLexer(const QFont& font, bool dark, QObject* parent)
     : QsciLexer(parent), font_(font), dark_(dark) {
-  for (const editing::Word& word : editing::Words()) {
-    if (word.Kind != editing::WordKind::Library)
+  for (const model::Word& word : model::Words()) {
+    if (word.Kind != model::WordKind::Library)
       keywords_ += ToQt(word.Text).toLower().toUtf8() + ' ';
   }
   setDefaultFont(font);

@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QProxyStyle>
+#include <QScopedValueRollback>
 #include <QStyle>
 #include <QStyleOptionTitleBar>
 #include <QUndoStack>
@@ -271,7 +272,7 @@ void ChildWindows::LinesChanging(model::CodeModule& module) {
 void ChildWindows::LinesChanged(model::CodeModule& module, int line, int removed, int added) {
   CodeEditor* const editor = EditorOf(module);
   if (editor == nullptr) return;
-  if (toolDepth_ > 0 && grouped_.insert(editor).second) editor->BeginGroup();
+  if (toolDepth_ > 0 && !stepping_ && grouped_.insert(editor).second) editor->BeginGroup();
   editor->LinesChanged(line, removed, added);
 }
 
@@ -309,10 +310,19 @@ bool ChildWindows::TakeBack(model::VBComponent& component, const String& before,
   };
   if (text() != after) return false;
   CodeEditor* const editor = EditorOf(module);
-  if (editor != nullptr && editor->isUndoAvailable()) {
-    editor->undo();
-    if (text() == before) return true;
-    editor->redo();
+  // A tool's step that is open in it can't be left for another one.
+  if (editor != nullptr && grouped_.count(editor) == 0) {
+    const QScopedValueRollback stepping(stepping_, true);
+    if (editor->isUndoAvailable()) {
+      editor->undo();
+      if (text() == before) return true;
+      editor->redo();
+    }
+    if (editor->isRedoAvailable()) {
+      editor->redo();
+      if (text() == before) return true;
+      editor->undo();
+    }
   }
   if (editor != nullptr) editor->BeginGroup();
   const int count = module.Buffer().Count();

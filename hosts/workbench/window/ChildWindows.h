@@ -69,8 +69,8 @@ class ChildWindows : public QMdiArea {
   /// unchanged again.
   void NoteSaved();
 
-  /// Gives a module the text that it had ahead of a tool's edits, by its undo history where that
-  /// leads there. False, changing nothing, when it isn't `after` any more.
+  /// Gives a module the text that it had ahead of a tool's edits, by its undo history where a step
+  /// of that leads there. False, changing nothing, when it isn't `after` any more.
   bool TakeBack(model::VBComponent& component, const String& before, const String& after);
 
   /// Runs what one action of the user makes the tools do. May be called inside itself.
@@ -109,6 +109,7 @@ class ChildWindows : public QMdiArea {
   std::map<const model::VBComponent*, DesignerView*> designers_;
   std::map<const DesignerView*, std::weak_ptr<model::Designer>> shownForms_;
   int toolDepth_ = 0;
+  bool stepping_ = false;  // an editor goes along its undo history
   std::optional<review::RunKind> runKind_;
   std::shared_ptr<review::RunReview> run_;
   std::set<CodeEditor*> grouped_;

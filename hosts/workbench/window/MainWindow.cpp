@@ -211,6 +211,11 @@ void MainWindow::ConnectDesigner(DesignerView& view) {
       edit();
     });
   };
+  view.Editor()->OnTakeBack = [this](auto& component, const String& before, const String& after) {
+    if (!children_->TakeBack(component, before, after)) return false;
+    workspace_.ToolHasEdited();
+    return true;
+  };
   view.OnFailure = [this](const String& text) { ShowFailure(ToQt(text)); };
   view.OnOpenCode = [this](const auto& owner, const String& control) {
     OpenEventProcedure(owner, control);

@@ -439,8 +439,20 @@ TEST_F(DesignerTest, RenamesByF2) {
   EXPECT_NE(Text().find(u"Begin VB.CommandButton cmdRun \r\n"), String::npos);
   Undo();
   EXPECT_EQ(Text(), before);
+  Redo();
+  EXPECT_NE(Node(u"cmdRun"), nullptr);
+  EXPECT_EQ(Events, u"cmdGo>cmdRun") << "the code is as it was: nobody has to carry a name through";
+}
+
+TEST_F(DesignerTest, TellsOfANameThatIsTakenBackWhenTheCodeIsAnotherByThen) {
+  Click(At(300, 300));
+  Key(Qt::Key_F2);
+  TypeName(Canvas(), u"cmdRun"_qs, Qt::Key_Return);
+  View->Component()->Module()->InsertLines(1, u"' cmdRun");
+  Undo();
   EXPECT_EQ(Events, u"cmdGo>cmdRun cmdRun>cmdGo");
   Redo();
+  EXPECT_EQ(Events, u"cmdGo>cmdRun cmdRun>cmdGo") << "and once more nothing is left to carry";
   EXPECT_NE(Node(u"cmdRun"), nullptr);
 }
 

@@ -256,6 +256,86 @@ TEST_F(Workbench, ARenamedControlsCodeFollowsAsOneStepOfTheUndo) {
   EXPECT_EQ(Text(u"Form1"), before);
 }
 
+/// Counts the questions whether code is to follow a name, and answers them.
+class CountedQuestions : public QTimer {
+ public:
+  explicit CountedQuestions(const char* button) {
+    setInterval(5);
+    connect(this, &QTimer::timeout, this, [this, button] {
+      FormWindow* const dialog = OpenForm("frmControlName");
+      if (dialog == nullptr) return;
+      ++Asked;
+      dialog->findChild<QAbstractButton*>(QLatin1String(button))->click();
+    });
+    start();
+  }
+  int Asked = 0;
+};
+
+class WorkbenchRename : public Workbench {
+ protected:
+  /// A form with one button, and code in which its later name stands already.
+  void Make() {
+    window_->NewProject(host::vbext_pt_StandardExe);
+    form_ = Component(u"Form1");
+    view_ = window_->ShowDesigner(form_);
+    view_->AddControl(u"VB.CommandButton");
+    window_->Environment().SetText(u"Form1", Before);
+    names_.stop();
+  }
+  [[nodiscard]] model::DesignerNode& Button() const {
+    return *form_->OwnDesigner()->Tree().Controls()[0];
+  }
+  void ExpectThereAndBack() {
+    CountedQuestions questions("btmYes");
+    ASSERT_TRUE(view_->Editor()->Rename(Button(), u"cmdGo"));
+    ASSERT_EQ(Text(u"Form1"), After);
+    for (int times = 0; times < 2; ++times) {
+      view_->UndoStack().undo();
+      EXPECT_EQ(Button().Name, u"Command1");
+      EXPECT_EQ(Text(u"Form1"), Before);
+      view_->UndoStack().redo();
+      EXPECT_EQ(Button().Name, u"cmdGo");
+      EXPECT_EQ(Text(u"Form1"), After);
+    }
+    EXPECT_EQ(questions.Asked, 1);
+    Code(u"Form1").Editor().undo();
+    EXPECT_EQ(Text(u"Form1"), Before) << "still one step of the code's own history";
+  }
+  static constexpr StringView Before =
+      u"Sub One()\r\n  Dim cmdGo As String\r\n  cmdGo = Command1.Caption\r\nEnd Sub\r\n";
+  static constexpr StringView After =
+      u"Sub One()\r\n  Dim cmdGo As String\r\n  cmdGo = cmdGo.Caption\r\nEnd Sub\r\n";
+  std::shared_ptr<model::VBComponent> form_;
+  DesignerView* view_ = nullptr;
+};
+
+TEST_F(WorkbenchRename, UndoAndRedoGiveTheCodeBackWithoutAQuestion) {
+  Make();
+  ExpectThereAndBack();
+}
+
+TEST_F(WorkbenchRename, UndoAndRedoGiveTheCodeInAnOpenWindowBackWithoutAQuestion) {
+  Make();
+  static_cast<void>(Code(u"Form1"));
+  window_->ShowDesigner(form_);
+  ExpectThereAndBack();
+}
+
+TEST_F(WorkbenchRename, UndoAsksAgainWhenTheCodeWasEditedMeanwhile) {
+  Make();
+  CountedQuestions questions("btmNo");
+  ASSERT_TRUE(view_->Editor()->Rename(Button(), u"cmdGo"));
+  view_->UndoStack().undo();
+  view_->UndoStack().redo();
+  EXPECT_EQ(questions.Asked, 1) << "nothing was carried through";
+  window_->Environment().SetText(u"Form1", After);
+  view_->UndoStack().undo();
+  EXPECT_EQ(questions.Asked, 2);
+  EXPECT_EQ(Text(u"Form1"), After);
+  EXPECT_EQ(Button().Name, u"Command1");
+}
+
 /// Opens the list of members in a module and acts on it.
 void ListMembers(MainWindow& window, CodeEditor& editor,
                  const std::function<void(FormWindow*)>& act) {

@@ -1,8 +1,8 @@
-#include "hosts/editing/Words.h"
+#include "hosts/model/Words.h"
 
 #include <algorithm>
 
-namespace tessel::editing {
+namespace tessel::model {
 namespace {
 
 using W = Word;
@@ -107,4 +107,4 @@ bool IsKeyword(StringView text) {
   return kind == WordKind::Reserved || kind == WordKind::Common;
 }
 
-}  // namespace tessel::editing
+}  // namespace tessel::model

@@ -6,7 +6,7 @@
 
 #include "vb/Text.h"
 
-namespace tessel::editing {
+namespace tessel::model {
 
 /// What a word of the language may be besides.
 enum class WordKind : std::uint8_t {
@@ -30,4 +30,4 @@ struct Word {
 /// Whether a word is a keyword: reserved or common.
 [[nodiscard]] bool IsKeyword(StringView text);
 
-}  // namespace tessel::editing
+}  // namespace tessel::model
