@@ -295,7 +295,7 @@ class Inserter {
     }
   }
   static model::CodeModule& ModuleOf(model::VBComponent& component) {
-    const auto module = component.Module();
+    const auto& module = component.Module();
     if (!module) Fail(component.PlainName() + u" has no code");
     return *module;
   }

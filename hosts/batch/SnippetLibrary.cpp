@@ -28,7 +28,7 @@ class SettingsPlatform : public BatchPlatform {
 fs::path MainLibrary(const fs::path& given) {
   BatchPlatform services(TabWidth);
   const fs::path data = given.empty() ? linux_host::DefaultDataDirectory() : given;
-  const fs::path file = data / "Data" / "VBCode.MDB";
+  fs::path file = data / "Data" / "VBCode.MDB";
   if (!fs::exists(file)) {
     store::WriteStandardDatabases(file.parent_path(), services.Files());
   }

@@ -78,6 +78,7 @@ void Show(CSQLTree& tree, const std::string& named, std::ostream& out) {
 
 void Find(CSQLTree& tree, const std::vector<std::string>& given, std::ostream& out) {
   std::vector<String> words;
+  words.reserve(given.size());
   for (const std::string& word : given) words.push_back(vb::FromUtf8(word));
   for (const SnippetHit& hit : FindSnippets(tree, words)) {
     out << hit.ID << '\t' << vb::ToUtf8(hit.Path) << '\n';

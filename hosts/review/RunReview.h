@@ -18,9 +18,6 @@ enum class RunKind { Format, InsertHandlers, RemoveHandlers };
 /// The run of a dialog, which its default button starts; nothing for a dialog without one.
 [[nodiscard]] std::optional<RunKind> RunOfForm(StringView form);
 
-/// The run that a dialog is for; nothing for every other form.
-[[nodiscard]] std::optional<RunKind> RunOfForm(StringView form);
-
 /// One line of the list.
 struct ReviewItem {
   /// Null for a line about a project as a whole. It may have left its project by now.

@@ -83,7 +83,7 @@ FilePtr FileOf(const model::VBComponent& component) {
 
 std::shared_ptr<LoadedProject> LoadedProject::Load(const std::shared_ptr<model::Vbe>& vbe,
                                                    const fs::path& path, int codePage) {
-  const std::shared_ptr<LoadedProject> loaded(
+  std::shared_ptr<LoadedProject> loaded(
       new LoadedProject(path.parent_path(), codePage == 0 ? 1252 : codePage, codePage != 0));
   const std::string bytes = files::ReadFile(path);
   loaded->file_ = std::make_unique<ProjectFile>(path, bytes);
@@ -175,7 +175,7 @@ std::shared_ptr<LoadedProject> LoadedProject::LoadSingle(const std::shared_ptr<m
                                                          const fs::path& path, std::string bytes,
                                                          int codePage) {
   const auto file = std::make_shared<ComponentFile>(path, std::move(bytes));
-  const std::shared_ptr<LoadedProject> loaded(new LoadedProject(
+  std::shared_ptr<LoadedProject> loaded(new LoadedProject(
       path.parent_path(), codePage != 0 ? codePage : GuessFor({file}, {}), codePage != 0));
   file->SetCodePage(loaded->page_.Current());
   loaded->project_ = std::make_shared<model::VBProject>(
@@ -187,7 +187,7 @@ std::shared_ptr<LoadedProject> LoadedProject::LoadSingle(const std::shared_ptr<m
 
 std::shared_ptr<LoadedProject> LoadedProject::Found(
     const std::shared_ptr<model::VBProject>& project, const fs::path& path, int codePage) {
-  const std::shared_ptr<LoadedProject> loaded(
+  std::shared_ptr<LoadedProject> loaded(
       new LoadedProject(path.parent_path(), codePage != 0 ? codePage : 1252, codePage != 0));
   loaded->project_ = project;
   loaded->page_.Fit(*project);
@@ -295,7 +295,7 @@ void LoadedProject::FollowRemoved(const model::VBComponent& component, const Str
 }
 
 ComponentPtr LoadedProject::Import(StringView fileName) {
-  const auto component = ImportComponent(*project_, fileName, page_);
+  auto component = ImportComponent(*project_, fileName, page_);
   const FilePtr file = FileOf(*component);
   if (file->IsNew()) {
     file->SetPath(*component, FreePath(*component, {}));

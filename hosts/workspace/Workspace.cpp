@@ -98,6 +98,7 @@ Kept KeptOf(const host::VBComponent& component) {
 
 String Listed(const std::vector<fs::path>& files) {
   std::vector<String> names;
+  names.reserve(files.size());
   for (const fs::path& file : files) names.push_back(TextOf(file));
   return vb::Join(names, u", ");
 }

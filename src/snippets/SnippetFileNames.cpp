@@ -43,7 +43,7 @@ std::string UsedNames::Take(const String& name, const std::string& extension) {
   const std::string plain = SnippetFileName(name);
   std::string file = plain + extension;
   for (int number = 2; !used_.insert(vb::LCase(vb::FromUtf8(file))).second; ++number) {
-    file = plain + " (" + std::to_string(number) + ")" + extension;
+    file.assign(plain).append(" (").append(std::to_string(number)).append(")").append(extension);
   }
   return file;
 }

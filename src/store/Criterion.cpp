@@ -135,17 +135,17 @@ bool Criterion::Compare(const Comparison& one, const Value& cell) {
       left && right ? *left <=> *right : vb::StrComp(ToText(cell), ToText(one.Wanted)) <=> 0;
   switch (one.Test) {
     case Operator::Equal:
-      return order == 0;
+      return std::is_eq(order);
     case Operator::Unequal:
-      return order != 0;
+      return std::is_neq(order);
     case Operator::Less:
-      return order < 0;
+      return std::is_lt(order);
     case Operator::LessEqual:
-      return order <= 0;
+      return std::is_lteq(order);
     case Operator::Greater:
-      return order > 0;
+      return std::is_gt(order);
     default:
-      return order >= 0;
+      return std::is_gteq(order);
   }
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 /// The engine keeps a pointer for each run of the function.
 OpenSpans*& SpansOf(sqlite3_context* context) {
-  return *static_cast<OpenSpans**>(sqlite3_aggregate_context(context, sizeof(OpenSpans*)));
+  return *static_cast<OpenSpans**>(sqlite3_aggregate_context(context, sizeof(void*)));
 }
 
 void Step(sqlite3_context* context, int, sqlite3_value** values) noexcept {

@@ -116,7 +116,8 @@ const GridModel::Place& GridModel::PlaceOf(const QModelIndex& index) const {
 QModelIndex GridModel::index(int row, int col, const QModelIndex& parent) const {
   const Place& place = PlaceOf(parent);
   if (row < 0 || row >= place.Count) return {};
-  return IndexOf(children_[static_cast<std::size_t>(place.First + row)], col);
+  return IndexOf(children_[static_cast<std::size_t>(place.First) + static_cast<std::size_t>(row)],
+                 col);
 }
 
 QModelIndex GridModel::parent(const QModelIndex& index) const {

@@ -109,6 +109,7 @@ void GridView::Update() {
 
 std::vector<bool> GridView::HiddenColumns() const {
   std::vector<bool> hidden;
+  hidden.reserve(static_cast<std::size_t>(grid_.Cols()));
   for (int col = 0; col < grid_.Cols(); ++col) hidden.push_back(grid_.ColumnAt(col).Hidden);
   return hidden;
 }

@@ -17,7 +17,7 @@ std::shared_ptr<udProjectExplorer> ExplorerOf(MainWindow& window) {
 namespace {
 
 std::shared_ptr<udProjectExplorer> OpenExplorer(MainWindow& window) {
-  const auto explorer = ExplorerOf(window);
+  auto explorer = ExplorerOf(window);
   if (explorer && !explorer->Visible()) {
     window.ClickCommand(u"Tessel", {u"Project Explorer"});
   }
