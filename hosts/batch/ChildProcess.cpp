@@ -16,8 +16,6 @@
 #include "vb/CodePages.h"
 #include "vb/Failure.h"
 
-extern char** environ;
-
 namespace tessel::batch {
 namespace {
 
@@ -63,6 +61,7 @@ std::vector<std::string> Environment(const std::vector<std::string>& settings) {
 
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
   for (std::string& text : texts) pointers.push_back(text.data());
   pointers.push_back(nullptr);
   return pointers;

@@ -221,6 +221,7 @@ JetTable JetFile::Read(const std::string& name, const std::vector<String>& colum
   table.Declared = std::strtoull(Run("mdb-count", {}, name).c_str(), nullptr, 10);
   for (auto& row : all.Rows) {
     std::vector<std::optional<String>> picked;
+    picked.reserve(places.size());
     for (const std::size_t place : places) picked.push_back(row[place]);
     table.Rows.push_back(std::move(picked));
   }

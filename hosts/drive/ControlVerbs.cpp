@@ -23,7 +23,7 @@ std::vector<std::pair<String, String>> PropertiesField(const Json& request) {
 
 /// A class by itself or with its library.
 String ClassField(const Json& request) {
-  const String text = TextField(request, "class");
+  String text = TextField(request, "class");
   const auto words = vb::Split(text, u".");
   if (words.empty() || words.size() > 2 ||
       !std::all_of(words.begin(), words.end(), model::IsName)) {

@@ -59,7 +59,7 @@ class Reader {
     }
     if (!braced) return WordOf(name);
     ++depth_;
-    const String word = ReadRest(name);
+    String word = ReadRest(name);
     --depth_;
     if (!At(u'}')) {
       // Where the text ended, nothing closes any more, so no later stop is tried in vain. One that
@@ -84,13 +84,13 @@ class Reader {
   String ReadRest(const String& name) {
     if (At(u':')) {
       ++at_;
-      const String word = ReadUntil(u"}");
+      String word = ReadUntil(u"}");
       words_.emplace(name, word);
       return word;
     }
     if (At(u'|')) {
       ++at_;
-      const String word = ReadUntil(u",|");
+      String word = ReadUntil(u",|");
       while (At(u',')) {
         ++at_;
         ReadUntil(u",|");

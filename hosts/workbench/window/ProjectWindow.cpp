@@ -65,7 +65,7 @@ QString PathOf(const model::VBComponent& component) {
 /// A project, a folder of one, or a component in it.
 class ProjectWindow::Node : public QTreeWidgetItem {
  public:
-  Node(std::shared_ptr<model::VBProject> project, int folder,
+  Node(const std::shared_ptr<model::VBProject>& project, int folder,
        const std::shared_ptr<model::VBComponent>& component)
       : Project(project), Component(component), key_(project.get(), folder, component.get()) {}
 
