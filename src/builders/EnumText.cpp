@@ -60,8 +60,9 @@ String GeneratorText(const EnumChoices& choices) {
   String text = Header(Words, choices.Name, choices.Comment);
   if (!choices.Accessibility.empty()) text += choices.Accessibility + u" ";
   text += u"Enum " + choices.Name + end;
-  for (const String& parameter : choices.Parameters)
+  for (const String& parameter : choices.Parameters) {
     text.append(u"   ").append(parameter).append(end);
+  }
   return text + u"End Enum" + end;
 }
 

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "foundation/CAppSettings.h"
+#include "foundation/FailureWatch.h"
 #include "platform/Platform.h"
 #include "scanning/mFunctions.h"
 
@@ -26,27 +27,6 @@ class Flag {
  private:
   bool& flag_;
   bool before_;
-};
-
-/// Hears of each failure for the length of a scope.
-class FailureWatch {
- public:
-  explicit FailureWatch(bool& failed) : service_(gErrorHandler) {
-    if (!service_) return;
-    before_ = std::exchange(service_->OnFailure, [this, &failed](const vb::Failure& failure) {
-      failed = true;
-      if (before_) before_(failure);
-    });
-  }
-  ~FailureWatch() {
-    if (service_) service_->OnFailure = std::move(before_);
-  }
-  FailureWatch(const FailureWatch&) = delete;
-  FailureWatch& operator=(const FailureWatch&) = delete;
-
- private:
-  std::shared_ptr<CErrorHandler> service_;
-  std::function<void(const vb::Failure&)> before_;
 };
 
 bool IsShown(StringView value) {
@@ -123,7 +103,7 @@ void udProjectExplorer::UserDocument_Initialize() {
 
 /// The first time the tree is read; later ones find it as the notices have kept it.
 void udProjectExplorer::UserDocument_Show() {
-  const FailureWatch watch(failed_);
+  const FailureWatch watch([this](const vb::Failure&) { failed_ = true; });
   Routine(u"udProjectExplorer.UserDocument_Show", [&](const Statements& run) {
     MenuOfWindow.mnuWindowHide.SetEnabled(true);
     if (!projects_) run([&] { Reading([this] { Reload(); }); });
@@ -156,7 +136,7 @@ void udProjectExplorer::btnRefresh_Click() {
   Routine(u"udProjectExplorer.btnRefresh_Click", [&] {
     if (reading_) return;
     failed_ = false;
-    const FailureWatch watch(failed_);
+    const FailureWatch watch([this](const vb::Failure&) { failed_ = true; });
     Reading([this] { Reload(); });
     Position(2);
     ButtonEnabled();
@@ -207,7 +187,7 @@ void udProjectExplorer::cTreeVBA_Tree(std::int32_t kind, std::int32_t argument) 
   }
   {
     const Flag reading(reading_);
-    const FailureWatch watch(failed_);
+    const FailureWatch watch([this](const vb::Failure&) { failed_ = true; });
     do {
       const bool anew = std::exchange(failed_, false);
       Routine(u"udProjectExplorer.cTreeVBA_Tree", [&](const Statements& run) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "foundation/FailureWatch.h"
 #include "platform/Platform.h"
 #include "scanning/ModuleOf.h"
 #include "scanning/Scope.h"
@@ -27,29 +28,6 @@ class WindowGuard {
 
 }  // namespace
 
-/// Notes what the failure service is told while a run is under way.
-class ScopeRun::Hearing {
- public:
-  explicit Hearing(ScopeRun& run) : service_(gErrorHandler) {
-    if (!service_) return;
-    before_ = std::exchange(service_->OnFailure, [this, &run](const vb::Failure& failure) {
-      const auto stack = service_->CallStack();
-      run.result_.Failures.push_back({run.component_, run.member_, failure.Number(),
-                                      failure.Description(),
-                                      stack.empty() ? String() : stack.front()});
-    });
-  }
-  ~Hearing() {
-    if (service_) service_->OnFailure = std::move(before_);
-  }
-  Hearing(const Hearing&) = delete;
-  Hearing& operator=(const Hearing&) = delete;
-
- private:
-  std::shared_ptr<CErrorHandler> service_;
-  std::function<void(const vb::Failure&)> before_;
-};
-
 ScopeRun::ScopeRun(const Traits& traits)
     : traits_(traits), progress_(std::make_shared<ProgressBarWindow>(traits.Title)) {}
 
@@ -57,7 +35,11 @@ RunResult ScopeRun::Over(const std::shared_ptr<host::VBComponents>& components, 
   result_ = {};
   result_.Title = traits_.Title;
   result_.Aborted = true;
-  const Hearing hearing(*this);
+  const FailureWatch hearing([this](const vb::Failure& failure) {
+    const auto stack = gErrorHandler->CallStack();
+    result_.Failures.push_back({component_, member_, failure.Number(), failure.Description(),
+                                stack.empty() ? String() : stack.front()});
+  });
   const WindowGuard window(progress_);
   Routine(traits_.Routine, [&](const Statements& run) {
     Walk(run, components, scope);

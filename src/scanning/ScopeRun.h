@@ -65,7 +65,6 @@ class ScopeRun {
                              int kind, bool show);
 
  private:
-  class Hearing;
   void Walk(const Statements& run, const std::shared_ptr<host::VBComponents>& components,
             StringView scope);
   void OverProject(const Statements& run, host::VBComponents& components);

@@ -24,6 +24,7 @@ class FolderNotes {
   FolderNotes(const std::shared_ptr<store::Connection>& connection,
               const std::filesystem::path& folder);
 
+  /// Whether anything is noted for the file; whether these are bytes that are.
   [[nodiscard]] bool IsNoted(const std::filesystem::path& file) const;
   [[nodiscard]] bool Fits(const std::filesystem::path& file, const std::string& bytes) const;
   /// Whether something is noted inside a folder, in whatever depth.

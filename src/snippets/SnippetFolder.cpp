@@ -201,8 +201,9 @@ class Importer {
 
   /// Whether a file has something newer than the record of the library that it stands for.
   bool IsNewer(const SnippetFileNode& node, std::int32_t id) {
+    if (!before_.IsNoted(node.File)) return true;
     const NamedFragment own{node.Record->Name, tree_.GetRecordsetFromList(id)};
-    if (own == *node.Record || !before_.IsNoted(node.File)) return true;
+    if (own == *node.Record) return true;
     if (before_.Fits(node.File, WriteRecordText(*node.Record))) return false;
     if (!before_.Fits(node.File, WriteRecordText(own))) {
       if (!conflicts_.empty()) conflicts_ += u"\n";
